@@ -1,0 +1,20 @@
+# Warnings as errors, sanitizers and coverage for every target of this project.
+
+add_library(vexor_checks INTERFACE)
+target_compile_options(vexor_checks INTERFACE
+  -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wnon-virtual-dtor -Wold-style-cast
+  -Woverloaded-virtual -Wnull-dereference -Wformat=2 -Werror)
+
+if(VEXOR_SANITIZE)
+  # Inlining under the sanitizers makes gcc see null dereferences and uninitialised values that
+  # cannot happen.
+  target_compile_options(vexor_checks INTERFACE
+    -fsanitize=${VEXOR_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer
+    $<$<CXX_COMPILER_ID:GNU>:-Wno-null-dereference -Wno-maybe-uninitialized>)
+  target_link_options(vexor_checks INTERFACE -fsanitize=${VEXOR_SANITIZE})
+endif()
+
+if(VEXOR_COVERAGE)
+  target_compile_options(vexor_checks INTERFACE --coverage -O0 -fno-inline)
+  target_link_options(vexor_checks INTERFACE --coverage)
+endif()
