@@ -2,4 +2,8 @@
 #pragma once
 
 #include "vexor/export.h"
+#include "vexor/util/ipv4.h"
+#include "vexor/util/numbers.h"
+#include "vexor/util/random.h"
+#include "vexor/util/strings.h"
 #include "vexor/util/version.h"

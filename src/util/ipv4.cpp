@@ -1,0 +1,15 @@
+#include "vexor/util/ipv4.h"
+
+#include "util/text.h"
+
+bool IsIpv4Address(std::string_view text) {
+  constexpr int kFields = 4;
+  constexpr std::uint64_t kMaxField = 255;
+  if (text.ends_with('.')) return false;  // not an item of its own
+  int fields = 0;
+  for (std::string_view field; vexor::TakeItem(text, '.', field); ++fields) {
+    const auto number = vexor::ParseUnsigned(field);
+    if (!number || *number > kMaxField) return false;
+  }
+  return fields == kFields;
+}
