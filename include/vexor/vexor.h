@@ -7,3 +7,4 @@
 #include "vexor/util/random.h"
 #include "vexor/util/strings.h"
 #include "vexor/util/version.h"
+#include "vexor/vocabulary/pm_tests.h"

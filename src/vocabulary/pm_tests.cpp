@@ -1,0 +1,128 @@
+#include "vexor/vocabulary/pm_tests.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+
+namespace {
+
+// How a long name is accepted back as input.
+enum class Input {
+  kAsAsked,  // exactly, or in any case when the caller asks
+  kAnyCase,  // in any case, whatever the caller asks
+  kRefused,  // a display name only
+};
+
+struct TestNames {
+  std::string_view long_name;
+  std::string_view short_name;
+  Input input = Input::kAsAsked;
+};
+
+// A test's row index is its identifier. That "dGFX-SAGV" ignores case and that "FANSPEED-CTR" is
+// not accepted back are part of the interface: existing files and scripts rely on it.
+constexpr auto kTests = std::to_array<TestNames>({
+    {"VEXOR", "vexor"},
+    {"CSTATES", "cstate"},
+    {"HWP", "hwp"},
+    {"PSTATES", "pstate"},
+    {"TSTATES", "tstate"},
+    {"SDC", "sdc"},
+    {"GSTATES", "gstate"},
+    {"PECI", "peci"},
+    {"iGFX-DVFS", "dvfs"},
+    {"iGFX-RC6", "rc6"},
+    {"dGFX-DVFS", "dgdvfs"},
+    {"dGFX-RC6", "dgrc6"},
+    {"dGFX-SAGV", "dgsagv", Input::kAnyCase},
+    {"DGFX-RESET", "dgreset"},
+    {"FANSPEED-CTR", "dgfan", Input::kRefused},
+    {"GCD-RC6", "gcdrc6"},
+    {"GCD-DVFS", "gcddvfs"},
+    {"SAMedia-RC6", "mediarc6"},
+    {"SAMedia-DVFS", "mediadvfs"},
+    {"Vpu-DVFS", "vpudvfs"},
+    {"PS-DVFS", "ipups"},
+    {"IS-DVFS", "ipuis"},
+    {"UFS", "ufs"},
+    {"SAGV", "sagv"},
+    {"PSF0-GV", "psf0"},
+    {"MESH-GV", "meshgv"},
+    {"Ice-Pstates", "icep"},
+    {"Ice-Cstates", "icec"},
+    {"FACT", "fact"},
+    {"PCIe-Link", "link"},
+    {"PCIe-GenWidth", "gen"},
+    {"Dx-States", "dxstates"},
+    {"TestControl", "testcontrol"},
+    {"NA", "all", Input::kRefused},
+    {"NA", "max", Input::kRefused},
+    {"Vexor-Start", "start"},
+    {"Vexor-End", "end"},
+});
+static_assert(kTests.size() == PM_TEST_END + 1);
+
+struct Alias {
+  std::string_view long_name;
+  VEXOR_PM_TEST_ID id;
+};
+
+constexpr auto kAliases = std::to_array<Alias>({
+    {"GT-DVFS", PM_TEST_IGFX_DVFS},
+    {"GT-RC6", PM_TEST_IGFX_RC6},
+});
+
+constexpr char Upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
+
+bool Equals(std::string_view a, std::string_view b, bool ignore_case) {
+  if (!ignore_case) return a == b;
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                    [](char x, char y) { return Upper(x) == Upper(y); });
+}
+
+// No two long names differ in case only, so the order of comparison does not show.
+bool Accepts(const TestNames& test, std::string_view name, bool ignore_case) {
+  return test.input != Input::kRefused &&
+         Equals(name, test.long_name, ignore_case || test.input == Input::kAnyCase);
+}
+
+bool SelectsTest(std::string_view argument) {
+  if (argument.find('/') == std::string_view::npos) return false;
+  std::string token(argument);
+  std::erase(token, '/');
+  return ParsePMTestID(token, false) != PM_TEST_MAX;
+}
+
+}  // namespace
+
+VEXOR_PM_TEST_ID GetPMTestID(std::string_view name, bool ignoreCase) {
+  for (std::size_t id = 0; id < kTests.size(); ++id) {
+    if (Accepts(kTests[id], name, ignoreCase)) return static_cast<VEXOR_PM_TEST_ID>(id);
+  }
+  for (const Alias& alias : kAliases) {
+    if (Equals(name, alias.long_name, ignoreCase)) return alias.id;
+  }
+  return PM_TEST_MAX;
+}
+
+std::string GetPMTestName(VEXOR_PM_TEST_ID id) {
+  const bool known = id >= 0 && id <= PM_TEST_END;
+  return std::string(known ? kTests[static_cast<std::size_t>(id)].long_name : "NA");
+}
+
+const char* GetPMTestNameByID(int id) {
+  const bool known = id >= 0 && id <= PM_TEST_END;
+  return known ? kTests[static_cast<std::size_t>(id)].short_name.data() : "";
+}
+
+VEXOR_PM_TEST_ID ParsePMTestID(std::string_view token, bool ignoreCase) {
+  for (std::size_t id = 0; id < kTests.size(); ++id) {
+    if (Equals(token, kTests[id].short_name, ignoreCase)) return static_cast<VEXOR_PM_TEST_ID>(id);
+  }
+  return PM_TEST_MAX;
+}
+
+bool HasPMTestId(char** argv, int argc) {
+  return std::any_of(argv, argv + std::max(argc, 0),
+                     [](const char* argument) { return SelectsTest(argument); });
+}
