@@ -1,0 +1,76 @@
+#!/usr/bin/env bash
+# Usage: scripts/build-windows-deps.sh
+#
+# Builds what the Windows build needs beside the compiler into build/windows-deps: tinyxml2 and
+# GoogleTest from Debian's sources, and the headers of CLI11. Once done it does nothing, until this
+# script or the toolchain file changes. scripts/setup.sh windows installs what it needs.
+set -euo pipefail
+
+if (($# > 0)); then
+  sed -n '2,6s/^# \?//p' "$0" >&2
+  exit 2
+fi
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+prefix=$root/build/windows-deps
+toolchain=$root/cmake/mingw-w64.cmake
+stamp=$prefix/.built-from
+recipe=$(cat "${BASH_SOURCE[0]}" "$toolchain" | sha256sum)
+
+if [[ -e $stamp && $(<"$stamp") == "$recipe" ]]; then
+  exit 0
+fi
+
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+chmod 755 "$work"  # apt's own download user has to get in
+
+# Fetches the source of a Debian package with the machine's own mirrors and keys. A private copy of
+# the source list, with the binary entries turned into source entries, leaves the machine's
+# configuration and package lists as they are.
+fetch_source() {
+  local package=$1 file
+  mkdir -p "$work/apt/parts" "$work/apt/lists" "$work/apt/cache" "$work/source"
+  for file in /etc/apt/sources.list /etc/apt/sources.list.d/*.list; do
+    if [[ -e $file ]]; then
+      sed -nE 's/^deb(-src)?[[:space:]]+/deb-src /p' "$file" | grep -v ' cdrom:' | sort -u \
+        >"$work/apt/parts/$(basename "$file" .list).list" || true
+    fi
+  done
+  for file in /etc/apt/sources.list.d/*.sources; do
+    if [[ -e $file ]]; then
+      sed 's/^Types:.*/Types: deb-src/' "$file" >"$work/apt/parts/$(basename "$file")"
+    fi
+  done
+  local options=(-o Dir::Etc::SourceList=/dev/null -o Dir::Etc::SourceParts="$work/apt/parts"
+    -o Dir::State::Lists="$work/apt/lists" -o Dir::Cache="$work/apt/cache"
+    -o Acquire::Retries=3 -q)
+  cd "$work/source" &&
+    apt-get "${options[@]}" update &&
+    apt-get "${options[@]}" source "$package"
+}
+
+# Builds and installs one CMake project for the target.
+build() {
+  local name=$1 source=$2
+  shift 2
+  cmake -S "$source" -B "$work/build/$name" -G Ninja -DCMAKE_TOOLCHAIN_FILE="$toolchain" \
+    -DCMAKE_BUILD_TYPE=Release -DCMAKE_INSTALL_PREFIX="$prefix" -DBUILD_SHARED_LIBS=OFF "$@" &&
+    cmake --build "$work/build/$name" &&
+    cmake --install "$work/build/$name"
+}
+
+echo "Building tinyxml2 and GoogleTest for Windows into build/windows-deps ..." >&2
+rm -rf "$prefix"
+mkdir -p "$prefix/include"
+log=$root/build/windows-deps.log
+{
+  fetch_source tinyxml2 &&
+    build tinyxml2 "$work"/source/tinyxml2-*/ -DBUILD_TESTING=OFF -Dtinyxml2_BUILD_TESTING=OFF &&
+    build googletest /usr/src/googletest -DBUILD_GMOCK=OFF &&
+    cp -R /usr/include/CLI "$prefix/include/"
+} >"$log" 2>&1 </dev/null || {
+  tail -n 40 "$log" >&2
+  echo "scripts/build-windows-deps.sh: failed; all of the output is in $log" >&2
+  exit 1
+}
+echo "$recipe" >"$stamp"
