@@ -15,6 +15,7 @@ if(VEXOR_SANITIZE)
 endif()
 
 if(VEXOR_COVERAGE)
-  target_compile_options(vexor_checks INTERFACE --coverage -O0 -fno-inline)
+  target_compile_options(vexor_checks INTERFACE
+    --coverage -fprofile-update=atomic -O0 -fno-inline)
   target_link_options(vexor_checks INTERFACE --coverage)
 endif()

@@ -1,28 +1,42 @@
 #!/usr/bin/env bash
 # Usage: scripts/wine.sh PROGRAM.exe [ARGUMENT...]
+#        scripts/wine.sh --start | --stop
 #
 # Runs a Windows program under Wine without a display, in a Wine folder of this work tree's own
-# (build/wine, made with the first program). ctest runs the cross-built tests through it.
+# (build/wine, made at the first start). ctest runs the cross-built tests through it. --start makes
+# Wine ready, --stop ends what still runs in that folder.
 set -euo pipefail
-
+source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 if (($# == 0)); then
-  sed -n '2,5s/^# \?//p' "$0" >&2
+  print_usage >&2
   exit 2
 fi
-root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
 unset DISPLAY WAYLAND_DISPLAY
 export WINEPREFIX=$root/build/wine WINEARCH=win64 WINEDEBUG=${WINEDEBUG:--all}
 # No offers to install Mono or Gecko, no menu entries.
 export WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe="
 
-mkdir -p "$root/build"
-(
-  flock 9
-  if [[ ! -e $WINEPREFIX/.ready ]]; then
-    timeout 300 wineboot --init </dev/null >"$root/build/wine.log" 2>&1 9>&- ||
-      { cat "$root/build/wine.log" >&2; echo "scripts/wine.sh: Wine cannot start" >&2; exit 1; }
-    touch "$WINEPREFIX/.ready"
+if [[ $1 == --stop ]]; then
+  if [[ -d $WINEPREFIX ]]; then
+    wineserver --kill || true  # fails when there is none
+    wineserver --wait
   fi
-) 9>"$root/build/wine.lock"
-exec wine "$@"
+  exit 0
+fi
+
+ready=$WINEPREFIX/.ready
+if [[ ! -e $ready ]]; then
+  mkdir -p "$root/build"
+  exec 9>"$root/build/wine.lock"
+  flock 9
+  if [[ ! -e $ready ]]; then
+    # The server that this starts outlives it: it must not inherit the lock.
+    run_quietly wine timeout 300 wineboot --init 9>&-
+    touch "$ready"
+  fi
+  exec 9>&-
+fi
+if [[ $1 != --start ]]; then
+  exec wine "$@"
+fi

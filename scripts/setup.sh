@@ -1,0 +1,69 @@
+#!/usr/bin/env bash
+# Usage: scripts/setup.sh [GROUP...]
+#
+# Installs what a Debian 12 machine lacks, as root or through sudo, and does nothing when all is
+# there. Groups:
+#   build     compile and test the library and its tools (always included)
+#   windows   cross-compile for Windows and run the programs under Wine
+#   clang     compile with clang
+#   lint      check format, code and scripts
+#   coverage  measure the tests' coverage
+#   bench     build the benchmarks
+#   all       all of these
+set -euo pipefail
+source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
+check_arguments 99 "$@"
+
+declare -A packages_of=(
+  [build]="g++ cmake ninja-build libtinyxml2-dev libgtest-dev libcli11-dev"
+  [windows]="g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 wine wine64 googletest dpkg-dev"
+  [clang]="clang"
+  [lint]="clang clang-format clang-tidy shellcheck"
+  [coverage]="gcovr"
+  [bench]="libbenchmark-dev"
+)
+packages=()
+for group in build "$@"; do
+  if [[ $group == all ]]; then
+    read -ra members <<<"${packages_of[*]}"
+  elif [[ -v packages_of[$group] ]]; then
+    read -ra members <<<"${packages_of[$group]}"
+  else
+    echo "setup.sh: unknown group '$group'" >&2
+    print_usage >&2
+    exit 2
+  fi
+  packages+=("${members[@]}")
+done
+
+if ! command -v dpkg-query >/dev/null; then
+  echo "setup.sh: not a Debian machine; the build needs: ${packages[*]}" >&2
+  exit 0
+fi
+
+# Prints the packages that are not installed, one a line.
+list_missing() {
+  local installed
+  installed=$(dpkg-query -W -f '${db:Status-Abbrev}${Package}\n' "$@" 2>/dev/null |
+    sed -n 's/^ii *//p') || true
+  printf '%s\n' "$@" | sort -u | grep -vxF -f <(printf '%s\n' "$installed") || true
+}
+
+mapfile -t missing < <(list_missing "${packages[@]}")
+if ((${#missing[@]} == 0)); then
+  exit 0
+fi
+
+as_root=()
+if ((EUID != 0)); then
+  if ! command -v sudo >/dev/null; then
+    echo "setup.sh: run this as root: apt-get install ${missing[*]}" >&2
+    exit 1
+  fi
+  as_root=(sudo)
+fi
+echo "Installing ${missing[*]} ..." >&2
+apt=("${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -qy
+  -o DPkg::Lock::Timeout=300 -o Acquire::Retries=3)
+run_quietly setup-update "${apt[@]}" update
+run_quietly setup-install "${apt[@]}" install --no-install-recommends "${missing[@]}"

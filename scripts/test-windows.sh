@@ -1,0 +1,16 @@
+#!/usr/bin/env bash
+# Usage: scripts/test-windows.sh
+#
+# Sets up the machine, cross-compiles the library, the tools and the tests for 64-bit Windows, and
+# runs all tests against the DLL under Wine. It needs no display.
+set -euo pipefail
+source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
+check_arguments 0 "$@"
+
+"$root/scripts/setup.sh" windows
+"$root/scripts/build-windows-deps.sh"
+echo "== windows" >&2
+build_preset windows
+trap '"$root/scripts/wine.sh" --stop' EXIT
+"$root/scripts/wine.sh" --start
+ctest --preset windows
