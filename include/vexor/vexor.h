@@ -2,6 +2,7 @@
 #pragma once
 
 #include "vexor/export.h"
+#include "vexor/logging/console.h"
 #include "vexor/util/ipv4.h"
 #include "vexor/util/numbers.h"
 #include "vexor/util/random.h"

@@ -1,0 +1,54 @@
+#include "vexor/logging/console.h"
+
+#include <cstddef>
+#include <iostream>
+#include <iterator>
+#include <string>
+
+namespace {
+
+struct LevelName {
+  const char* name;
+  const char* short_name;
+};
+
+constexpr LevelName kLevelNames[] = {
+    {.name = "No-Log", .short_name = "L1"},
+    {.name = "Critical", .short_name = "L2"},
+    {.name = "Information", .short_name = "L3"},
+    {.name = "Debug", .short_name = "L4"},
+};
+
+}  // namespace
+
+constinit std::atomic<TRACE_LEVEL> ConsoleOutput::m_ePrintLevel = TRACE_INFORMATION;
+
+const char* GetTraceLevelName(TRACE_LEVEL level, bool shortName) {
+  const auto index = static_cast<std::uint32_t>(level);  // a negative value lies above the table
+  if (index >= std::size(kLevelNames)) return "";
+  return shortName ? kLevelNames[index].short_name : kLevelNames[index].name;
+}
+
+TRACE_LEVEL ParseTraceLevelID(std::string_view text, TRACE_LEVEL defaultLevel) {
+  for (std::size_t i = 0; i < std::size(kLevelNames); ++i) {
+    if (text == kLevelNames[i].name) return static_cast<TRACE_LEVEL>(i);
+  }
+  return defaultLevel;
+}
+
+TRACE_LEVEL ConsoleOutput::GetPrintLevel() { return m_ePrintLevel.load(std::memory_order_relaxed); }
+
+void ConsoleOutput::SetPrintLevel(TRACE_LEVEL level) {
+  m_ePrintLevel.store(level, std::memory_order_relaxed);
+}
+
+void ConsoleOut(std::string_view message, TRACE_LEVEL level, bool force) {
+  if (!force && level > ConsoleOutput::GetPrintLevel()) return;
+  std::string line(message);
+  line += '\n';
+  std::cout.write(line.data(), static_cast<std::streamsize>(line.size()));
+}
+
+void ConsoleOut(const std::stringstream& message, TRACE_LEVEL level, bool force) {
+  ConsoleOut(message.view(), level, force);
+}
