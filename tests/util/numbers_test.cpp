@@ -1,0 +1,319 @@
+#include "vexor/util/numbers.h"
+
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <cmath>
+#include <limits>
+#include <stdexcept>
+
+namespace {
+
+using Integers = std::vector<int>;
+using Doubles = std::vector<double>;
+
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+constexpr const char* kBeyond64Bits = "99999999999999999999";
+
+// Returns the text of the exception of type `Error` that the call throws.
+template <class Error, class Call>
+std::string TextOfThrown(Call call) {
+  try {
+    call();
+  } catch (const Error& error) {
+    return error.what();
+  }
+  return "nothing thrown";
+}
+
+TEST(Numbers, String2IntegerReadsWholeUnsignedTexts) {
+  struct Case {
+    const char* text;
+    std::uint64_t plain, before_colon;
+  };
+  constexpr std::uint64_t kBad = 7;
+  const Case cases[] = {
+      {"31", 31, 31},
+      {"0031", 31, 31},
+      {"0x1F", 31, 31},
+      {"0XfF", 255, 255},
+      {"18446744073709551615", UINT64_MAX, UINT64_MAX},
+      {"0xFFFFFFFFFFFFFFFF", UINT64_MAX, UINT64_MAX},
+      {"12:34", kBad, 12},
+      {" :: 0x10 :3", kBad, kBad},
+      {": 0x10 :3", kBad, 16},
+      {" 31", kBad, 31},
+      {"", kBad, kBad},
+      {":", kBad, kBad},
+      {"0x", kBad, kBad},
+      {"-1", kBad, kBad},
+      {"+1", kBad, kBad},
+      {"1.0", kBad, kBad},
+      {"1f", kBad, kBad},
+      {"99999999999999999999x", kBad, kBad},
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ(String2Integer(c.text, kBad, false), c.plain) << c.text;
+    EXPECT_EQ(String2Integer(c.text, kBad, true), c.before_colon) << c.text;
+  }
+  for (const char* text : {kBeyond64Bits, "0x10000000000000000", "18446744073709551616"}) {
+    EXPECT_EQ(TextOfThrown<std::out_of_range>([text] { String2Integer(text, 0); }),
+              "stoull argument out of range");
+  }
+}
+
+TEST(Numbers, String2FloatReadsTheFrontOfPlainDecimals) {
+  struct Case {
+    std::string text;
+    bool ok;
+    double value;
+  };
+  const Case cases[] = {
+      {"2.5", true, 2.5},
+      {"-2.5", true, -2.5},
+      {"1-2", true, 1},
+      {"1.5.2", true, 1.5},
+      {".5", true, 0.5},
+      {"5.", true, 5},
+      {"-", true, 0},
+      {"..1", true, 0},
+      {"--1", true, 0},
+      {"", false, 0},
+      {" 1", false, 0},
+      {"1e2", false, 0},
+      {"+1", false, 0},
+      {"1,5", false, 0},
+      {"0x1", false, 0},
+      {"inf", false, 0},
+      {"-" + std::string(50, '9') + ".5", true, -kInfinity},
+      {"0." + std::string(60, '0') + "9", true, 0},
+  };
+  for (const Case& c : cases) {
+    bool ok = !c.ok;
+    EXPECT_EQ(String2Float(c.text, ok), c.value) << c.text;
+    EXPECT_EQ(ok, c.ok) << c.text;
+  }
+}
+
+TEST(Numbers, GetDoubleValueReadsWordsAndNumbers) {
+  struct Case {
+    const char* text;
+    double value;
+  };
+  const Case cases[] = {
+      {"n/A", 7},
+      {"0x10", 16},
+      {"0xFFFFFFFFFFFFFFFF", 18446744073709551616.0},
+      {"False", 0},
+      {"no", 0},
+      {"Inactive", 0},
+      {"Disabled by", 0},
+      {"true", 1},
+      {"yEs", 1},
+      {"active", 1},
+      {"enable", 1},
+      {"Enabled", 1},
+      {"2.5", 2.5},
+      {" \t\n\v\f\r+2.5x", 2.5},
+      {"-.5e1", -5},
+      {"1e", 1},
+      {"5.e-1-", 0.5},
+      {"-0x1.8p1", -3},
+      {"0x1.8", 1.5},
+      {"0x.8p", 0.5},
+      {"0xg", 0},
+      {"0x.", 0},
+      {"0x-1", 0},
+      {"-inf", -kInfinity},
+      {"INFINITE", kInfinity},
+  };
+  for (const Case& c : cases) EXPECT_EQ(GetDoubleValue(c.text, 7), c.value) << c.text;
+  EXPECT_TRUE(std::isnan(GetDoubleValue("nan(1)", 7)));
+  for (const char* text : {"", " ", "x", "N", "truex", "-", "+-1", "--1", ".", "e5", "- 1"}) {
+    EXPECT_EQ(TextOfThrown<std::invalid_argument>([text] { GetDoubleValue(text, 7); }),
+              "invalid stod argument")
+        << text;
+  }
+  for (const char* text : {"1e400", "-1e400", "1e-400", "0x1p9999"}) {
+    EXPECT_EQ(TextOfThrown<std::out_of_range>([text] { GetDoubleValue(text, 7); }),
+              "stod argument out of range")
+        << text;
+  }
+  EXPECT_EQ(TextOfThrown<std::out_of_range>([] { GetDoubleValue("0x10000000000000000", 7); }),
+            "stoull argument out of range");
+}
+
+TEST(Numbers, GetIntegerListExpandsRanges) {
+  struct Case {
+    const char* text;
+    Integers decimal, hexadecimal;
+  };
+  constexpr int kBad = -7;
+  const Case cases[] = {
+      {"", {}, {}},
+      {"[1,3-5]", {1, 3, 4, 5}, {1, 3, 4, 5}},
+      {"5-3", {3, 4, 5}, {3, 4, 5}},
+      {"4-4,", {4}, {4}},
+      {"10,0x10", {10, 16}, {16, 16}},
+      {"9-0XB", {9, 10, 11}, {9, 10, 11}},
+      {"1[2]", {12}, {18}},
+      {"1,x,3", {kBad, 3}, {kBad, 3}},
+      {"1,f-10", {kBad}, {1, 15, 16}},
+      {"1,,3", {kBad, 3}, {kBad, 3}},
+      {",", {kBad}, {kBad}},
+      {"2,-1", {kBad}, {kBad}},
+      {"1-", {kBad}, {kBad}},
+      {"1-2-3", {kBad}, {kBad}},
+      {"1, 2", {kBad}, {kBad}},
+      {"1,0x", {kBad}, {kBad}},
+      {"0xDEADBEEFDEADBEEF,1", {kBad, 1}, {kBad, 1}},
+      {"0xFFFFFFFF,0x100000002", {-1, 2}, {-1, 2}},
+      {"0x7FFFFFFF-0x80000000", {INT32_MAX, INT32_MIN}, {INT32_MAX, INT32_MIN}},
+      {"0xFFFFFFFFFFFFFFFE-0xFFFFFFFFFFFFFFFF", {-2, -1}, {-2, -1}},
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ(GetIntegerList(c.text, ',', kBad, false), c.decimal) << c.text;
+    EXPECT_EQ(GetIntegerList(c.text, ',', kBad, true), c.hexadecimal) << c.text;
+  }
+}
+
+TEST(Numbers, GetDoubleListStepsThroughRanges) {
+  struct Case {
+    const char* text;
+    double step;
+    Doubles values;
+    const char* rule;
+  };
+  constexpr double kBad = -7;
+  const Case cases[] = {
+      {"", 1, {}, "no items"},
+      {"[0.5-1.5],", 0.5, {0.5, 1, 1.5}, "the upper bound is reached exactly"},
+      {"3-1.5,9", 1, {1.5, 2.5, 9}, "bounds are swapped, the upper one is not reached"},
+      {"1-2", 0.1, {1, 1.1, 1.2, 1.3, 1.4, 1.5, 1.6, 1.7, 1.8, 1.9, 2}, "steps do not drift"},
+      {"2--1", 1, {-1, 0, 1, 2}, "a minus behind the first dash is a sign"},
+      {"1,x,3", 1, {kBad}, "nothing behind a bad item is read"},
+      {"1,,3", 1, {kBad}, "an empty item is bad"},
+      {"1,-2", 1, {kBad}, "a first dash makes a range"},
+      {"1,2", 0, {1, 2}, "without a range no step is needed"},
+      {"1,2-3", 0, {kBad}, "a step of zero leads nowhere"},
+      {"1-2", -1, {kBad}, "a negative step leads nowhere"},
+      {"1-2", std::nan(""), {kBad}, "no number is no step"},
+      {"1-2", kInfinity, {1}, "the largest step"},
+  };
+  for (const Case& c : cases) {
+    const Doubles values = GetDoubleList(c.text, ',', kBad, c.step);
+    ASSERT_EQ(values.size(), c.values.size()) << c.rule;
+    for (std::size_t i = 0; i < values.size(); ++i)
+      EXPECT_DOUBLE_EQ(values[i], c.values[i]) << c.rule;
+  }
+}
+
+TEST(Numbers, RangesTooLongEndAtOnce) {
+  EXPECT_EQ(GetIntegerList("1-16777216", ',', 0).size(), 16'777'216U);
+  for (const char* text : {"0-16777216", "18446744073709551615-0", "5,0-4294967295"}) {
+    const std::string range = std::string(text).substr(std::string(text).find(',') + 1);
+    EXPECT_NE(TextOfThrown<std::length_error>([text] { GetIntegerList(text, ',', 0); }).find(range),
+              std::string::npos)
+        << text;
+  }
+  const std::string infinite(400, '9');
+  EXPECT_THROW(GetDoubleList("0-16777216", ',', 0, 1), std::length_error);
+  EXPECT_THROW(GetDoubleList("0-1", ',', 0, 1e-300), std::length_error);
+  EXPECT_THROW(GetDoubleList(infinite + "-" + infinite, ',', 0, 1), std::length_error);
+  EXPECT_THROW(BitsCount2List(16'777'217), std::length_error);
+  EXPECT_THROW(GetIntegerList(kBeyond64Bits, ',', 0), std::out_of_range);
+  EXPECT_THROW(GetIntergerRange(std::string("1-") + kBeyond64Bits), std::out_of_range);
+}
+
+TEST(Numbers, GetIntergerRangeDoesNotExpand) {
+  EXPECT_EQ(GetIntergerRange("7"), Integers{7});
+  EXPECT_EQ(GetIntergerRange("7-2"), (Integers{7, 2}));
+  EXPECT_EQ(GetIntergerRange("0x10-"), (Integers{16, 0}));
+  EXPECT_EQ(GetIntergerRange("1-2-3"), (Integers{1, 0})) << "split at the first dash only";
+  EXPECT_EQ(GetIntergerRange(""), Integers{0});
+}
+
+TEST(Numbers, ListsBackToText) {
+  const Integers values = {1, 0, -1, 31, INT32_MIN};
+  EXPECT_EQ(IntergerList2HexString(values, false), "0x1; 0x1f");
+  EXPECT_EQ(IntergerList2HexString(values, true), "0x1; 0x0; 0xffffffff; 0x1f; 0x80000000");
+  EXPECT_EQ(IntergerList2DecString(values, false), "1; 31");
+  EXPECT_EQ(IntergerList2DecString(values, true), "1; 0; -1; 31; -2147483648");
+  EXPECT_EQ(IntergerList2DecString({0}, false), "");
+
+  EXPECT_EQ(BitsCount2List(1), "0");
+  EXPECT_EQ(BitsCount2List(11), "0,1,2,3,4,5,6,7,8,9,10");
+  EXPECT_EQ(BitsMaskConvert(0x15), "0,2,4");
+  EXPECT_EQ(BitsMaskConvert(0x8000000000000001), "0,63");
+  for (const std::uint64_t none :
+       {std::uint64_t{0}, std::uint64_t{0xDEADBEEF}, 0xDEADBEEFDEADBEEF}) {
+    EXPECT_EQ(BitsCount2List(none) + BitsMaskConvert(none), "");
+  }
+}
+
+TEST(Numbers, Bits) {
+  EXPECT_EQ(GetMaskByLen(0), 0U);
+  EXPECT_EQ(GetMaskByLen(5), 0x1FU);
+  EXPECT_EQ(GetMaskByLen(63), UINT64_MAX >> 1U);
+  EXPECT_EQ(GetMaskByLen(64), UINT64_MAX);
+  EXPECT_EQ(GetMaskByLen(254), UINT64_MAX);
+  EXPECT_EQ(CountHighBits(0xF000000F), 8U);
+  EXPECT_EQ(BitScanForwardUtil(0x80000000), 31U);
+  EXPECT_EQ(BitScanForwardUtil(0), 0xDEADBEEFU);
+  EXPECT_EQ(BitScanForward64Util(0x8000000000000000), 63U);
+  EXPECT_EQ(BitScanForward64Util(0), 0xDEADBEEFU);
+}
+
+TEST(Numbers, Formatting) {
+  struct Case {
+    double number;
+    const char* text;
+  };
+  const Case cases[] = {
+      {3, "3.0"},         {10.25, "10.25"}, {100, "100.0"}, {0.000001, "0.000001"},
+      {0.0000004, "0.0"}, {-1.5, "-1.5"},   {0, "0.0"},     {1e20, "100000000000000000000.0"},
+      {kInfinity, "inf"},
+  };
+  for (const Case& c : cases) EXPECT_EQ(RemoveZerosFromNumber(c.number), c.text);
+  EXPECT_EQ(RemoveZerosFromNumber(-std::numeric_limits<double>::max()).size(), 1 + 309 + 2U);
+}
+
+TEST(Numbers, FixedPoint) {
+  EXPECT_EQ(FixedPointToFloat(0x180, 8), 1.5);
+  EXPECT_EQ(FixedPointToFloat(3, 0), 3.0);
+  EXPECT_EQ(FixedPointToFloat(0xFFFFFFFF, 32), 4294967295.0) << "the shift wraps at 32";
+  EXPECT_EQ(FloatToFixedPoint(1.999, 8), 0x1FFU) << "truncated";
+  EXPECT_EQ(FloatToFixedPoint(-1.5, 8), 0xFFFFFE80U);
+  EXPECT_EQ(FloatToFixedPoint(1e300, 8), 0U);
+  EXPECT_EQ(FloatToFixedPoint(kInfinity, 8), 0U);
+}
+
+TEST(Numbers, Ratios) {
+  EXPECT_EQ(PercentRes(50, 100), 50.0);
+  EXPECT_EQ(PercentRes(100, 100), 100.0);
+  EXPECT_EQ(PercentRes(0, 100), 0.0);
+  EXPECT_EQ(PercentRes(100, 0), 0.0);
+  // 83 is what the generator with seed 256 draws first from 0 to 90.
+  EXPECT_DOUBLE_EQ(PercentRes(150, 100), 98.83);
+  EXPECT_DOUBLE_EQ(PercentRes(UINT64_MAX, 1), 98.83);
+
+  EXPECT_EQ(GetRefCount(100, 40), 1000U);
+  EXPECT_EQ(GetRefCount(3000, 0), 20U);
+  EXPECT_EQ(GetRefCount(7, 0), 8571U) << "truncated";
+  EXPECT_EQ(GetRefCount(0, 1), UINT64_MAX);
+  EXPECT_EQ(GetRefCount(-1, 1), 0U);
+}
+
+TEST(Numbers, DoNotDependOnTheLocale) {
+  const char* const comma_locales[] = {"de_DE.UTF-8", "de_DE", "fr_FR.UTF-8", "German_Germany"};
+  bool is_set = false;
+  for (const char* name : comma_locales) is_set = is_set || std::setlocale(LC_ALL, name) != nullptr;
+  if (!is_set) GTEST_SKIP() << "this machine has no locale with a decimal comma";
+  bool ok = false;
+  EXPECT_EQ(String2Float("1.5", ok), 1.5F);
+  EXPECT_EQ(GetDoubleValue("1.5", 0), 1.5);
+  EXPECT_EQ(RemoveZerosFromNumber(1.5), "1.5");
+  std::setlocale(LC_ALL, "C");
+}
+
+}  // namespace
