@@ -4,6 +4,8 @@
 #include <array>
 #include <cstddef>
 
+#include "util/text.h"
+
 namespace {
 
 // How a long name is accepted back as input.
@@ -72,12 +74,8 @@ constexpr auto kAliases = std::to_array<Alias>({
     {"GT-RC6", PM_TEST_IGFX_RC6},
 });
 
-constexpr char Upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
-
 bool Equals(std::string_view a, std::string_view b, bool ignore_case) {
-  if (!ignore_case) return a == b;
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                    [](char x, char y) { return Upper(x) == Upper(y); });
+  return ignore_case ? vexor::EqualsIgnoreCase(a, b) : a == b;
 }
 
 // No two long names differ in case only, so the order of comparison does not show.
@@ -95,12 +93,12 @@ bool SelectsTest(std::string_view argument) {
 
 }  // namespace
 
-VEXOR_PM_TEST_ID GetPMTestID(std::string_view name, bool ignoreCase) {
+VEXOR_PM_TEST_ID GetPMTestID(std::string_view name, bool ignore_case) {
   for (std::size_t id = 0; id < kTests.size(); ++id) {
-    if (Accepts(kTests[id], name, ignoreCase)) return static_cast<VEXOR_PM_TEST_ID>(id);
+    if (Accepts(kTests[id], name, ignore_case)) return static_cast<VEXOR_PM_TEST_ID>(id);
   }
   for (const Alias& alias : kAliases) {
-    if (Equals(name, alias.long_name, ignoreCase)) return alias.id;
+    if (Equals(name, alias.long_name, ignore_case)) return alias.id;
   }
   return PM_TEST_MAX;
 }
@@ -115,9 +113,9 @@ const char* GetPMTestNameByID(int id) {
   return known ? kTests[static_cast<std::size_t>(id)].short_name.data() : "";
 }
 
-VEXOR_PM_TEST_ID ParsePMTestID(std::string_view token, bool ignoreCase) {
+VEXOR_PM_TEST_ID ParsePMTestID(std::string_view token, bool ignore_case) {
   for (std::size_t id = 0; id < kTests.size(); ++id) {
-    if (Equals(token, kTests[id].short_name, ignoreCase)) return static_cast<VEXOR_PM_TEST_ID>(id);
+    if (Equals(token, kTests[id].short_name, ignore_case)) return static_cast<VEXOR_PM_TEST_ID>(id);
   }
   return PM_TEST_MAX;
 }

@@ -52,8 +52,8 @@ enum VEXOR_PM_TEST_ID : std::int32_t {
 
 // Returns the test of a long name, or of one of the older names "GT-DVFS" and "GT-RC6";
 // PM_TEST_MAX for any other text. "dGFX-SAGV" is accepted in any case, the other names only as
-// written unless `ignoreCase` is set. "FANSPEED-CTR" is a display name and is not accepted.
-VEXOR_EXPORT VEXOR_PM_TEST_ID GetPMTestID(std::string_view name, bool ignoreCase);
+// written unless `ignore_case` is set. "FANSPEED-CTR" is a display name and is not accepted.
+VEXOR_EXPORT VEXOR_PM_TEST_ID GetPMTestID(std::string_view name, bool ignore_case);
 
 // Returns the long name, "NA" for PM_TEST_ALL, PM_TEST_MAX and any value that is no test.
 VEXOR_EXPORT std::string GetPMTestName(VEXOR_PM_TEST_ID id);
@@ -62,7 +62,7 @@ VEXOR_EXPORT std::string GetPMTestName(VEXOR_PM_TEST_ID id);
 VEXOR_EXPORT const char* GetPMTestNameByID(int id);
 
 // Returns the test of a short name; PM_TEST_MAX for any other text, and for "max" itself.
-VEXOR_EXPORT VEXOR_PM_TEST_ID ParsePMTestID(std::string_view token, bool ignoreCase);
+VEXOR_EXPORT VEXOR_PM_TEST_ID ParsePMTestID(std::string_view token, bool ignore_case);
 
 // Returns whether one of the `argc` arguments selects a test: it holds a "/" and is, without its
 // slashes, a short name other than "max", in lower case ("/cstate", "/all"). The program's own name

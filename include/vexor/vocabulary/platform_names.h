@@ -1,0 +1,111 @@
+// Names of the processors, products, platform controllers, discrete graphics and firmware tables of
+// the machines that the suite runs on.
+//
+// The names are this suite's own; a name is accepted exactly as it is given out. Any thread may
+// call.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "vexor/export.h"
+
+enum CpuId : std::int32_t {
+  CPU_UNKNOWN = 0,
+  CPU_A1,
+  CPU_A2,
+  CPU_B1,
+  CPU_B2,
+  CPU_C1,
+  CPU_C2,
+};
+
+enum ProductType : std::int32_t {
+  PRODUCT_UNKNOWN = 0,
+  PRODUCT_DESKTOP,
+  PRODUCT_MOBILE,
+  PRODUCT_SERVER,
+  PRODUCT_EMBEDDED,
+};
+
+enum PchLpcType : std::int32_t {
+  PCH_UNKNOWN = 0,
+  PCH_A1,
+  PCH_B1,
+  PCH_C1,
+};
+
+enum DgfxType : std::int32_t {
+  DGFX_UNKNOWN = 0,
+  DGFX_A1,
+  DGFX_B1,
+  DGFX_C1,
+};
+
+// Firmware tables, named by their signatures.
+enum ACPI_TABLE : std::int32_t {
+  ACPI_TABLE_APIC = 0,
+  ACPI_TABLE_BERT,
+  ACPI_TABLE_BGRT,
+  ACPI_TABLE_CPEP,
+  ACPI_TABLE_DBG2,
+  ACPI_TABLE_DMAR,
+  ACPI_TABLE_DSDT,
+  ACPI_TABLE_ECDT,
+  ACPI_TABLE_EINJ,
+  ACPI_TABLE_ERST,
+  ACPI_TABLE_FACP,
+  ACPI_TABLE_FACS,
+  ACPI_TABLE_FPDT,
+  ACPI_TABLE_GTDT,
+  ACPI_TABLE_HEST,
+  ACPI_TABLE_HPET,
+  ACPI_TABLE_LPIT,
+  ACPI_TABLE_MCFG,
+  ACPI_TABLE_MPST,
+  ACPI_TABLE_MSCT,
+  ACPI_TABLE_NFIT,
+  ACPI_TABLE_PCCT,
+  ACPI_TABLE_PMTT,
+  ACPI_TABLE_PPTT,
+  ACPI_TABLE_PSDT,
+  ACPI_TABLE_RASF,
+  ACPI_TABLE_RSDT,
+  ACPI_TABLE_SBST,
+  ACPI_TABLE_SDEI,
+  ACPI_TABLE_SLIT,
+  ACPI_TABLE_SRAT,
+  ACPI_TABLE_SSDT,
+  ACPI_TABLE_TPM2,
+  ACPI_TABLE_UEFI,
+  ACPI_TABLE_WAET,
+  ACPI_TABLE_XSDT,
+  ACPI_TABLE_UNKNOWN,
+};
+
+// Return the name of a value ("CPU-A1"); "Unknown" for the value 0 and empty text for a value that
+// has no name.
+VEXOR_EXPORT const char* GetCpuNameById(int id);
+
+// Return the value of a name, the enumeration's unknown value, 0, for any other text.
+VEXOR_EXPORT CpuId GetCpuIdByName(std::string_view name);
+VEXOR_EXPORT DgfxType ParserDgfxType(std::string_view name);
+
+// Returns the four characters of a table's signature, empty text for a value that has none.
+VEXOR_EXPORT const char* GetAcpiString(int table);
+
+// Returns the table of a signature, ACPI_TABLE_UNKNOWN for any other text.
+VEXOR_EXPORT ACPI_TABLE GetAcpiEnum(std::string_view signature);
+
+namespace vexor {
+
+// As GetCpuNameById.
+VEXOR_EXPORT const char* GetProductTypeName(int type);
+VEXOR_EXPORT const char* GetPchLpcTypeName(int type);
+VEXOR_EXPORT const char* GetDgfxTypeName(int type);
+
+// As GetCpuIdByName.
+VEXOR_EXPORT ProductType ParseProductType(std::string_view name);
+VEXOR_EXPORT PchLpcType ParsePchLpcType(std::string_view name);
+
+}  // namespace vexor
