@@ -1,6 +1,5 @@
 #include "vexor/vocabulary/config_names.h"
 
-#include <algorithm>
 #include <array>
 
 #include "vocabulary/name_table.h"
@@ -103,9 +102,10 @@ constexpr auto kOlderNames = std::to_array<OlderName>({
 
 template <class Id>
 Id ParseOlderName(std::string_view text, Id OlderName::*id, Id otherwise) {
-  const auto* const row = std::find_if(kOlderNames.begin(), kOlderNames.end(),
-                                       [&](const OlderName& older) { return older.name == text; });
-  return row == kOlderNames.end() ? otherwise : row->*id;
+  for (const OlderName& older : kOlderNames) {
+    if (older.name == text) return older.*id;
+  }
+  return otherwise;
 }
 
 }  // namespace
