@@ -1,0 +1,36 @@
+# Fails when the shared library LIBRARY exports symbols of other libraries, which would take part in
+# the symbol look-up of every program that loads it. NM and OBJDUMP are the target's.
+cmake_minimum_required(VERSION 3.25)
+
+if(LIBRARY MATCHES "\\.dll$")
+  set(command ${OBJDUMP} --private-headers ${LIBRARY})
+  set(line "\\[ *[0-9]+\\] ([A-Za-z_][^ ]*)")
+else()
+  set(command ${NM} --dynamic --defined-only ${LIBRARY})
+  set(line "[0-9a-f]+ [A-Za-z] ([^ ]+)")
+endif()
+execute_process(COMMAND ${command} OUTPUT_VARIABLE output COMMAND_ERROR_IS_FATAL ANY)
+string(REPLACE "\n" ";" lines "${output}")
+
+set(own 0)
+set(foreign "")
+foreach(entry IN LISTS lines)
+  if(NOT entry MATCHES "${line}")
+    continue()
+  endif()
+  set(symbol ${CMAKE_MATCH_1})
+  # Functions and data of std, __gnu_cxx and tinyxml2, their virtual tables and type information.
+  if(symbol MATCHES "^_Z(GV|T[ICSTV])?Z?(N[VKRO]*)?(S[abdiost]|9__gnu_cxx|8tinyxml2)")
+    string(APPEND foreign "\n  ${symbol}")
+  elseif(symbol MATCHES "^_Z")
+    math(EXPR own "${own} + 1")
+  endif()
+endforeach()
+
+if(foreign)
+  message(FATAL_ERROR "${LIBRARY} exports symbols that are not its own:${foreign}")
+endif()
+if(own EQUAL 0)
+  message(FATAL_ERROR "${LIBRARY} exports nothing")
+endif()
+message(STATUS "${own} symbols exported")
