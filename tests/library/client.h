@@ -1,4 +1,6 @@
+// A shared library that uses VexorUtils, as a plug-in of the suite's programs would.
 #pragma once
 
-// Calls the library here and there; returns its version text.
+// Has memory and an exception cross the library's border. Returns the library's version text where
+// all is well, and otherwise what is not.
 extern "C" const char* UseVexorUtils();
