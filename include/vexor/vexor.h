@@ -4,6 +4,7 @@
 #include "vexor/export.h"
 #include "vexor/logging/console.h"
 #include "vexor/syntax/error_codes.h"
+#include "vexor/syntax/time.h"
 #include "vexor/util/command_line.h"
 #include "vexor/util/ipv4.h"
 #include "vexor/util/numbers.h"

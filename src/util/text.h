@@ -42,18 +42,24 @@ constexpr bool ContainsIgnoreCase(std::string_view text, std::string_view part) 
          part.empty();
 }
 
-// Returns the text without the bytes of `set` at its two ends.
-constexpr std::string_view TrimAnyOf(std::string_view text, std::string_view set) {
-  const std::size_t first = text.find_first_not_of(set);
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(set) - first + 1);
+// Returns the text without the bytes at its two ends that the predicate holds for. What is left of
+// a text of nothing else is empty and stands at the text's end.
+template <class Predicate>
+constexpr std::string_view TrimIf(std::string_view text, Predicate is_dropped) {
+  while (!text.empty() && is_dropped(text.front())) text.remove_prefix(1);
+  while (!text.empty() && is_dropped(text.back())) text.remove_suffix(1);
+  return text;
 }
 
 // Removes the space character only.
-constexpr std::string_view TrimBlanks(std::string_view text) { return TrimAnyOf(text, " "); }
+constexpr std::string_view TrimBlanks(std::string_view text) {
+  return TrimIf(text, [](char c) { return c == ' '; });
+}
 
 // Removes the white space of XML: blank, tab, CR and LF.
-constexpr std::string_view TrimSpace(std::string_view text) { return TrimAnyOf(text, " \t\r\n"); }
+constexpr std::string_view TrimSpace(std::string_view text) {
+  return TrimIf(text, [](char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; });
+}
 
 // Takes the next item, up to the delimiter, off the front of `rest`; false when nothing is left.
 // An empty item between delimiters is an item, a trailing delimiter gives none: "a,,b," holds "a",

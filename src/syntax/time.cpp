@@ -1,0 +1,356 @@
+#include "vexor/syntax/time.h"
+
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <charconv>
+#include <cmath>
+#include <optional>
+
+#include "syntax/fault_note.h"
+#include "syntax/time_grammar.h"
+#include "util/saturate.h"
+#include "util/text.h"
+#include "vexor/util/numbers.h"
+#include "vexor/util/random.h"
+
+using namespace vexor;
+
+namespace {
+
+constexpr std::string_view kNumberForm = "decimal digits, or 0x and hexadecimal digits";
+
+struct TimeUnit {
+  std::string_view word;
+  std::uint32_t milliseconds;
+};
+
+constexpr TimeUnit kTimeUnits[] = {
+    {"msec", 1},
+    {"sec", 1000},
+    {"min", 60000},
+    {"hour", 3600000},
+};
+
+const TimeUnit* FindUnit(std::string_view word) {
+  const auto* const found = std::ranges::find_if(
+      kTimeUnits, [word](const TimeUnit& unit) { return EqualsIgnoreCase(word, unit.word); });
+  return found == std::end(kTimeUnits) ? nullptr : found;
+}
+
+// For the grammars that know the unit words in lower case only.
+const TimeUnit* FindExactUnit(std::string_view word) {
+  const TimeUnit* const unit = FindUnit(word);
+  return unit != nullptr && unit->word == word ? unit : nullptr;
+}
+
+// Counts of all calls that drew a random time: equal seeds shall not draw alike.
+constinit std::atomic<unsigned> g_drawn_times = 0;
+
+// 0 for a bad number.
+std::uint64_t ReadNumber(std::string_view text, FaultNote& note, std::uint64_t limit = UINT64_MAX) {
+  const std::optional<std::uint64_t> number = ParseUnsigned(text);
+  if (!number) {
+    note.At(text, "not a number", kNumberForm);
+  } else if (*number > limit) {
+    note.At(text, "number too large", "a time that fits 32 bits");
+  }
+  return number.value_or(0);
+}
+
+// Bounds are taken in 32 bits.
+struct Bounds {
+  std::uint32_t min = 0;
+  std::uint32_t max = 0;
+
+  [[nodiscard]] std::uint32_t Middle() const { return (min + max) >> 1U; }
+};
+
+// Reads "number" or "low-high", split at the first dash, without trimming.
+Bounds ReadBounds(std::string_view text, std::uint32_t factor, FaultNote& note) {
+  const std::size_t dash = text.find('-');
+  const auto read = [&](std::string_view bound) {
+    return static_cast<std::uint32_t>(ReadNumber(bound, note, UINT32_MAX / factor));
+  };
+  const std::uint32_t min = read(text.substr(0, dash));
+  if (dash == std::string_view::npos) return {min, min};
+  return {min, read(text.substr(dash + 1))};
+}
+
+struct UnitAndValue {
+  std::string_view unit;
+  std::string_view value;
+};
+
+std::optional<UnitAndValue> SplitUnitAndValue(std::string_view text) {
+  std::string_view unit;
+  std::string_view value;
+  std::string_view surplus;
+  if (!TakeFilledItem(text, ':', unit) || !TakeFilledItem(text, ':', value)) return std::nullopt;
+  if (TakeFilledItem(text, ':', surplus)) return std::nullopt;
+  return UnitAndValue{TrimBlanks(unit), TrimBlanks(value)};
+}
+
+ONTIME_TYPE ReadOnTime(std::string_view text, FaultNote& note) {
+  ONTIME_TYPE time;
+  if (text.empty() || text == "Invalid") return time;
+  time.isSet = true;
+  const auto parts = SplitUnitAndValue(text);
+  if (!parts) {
+    note.AtEnd("not a unit and a value",
+               "unit:value or unit:low-high with usec, msec, sec, min or hour (for example "
+               "msec:80)");
+    return time;
+  }
+  const TimeUnit* const unit = FindUnit(parts->unit);
+  if (unit == nullptr && ContainsIgnoreCase(parts->unit, "usec")) {
+    const Bounds bounds = ReadBounds(parts->value, 1, note);
+    time.avgUs = bounds.Middle();
+    time.minUs = bounds.min;
+    time.maxUs = bounds.max;
+    return time;
+  }
+  if (unit == nullptr && ContainsIgnoreCase(parts->unit, "ticks")) {
+    time.avgUs = time.minUs = time.maxUs = 1;
+    return time;
+  }
+  if (unit == nullptr) note.At(parts->unit, "unknown unit", "usec, msec, sec, min or hour");
+  const std::uint32_t factor = unit != nullptr ? unit->milliseconds : 1;
+  const Bounds bounds = ReadBounds(parts->value, factor, note);
+  time.avgMs = (factor * (bounds.min + bounds.max)) >> 1U;
+  time.minMs = factor * bounds.min;
+  time.maxMs = factor * bounds.max;
+  return time;
+}
+
+struct UnitTime {
+  std::uint32_t factor = 1;
+  std::uint64_t low = 0;
+  std::uint64_t high = 0;
+  bool is_range = false;
+};
+
+std::optional<UnitTime> ReadUnitTime(std::string_view text, FaultNote& note) {
+  const auto parts = SplitUnitAndValue(text);
+  if (!parts) {
+    note.AtEnd("not a unit and a value",
+               "unit:value or unit:low-high with msec, sec, min or hour (for example msec:80)");
+    return std::nullopt;
+  }
+  UnitTime time;
+  if (const TimeUnit* const unit = FindUnit(parts->unit)) {
+    time.factor = unit->milliseconds;
+  } else {
+    note.At(parts->unit, "unknown unit", "msec, sec, min or hour");
+  }
+  const std::uint64_t limit = UINT32_MAX / time.factor;
+  time.is_range = parts->value.find('-') != std::string_view::npos;
+  if (!time.is_range) {
+    time.low = ReadNumber(parts->value, note, limit);
+    return time;
+  }
+  // Unlike the bounds of `ReadOnTime`, these are items: trimmed, empty ones passed over.
+  std::string_view rest = parts->value;
+  for (std::uint64_t* const bound : {&time.low, &time.high}) {
+    std::string_view item;
+    if (TakeFilledItem(rest, '-', item)) {
+      *bound = ReadNumber(TrimBlanks(item), note, limit);
+    } else {
+      note.At(rest, "missing bound", "low-high");
+    }
+  }
+  return time;
+}
+
+std::uint32_t ReadBracketTime(std::string_view text, FaultNote& note) {
+  const std::size_t open = text.find('[');
+  if (open == std::string_view::npos) {
+    note.AtEnd("no unit in brackets", "number[unit] with sec, min or hour (for example 10[sec])");
+    return 0;
+  }
+  const std::string_view rest = text.substr(open + 1);
+  const std::string_view word = rest.substr(0, rest.find(']'));
+  const TimeUnit* const unit = FindExactUnit(word);
+  // Deliberately no "msec": this form has never known it.
+  if (unit == nullptr || unit->word == "msec") {
+    note.At(word, "unknown unit", "sec, min or hour, in lower case");
+    return 0;
+  }
+  const std::uint64_t number =
+      ReadNumber(text.substr(0, open), note, UINT32_MAX / unit->milliseconds);
+  return unit->milliseconds * static_cast<std::uint32_t>(number);
+}
+
+// An execution length as it is written.
+struct ExeLength {
+  std::uint64_t number = 0;
+  std::uint64_t factor = 0;  // milliseconds of the unit; 0 for a number of cycles
+  bool is_per_set = false;
+};
+
+ExeLength ReadExeLength(std::string_view text, FaultNote& note) {
+  std::string_view rest = text;
+  std::string_view first;
+  std::string_view second;
+  TakeFilledItem(rest, ':', first);
+  if (!TakeFilledItem(rest, ':', second)) return {.number = ReadNumber(text, note)};
+  first = TrimBlanks(first);
+  second = TrimBlanks(second);
+  ExeLength length;
+  if (const TimeUnit* const unit = FindUnit(first)) {
+    length.factor = unit->milliseconds;
+    length.number = ReadNumber(second, note);
+  } else {
+    length.is_per_set = ContainsIgnoreCase(text, "PerSet") || ContainsIgnoreCase(text, "#Set");
+    if (!length.is_per_set) note.At(first, "unknown unit", "msec, sec, min, hour, PerSet or #Set");
+    length.number = ParseUnsigned(second).value_or(0);
+    if (length.number == 0) length.number = ReadNumber(first, note);
+  }
+  if (TakeFilledItem(rest, ':', first)) note.At(first, "a third item", "an end");
+  return length;
+}
+
+std::string JoinWithColon(std::string_view a, std::string_view b) {
+  return std::string(a).append(":").append(b);
+}
+
+}  // namespace
+
+namespace vexor {
+
+std::optional<Fault> CheckDuration(std::string_view text) {
+  FaultNote note(text);
+  ReadOnTime(text, note);
+  return note.First();
+}
+
+std::optional<Fault> CheckUnitTime(std::string_view text) {
+  FaultNote note(text);
+  ReadUnitTime(text, note);
+  return note.First();
+}
+
+std::optional<Fault> CheckBracketTime(std::string_view text) {
+  FaultNote note(text);
+  ReadBracketTime(text, note);
+  return note.First();
+}
+
+std::optional<Fault> CheckExeCycles(std::string_view text) {
+  FaultNote note(text);
+  if (!text.empty()) ReadExeLength(text, note);
+  return note.First();
+}
+
+}  // namespace vexor
+
+unsigned int DecodeTimeUnits(std::string_view unit) {
+  const TimeUnit* const found = FindUnit(unit);
+  return found != nullptr ? found->milliseconds : 1;
+}
+
+unsigned int ParseUnitTime(std::string_view text, unsigned int seed, unsigned int default_ms) {
+  FaultNote unused(text);
+  const auto time = ReadUnitTime(text, unused);
+  if (!time) return default_ms;
+  if (!time->is_range) return time->factor * static_cast<std::uint32_t>(time->low);
+  UserRand random(seed + g_drawn_times.fetch_add(1, std::memory_order_relaxed));
+  return time->factor * random.Next32(static_cast<long>(time->low), static_cast<long>(time->high));
+}
+
+unsigned int GetTime(std::string_view text) {
+  FaultNote unused(text);
+  return ReadBracketTime(text, unused);
+}
+
+ONTIME_TYPE ParseOnTimeType(std::string_view text) {
+  FaultNote unused(text);
+  return ReadOnTime(text, unused);
+}
+
+ONTIME_TYPE add_OnTimeStructs(ONTIME_TYPE a, ONTIME_TYPE b) {
+  // Deliberately without the microseconds and the flag.
+  return {.avgMs = a.avgMs + b.avgMs, .minMs = a.minMs + b.minMs, .maxMs = a.maxMs + b.maxMs};
+}
+
+std::string GetUnitTimeString(ONTIME_TYPE time) {
+  struct Step {
+    std::string_view unit;
+    std::uint32_t divisor;
+  };
+  constexpr Step kSteps[] = {{"sec:", 1000}, {"min:", 60}, {"hour:", 60}};
+  std::string_view unit = "msec:";
+  for (const Step& step : kSteps) {
+    if (time.minMs % step.divisor != 0 || time.maxMs % step.divisor != 0) break;
+    unit = step.unit;
+    time.minMs /= step.divisor;
+    time.maxMs /= step.divisor;
+  }
+  std::string text(unit);
+  text += std::to_string(time.minMs);
+  if (time.minMs < time.maxMs) text.append("-").append(std::to_string(time.maxMs));
+  return text;
+}
+
+std::string FormatTime(unsigned int ms) {
+  if (ms < 1000) return std::to_string(ms) + " msec";
+  // 1000 in front of the milliseconds keeps their leading zeros.
+  std::string text = std::to_string(ms / 1000) + std::to_string(1000 + ms % 1000) + " sec";
+  text[text.size() - std::string_view("1000 sec").size()] = '.';
+  return text;
+}
+
+std::string FormatTime(ONTIME_TYPE time) {
+  return FormatTime(time.minMs) + " - " + FormatTime(time.maxMs);
+}
+
+std::string TimeUnitVerifyFormat(std::string_view text, bool unit_first, bool allow_default_unit,
+                                 std::string_view default_unit) {
+  std::string_view first;
+  std::string_view second;
+  std::string_view surplus;
+  if (!TakeFilledItem(text, ':', first)) return {};
+  std::string_view unit = default_unit;
+  std::string_view number = first;
+  if (TakeFilledItem(text, ':', second)) {
+    if (TakeFilledItem(text, ':', surplus)) return {};
+    const bool is_unit_first = FindExactUnit(first) != nullptr;
+    if (!is_unit_first && FindExactUnit(second) == nullptr) return {};
+    unit = is_unit_first ? first : second;
+    number = is_unit_first ? second : first;
+  } else if (!allow_default_unit) {
+    return {};
+  }
+  if (unit.empty() || ParseUnsigned(number).value_or(kNoNumber64) == kNoNumber64) return {};
+  return unit_first ? JoinWithColon(unit, number) : JoinWithColon(number, unit);
+}
+
+_EXECYCLETIME ParseExeCycleTimeType(std::string_view text, unsigned int set_count,
+                                    float cycle_part_a, float cycle_part_b) {
+  _EXECYCLETIME time;
+  if (text.empty()) return time;
+  FaultNote unused(text);
+  const ExeLength length = ReadExeLength(text, unused);
+  float cycle_ms = cycle_part_a + cycle_part_b;
+  if (cycle_ms == 0) cycle_ms = 0.005F;
+
+  time.isCycleCount = length.factor == 0;
+  std::uint64_t ms = 0;
+  if (time.isCycleCount) {
+    time.cycles = length.number * (length.is_per_set ? set_count : 1);
+    if (time.cycles == 0) return time;
+    ms = SaturateToUint64(static_cast<float>(time.cycles) * cycle_ms);  // in single precision
+  } else {
+    if (length.number == 0) return time;
+    ms = length.factor * length.number;
+    const double cycles = std::ceil(static_cast<double>(ms) / static_cast<double>(cycle_ms));
+    time.cycles = std::max<std::uint64_t>(SaturateToUint64(cycles), 1);
+  }
+  time.seconds = std::max<std::uint64_t>(ms / 1000, 1);
+  time.isValid = true;
+  return time;
+}
+
+std::uint64_t GetExitOnFailureCounter(unsigned int percent, std::uint64_t total) {
+  return SaturateToUint64(static_cast<double>(percent * total) / 100.0);
+}
