@@ -1,6 +1,17 @@
 // All public headers of the library.
 #pragma once
 
+#include "vexor/config/config_record.h"
+#include "vexor/config/custom_registers.h"
+#include "vexor/config/element_access.h"
+#include "vexor/config/full_config.h"
+#include "vexor/config/global_config.h"
+#include "vexor/config/legacy.h"
+#include "vexor/config/pm_tests.h"
+#include "vexor/config/reader.h"
+#include "vexor/config/summaries.h"
+#include "vexor/config/test_control.h"
+#include "vexor/config/workloads.h"
 #include "vexor/export.h"
 #include "vexor/logging/console.h"
 #include "vexor/syntax/error_codes.h"

@@ -1,0 +1,86 @@
+// The "GLOBALCONFIGURATION" section, with the file's version: settings of the whole run.
+//
+//   <GLOBALCONFIGURATION>
+//     <SysConfiguration> <CORE> <CONFIG> <ITEM>..</ITEM> ... </SysConfiguration>
+//     <CustomConfiguration> ... </CustomConfiguration>
+//     <SystemSetup> <OverwriteCfg> <CPU>..</CPU> ... <SETTING> <TopoMode>OS</TopoMode> ...
+//   </GLOBALCONFIGURATION>
+//
+// Values are kept as trimmed text. A record may be used by one thread at a time.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "vexor/config/config_record.h"
+#include "vexor/config/custom_registers.h"
+#include "vexor/export.h"
+
+struct _GLOBALCONFIG_XMLCFG : vexor::ConfigRecord {
+  std::string Version;
+  bool VersionMatch = true;  // cleared by reading another version, set by a reading that succeeds
+  std::vector<std::string> CORE_CONFIG;
+  std::vector<std::string> CORE_SETTING;
+  std::vector<std::string> POWER_CONFIG;
+  std::vector<std::string> POWER_SETTING;
+  vexor::NamedValues UNCORE_CONFIG;
+  vexor::NamedValues UNCORE_SETTING;
+  vexor::NamedValues GSTATES;
+  vexor::NamedValues OS;
+  vexor::NamedValues KNOBS;
+  _CUSTOM_XMLCFG CustomConfiguration;
+  std::string CPU;
+  std::string PCH;
+  std::string Power_Base;
+  std::string MCH_Base;
+  std::string GTTM_Address;
+  std::string ISP_MMIO_Base;
+  std::string P2SB_Base;
+  std::string PCIeExt_Address;
+  std::string CrashLog_Base;
+  std::string XRAM_Base;
+  std::string TopoMode;
+  std::string Seeds;
+  std::string Ordered_Interleave_ICE_Flow;
+  std::string Ignore_Error_Code;
+  std::string MailBox_Max_Busy_Check;
+  std::string Host_IP_Config;
+  std::string Log_Path;
+  std::string Log_File_Name;
+  std::string Log_Add_Option;
+  std::string Log_Level;
+  std::string Read_Interval;
+  std::string Spare1;  // never touched by the library
+  std::string Collect_Crashlog_AllResets;
+  std::string Spare2;  // reset only, as the next two
+  std::string Spare3;
+  std::string Spare4;
+  std::string OverwriteCfg;  // the element's children that are neither empty nor "Default", in one
+  std::string SETTING;       // line: "<name>text  " each
+  std::string Flow_Config;
+  std::string Check_Bios_Knobs;
+  std::uint64_t SpareWord = 0;    // never touched by the library
+  std::uint64_t LoopTracker = 0;  // set to 1 by every reading; never reset
+};
+
+// Reads the version and the "GLOBALCONFIGURATION" child of `root`. Sets the record's version text
+// (empty when the file has none) and its loop counter, and clears its version-match flag unless
+// the version equals the library's byte for byte. With `verifyVersion`, a version whose first and
+// fourth pieces differ from the library's (the fourth up to a "_") prints "Invalid XML Version: "
+// and the version, reads nothing more and returns false. False, too, for a null `root`.
+VEXOR_EXPORT bool GetGlobalCfgXML(_GLOBALCONFIG_XMLCFG& cfg, const tinyxml2::XMLElement* root,
+                                  bool verifyVersion);
+
+// Returns the first line of the host-IP file, trimmed of blanks and the carriage return; empty text
+// when the file cannot be opened. The file is C:\temp\Vexor\HostIP.txt on Windows and
+// /etc/vexor/HostIP.txt elsewhere; the environment variable VEXOR_HOST_IP_FILE names another.
+VEXOR_EXPORT std::string ReadHostIpFile();
+
+namespace vexor {
+
+// Gives the record its default texts and lists; the host IP comes from the host-IP file. The
+// version-match flag, the loop counter, the two flattened blocks and the untouched spares stay.
+VEXOR_EXPORT void ResetGlobalConfig(_GLOBALCONFIG_XMLCFG& cfg);
+
+}  // namespace vexor

@@ -1,0 +1,19 @@
+// Short text lines that tell what a configuration will do. The functions only read the record.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "vexor/config/full_config.h"
+#include "vexor/export.h"
+
+// Returns a line per test that runs: "<CSTATES>," and the test's options as its element held them.
+// "Vpu-DVFS" is never listed. Empty when no test runs.
+VEXOR_EXPORT std::vector<std::string> GetXMLPMTestsInfo(const _XML_FULL_CFG& cfg);
+
+// Returns three lines: the tests that run, the trace entries, the workload runner's settings.
+VEXOR_EXPORT std::vector<std::string> GetXMLTestControlInfo(const _XML_FULL_CFG& cfg);
+
+// Returns eighteen lines: the overwritten bases, the setup, the six configuration groups and the
+// ten tables of custom registers. Empty sections keep their line.
+VEXOR_EXPORT std::vector<std::string> GetXMLGlobalConfigInfo(const _XML_FULL_CFG& cfg);

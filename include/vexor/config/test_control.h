@@ -1,0 +1,57 @@
+// The "TEST_CONTROL_CFG" section: which tests run, what is traced, how the workload runner behaves.
+//
+//   <TEST_CONTROL_CFG>
+//     <AutoRunCfg> <CSTATES>true</CSTATES> ... </AutoRunCfg>
+//     <TestTraceCfg> <Name>CSTATES_Core_Con:10</Name> ... </TestTraceCfg>
+//     <WorkloadCfg> <ExeMode>CM</ExeMode> ... </WorkloadCfg>
+//   </TEST_CONTROL_CFG>
+//
+// A record may be used by one thread at a time.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "vexor/config/config_record.h"
+#include "vexor/export.h"
+#include "vexor/vocabulary/pm_tests.h"
+
+struct _WL_CUSTOMERS_XMLCFG : vexor::ConfigRecord {
+  bool Switch1 = false;
+  bool Switch2 = false;
+  std::array<bool, 32> AutoRunCfg{};  // test ids 1 to 32, in order: entry 0 is id 1
+  bool Enable1 = true;
+  bool Enable2 = true;
+  std::vector<std::string> TestTraceCfg;
+  std::string Log_File_Name;
+  std::string ExeMode;
+  std::string MaxWorkloads;
+  std::string Delay;
+  std::string LoopNum;
+};
+
+// Resets the record, then reads the "TEST_CONTROL_CFG" child of `root`. Returns false, leaving the
+// defaults, when there is none or `root` is null. `version` is the file's version text: it decides
+// how trace entries are brought up to date. Throws std::out_of_range ("invalid vector<T>
+// subscript") when there is a "TestTraceCfg" and the version has fewer than four pieces, an entry
+// has fewer than three fields, or its third field is empty.
+VEXOR_EXPORT bool GetTestControlXML(_WL_CUSTOMERS_XMLCFG& control, const tinyxml2::XMLElement* root,
+                                    std::string version);
+
+namespace vexor {
+
+inline constexpr int kFirstAutoRunTest = 1;
+inline constexpr int kLastAutoRunTest = 32;
+
+// Returns whether the test runs by itself; false for an id outside 1 to 32.
+VEXOR_EXPORT bool IsAutoRun(const _WL_CUSTOMERS_XMLCFG& control, VEXOR_PM_TEST_ID test);
+
+// Switches the test's automatic run on or off; does nothing for an id outside 1 to 32.
+VEXOR_EXPORT void SetAutoRun(_WL_CUSTOMERS_XMLCFG& control, VEXOR_PM_TEST_ID test, bool on);
+
+// Gives the record its defaults: no test runs, no trace entries, the runner's default texts.
+VEXOR_EXPORT void ResetTestControl(_WL_CUSTOMERS_XMLCFG& control);
+
+}  // namespace vexor

@@ -1,0 +1,67 @@
+// Walking the children of an XML element. A walk costs time linear in the children, whatever they
+// are; a name is matched by walking on from the row that matched last, because files mostly hold
+// their elements in the order of the tables.
+#pragma once
+
+#include <tinyxml2.h>
+
+#include <cstddef>
+#include <optional>
+#include <string_view>
+
+namespace vexor {
+
+// The children of an element, for a range-based loop.
+class ChildElements {
+ public:
+  explicit ChildElements(const tinyxml2::XMLElement& parent) : first_(parent.FirstChildElement()) {}
+
+  class Iterator {
+   public:
+    explicit Iterator(const tinyxml2::XMLElement* element) : element_(element) {}
+    const tinyxml2::XMLElement& operator*() const { return *element_; }
+    Iterator& operator++() {
+      element_ = element_->NextSiblingElement();
+      return *this;
+    }
+    bool operator!=(const Iterator& other) const { return element_ != other.element_; }
+
+   private:
+    const tinyxml2::XMLElement* element_;
+  };
+
+  [[nodiscard]] Iterator begin() const { return Iterator(first_); }
+  [[nodiscard]] Iterator end() const { return Iterator(nullptr); }
+
+ private:
+  const tinyxml2::XMLElement* first_;
+};
+
+// Returns the element's own text, trimmed of white space: its first child node, when that is text.
+std::optional<std::string_view> TrimmedText(const tinyxml2::XMLElement& element);
+
+// Finds the row of a name, trying the row behind the last match first.
+template <class Rows, class Name>
+class RowFinder {
+ public:
+  RowFinder(const Rows& rows, Name name) : rows_(rows), name_(name) {}
+
+  // Returns the row's index, or the number of rows for a name that is none.
+  std::size_t Find(std::string_view wanted) {
+    const std::size_t count = std::size(rows_);
+    for (std::size_t step = 0, i = next_; step < count; ++step, ++i) {
+      if (i >= count) i = 0;
+      if (rows_[i].*name_ != wanted) continue;
+      next_ = i + 1;
+      return i;
+    }
+    return count;
+  }
+
+ private:
+  const Rows& rows_;
+  Name name_;
+  std::size_t next_ = 0;
+};
+
+}  // namespace vexor

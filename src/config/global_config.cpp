@@ -1,0 +1,126 @@
+#include "vexor/config/global_config.h"
+
+#include <tinyxml2.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <iostream>
+
+#include "config/element_walk.h"
+#include "config/option_reader.h"
+#include "config/tables/custom_register_tables.h"
+#include "config/tables/system_setup.h"
+#include "config/version_rules.h"
+#include "platform/paths.h"
+#include "vexor/config/element_access.h"
+#include "vexor/util/ipv4.h"
+#include "vexor/util/strings.h"
+#include "vexor/util/version.h"
+
+namespace vexor {
+namespace {
+
+using tinyxml2::XMLElement;
+
+const XMLElement* FindChild(const XMLElement* parent, std::string_view name) {
+  if (parent == nullptr) return nullptr;
+  return parent->FirstChildElement(std::string(name).c_str());
+}
+
+void ReadPairs(const XMLElement& element, NamedValues& pairs) {
+  for (const XMLElement& child : ChildElements(element)) {
+    const std::string_view text = TrimmedText(child).value_or("");
+    if (!text.empty()) pairs.emplace_back(child.Name(), text);
+  }
+}
+
+// Every list is taken as complete: it is emptied even when the file does not name it.
+void ReadSystemLists(_GLOBALCONFIG_XMLCFG& cfg, const XMLElement& parent) {
+  for (const SystemListRow& row : kSystemLists) {
+    const XMLElement* const list = FindChild(FindChild(&parent, row.group), row.name);
+    if (row.items != nullptr) {
+      (cfg.*row.items).clear();
+      if (list != nullptr) ReadItems(*list, "ITEM", cfg.*row.items);
+    } else {
+      (cfg.*row.pairs).clear();
+      if (list != nullptr) ReadPairs(*list, cfg.*row.pairs);
+    }
+  }
+}
+
+void ReadCustomTables(_CUSTOM_XMLCFG& cfg, const XMLElement& parent) {
+  for (const CustomTableRow& table : kCustomTables) {
+    const XMLElement* const container = FindChild(&parent, table.container);
+    if (container == nullptr) continue;
+    table.list.clear(cfg);
+    for (const XMLElement& child : ChildElements(*container)) {
+      if (table.item != child.Name()) continue;
+      ConfigRecord& item = table.list.append(cfg);
+      ReadOptions(child, table.options, item, &(item.*table.list.item_text));
+    }
+  }
+}
+
+void ReadSystemSetup(_GLOBALCONFIG_XMLCFG& cfg, const XMLElement& parent) {
+  const XMLElement* const setup = FindChild(&parent, "SystemSetup");
+  if (const XMLElement* const overwrite = FindChild(setup, "OverwriteCfg")) {
+    ReadOptions(*overwrite, kOverwriteOptions, cfg, &cfg.OverwriteCfg, Flatten::kWithoutDefaults);
+  }
+  if (const XMLElement* const setting = FindChild(setup, "SETTING")) {
+    ReadOptions(*setting, kSettingOptions, cfg, &cfg.SETTING, Flatten::kWithoutDefaults);
+  }
+}
+
+}  // namespace
+
+void SettleHostIp(ConfigRecord& record) {
+  auto& cfg = static_cast<_GLOBALCONFIG_XMLCFG&>(record);
+  if (cfg.Host_IP_Config.empty()) cfg.Host_IP_Config = ReadHostIpFile();
+  if (!IsIpv4Address(cfg.Host_IP_Config)) cfg.Host_IP_Config.clear();
+}
+
+void ResetGlobalConfig(_GLOBALCONFIG_XMLCFG& cfg) {
+  cfg.Version = GetVersionText();
+  for (const SystemListRow& row : kSystemLists) {
+    if (row.items != nullptr) (cfg.*row.items).clear();
+    if (row.pairs != nullptr) (cfg.*row.pairs).clear();
+  }
+  for (const CustomTableRow& table : kCustomTables) table.list.clear(cfg.CustomConfiguration);
+  cfg.KNOBS = {{"LTR_IGN_Mask", "0"}, {"Snoop_Latency_Mask", "0"}};
+  ResetOptions(kOverwriteOptions, cfg);
+  ResetOptions(kSettingOptions, cfg);
+  cfg.Host_IP_Config = ReadHostIpFile();
+}
+
+}  // namespace vexor
+
+std::string ReadHostIpFile() {
+  const char* const other = std::getenv("VEXOR_HOST_IP_FILE");
+  std::ifstream file(other == nullptr ? vexor::platform::kHostIpFile : other);
+  std::string line;
+  std::getline(file, line);
+  if (line.ends_with('\r')) line.pop_back();
+  return Trim(line);
+}
+
+bool GetGlobalCfgXML(_GLOBALCONFIG_XMLCFG& cfg, const tinyxml2::XMLElement* root,
+                     bool verifyVersion) {
+  if (root == nullptr) return false;
+  cfg.Version = GetXMLText(root, "Version", "");
+  cfg.LoopTracker = 1;
+  if (cfg.Version != vexor::GetVersionText()) cfg.VersionMatch = false;
+  if (verifyVersion && !vexor::IsCompatibleVersion(cfg.Version)) {
+    std::cout << "Invalid XML Version: " + cfg.Version + "\n";
+    return false;
+  }
+  const auto* const section = root->FirstChildElement("GLOBALCONFIGURATION");
+  if (section == nullptr) return true;
+  if (const auto* const system = section->FirstChildElement("SysConfiguration")) {
+    vexor::ReadSystemLists(cfg, *system);
+  }
+  if (const auto* const custom = section->FirstChildElement("CustomConfiguration")) {
+    vexor::ReadCustomTables(cfg.CustomConfiguration, *custom);
+  }
+  vexor::ReadSystemSetup(cfg, *section);
+  return true;
+}

@@ -1,0 +1,33 @@
+// All power-management tests of the "GLOBALPM" section, in the order in which a file is written.
+#pragma once
+
+#include <span>
+#include <string_view>
+
+#include "config/option_table.h"
+#include "vexor/config/pm_tests.h"
+#include "vexor/vocabulary/pm_tests.h"
+
+namespace vexor {
+
+struct PmTestRow : SectionRow<_GLOBALPM_XMLCFG> {
+  // How the options stand in the test's element.
+  enum class Shape : std::uint8_t {
+    kElements,   // <name>text</name>
+    kArguments,  // <arg name="name" val="text"/>
+  };
+  VEXOR_PM_TEST_ID id = PM_TEST_MAX;
+  Shape shape = Shape::kElements;
+  std::string_view knob_hint;                // what the writer puts into KnobHint first
+  bool ConfigRecord::*from_older = nullptr;  // set by a reading under the older name
+};
+
+inline constexpr std::size_t kPmTestCount = 31;
+
+// Tests of one group stand together.
+std::span<const PmTestRow> PmTests();
+
+// Returns the test's row, null for an id without a section.
+const PmTestRow* FindPmTest(VEXOR_PM_TEST_ID id);
+
+}  // namespace vexor

@@ -1,0 +1,91 @@
+#include "vexor/config/pm_tests.h"
+
+#include <array>
+
+#include "config/element_walk.h"
+#include "config/option_reader.h"
+#include "config/pm_test_table.h"
+#include "config/tables/common_node.h"
+#include "vexor/syntax/time.h"
+
+namespace vexor {
+namespace {
+
+using tinyxml2::XMLElement;
+
+void ReadTest(const XMLElement& element, const PmTestRow& test, bool under_older_name,
+              _GLOBALPM_XMLCFG& pm) {
+  auto& record = static_cast<_PM_TEST_NODE&>(test.record(pm));
+  if (test.shape == PmTestRow::Shape::kArguments) {
+    ReadArguments(element, test.options, record, &record.AllOptions);
+  } else {
+    ReadOptions(element, test.options, record, &record.AllOptions);
+  }
+  if (test.from_older != nullptr)
+    static_cast<ConfigRecord&>(record).*test.from_older = under_older_name;
+}
+
+// Returns the tests that stand together from the front of `tests`.
+std::span<const PmTestRow> FirstGroup(std::span<const PmTestRow> tests) {
+  std::size_t count = 0;
+  while (count < tests.size() && tests[count].group == tests.front().group) ++count;
+  return tests.first(count);
+}
+
+// Reads the tests of one group; the newer of a test's two names wins.
+void ReadGroup(const XMLElement& group, std::span<const PmTestRow> tests, _GLOBALPM_XMLCFG& pm) {
+  struct Elements {
+    const XMLElement* newer = nullptr;
+    const XMLElement* older = nullptr;
+  };
+  std::array<Elements, kPmTestCount> found;
+  for (const XMLElement& child : ChildElements(group)) {
+    const std::string_view name = child.Name();
+    for (std::size_t i = 0; i < tests.size(); ++i) {
+      if (found[i].newer == nullptr && name == tests[i].name) found[i].newer = &child;
+      if (found[i].older == nullptr && name == tests[i].older) found[i].older = &child;
+    }
+  }
+  for (std::size_t i = 0; i < tests.size(); ++i) {
+    if (found[i].newer != nullptr) {
+      ReadTest(*found[i].newer, tests[i], false, pm);
+    } else if (found[i].older != nullptr) {
+      ReadTest(*found[i].older, tests[i], true, pm);
+    }
+  }
+}
+
+}  // namespace
+
+void DeriveSwitchTime(ConfigRecord& record) {
+  auto& test = static_cast<_PM_TEST_NODE&>(record);
+  if (!test.SwitchTime.empty()) return;
+  test.SwitchTime = GetUnitTimeString(
+      add_OnTimeStructs(ParseOnTimeType(test.ActiveTime), ParseOnTimeType(test.InStateTime)));
+}
+
+void ResetGlobalPm(_GLOBALPM_XMLCFG& pm) {
+  for (const PmTestRow& test : PmTests()) {
+    auto& record = static_cast<_PM_TEST_NODE&>(test.record(pm));
+    ResetOptions(common::kAllFields, record);
+    ResetOptions(test.options, record);
+    record.SpareNumber = 0;
+    if (test.from_older != nullptr) static_cast<ConfigRecord&>(record).*test.from_older = false;
+  }
+}
+
+}  // namespace vexor
+
+bool GetGlobalPMXML(_GLOBALPM_XMLCFG& pm, const tinyxml2::XMLElement* root) {
+  const tinyxml2::XMLElement* const section =
+      root == nullptr ? nullptr : root->FirstChildElement("GLOBALPM");
+  if (section == nullptr) return false;
+  for (auto tests = vexor::PmTests(); !tests.empty();) {
+    const auto group = vexor::FirstGroup(tests);
+    tests = tests.subspan(group.size());
+    const std::string name(group.front().group);
+    const tinyxml2::XMLElement* const element = section->FirstChildElement(name.c_str());
+    if (element != nullptr) vexor::ReadGroup(*element, group, pm);
+  }
+  return true;
+}

@@ -1,0 +1,186 @@
+// The graphics, media, imaging and uncore tests that share one record, and the two other tests of
+// the "GT" group.
+#pragma once
+
+#include "config/tables/common_node.h"
+
+namespace vexor {
+
+inline constexpr std::string_view kGraphicsKnobHint = "ExitOnFail;Random;QclkCheck(SAGV only)";
+
+// How the tests of the shared record differ: what their ratios are and what they write.
+struct GraphicsTraits {
+  enum class Ratios : std::uint8_t { kNumbers, kLowHigh, kGears };
+  Ratios ratios = Ratios::kNumbers;
+  bool empty_means_all = true;  // says so in a comment
+  bool package_affinity = false;
+  bool device = false;
+  bool tile = false;
+  bool switch_time = true;
+  bool limit_reasons = false;
+};
+
+inline constexpr std::string_view kEmptyMeansAll = "If Ratios is defined as empty, use all ratios";
+
+constexpr std::string_view RatioComment(GraphicsTraits::Ratios ratios) {
+  switch (ratios) {
+    case GraphicsTraits::Ratios::kLowHigh:
+      return "Valid options for tag Ratios : Low,High";
+    case GraphicsTraits::Ratios::kGears:
+      return "Valid options for tag Ratios : Low,Med,High,Dynamic";
+    default:
+      // "- -": two hyphens in a row would end the comment.
+      return "Valid options for tag Ratios : P0, P1, Pe, Pn, Pn - -, P0++, P0Pn, or digital value "
+             "between 0~254, 0x0~0xFE";
+  }
+}
+
+constexpr OptionOf<_GFX_CFG> RatiosRow(const GraphicsTraits& traits) {
+  OptionOf<_GFX_CFG> row{
+      .name = "Ratios",
+      .text = &_GFX_CFG::Ratios,
+      .syntax = Syntax::kRatios,
+      .about = "Ratios to run; empty for all.",
+      .hint = {.kind = Hint::Kind::kPlain,
+               .texts = {RatioComment(traits.ratios),
+                         traits.empty_means_all ? kEmptyMeansAll : std::string_view{}}}};
+  if (traits.ratios != GraphicsTraits::Ratios::kNumbers) {
+    row.syntax = Syntax::kGearLevels;
+    row.about = "Levels to run; empty for all.";
+  }
+  return row;
+}
+
+constexpr Flow WrittenIf(bool written) { return written ? Flow::kReadWrite : Flow::kReadOnly; }
+
+consteval auto GraphicsOptions(const GraphicsTraits& traits) {
+  return Join(common::Control<_GFX_CFG>(common::kExeCycles.ResetTo("10")),
+              Options<_GFX_CFG>({
+                  common::kModuleAffinity.ReadOnly().For<_GFX_CFG>(),
+                  common::kCoreAffinity.ReadOnly().For<_GFX_CFG>(),
+                  common::kPxMxCxScope.ReadOnly().For<_GFX_CFG>(),
+                  common::kPxMxCxTxScope.For<_GFX_CFG>(),
+                  common::kActiveTime.ResetTo("msec:100").ReadOnly().For<_GFX_CFG>(),
+                  common::kInStateTime.ResetTo("sec:1").ReadOnly().For<_GFX_CFG>(),
+                  RatiosRow(traits),
+                  common::kPkgAffinity.Flowing(WrittenIf(traits.package_affinity)).For<_GFX_CFG>(),
+                  {.name = "Device",
+                   .text = &_GFX_CFG::Device,
+                   .syntax = Syntax::kUnitAffinity,
+                   .reset = "All",
+                   .about = "Graphics devices that run the test.",
+                   .flow = WrittenIf(traits.device)},
+                  {.name = "Tile",
+                   .text = &_GFX_CFG::Tile,
+                   .syntax = Syntax::kUnitAffinity,
+                   .reset = "All",
+                   .about = "Tiles of the device that run the test.",
+                   .flow = WrittenIf(traits.tile)},
+                  common::kDerivedSwitchTime.ResetTo("sec:1")
+                      .Flowing(WrittenIf(traits.switch_time))
+                      .For<_GFX_CFG>(),
+                  {.name = "LimitReasonMask",
+                   .text = &_GFX_CFG::LimitReasonMask,
+                   .syntax = Syntax::kMask,
+                   .reset = "0x0",
+                   .about = "Limit reasons that the test looks at.",
+                   .flow = WrittenIf(traits.limit_reasons)},
+                  {.name = "ExitOnPassRatios",
+                   .text = &_GFX_CFG::ExitOnPassRatios,
+                   .syntax = Syntax::kRatios,
+                   .reset = "ALL",
+                   .about = "Ratios that must pass before the test may end early.",
+                   .flow = WrittenIf(traits.limit_reasons)},
+              }));
+}
+
+// The last options; only the RC6 tests write them.
+consteval auto IdleOptions(Flow flow) {
+  return Options<_GFX_CFG>({
+      {.name = "Rc0Method",
+       .text = &_GFX_CFG::Rc0Method,
+       .reset = "Force",
+       .about = "How the unit is brought back to RC0.",
+       .flow = flow},
+      {.name = "ForceIdleDelay",
+       .text = &_GFX_CFG::ForceIdleDelay,
+       .syntax = Syntax::kDuration,
+       .reset = "usec:0",
+       .about = "Wait before the unit is forced to idle.",
+       .flow = flow},
+  });
+}
+
+consteval auto DvfsOptions(const GraphicsTraits& traits) {
+  return Finish(Join(GraphicsOptions(traits), IdleOptions(Flow::kReadOnly)));
+}
+
+// "RC0Time" and "RC6Time" are the RC6 tests' own names of the active and the in-state time: given
+// ones win, and the file is written with them.
+consteval auto Rc6Options(GraphicsTraits traits) {
+  traits.switch_time = false;
+  return Finish(Join(GraphicsOptions(traits),
+                     Options<_GFX_CFG>({
+                         {.name = "RC0Time",
+                          .text = &_GFX_CFG::ActiveTime,
+                          .syntax = Syntax::kDuration,
+                          .reset = "msec:100",
+                          .about = "Time spent busy between two idles.",
+                          .take = Take::kWhenGiven},
+                         {.name = "RC6Time",
+                          .text = &_GFX_CFG::InStateTime,
+                          .syntax = Syntax::kDuration,
+                          .reset = "sec:1",
+                          .about = "Time to stay in RC6.",
+                          .take = Take::kWhenGiven},
+                     }),
+                     IdleOptions(Flow::kReadWrite)));
+}
+
+inline constexpr auto kIgfxDvfsOptions = DvfsOptions({.limit_reasons = true});
+inline constexpr auto kDgfxDvfsOptions =
+    DvfsOptions({.device = true, .tile = true, .limit_reasons = true});
+inline constexpr auto kDgfxSagvOptions =
+    DvfsOptions({.ratios = GraphicsTraits::Ratios::kLowHigh, .device = true});
+inline constexpr auto kMediaDvfsOptions = DvfsOptions({.limit_reasons = true});
+inline constexpr auto kImagingDvfsOptions = DvfsOptions({});
+inline constexpr auto kGearOptions = DvfsOptions({.ratios = GraphicsTraits::Ratios::kGears});
+inline constexpr auto kUfsOptions = DvfsOptions({.package_affinity = true, .limit_reasons = true});
+
+inline constexpr auto kIgfxRc6Options = Rc6Options({.empty_means_all = false});
+inline constexpr auto kDgfxRc6Options =
+    Rc6Options({.empty_means_all = false, .device = true, .tile = true});
+inline constexpr auto kMediaRc6Options = Rc6Options({});
+
+inline constexpr auto kDgfxResetOptions = Finish(Options<_DGFX_RESET_CFG>({
+    common::kSwitchTime.For<_DGFX_RESET_CFG>(),
+    common::kStartDelayTime.For<_DGFX_RESET_CFG>(),
+    common::kExeCycles.For<_DGFX_RESET_CFG>(),
+    common::KnobsOf("Random").For<_DGFX_RESET_CFG>(),
+    {.name = "ConfigState",
+     .list = &_DGFX_RESET_CFG::ConfigState,
+     .about = "A reset to run; may stand more than once.",
+     .flow = Flow::kWriteOnly},
+}));
+
+inline constexpr auto kFanSpeedOptions = Finish(Options<_FANSPEED_CTR_CFG>({
+    {.name = "Device",
+     .text = &_FANSPEED_CTR_CFG::Device,
+     .syntax = Syntax::kUnitAffinity,
+     .reset = "All",
+     .about = "Graphics devices whose fans are driven."},
+    {.name = "ControlPoint",
+     .text = &_FANSPEED_CTR_CFG::ControlPoint,
+     .about = "Temperature and speed of each control point."},
+    {.name = "NumFanSpeedCtrPoints",
+     .text = &_FANSPEED_CTR_CFG::NumFanSpeedCtrPoints,
+     .syntax = Syntax::kCount,
+     .reset = "1",
+     .about = "Number of control points."},
+    common::kSwitchTime.For<_FANSPEED_CTR_CFG>(),
+    common::kStartDelayTime.For<_FANSPEED_CTR_CFG>(),
+    common::kExeCycles.For<_FANSPEED_CTR_CFG>(),
+    common::kLogLevel.For<_FANSPEED_CTR_CFG>(),
+}));
+
+}  // namespace vexor

@@ -1,0 +1,158 @@
+// The options of "SystemSetup": overwritten bases, and the settings of the run.
+#pragma once
+
+#include "config/option_table.h"
+#include "vexor/config/global_config.h"
+
+namespace vexor {
+
+// Replaces an empty host IP by the host-IP file's, and what is no IPv4 address by empty text.
+void SettleHostIp(ConfigRecord& record);
+
+// "CPU" and "PCH" are read and not written.
+inline constexpr auto kOverwriteOptions = Finish(Options<_GLOBALCONFIG_XMLCFG>({
+    {.name = "CPU",
+     .text = &_GLOBALCONFIG_XMLCFG::CPU,
+     .about = "Processor to assume in place of the detected one.",
+     .flow = Flow::kReadOnly},
+    {.name = "PCH",
+     .text = &_GLOBALCONFIG_XMLCFG::PCH,
+     .about = "Platform controller to assume in place of the detected one.",
+     .flow = Flow::kReadOnly},
+    {.name = "Power_Base",
+     .text = &_GLOBALCONFIG_XMLCFG::Power_Base,
+     .syntax = Syntax::kAddress,
+     .about = "Base address of the power-management block."},
+    {.name = "MCH_Base",
+     .text = &_GLOBALCONFIG_XMLCFG::MCH_Base,
+     .syntax = Syntax::kAddress,
+     .about = "Base address of the memory controller."},
+    {.name = "GTTM_Address",
+     .text = &_GLOBALCONFIG_XMLCFG::GTTM_Address,
+     .syntax = Syntax::kAddress,
+     .about = "Base address of the graphics registers."},
+    {.name = "ISP_MMIO_Base",
+     .text = &_GLOBALCONFIG_XMLCFG::ISP_MMIO_Base,
+     .syntax = Syntax::kAddress,
+     .about = "Base address of the image-processing registers."},
+    {.name = "P2SB_Base",
+     .text = &_GLOBALCONFIG_XMLCFG::P2SB_Base,
+     .syntax = Syntax::kAddress,
+     .about = "Base address of the sideband bridge."},
+    {.name = "PCIeExt_Address",
+     .text = &_GLOBALCONFIG_XMLCFG::PCIeExt_Address,
+     .syntax = Syntax::kAddress,
+     .about = "Base address of the PCIe configuration space."},
+    {.name = "CrashLog_Base",
+     .text = &_GLOBALCONFIG_XMLCFG::CrashLog_Base,
+     .syntax = Syntax::kAddress,
+     .about = "Base address of the crash log."},
+    {.name = "XRAM_Base",
+     .text = &_GLOBALCONFIG_XMLCFG::XRAM_Base,
+     .syntax = Syntax::kAddress,
+     .about = "Base address of the extension memory."},
+}));
+
+inline constexpr auto kSettingOptions = Finish(Options<_GLOBALCONFIG_XMLCFG>({
+    {.name = "Seeds",
+     .text = &_GLOBALCONFIG_XMLCFG::Seeds,
+     .about = "Seeds of the random choices; empty for new ones in each run."},
+    {.name = "TopoMode",
+     .text = &_GLOBALCONFIG_XMLCFG::TopoMode,
+     .reset = "OS",
+     .about = "Where the processor topology is taken from."},
+    {.name = "Ordered_Interleave_ICE_Flow",
+     .text = &_GLOBALCONFIG_XMLCFG::Ordered_Interleave_ICE_Flow,
+     .syntax = Syntax::kBoolean,
+     .reset = "false",
+     .about = "Whether interleaved tests run in a fixed order."},
+    {.name = "Ordered_Flow_Interleave",
+     .text = &_GLOBALCONFIG_XMLCFG::Ordered_Interleave_ICE_Flow,
+     .syntax = Syntax::kBoolean,
+     .reset = "false",
+     .about = "Older name of Ordered_Interleave_ICE_Flow.",
+     .flow = Flow::kReadOnly,
+     .take = Take::kWhenEmpty},
+    {.name = "Ignore_Error_Code",
+     .text = &_GLOBALCONFIG_XMLCFG::Ignore_Error_Code,
+     .about = "Error codes that do not count as failures."},
+    {.name = "MailBox_Max_Busy_Check",
+     .text = &_GLOBALCONFIG_XMLCFG::MailBox_Max_Busy_Check,
+     .syntax = Syntax::kCount,
+     .reset = "1000",
+     .about = "How often a busy mailbox is asked before giving up."},
+    {.name = "Host_IP_Config",
+     .text = &_GLOBALCONFIG_XMLCFG::Host_IP_Config,
+     .syntax = Syntax::kIpv4,
+     .about = "IPv4 address of the host; empty takes the host-IP file's.",
+     .settle = SettleHostIp},
+    {.name = "Log_Path",
+     .text = &_GLOBALCONFIG_XMLCFG::Log_Path,
+     .about = "Folder of the log files; empty for the current one."},
+    {.name = "Log_File_Name",
+     .text = &_GLOBALCONFIG_XMLCFG::Log_File_Name,
+     .reset = "VexorLog.csv",
+     .about = "Name of the log file; empty for one made of the time."},
+    {.name = "Read_Interval",
+     .text = &_GLOBALCONFIG_XMLCFG::Read_Interval,
+     .about = "Time between two readings of the monitored registers."},
+    {.name = "Log_Add_Option",
+     .text = &_GLOBALCONFIG_XMLCFG::Log_Add_Option,
+     .syntax = Syntax::kWord,
+     .reset = "Overwrite",
+     .words = "Overwrite;New;Append",
+     .about = "What happens to a log file that is there already."},
+    {.name = "Log_Level",
+     .text = &_GLOBALCONFIG_XMLCFG::Log_Level,
+     .syntax = Syntax::kLogLevel,
+     .reset = "Information",
+     .about = "Least important level that the log keeps."},
+    {.name = "Flow_Config",
+     .text = &_GLOBALCONFIG_XMLCFG::Flow_Config,
+     .reset = "No Interleave",
+     .about = "How the tests are interleaved."},
+    {.name = "Collect-Crashlog-AllResets",
+     .text = &_GLOBALCONFIG_XMLCFG::Collect_Crashlog_AllResets,
+     .syntax = Syntax::kBoolean,
+     .reset = "false",
+     .about = "Whether crash logs are collected after every reset."},
+    {.name = "Check_Bios_Knobs",
+     .text = &_GLOBALCONFIG_XMLCFG::Check_Bios_Knobs,
+     .syntax = Syntax::kBoolean,
+     .reset = "true",
+     .about = "Whether the firmware's knobs are checked before the tests."},
+    {.name = "Spare2",
+     .text = &_GLOBALCONFIG_XMLCFG::Spare2,
+     .about = "A spare text.",
+     .flow = Flow::kResetOnly},
+    {.name = "Spare3",
+     .text = &_GLOBALCONFIG_XMLCFG::Spare3,
+     .about = "A spare text.",
+     .flow = Flow::kResetOnly},
+    {.name = "Spare4",
+     .text = &_GLOBALCONFIG_XMLCFG::Spare4,
+     .about = "A spare text.",
+     .flow = Flow::kResetOnly},
+}));
+
+// A list under "SysConfiguration": "ITEM" texts, or named values under any element names.
+struct SystemListRow {
+  std::string_view group;
+  std::string_view name;
+  std::vector<std::string> _GLOBALCONFIG_XMLCFG::*items = nullptr;
+  NamedValues _GLOBALCONFIG_XMLCFG::*pairs = nullptr;
+};
+
+inline constexpr SystemListRow kSystemLists[] = {
+    {.group = "CORE", .name = "CONFIG", .items = &_GLOBALCONFIG_XMLCFG::CORE_CONFIG},
+    {.group = "CORE", .name = "SETTING", .items = &_GLOBALCONFIG_XMLCFG::CORE_SETTING},
+    {.group = "POWER", .name = "CONFIG", .items = &_GLOBALCONFIG_XMLCFG::POWER_CONFIG},
+    {.group = "POWER", .name = "SETTING", .items = &_GLOBALCONFIG_XMLCFG::POWER_SETTING},
+    {.group = "UNCORE", .name = "CONFIG", .pairs = &_GLOBALCONFIG_XMLCFG::UNCORE_CONFIG},
+    {.group = "UNCORE", .name = "SETTING", .pairs = &_GLOBALCONFIG_XMLCFG::UNCORE_SETTING},
+    {.group = "SYSTEM", .name = "GSTATES", .pairs = &_GLOBALCONFIG_XMLCFG::GSTATES},
+    {.group = "SYSTEM", .name = "OS", .pairs = &_GLOBALCONFIG_XMLCFG::OS},
+    {.group = "SYSTEM", .name = "KNOBS", .pairs = &_GLOBALCONFIG_XMLCFG::KNOBS},
+};
+
+}  // namespace vexor

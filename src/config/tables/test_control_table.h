@@ -1,0 +1,52 @@
+// The options of "TEST_CONTROL_CFG".
+#pragma once
+
+#include "config/option_table.h"
+#include "vexor/config/test_control.h"
+
+namespace vexor {
+
+// "WorkloadCfg". A missing option keeps its default, unlike everywhere else.
+inline constexpr auto kWorkloadRunnerOptions = []() consteval {
+  auto rows = Options<_WL_CUSTOMERS_XMLCFG>({
+      {.name = "Log_File_Name",
+       .text = &_WL_CUSTOMERS_XMLCFG::Log_File_Name,
+       .reset = "Generated/VexorWorkload.csv",
+       .about = "Log file of the workload runner."},
+      {.name = "ExeMode",
+       .text = &_WL_CUSTOMERS_XMLCFG::ExeMode,
+       .reset = "CM",
+       .about = "How the runner executes the workloads."},
+      {.name = "MaxWorkloads",
+       .text = &_WL_CUSTOMERS_XMLCFG::MaxWorkloads,
+       .reset = "Max",
+       .about = "Most workloads that run at once."},
+      {.name = "Delay",
+       .text = &_WL_CUSTOMERS_XMLCFG::Delay,
+       .reset = "0",
+       .about = "Delay between two workloads."},
+      {.name = "LoopNum",
+       .text = &_WL_CUSTOMERS_XMLCFG::LoopNum,
+       .syntax = Syntax::kCount,
+       .reset = "1",
+       .about = "Number of rounds over the workloads."},
+  });
+  for (auto& row : rows) row.fallback = row.reset;
+  return Finish(rows);
+}
+();
+
+// Element names that older files use in "AutoRunCfg"; they count where the current name is not
+// true.
+struct OlderAutoRunName {
+  VEXOR_PM_TEST_ID test;
+  std::string_view name;
+};
+inline constexpr OlderAutoRunName kOlderAutoRunNames[] = {
+    {PM_TEST_IGFX_DVFS, "GT-DVFS"},
+    {PM_TEST_IGFX_RC6, "GT-RC6"},
+    {PM_TEST_PCIE_LINK, "PCIe-Link-DState"},
+    {PM_TEST_DX_STATES, "PCIe-Link-DState"},
+};
+
+}  // namespace vexor

@@ -1,0 +1,165 @@
+// The stress workloads of the "WORKLOADS" section.
+#pragma once
+
+#include "config/option_table.h"
+#include "vexor/config/workloads.h"
+
+namespace vexor {
+
+namespace workloads {
+
+template <class Record>
+constexpr OptionOf<Record> AutoRun() {
+  return {.name = "AutoRun",
+          .flag = &Record::AutoRun,
+          .syntax = Syntax::kBoolean,
+          .about = "Whether the workload runs."};
+}
+template <class Record>
+constexpr OptionOf<Record> Time(std::string_view name, std::string Record::*home,
+                                std::string_view about) {
+  return {.name = name, .text = home, .syntax = Syntax::kDuration, .about = about};
+}
+template <class Record>
+constexpr OptionOf<Record> StartDelay() {
+  return Time("StartDelayTime", &Record::StartDelayTime, "Delay before the workload starts.");
+}
+template <class Record>
+constexpr OptionOf<Record> Duration() {
+  return Time("Duration", &Record::Duration, "How long the workload runs.");
+}
+template <class Record>
+constexpr OptionOf<Record> IdleTime() {
+  return Time("IdleTime", &Record::IdleTime, "Rest between two rounds of the workload.");
+}
+template <class Record>
+constexpr OptionOf<Record> LogLevel() {
+  return {.name = "Log_Level",
+          .text = &Record::Log_Level,
+          .syntax = Syntax::kLogLevel,
+          .about = "Least important level that the workload's log keeps."};
+}
+template <class Record>
+constexpr OptionOf<Record> Packages() {
+  return {.name = "PkgAffinity",
+          .text = &Record::PkgAffinity,
+          .syntax = Syntax::kPkgAffinity,
+          .about = "Packages that run the workload."};
+}
+template <class Record>
+constexpr OptionOf<Record> Modules() {
+  return {.name = "ModuleAffinity",
+          .text = &Record::ModuleAffinity,
+          .syntax = Syntax::kUnitAffinity,
+          .about = "Modules that run the workload."};
+}
+template <class Record>
+constexpr OptionOf<Record> Cores() {
+  return {.name = "CoreAffinity",
+          .text = &Record::CoreAffinity,
+          .syntax = Syntax::kUnitAffinity,
+          .about = "Cores that run the workload."};
+}
+template <class Record>
+constexpr OptionOf<Record> Number(std::string_view name, std::string Record::*home,
+                                  std::string_view about) {
+  return {.name = name, .text = home, .syntax = Syntax::kCount, .about = about};
+}
+
+inline constexpr auto kCpu = Finish(Options<_CPU_WORKLOAD_CFG>({
+    AutoRun<_CPU_WORKLOAD_CFG>(),
+    Packages<_CPU_WORKLOAD_CFG>(),
+    Modules<_CPU_WORKLOAD_CFG>(),
+    Cores<_CPU_WORKLOAD_CFG>(),
+    StartDelay<_CPU_WORKLOAD_CFG>(),
+    Duration<_CPU_WORKLOAD_CFG>(),
+    LogLevel<_CPU_WORKLOAD_CFG>(),
+}));
+
+inline constexpr auto kMemory = Finish(Options<_MEMORY_WORKLOAD_CFG>({
+    AutoRun<_MEMORY_WORKLOAD_CFG>(),
+    {.name = "Algorithm",
+     .text = &_MEMORY_WORKLOAD_CFG::Algorithm,
+     .about = "Access pattern of the workload."},
+    Packages<_MEMORY_WORKLOAD_CFG>(),
+    Modules<_MEMORY_WORKLOAD_CFG>(),
+    Cores<_MEMORY_WORKLOAD_CFG>(),
+    Duration<_MEMORY_WORKLOAD_CFG>(),
+    IdleTime<_MEMORY_WORKLOAD_CFG>(),
+    StartDelay<_MEMORY_WORKLOAD_CFG>(),
+    Number("DataSizeInDW", &_MEMORY_WORKLOAD_CFG::DataSizeInDW,
+           "Size of the data, in 32-bit words."),
+    Number("Producers", &_MEMORY_WORKLOAD_CFG::Producers, "Number of writing threads."),
+    Number("Consumers", &_MEMORY_WORKLOAD_CFG::Consumers, "Number of reading threads."),
+    LogLevel<_MEMORY_WORKLOAD_CFG>(),
+}));
+
+inline constexpr auto kCopyCompare = Finish(Options<_COPY_COMPARE_CFG>({
+    Duration<_COPY_COMPARE_CFG>(),
+    IdleTime<_COPY_COMPARE_CFG>(),
+    StartDelay<_COPY_COMPARE_CFG>(),
+    {.name = "Source", .text = &_COPY_COMPARE_CFG::Source, .about = "Folder to copy from."},
+    {.name = "CopyTo", .text = &_COPY_COMPARE_CFG::CopyTo, .about = "Folder to copy to."},
+    Number("Cycle", &_COPY_COMPARE_CFG::Cycle, "Number of copies."),
+    Number("DataSizeMB", &_COPY_COMPARE_CFG::DataSizeMB, "Size of the data, in megabytes."),
+    Number("Thread", &_COPY_COMPARE_CFG::Thread, "Number of threads."),
+    LogLevel<_COPY_COMPARE_CFG>(),
+}));
+
+inline constexpr auto kGraphics = Finish(Options<_GFX_WORKLOAD_CFG>({
+    AutoRun<_GFX_WORKLOAD_CFG>(),
+    IdleTime<_GFX_WORKLOAD_CFG>(),
+    StartDelay<_GFX_WORKLOAD_CFG>(),
+    Duration<_GFX_WORKLOAD_CFG>(),
+    LogLevel<_GFX_WORKLOAD_CFG>(),
+}));
+
+}  // namespace workloads
+
+struct WorkloadRow : SectionRow<_WORKLOADS_XMLCFG> {
+  // Graphics workloads: where the workload's name goes. They are named, and no longer run, once
+  // their group is there, whether or not their own element is.
+  std::string ConfigRecord::*name_home = nullptr;
+};
+
+template <auto kRecord>
+constexpr WorkloadRow Workload(std::string_view group, std::string_view name,
+                               std::span<const OptionRow> options,
+                               std::string ConfigRecord::*name_home = nullptr) {
+  return {{.group = group,
+           .name = name,
+           .older = {},
+           .options = options,
+           .record = RecordAt<kRecord>,
+           .look = LookAt<kRecord>},
+          name_home};
+}
+
+inline constexpr auto kGraphicsName =
+    static_cast<std::string ConfigRecord::*>(&_GFX_WORKLOAD_CFG::Name);
+
+// An empty group: directly under "WORKLOADS".
+inline constexpr WorkloadRow kWorkloads[] = {
+    Workload<&_WORKLOADS_XMLCFG::SSE2>("IAPowerStress", "SSE2", workloads::kCpu),
+    Workload<&_WORKLOADS_XMLCFG::AVX128>("IAPowerStress", "AVX128", workloads::kCpu),
+    Workload<&_WORKLOADS_XMLCFG::AVX128Lite>("IAPowerStress", "AVX128Lite", workloads::kCpu),
+    Workload<&_WORKLOADS_XMLCFG::AVX256>("IAPowerStress", "AVX256", workloads::kCpu),
+    Workload<&_WORKLOADS_XMLCFG::AVX256Lite>("IAPowerStress", "AVX256Lite", workloads::kCpu),
+    Workload<&_WORKLOADS_XMLCFG::AVX512>("IAPowerStress", "AVX512", workloads::kCpu),
+    Workload<&_WORKLOADS_XMLCFG::AVX512Lite>("IAPowerStress", "AVX512Lite", workloads::kCpu),
+    Workload<&_WORKLOADS_XMLCFG::DGEMM>("IAPowerStress", "DGEMM", workloads::kCpu),
+    Workload<&_WORKLOADS_XMLCFG::AVX512_VNNI>("IAPowerStress", "AVX512-VNNI", workloads::kCpu),
+    Workload<&_WORKLOADS_XMLCFG::L1>("MemoryStress", "L1", workloads::kMemory),
+    Workload<&_WORKLOADS_XMLCFG::L2>("MemoryStress", "L2", workloads::kMemory),
+    Workload<&_WORKLOADS_XMLCFG::L3>("MemoryStress", "L3", workloads::kMemory),
+    Workload<&_WORKLOADS_XMLCFG::DRAM>("MemoryStress", "DRAM", workloads::kMemory),
+    Workload<&_WORKLOADS_XMLCFG::ProCon>("MemoryStress", "ProCon", workloads::kMemory),
+    Workload<&_WORKLOADS_XMLCFG::Splits>("MemoryStress", "Splits", workloads::kMemory),
+    Workload<&_WORKLOADS_XMLCFG::CopyCompare>("", "CopyCompare", workloads::kCopyCompare),
+    Workload<&_WORKLOADS_XMLCFG::BouncingBall>("GtStress", "BouncingBall", workloads::kGraphics,
+                                               kGraphicsName),
+    Workload<&_WORKLOADS_XMLCFG::Media3DPTV>("GtStress", "Media3DPTV", workloads::kGraphics,
+                                             kGraphicsName),
+};
+
+}  // namespace vexor

@@ -1,0 +1,216 @@
+#include "vexor/config/global_config.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+#include "config/config_files.h"
+
+namespace {
+
+using Texts = std::vector<std::string>;
+using vexor::NamedValues;
+
+_XML_FULL_CFG ReadGlobal(const std::string& content) {
+  return ReadDocument(Document(Wrapped("GLOBALCONFIGURATION", content)));
+}
+
+void NameHostIpFile(const std::string& path) {
+  static std::string variable;  // the environment keeps the pointer
+  variable = "VEXOR_HOST_IP_FILE=" + path;
+  putenv(variable.data());
+}
+
+const NamedValues kDefaultKnobs = {{"LTR_IGN_Mask", "0"}, {"Snoop_Latency_Mask", "0"}};
+
+TEST(GlobalConfig, ResetGivesTheDefaults) {
+  NameHostIpFile("no such file");
+  _XML_FULL_CFG cfg = ReadGlobal(
+      "<SysConfiguration><CORE><CONFIG><ITEM>a</ITEM></CONFIG></CORE></SysConfiguration>"
+      "<CustomConfiguration><MSR_CFG><MSR/></MSR_CFG><MailBoxCfg><MailBox/></MailBoxCfg>"
+      "</CustomConfiguration><SystemSetup><OverwriteCfg><CPU>c</CPU></OverwriteCfg><SETTING>"
+      "<Seeds>s</Seeds></SETTING></SystemSetup>");
+  cfg.GlobalConfig.Spare1 = cfg.GlobalConfig.Spare2 = cfg.GlobalConfig.Spare4 = "s";
+  cfg.GlobalConfig.LoopTracker = 9;
+  cfg.GlobalConfig.VersionMatch = false;
+  cfg.SelectionIndex = 4;
+  cfg.SelectionText = "x";
+  for (int round = 0; round < 2; ++round) {
+    ResetVexorXmlConfiguration(cfg);
+    const _GLOBALCONFIG_XMLCFG& g = cfg.GlobalConfig;
+    EXPECT_EQ(g.Version, "3.21.522.0");
+    EXPECT_TRUE(g.CORE_CONFIG.empty() && g.CustomConfiguration.MSR_CFG.empty() &&
+                g.CustomConfiguration.MailBoxCfg.empty());
+    EXPECT_EQ(g.KNOBS, kDefaultKnobs);
+    EXPECT_EQ(Texts({g.TopoMode, g.Ordered_Interleave_ICE_Flow, g.MailBox_Max_Busy_Check,
+                     g.Log_File_Name, g.Log_Add_Option, g.Log_Level, g.Collect_Crashlog_AllResets,
+                     g.Flow_Config, g.Check_Bios_Knobs}),
+              Texts({"OS", "false", "1000", "VexorLog.csv", "Overwrite", "Information", "false",
+                     "No Interleave", "true"}));
+    EXPECT_EQ(g.CPU + g.Seeds + g.Ignore_Error_Code + g.Host_IP_Config + g.Log_Path +
+                  g.Read_Interval + g.Spare2 + g.Spare3 + g.Spare4,
+              "");
+    EXPECT_EQ(g.Spare1, "s");
+    EXPECT_EQ(g.OverwriteCfg + g.SETTING, "<CPU>c  <Seeds>s  ");
+    EXPECT_EQ(g.LoopTracker, 9u);
+    EXPECT_FALSE(g.VersionMatch);
+    EXPECT_EQ(cfg.SelectionIndex, -1);
+    EXPECT_EQ(cfg.SelectionText, "");
+  }
+}
+
+TEST(GlobalConfig, TakesSystemListsAsComplete) {
+  const auto lists =
+      ReadGlobal(
+          "<SysConfiguration>"
+          "<CORE><CONFIG><ITEM> a </ITEM><ITEM/><X>b</X><ITEM>c</ITEM></CONFIG>"
+          "<SETTING><ITEM>d</ITEM></SETTING><SETTING><ITEM>second</ITEM></SETTING></CORE>"
+          "<POWER><CONFIG><ITEM>e</ITEM></CONFIG><SETTING><ITEM>f</ITEM></SETTING></POWER>"
+          "<UNCORE><CONFIG><A>1</A><B/></CONFIG><SETTING><C>2</C></SETTING></UNCORE>"
+          "<SYSTEM><GSTATES><G>3</G></GSTATES><OS><O>4</O></OS><KNOBS><K>5</K><K> 6 </K></KNOBS>"
+          "</SYSTEM></SysConfiguration>")
+          .GlobalConfig;
+  EXPECT_EQ(lists.CORE_CONFIG, Texts({"a", "c"}));
+  EXPECT_EQ(lists.CORE_SETTING, Texts({"d"}));
+  EXPECT_EQ(lists.POWER_CONFIG, Texts({"e"}));
+  EXPECT_EQ(lists.POWER_SETTING, Texts({"f"}));
+  EXPECT_EQ(lists.UNCORE_CONFIG, NamedValues({{"A", "1"}}));
+  EXPECT_EQ(lists.UNCORE_SETTING, NamedValues({{"C", "2"}}));
+  EXPECT_EQ(lists.GSTATES, NamedValues({{"G", "3"}}));
+  EXPECT_EQ(lists.OS, NamedValues({{"O", "4"}}));
+  EXPECT_EQ(lists.KNOBS, NamedValues({{"K", "5"}, {"K", "6"}}));
+
+  EXPECT_EQ(ReadGlobal("").GlobalConfig.KNOBS, kDefaultKnobs);
+  EXPECT_EQ(ReadGlobal("<SysConfiguration><CORE/></SysConfiguration>").GlobalConfig.KNOBS,
+            NamedValues());
+}
+
+TEST(GlobalConfig, ReadsEverySettingOfAPresentElement) {
+  NameHostIpFile("no such file");
+  const auto g =
+      ReadGlobal(
+          "<SystemSetup><OverwriteCfg><CPU>X</CPU><PCH>Default</PCH><XRAM_Base/></OverwriteCfg>"
+          "<SETTING><TopoMode> t </TopoMode><Collect-Crashlog-AllResets>true"
+          "</Collect-Crashlog-AllResets><Odd> o </Odd></SETTING></SystemSetup>")
+          .GlobalConfig;
+  EXPECT_EQ(Texts({g.CPU, g.PCH, g.XRAM_Base}), Texts({"X", "Default", ""}));
+  EXPECT_EQ(Texts({g.TopoMode, g.Collect_Crashlog_AllResets, g.Log_File_Name, g.Log_Level}),
+            Texts({"t", "true", "", ""}));
+  EXPECT_EQ(g.OverwriteCfg, "<CPU>X  ");
+  EXPECT_EQ(g.SETTING, "<TopoMode>t  <Collect-Crashlog-AllResets>true  <Odd>o  ");
+  const auto untouched = ReadGlobal("<SystemSetup><OverwriteCfg/></SystemSetup>").GlobalConfig;
+  EXPECT_EQ(untouched.TopoMode, "OS");
+}
+
+TEST(GlobalConfig, TriesTheOlderNameOfTheFlowSwitch) {
+  struct Case {
+    const char* setting;
+    const char* expected;
+  };
+  const Case cases[] = {
+      {"<Ordered_Flow_Interleave>true</Ordered_Flow_Interleave>", "true"},
+      {"<Ordered_Flow_Interleave>a</Ordered_Flow_Interleave>"
+       "<Ordered_Interleave_ICE_Flow>b</Ordered_Interleave_ICE_Flow>",
+       "b"},
+      {"<Ordered_Interleave_ICE_Flow/><Ordered_Flow_Interleave>a</Ordered_Flow_Interleave>", "a"},
+      {"", ""},
+  };
+  for (const Case& c : cases) {
+    const std::string setting = Wrapped("SystemSetup", Wrapped("SETTING", c.setting));
+    EXPECT_EQ(ReadGlobal(setting).GlobalConfig.Ordered_Interleave_ICE_Flow, c.expected)
+        << c.setting;
+  }
+}
+
+TEST(GlobalConfig, SettlesTheHostIp) {
+  struct Case {
+    const char* element;
+    const char* file;  // null for none
+    const char* expected;
+  };
+  const Case cases[] = {
+      {"10.0.0.1", "1.2.3.4", "10.0.0.1"},
+      {"", " 1.2.3.4 \r\nmore", "1.2.3.4"},
+      {"", nullptr, ""},
+      {"", "localhost", ""},
+      {"localhost", "1.2.3.4", ""},
+      {"10.0.0", "1.2.3.4", ""},
+      {"99999999999999999999.0.0.1", nullptr, ""},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.element);
+    const TempFile file(c.file == nullptr ? "" : c.file, "HostIP.txt");
+    NameHostIpFile(c.file == nullptr ? file.path() + ".none" : file.path());
+    const std::string content = Wrapped("SETTING", Wrapped("Host_IP_Config", c.element));
+    EXPECT_EQ(ReadGlobal(Wrapped("SystemSetup", content)).GlobalConfig.Host_IP_Config, c.expected);
+  }
+  const TempFile file("5.6.7.8\n", "HostIP.txt");
+  NameHostIpFile(file.path());
+  _XML_FULL_CFG cfg;
+  ResetVexorXmlConfiguration(cfg);
+  EXPECT_EQ(cfg.GlobalConfig.Host_IP_Config, "5.6.7.8");
+}
+
+TEST(CustomRegisters, ReadsTheItemsOfEachContainer) {
+  const auto item = [](const std::string& container, const std::string& item_name,
+                       const std::string& fields) {
+    return Wrapped(container, Wrapped(item_name, fields));
+  };
+  const _CUSTOM_XMLCFG c =
+      ReadGlobal(
+          Wrapped(
+              "CustomConfiguration",
+              "<MSR_CFG><CORE>stranger</CORE><MSR><Address>0x1A0</Address><AndMask>a</"
+              "AndMask><OrMask>o"
+              "</OrMask><Pkg>p</Pkg><Module>m</Module><CORE> c "
+              "</CORE></MSR><MSR><Address>2</Address>"
+              "<Pkg/></MSR></MSR_CFG>" +
+                  item("PMC-MMIO", "MMIO", "<Offset>pmc</Offset>") +
+                  item("GT-MMIO", "MMIO", "<Offset>gt</Offset>") +
+                  item("P2SB-MMIO", "MMIO", "<Port>p</Port><Address>a</Address>") +
+                  item("ISP-MMIO", "MMIO", "<Offset>isp</Offset>") +
+                  item("MMIO", "MMIO", "<Offset>o</Offset><AndMask>a</AndMask><OrMask>r</OrMask>") +
+                  item("PCIE_CFG", "PCIE",
+                       "<Segment>s</Segment><Bus>b</Bus><Device>d</Device><Function>f</Function>"
+                       "<Offset>o</Offset>") +
+                  item("CRBCFG", "CRB", "<Type>t</Type><CORE>c</CORE>") +
+                  item("IOSFCFG", "IOSF", "<Port>p</Port><Register>r</Register>") +
+                  item("MailBoxCfg", "MailBox",
+                       "<Command>c</Command><Sub-Command>s</Sub-Command><Value>v</Value>"
+                       "<ReadWriteType>w</ReadWriteType><Type>t</Type><Offset>o</Offset>")))
+          .GlobalConfig.CustomConfiguration;
+  ASSERT_EQ(c.MSR_CFG.size(), 2u);
+  const _MSR_ITEM& msr = c.MSR_CFG[0];
+  EXPECT_EQ(Texts({msr.Address, msr.AndMask, msr.OrMask, msr.Pkg, msr.Module, msr.CORE, msr.Spare}),
+            Texts({"0x1A0", "a", "o", "p", "m", "c", ""}));
+  EXPECT_EQ(c.MSR_CFG[1].Pkg, "");
+  EXPECT_EQ(c.MSR_CFG[1].ItemText, "<Address>2  <Pkg/>  ");
+  EXPECT_EQ(Texts({c.PMC_MMIO.at(0).Offset, c.GT_MMIO.at(0).Offset, c.P2SB_MMIO.at(0).Port,
+                   c.P2SB_MMIO[0].Address, c.ISP_MMIO.at(0).Offset}),
+            Texts({"pmc", "gt", "p", "a", "isp"}));
+  EXPECT_EQ(Texts({c.MMIO.at(0).Offset, c.MMIO[0].AndMask, c.MMIO[0].OrMask}),
+            Texts({"o", "a", "r"}));
+  const _PCIE_ITEM& pcie = c.PCIE_CFG.at(0);
+  EXPECT_EQ(Texts({pcie.Segment, pcie.Bus, pcie.Device, pcie.Function, pcie.Offset}),
+            Texts({"s", "b", "d", "f", "o"}));
+  EXPECT_EQ(
+      Texts({c.CRBCFG.at(0).Type, c.CRBCFG[0].CORE, c.IOSFCFG.at(0).Port, c.IOSFCFG[0].Register}),
+      Texts({"t", "c", "p", "r"}));
+  const _MAILBOX_ITEM& mail = c.MailBoxCfg.at(0);
+  EXPECT_EQ(Texts({mail.Command, mail.Sub_Command, mail.Value, mail.Type, mail.ReadWriteType,
+                   mail.Offset}),
+            Texts({"c", "s", "v", "t", "w", "o"}));
+}
+
+TEST(CustomRegisters, AContainerReplacesItsListAndAnAbsentOneKeepsIt) {
+  _XML_FULL_CFG cfg;
+  cfg.GlobalConfig.CustomConfiguration.MSR_CFG.resize(3);
+  cfg.GlobalConfig.CustomConfiguration.MMIO.resize(3);
+  EXPECT_TRUE(ReadInto(cfg, Document("<GLOBALCONFIGURATION><CustomConfiguration><MSR_CFG/>"
+                                     "</CustomConfiguration></GLOBALCONFIGURATION>"))
+                  .read);
+  EXPECT_TRUE(cfg.GlobalConfig.CustomConfiguration.MSR_CFG.empty());
+  EXPECT_EQ(cfg.GlobalConfig.CustomConfiguration.MMIO.size(), 3u);
+}
+
+}  // namespace
