@@ -1,0 +1,162 @@
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/time.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <climits>
+#include <cstdlib>
+#include <filesystem>
+
+#include "platform/platform.h"
+
+namespace vexor {
+
+namespace {
+
+std::error_code LastError() { return {errno, std::system_category()}; }
+
+int Descriptor(FileHandle handle) { return static_cast<int>(handle); }
+
+// Special files have nothing to synchronise and say so.
+std::error_code FlushError() { return errno == EINVAL ? std::error_code() : LastError(); }
+
+std::error_code OpenFile(const std::string& path, OpenMode mode, FileHandle& handle) {
+  constexpr mode_t kPermissions = 0666;
+  const int truncate = mode == OpenMode::kTruncate ? O_TRUNC : 0;
+  const int flags = O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NOCTTY | truncate;
+  int descriptor = -1;
+  do {
+    descriptor = open(path.c_str(), flags, kPermissions);
+  } while (descriptor < 0 && errno == EINTR);
+  if (descriptor < 0) return LastError();
+  handle = descriptor;
+  return {};
+}
+
+std::error_code WriteFile(FileHandle handle, std::string_view bytes, std::size_t& written) {
+  ssize_t count = -1;
+  do {
+    count = write(Descriptor(handle), bytes.data(), bytes.size());
+  } while (count < 0 && errno == EINTR);
+  if (count < 0) return LastError();
+  written = static_cast<std::size_t>(count);
+  return {};
+}
+
+std::error_code FlushFile(FileHandle handle) {
+  int result = -1;
+  do {
+    result = fdatasync(Descriptor(handle));
+  } while (result < 0 && errno == EINTR);
+  return result < 0 ? FlushError() : std::error_code();
+}
+
+std::error_code ReadStatus(FileHandle handle, FileStatus& status) {
+  struct stat found = {};
+  if (fstat(Descriptor(handle), &found) < 0) return LastError();
+  status.size = static_cast<std::uint64_t>(found.st_size);
+  status.removed = found.st_nlink == 0;
+  return {};
+}
+
+std::error_code CutFile(FileHandle handle, std::uint64_t size) {
+  return ftruncate(Descriptor(handle), static_cast<off_t>(size)) < 0 ? LastError()
+                                                                     : std::error_code();
+}
+
+void CloseFile(FileHandle handle) { close(Descriptor(handle)); }
+
+std::error_code SyncName(const std::string& path) {
+  const std::size_t separator = path.find_last_of('/');
+  const std::string folder = separator == std::string::npos ? "." : path.substr(0, separator + 1);
+  const int descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (descriptor < 0) return LastError();
+  const std::error_code error = fsync(descriptor) < 0 ? FlushError() : std::error_code();
+  close(descriptor);
+  return error;
+}
+
+std::error_code RenameFile(const std::string& from, const std::string& to) {
+  return rename(from.c_str(), to.c_str()) < 0 ? LastError() : std::error_code();
+}
+
+void RemoveFile(const std::string& path) { unlink(path.c_str()); }
+
+}  // namespace
+
+constinit const FileCalls kSystemFileCalls = {
+    .open = OpenFile,
+    .write = WriteFile,
+    .flush = FlushFile,
+    .read_status = ReadStatus,
+    .cut = CutFile,
+    .close = CloseFile,
+    .sync_name = SyncName,
+    .rename = RenameFile,
+    .remove = RemoveFile,
+};
+
+constinit const std::string_view kLineEnd = "\n";
+
+LocalTime ReadLocalTime() {
+  timespec now = {};
+  clock_gettime(CLOCK_REALTIME, &now);
+  LocalTime time;
+  localtime_r(&now.tv_sec, &time.calendar);
+  time.millisecond = static_cast<int>(now.tv_nsec / 1'000'000);
+  return time;
+}
+
+std::uint64_t ReadPerformanceCounter() {
+  timespec now = {};
+  clock_gettime(CLOCK_MONOTONIC, &now);
+  return static_cast<std::uint64_t>(now.tv_sec) * 1'000'000'000U +
+         static_cast<std::uint64_t>(now.tv_nsec);
+}
+
+bool HasFileStatus(const std::string& path) {
+  struct stat found = {};
+  return stat(path.c_str(), &found) == 0;
+}
+
+std::string MakeAbsolute(const std::string& path) {
+  std::error_code error;
+  const std::filesystem::path absolute = std::filesystem::absolute(path, error);
+  return error ? path : absolute.string();
+}
+
+std::vector<std::string> ListFiles(const std::string& folder) {
+  std::vector<std::string> names;
+  std::error_code error;
+  std::filesystem::directory_iterator entry(folder, error);
+  for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
+    std::error_code unknown;
+    if (entry->is_regular_file(unknown)) names.push_back(entry->path().filename().string());
+  }
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+ReplaceTarget ResolveReplaceTarget(const std::string& path) {
+  ReplaceTarget target = {.path = path, .in_place = false, .refused = {}};
+  struct stat found = {};
+  if (stat(path.c_str(), &found) != 0) return target;
+  target.in_place = !S_ISREG(found.st_mode);
+  if (access(path.c_str(), W_OK) != 0) target.refused = LastError();
+  if (char* resolved = realpath(path.c_str(), nullptr)) {
+    target.path = resolved;
+    std::free(resolved);
+  }
+  return target;
+}
+
+void CopyPermissions(const std::string& from, const std::string& to) {
+  struct stat found = {};
+  if (stat(from.c_str(), &found) == 0) chmod(to.c_str(), found.st_mode & ALLPERMS);
+}
+
+std::uint64_t ReadProcessId() { return static_cast<std::uint64_t>(getpid()); }
+
+}  // namespace vexor

@@ -1,0 +1,169 @@
+#define WIN32_LEAN_AND_MEAN
+#define NOMINMAX
+#include <windows.h>
+// <windows.h> comes first: the others need its types.
+#include <sys/stat.h>
+#include <sys/types.h>
+
+#include <algorithm>
+#include <limits>
+
+#include "platform/platform.h"
+
+namespace vexor {
+
+namespace {
+
+constexpr DWORD kSharing = FILE_SHARE_READ | FILE_SHARE_WRITE;
+
+std::error_code LastError() { return {static_cast<int>(GetLastError()), std::system_category()}; }
+
+std::error_code ErrorUnless(BOOL succeeded) {
+  return succeeded != 0 ? std::error_code() : LastError();
+}
+
+HANDLE Native(FileHandle handle) {
+  return reinterpret_cast<HANDLE>(handle);  // NOLINT(performance-no-int-to-ptr)
+}
+
+// Append access alone makes every write go to the file's end, whoever else writes; it is enough to
+// flush the handle, too.
+std::error_code OpenFile(const std::string& path, OpenMode mode, FileHandle& handle) {
+  const HANDLE opened = CreateFileA(
+      path.c_str(), FILE_APPEND_DATA | FILE_READ_ATTRIBUTES | SYNCHRONIZE, kSharing, nullptr,
+      mode == OpenMode::kTruncate ? CREATE_ALWAYS : OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+  if (opened == INVALID_HANDLE_VALUE) return LastError();
+  handle = reinterpret_cast<FileHandle>(opened);
+  return {};
+}
+
+std::error_code AppendFile(FileHandle handle, std::string_view bytes, std::size_t& written) {
+  const std::size_t most = std::numeric_limits<DWORD>::max();
+  DWORD count = 0;
+  const BOOL succeeded =
+      ::WriteFile(Native(handle), bytes.data(), static_cast<DWORD>(std::min(bytes.size(), most)),
+                  &count, nullptr);
+  written = count;
+  return ErrorUnless(succeeded);
+}
+
+std::error_code FlushFile(FileHandle handle) {
+  return ErrorUnless(FlushFileBuffers(Native(handle)));
+}
+
+std::error_code ReadStatus(FileHandle handle, FileStatus& status) {
+  FILE_STANDARD_INFO found = {};
+  if (GetFileInformationByHandleEx(Native(handle), FileStandardInfo, &found, sizeof found) == 0) {
+    return LastError();
+  }
+  status.size = static_cast<std::uint64_t>(found.EndOfFile.QuadPart);
+  status.removed = found.DeletePending != 0;
+  return {};
+}
+
+// A handle with append access alone cannot shorten its file.
+std::error_code CutFile(FileHandle handle, std::uint64_t size) {
+  const HANDLE writer = ReOpenFile(Native(handle), GENERIC_WRITE, kSharing, 0);
+  if (writer == INVALID_HANDLE_VALUE) return LastError();
+  LARGE_INTEGER position = {};
+  position.QuadPart = static_cast<LONGLONG>(size);
+  const bool cut =
+      SetFilePointerEx(writer, position, nullptr, FILE_BEGIN) != 0 && SetEndOfFile(writer) != 0;
+  const std::error_code error = ErrorUnless(cut ? TRUE : FALSE);
+  CloseHandle(writer);
+  return error;
+}
+
+void CloseFile(FileHandle handle) { CloseHandle(Native(handle)); }
+
+// Flushing a file flushes its name here.
+std::error_code SyncName(const std::string& /*path*/) { return {}; }
+
+std::error_code RenameFile(const std::string& from, const std::string& to) {
+  return ErrorUnless(
+      MoveFileExA(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH));
+}
+
+void RemoveFile(const std::string& path) { DeleteFileA(path.c_str()); }
+
+}  // namespace
+
+constinit const FileCalls kSystemFileCalls = {
+    .open = OpenFile,
+    .write = AppendFile,
+    .flush = FlushFile,
+    .read_status = ReadStatus,
+    .cut = CutFile,
+    .close = CloseFile,
+    .sync_name = SyncName,
+    .rename = RenameFile,
+    .remove = RemoveFile,
+};
+
+constinit const std::string_view kLineEnd = "\r\n";
+
+LocalTime ReadLocalTime() {
+  SYSTEMTIME now = {};
+  ::GetLocalTime(&now);
+  LocalTime time;
+  time.calendar.tm_year = now.wYear - 1900;
+  time.calendar.tm_mon = now.wMonth - 1;
+  time.calendar.tm_mday = now.wDay;
+  time.calendar.tm_wday = now.wDayOfWeek;
+  time.calendar.tm_hour = now.wHour;
+  time.calendar.tm_min = now.wMinute;
+  time.calendar.tm_sec = now.wSecond;
+  time.calendar.tm_isdst = -1;
+  time.millisecond = now.wMilliseconds;
+  return time;
+}
+
+std::uint64_t ReadPerformanceCounter() {
+  constexpr std::uint64_t kNanoseconds = 1'000'000'000;
+  LARGE_INTEGER ticks = {};
+  LARGE_INTEGER frequency = {};
+  QueryPerformanceCounter(&ticks);
+  QueryPerformanceFrequency(&frequency);
+  const auto count = static_cast<std::uint64_t>(ticks.QuadPart);
+  const auto rate = static_cast<std::uint64_t>(frequency.QuadPart);
+  return count / rate * kNanoseconds + count % rate * kNanoseconds / rate;
+}
+
+bool HasFileStatus(const std::string& path) {
+  struct _stat64 found = {};
+  return _stat64(path.c_str(), &found) == 0;
+}
+
+std::string MakeAbsolute(const std::string& path) {
+  const DWORD size = GetFullPathNameA(path.c_str(), 0, nullptr, nullptr);
+  std::string absolute(size, '\0');
+  const DWORD length = GetFullPathNameA(path.c_str(), size, absolute.data(), nullptr);
+  if (length == 0 || length >= size) return path;
+  absolute.resize(length);
+  return absolute;
+}
+
+std::vector<std::string> ListFiles(const std::string& folder) {
+  constexpr DWORD kNotRegular = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_DEVICE;
+  std::vector<std::string> names;
+  WIN32_FIND_DATAA entry = {};
+  const HANDLE search = FindFirstFileA((folder + "\\*").c_str(), &entry);
+  if (search == INVALID_HANDLE_VALUE) return names;
+  do {
+    if ((entry.dwFileAttributes & kNotRegular) == 0) names.emplace_back(entry.cFileName);
+  } while (FindNextFileA(search, &entry) != 0);
+  FindClose(search);
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+ReplaceTarget ResolveReplaceTarget(const std::string& path) {
+  return {.path = path, .in_place = false, .refused = {}};
+}
+
+// A new file inherits its permissions from the folder, as the old one did.
+void CopyPermissions(const std::string& /*from*/, const std::string& /*to*/) {}
+
+std::uint64_t ReadProcessId() { return GetCurrentProcessId(); }
+
+}  // namespace vexor

@@ -1,0 +1,78 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+
+#include "platform/platform.h"
+#include "platform/test_disk.h"
+#include "temporary_folder.h"
+
+namespace {
+
+using vexor::File;
+using vexor::OpenMode;
+
+TEST(File, AppendsBesideOthersInOneCallAndKnowsThatItWasRemoved) {
+  const TemporaryFolder folder;
+  const TestDisk disk;
+  File first;
+  File second;
+  ASSERT_FALSE(first.Open(folder / "f", OpenMode::kTruncate));
+  ASSERT_FALSE(second.Open(folder / "f", OpenMode::kAppend));
+  EXPECT_FALSE(first.Append("one "));
+  EXPECT_FALSE(second.Append("two "));
+  EXPECT_FALSE(first.Append("three"));
+  EXPECT_EQ(TestDisk::Calls(TestDisk::kWrite), 3);
+  EXPECT_EQ(ReadBytes(folder / "f"), "one two three");
+  EXPECT_FALSE(first.IsRemoved());
+  std::error_code in_use;  // not every system removes a file that is open
+  const bool removed = std::filesystem::remove(folder / "f", in_use);
+  EXPECT_EQ(first.IsRemoved(), removed);
+}
+
+TEST(File, GoesOnAfterShortWritesAndLeavesNothingOfAFailedOne) {
+  const TemporaryFolder folder;
+  const TestDisk disk;
+  File file;
+  ASSERT_FALSE(file.Open(folder / "f", OpenMode::kAppend));
+  TestDisk::LimitWrite(3);
+  EXPECT_FALSE(file.Append("12345678"));
+  TestDisk::LimitSpace(5);
+  EXPECT_EQ(file.Append("abcdefgh"), std::errc::no_space_on_device);
+  TestDisk::LimitSpace(TestDisk::kUnlimited);
+  EXPECT_FALSE(file.Append("xyz"));
+  EXPECT_EQ(ReadBytes(folder / "f"), "12345678xyz");
+}
+
+TEST(ReplaceFileContent, LeavesTheOldContentOrTheNewWhateverFails) {
+  constexpr TestDisk::Step kSteps[] = {TestDisk::kOpen, TestDisk::kWrite, TestDisk::kFlush,
+                                       TestDisk::kRename, TestDisk::kSyncName};
+  const TemporaryFolder folder;
+  const std::string path = folder / "settings";
+  const std::string content(100, 'n');
+  for (const TestDisk::Step step : kSteps) {
+    for (int spared = 0; spared < 4; ++spared) {
+      WriteBytes(path, "old");
+      const TestDisk disk;
+      TestDisk::LimitWrite(40);
+      TestDisk::Break(step, std::errc::io_error, spared);
+      const bool failed = static_cast<bool>(vexor::ReplaceFileContent(path, content));
+      EXPECT_EQ(failed, TestDisk::Calls(step) > spared) << step << ' ' << spared;
+      const bool in_place = !failed || step == TestDisk::kSyncName;
+      EXPECT_EQ(ReadBytes(path), in_place ? content : "old") << step << ' ' << spared;
+      EXPECT_EQ(vexor::ListFiles(folder.path()), std::vector<std::string>{"settings"});
+      EXPECT_EQ(TestDisk::OpenFiles(), 0);
+    }
+  }
+}
+
+TEST(ReplaceFileContent, FlushesBeforeItRenames) {
+  const TemporaryFolder folder;
+  const TestDisk disk;
+  TestDisk::Break(TestDisk::kRename);
+  EXPECT_TRUE(vexor::ReplaceFileContent(folder / "new", "text"));
+  EXPECT_EQ(TestDisk::Calls(TestDisk::kFlush), 1);
+  EXPECT_FALSE(std::filesystem::exists(folder / "new"));
+}
+
+}  // namespace

@@ -1,0 +1,157 @@
+#include "platform/test_disk.h"
+
+#include <algorithm>
+#include <array>
+#include <mutex>
+#include <set>
+
+namespace {
+
+using vexor::FileHandle;
+using vexor::FileStatus;
+using vexor::kSystemFileCalls;
+using vexor::OpenMode;
+
+struct Fault {
+  bool broken = false;
+  std::errc error = {};
+  int spared = 0;
+  int calls = 0;
+};
+
+struct State {
+  std::array<Fault, TestDisk::kSteps> faults;
+  std::uint64_t space = TestDisk::kUnlimited;
+  std::uint64_t most = TestDisk::kUnlimited;
+  std::map<FileHandle, std::string> open;
+  std::map<std::string, std::uint64_t> flushed;
+  std::set<std::string> named;
+};
+
+std::mutex mutex;
+State state;
+
+std::error_code Check(TestDisk::Step step) {
+  const std::lock_guard lock(mutex);
+  Fault& fault = state.faults[step];
+  ++fault.calls;
+  if (!fault.broken || fault.spared-- > 0) return {};
+  fault.spared = 0;
+  return std::make_error_code(fault.error);
+}
+
+std::error_code Open(const std::string& path, OpenMode mode, FileHandle& handle) {
+  if (const auto error = Check(TestDisk::kOpen)) return error;
+  const auto error = kSystemFileCalls.open(path, mode, handle);
+  const std::lock_guard lock(mutex);
+  if (!error) state.open[handle] = path;
+  return error;
+}
+
+std::error_code Write(FileHandle handle, std::string_view bytes, std::size_t& written) {
+  if (const auto error = Check(TestDisk::kWrite)) return error;
+  std::uint64_t most = 0;
+  {
+    const std::lock_guard lock(mutex);
+    most = std::min(state.space, state.most);
+    if (state.space != TestDisk::kUnlimited)
+      state.space -= std::min<std::uint64_t>(most, bytes.size());
+  }
+  if (most == 0) return std::make_error_code(std::errc::no_space_on_device);
+  return kSystemFileCalls.write(handle, bytes.substr(0, most), written);
+}
+
+std::error_code Flush(FileHandle handle) {
+  if (const auto error = Check(TestDisk::kFlush)) return error;
+  FileStatus before;
+  if (const auto error = kSystemFileCalls.read_status(handle, before)) return error;
+  const auto error = kSystemFileCalls.flush(handle);
+  const std::lock_guard lock(mutex);
+  std::uint64_t& size = state.flushed[state.open[handle]];
+  if (!error) size = std::max(size, before.size);
+  return error;
+}
+
+std::error_code SyncName(const std::string& path) {
+  if (const auto error = Check(TestDisk::kSyncName)) return error;
+  const auto error = kSystemFileCalls.sync_name(path);
+  const std::lock_guard lock(mutex);
+  if (!error) state.named.insert(path);
+  return error;
+}
+
+std::error_code Rename(const std::string& from, const std::string& to) {
+  if (const auto error = Check(TestDisk::kRename)) return error;
+  return kSystemFileCalls.rename(from, to);
+}
+
+std::error_code Cut(FileHandle handle, std::uint64_t size) {
+  if (const auto error = Check(TestDisk::kCut)) return error;
+  return kSystemFileCalls.cut(handle, size);
+}
+
+void Close(FileHandle handle) {
+  {
+    const std::lock_guard lock(mutex);
+    state.open.erase(handle);
+  }
+  kSystemFileCalls.close(handle);
+}
+
+}  // namespace
+
+TestDisk::TestDisk() {
+  static const vexor::FileCalls calls = {
+      .open = Open,
+      .write = Write,
+      .flush = Flush,
+      .read_status = kSystemFileCalls.read_status,
+      .cut = Cut,
+      .close = Close,
+      .sync_name = SyncName,
+      .rename = Rename,
+      .remove = kSystemFileCalls.remove,
+  };
+  state = State();
+  vexor::file_calls = &calls;
+}
+
+TestDisk::~TestDisk() { vexor::file_calls = &kSystemFileCalls; }
+
+void TestDisk::Break(Step step, std::errc error, int spared) {
+  const std::lock_guard lock(mutex);
+  state.faults[step] = {
+      .broken = true, .error = error, .spared = spared, .calls = state.faults[step].calls};
+}
+
+void TestDisk::Repair(Step step) {
+  const std::lock_guard lock(mutex);
+  state.faults[step].broken = false;
+}
+
+void TestDisk::LimitSpace(std::uint64_t bytes) {
+  const std::lock_guard lock(mutex);
+  state.space = bytes;
+}
+
+void TestDisk::LimitWrite(std::uint64_t bytes) {
+  const std::lock_guard lock(mutex);
+  state.most = bytes;
+}
+
+int TestDisk::OpenFiles() {
+  const std::lock_guard lock(mutex);
+  return static_cast<int>(state.open.size());
+}
+
+int TestDisk::Calls(Step step) {
+  const std::lock_guard lock(mutex);
+  return state.faults[step].calls;
+}
+
+std::map<std::string, std::uint64_t> TestDisk::DurableSizes() {
+  const std::lock_guard lock(mutex);
+  std::map<std::string, std::uint64_t> sizes;
+  for (const std::string& path : state.named) sizes[path] = state.flushed[path];
+  return sizes;
+}

@@ -1,0 +1,40 @@
+// A disk that fails on demand and knows what would survive a power cut.
+#pragma once
+
+#include <cstdint>
+#include <limits>
+#include <map>
+#include <string>
+#include <system_error>
+
+#include "platform/platform.h"
+
+// Stands between the library and the system's files for as long as it lives; one at a time. The
+// calls still reach the real files.
+class TestDisk {
+ public:
+  enum Step : std::uint8_t { kOpen, kWrite, kFlush, kSyncName, kRename, kCut, kSteps };
+  static constexpr std::uint64_t kUnlimited = std::numeric_limits<std::uint64_t>::max();
+
+  TestDisk();
+  TestDisk(const TestDisk&) = delete;
+  TestDisk& operator=(const TestDisk&) = delete;
+  ~TestDisk();
+
+  // From now on calls of this step fail, after `spared` more of them have succeeded.
+  static void Break(Step step, std::errc error = std::errc::io_error, int spared = 0);
+  static void Repair(Step step);
+
+  // So many more bytes can be written; then the disk is full.
+  static void LimitSpace(std::uint64_t bytes);
+
+  // No write takes more bytes at once.
+  static void LimitWrite(std::uint64_t bytes);
+
+  static int OpenFiles();
+  static int Calls(Step step);
+
+  // What a power cut at this moment would leave: the sizes, as they were when their last completed
+  // flush began, of the files whose names are on the disk.
+  static std::map<std::string, std::uint64_t> DurableSizes();
+};
