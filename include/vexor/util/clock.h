@@ -1,0 +1,55 @@
+// Clocks, short waits and time stamps.
+//
+//   const auto start = std::chrono::steady_clock::now();
+//   SleepMicroS(50);                                  // exact: spins
+//   GetDeltaMicroSeconds(start);                      // 50
+//   GetCurTimeStamp();                                // 2024-3-07 09:05:02.017
+//
+// Any thread may call.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <string>
+
+#include "vexor/export.h"
+
+// Returns the seconds since the epoch of the C runtime's clock.
+VEXOR_EXPORT std::uint64_t GetSeconds();
+
+// Returns the steady clock in milliseconds. Only differences of two results mean something.
+VEXOR_EXPORT std::uint64_t GetMilliSeconds();
+
+// Returns the steady-clock time since `start`, in whole milliseconds.
+VEXOR_EXPORT std::uint64_t GetDeltaMilliSeconds(std::chrono::steady_clock::time_point start);
+
+// Returns the steady-clock time since `start`, in whole microseconds.
+VEXOR_EXPORT std::uint64_t GetDeltaMicroSeconds(std::chrono::steady_clock::time_point start);
+
+// Returns the processor's time-stamp counter; on a processor without one, a steady counter of
+// nanoseconds.
+VEXOR_EXPORT std::uint64_t Rdtsc();
+
+// Spins until the time-stamp counter has advanced by at least `n`.
+VEXOR_EXPORT void TscPause(std::uint64_t n);
+
+// Gives the processor one spin-wait hint and returns.
+VEXOR_EXPORT void Pause();
+
+// Sleeps for `ms` milliseconds, then spins for another 100 microseconds, also when `ms` is 0.
+VEXOR_EXPORT void SleepMilliS(std::uint32_t ms);
+
+// Spins until `us` microseconds have passed; returns at once for 0. The thread is never given up,
+// so that short waits are exact.
+VEXOR_EXPORT void SleepMicroS(std::uint64_t us);
+
+// Returns the local time for log lines: "%d-%02d-%02d %02d:%02d:%02d.%03d" of year, month, day,
+// hours, minutes, seconds and milliseconds.
+VEXOR_EXPORT std::string GetCurTimeStamp();
+
+// Returns the local time for file names: the same numbers as "%d%02d%02d_%02d%02d%02d%03d".
+VEXOR_EXPORT std::string GetTimeStamp();
+
+// Returns the local time as "%d-%b-%Y" with the date, "%I:%M:%S %p" with the time, and both joined
+// by a blank, date first, with both. With neither the text is empty.
+VEXOR_EXPORT std::string CurrentTimeDateAsString(bool withTime, bool withDate);

@@ -1,0 +1,73 @@
+#include "vexor/util/config_file.h"
+
+#include <cstdlib>
+#include <fstream>
+#include <iostream>
+#include <string_view>
+
+#include "platform/platform.h"
+
+namespace {
+
+constexpr std::string_view kBlanks = " \t";
+
+// The program that loaded the library must not run on with half of its settings: the user reads the
+// message, presses a key, and the process ends.
+[[noreturn]] void ExitWithError(std::string_view message) {
+  std::cout << message << std::flush;
+  std::cin.ignore();
+  std::cin.get();
+  std::exit(EXIT_FAILURE);
+}
+
+std::string_view TrimBlanksAndTabs(std::string_view text) {
+  const std::size_t first = text.find_first_not_of(kBlanks);
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+}
+
+std::string_view RemoveComment(std::string_view line) { return line.substr(0, line.find(';')); }
+
+// Tabs do not count: a line of tabs is not skipped, and then lacks its separator.
+bool IsOnlyBlanks(std::string_view line) { return line.find_first_not_of(' ') == line.npos; }
+
+void ParseLine(std::string_view line, std::map<std::string, std::string>& contents) {
+  const std::size_t separator = line.find('=');
+  // The messages name no line; their wording is what users know.
+  if (separator == line.npos) ExitWithError("CFG: Couldn't find separator on line: \n");
+  std::string_view key = TrimBlanksAndTabs(line.substr(0, separator));
+  const std::string_view value = TrimBlanksAndTabs(line.substr(separator + 1));
+  if (key.empty() || value.empty()) ExitWithError("CFG: Bad format for line: \n");
+  key = key.substr(0, key.find_first_of(kBlanks));
+  if (!contents.emplace(key, value).second) {
+    ExitWithError("CFG: Can only have unique key names!\n");
+  }
+}
+
+}  // namespace
+
+ConfigFile::ConfigFile(const std::string& fileName) : file_name_(fileName) {
+  std::ifstream file(file_name_, std::ios::binary);
+  std::string text;
+  while (std::getline(file, text)) {
+    if (!text.empty() && text.back() == '\r') text.pop_back();
+    const std::string_view line = RemoveComment(text);
+    if (!IsOnlyBlanks(line)) ParseLine(line, contents_);
+  }
+}
+
+bool ConfigFile::KeyExists(const std::string& key) const { return contents_.contains(key); }
+
+std::string ConfigFile::GetValueOfKey(const std::string& key) const {
+  const auto entry = contents_.find(key);
+  return entry == contents_.end() ? "none" : entry->second;
+}
+
+bool ConfigFile::WriteKeyValue(const std::string& key, const std::string& value) {
+  contents_[key] = value;
+  std::string text;
+  for (const auto& [name, setting] : contents_) {
+    text.append(name).append("=").append(setting).append(vexor::kLineEnd);
+  }
+  return !vexor::ReplaceFileContent(file_name_, text);
+}

@@ -1,0 +1,92 @@
+#include "vexor/util/files.h"
+
+#include <fstream>
+#include <iostream>
+#include <sstream>
+
+#include "platform/platform.h"
+
+namespace {
+
+constexpr std::string_view kSeparators = "/\\";
+
+std::size_t BaseNameAt(std::string_view path) {
+  const std::size_t separator = path.find_last_of(kSeparators);
+  return separator == std::string_view::npos ? 0 : separator + 1;
+}
+
+bool IsLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
+
+// The number of the first line with the text and the line itself, or 0.
+std::int32_t FindInLines(std::istream& lines, std::string_view text, std::string& line) {
+  std::string candidate;
+  for (std::int32_t number = 1; std::getline(lines, candidate); ++number) {
+    if (!candidate.empty() && candidate.back() == '\r') candidate.pop_back();
+    if (candidate.find(text) == std::string::npos) continue;
+    line = std::move(candidate);
+    return number;
+  }
+  return 0;
+}
+
+// "\r\n" and a lone "\r" become "\n".
+std::string UnifyLineEnds(std::string_view text) {
+  std::string unified;
+  unified.reserve(text.size());
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const bool ends_line = text[i] == '\r';
+    if (ends_line && i + 1 < text.size() && text[i + 1] == '\n') continue;
+    unified += ends_line ? '\n' : text[i];
+  }
+  return unified;
+}
+
+}  // namespace
+
+bool DoesFileExist(const std::string& path) { return vexor::HasFileStatus(path); }
+
+bool IsFileEmpty(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  return file.peek() == std::ifstream::traits_type::eof();
+}
+
+std::string GetFileBaseName(std::string_view path) {
+  return std::string(path.substr(BaseNameAt(path)));
+}
+
+std::string GetFilePath(std::string_view path) {
+  return std::string(path.substr(0, BaseNameAt(path)));
+}
+
+bool FindLineInFile(const std::string& file, std::string_view text, std::string& line) {
+  std::ifstream lines(file, std::ios::binary);
+  if (!lines) {
+    std::cout << "can't open\n";
+    return false;
+  }
+  return FindInLines(lines, text, line) > 0;
+}
+
+std::int32_t FindStrInFile(const std::string& file, std::string_view text) {
+  std::ifstream lines(file, std::ios::binary);
+  if (!lines) return -1;
+  std::string line;
+  return FindInLines(lines, text, line);
+}
+
+std::string ReadFile(const std::string& file, bool unifyLineEnds) {
+  std::ostringstream bytes;
+  bytes << std::ifstream(file, std::ios::binary).rdbuf();
+  return unifyLineEnds ? UnifyLineEnds(bytes.view()) : bytes.str();
+}
+
+std::vector<std::string> GetFilesInFolder(const std::string& folder) {
+  return vexor::ListFiles(folder);
+}
+
+bool IsRelativePath(std::string_view path) {
+  if (path.empty()) return true;
+  if (kSeparators.find(path[0]) != std::string_view::npos) return false;
+  const bool has_drive = path.size() > 2 && IsLetter(path[0]) && path[1] == ':';
+  return !has_drive || kSeparators.find(path[2]) == std::string_view::npos;
+}
