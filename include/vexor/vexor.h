@@ -15,6 +15,8 @@
 #include "vexor/export.h"
 #include "vexor/logging/console.h"
 #include "vexor/syntax/error_codes.h"
+#include "vexor/syntax/power_scheme.h"
+#include "vexor/syntax/residency.h"
 #include "vexor/syntax/time.h"
 #include "vexor/util/command_line.h"
 #include "vexor/util/ipv4.h"

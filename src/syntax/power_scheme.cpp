@@ -1,0 +1,64 @@
+#include "vexor/syntax/power_scheme.h"
+
+#include <array>
+
+#include "syntax/power_scheme_grammar.h"
+#include "syntax/words.h"
+
+namespace {
+
+using vexor::Word;
+
+constexpr auto kSchemes = std::to_array<Word<OS_POWER_SCHEME>>({
+    {"Default", POWER_SCHEME_USER_DEFINED},
+    {"Balanced", POWER_SCHEME_BALANCED},
+    {"Power-Saver", POWER_SCHEME_POWER_SAVER},
+    {"High-Performance", POWER_SCHEME_HIGH_PERFORMANCE},
+    {"Random", POWER_SCHEME_RANDOM},
+    {"All", POWER_SCHEME_ALL},
+});
+
+constexpr auto kSources = std::to_array<Word<OS_BATTERY_SIMLATION>>({
+    {"Default", BATTERY_SIM_DEFAULT},
+    {"AC", BATTERY_SIM_AC},
+    {"DC", BATTERY_SIM_DC},
+});
+
+constexpr const char* kUserDefined = "User Defined";
+
+}  // namespace
+
+OS_POWER_SCHEME ParsePowerScheme(std::string_view text) {
+  const auto* const word = vexor::FindWord(kSchemes, text);
+  return word == nullptr ? POWER_SCHEME_USER_DEFINED : word->value;
+}
+
+// "Random" and "All" are choices, not plans: they have no name of their own.
+const char* PowerSchemeName(int value) {
+  const bool is_plan = value >= POWER_SCHEME_BALANCED && value <= POWER_SCHEME_HIGH_PERFORMANCE;
+  return is_plan ? kSchemes[static_cast<std::size_t>(value)].text.data() : kUserDefined;
+}
+
+OS_BATTERY_SIMLATION ParseBatteryOptions(std::string_view text) {
+  const auto* const word = vexor::FindWord(kSources, text);
+  return word == nullptr ? BATTERY_SIM_DEFAULT : word->value;
+}
+
+const char* BatterySimName(int value) {
+  const bool is_known = value >= BATTERY_SIM_DEFAULT && value <= BATTERY_SIM_DC;
+  return is_known ? kSources[static_cast<std::size_t>(value)].text.data() : kUserDefined;
+}
+
+namespace vexor {
+
+std::optional<Fault> CheckPowerScheme(std::string_view text) {
+  if (text.empty() || FindWord(kSchemes, text) != nullptr) return std::nullopt;
+  return Fault{.what = "unknown power scheme", .expected = kListOf<kSchemes>};
+}
+
+std::optional<Fault> CheckBatteryOption(std::string_view text) {
+  if (text.empty() || FindWord(kSources, text) != nullptr) return std::nullopt;
+  return Fault{.what = "unknown power source", .expected = kListOf<kSources>};
+}
+
+}  // namespace vexor
