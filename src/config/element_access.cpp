@@ -26,6 +26,11 @@ std::optional<std::string_view> TrimmedText(const tinyxml2::XMLElement& element)
   return TrimSpace(text);
 }
 
+bool IsTrue(const tinyxml2::XMLElement& element) {
+  const tinyxml2::XMLNode* const child = element.FirstChild();
+  return child != nullptr && std::string_view(child->Value()) == "true";
+}
+
 }  // namespace vexor
 
 std::string GetXMLText(const tinyxml2::XMLElement* parent, const char* name,
@@ -37,8 +42,8 @@ std::string GetXMLText(const tinyxml2::XMLElement* parent, const char* name,
 
 bool GetXMLBOOL(const tinyxml2::XMLElement* parent, const char* name, bool fallback) {
   const tinyxml2::XMLElement* const element = vexor::FindChild(parent, name);
-  const tinyxml2::XMLNode* const child = element == nullptr ? nullptr : element->FirstChild();
-  return child == nullptr ? fallback : std::string_view(child->Value()) == "true";
+  return element == nullptr || element->FirstChild() == nullptr ? fallback
+                                                                : vexor::IsTrue(*element);
 }
 
 std::string getElementText(const tinyxml2::XMLElement* element) {

@@ -40,6 +40,9 @@ class ChildElements {
 // Returns the element's own text, trimmed of white space: its first child node, when that is text.
 std::optional<std::string_view> TrimmedText(const tinyxml2::XMLElement& element);
 
+// Returns whether the element's first child node is exactly "true", blanks and case included.
+bool IsTrue(const tinyxml2::XMLElement& element);
+
 // Finds the row of a name, trying the row behind the last match first.
 template <class Rows, class Name>
 class RowFinder {

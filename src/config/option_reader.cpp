@@ -46,18 +46,12 @@ void TakeText(const OptionRow& option, const std::optional<std::string_view>& te
   home = value;
 }
 
-// Only the exact text counts, blanks and case included.
-bool IsTrue(const tinyxml2::XMLElement* element) {
-  const tinyxml2::XMLNode* const child = element == nullptr ? nullptr : element->FirstChild();
-  return child != nullptr && std::string_view(child->Value()) == "true";
-}
-
 void TakeOption(const OptionRow& option, const Found& found, ConfigRecord& record) {
   if (!option.IsRead()) return;
   if (option.text != nullptr) {
     TakeText(option, found.text, record);
   } else if (option.flag != nullptr) {
-    record.*option.flag = IsTrue(found.element);
+    record.*option.flag = found.element != nullptr && IsTrue(*found.element);
   } else if (!option.item.empty()) {
     (record.*option.list).clear();
     if (found.element != nullptr) ReadItems(*found.element, option.item, record.*option.list);

@@ -2,6 +2,8 @@
 
 #include <tinyxml2.h>
 
+#include <iterator>
+
 #include "config/element_walk.h"
 #include "config/option_reader.h"
 #include "config/tables/test_control_table.h"
@@ -15,16 +17,32 @@ using tinyxml2::XMLElement;
 
 bool IsAutoRunTest(int test) { return test >= kFirstAutoRunTest && test <= kLastAutoRunTest; }
 
+// A name of "AutoRunCfg" and whether the first element of that name is true.
+struct AutoRunSwitch {
+  std::string name;
+  bool is_read = false;
+  bool is_true = false;
+};
+
 void ReadAutoRun(_WL_CUSTOMERS_XMLCFG& control, const XMLElement& section) {
-  const XMLElement* const switches = section.FirstChildElement("AutoRunCfg");
-  if (switches == nullptr) return;
-  for (int id = kFirstAutoRunTest; id <= kLastAutoRunTest; ++id) {
-    const auto test = static_cast<VEXOR_PM_TEST_ID>(id);
-    SetAutoRun(control, test, GetXMLBOOL(switches, GetPMTestName(test).c_str(), false));
+  const XMLElement* const parent = section.FirstChildElement("AutoRunCfg");
+  if (parent == nullptr) return;
+  std::array<AutoRunSwitch, kLastAutoRunTest + std::size(kOlderAutoRunNames)> switches;
+  for (std::size_t i = 0; i < switches.size(); ++i) {
+    switches[i].name = i < kLastAutoRunTest ? GetPMTestName(static_cast<VEXOR_PM_TEST_ID>(i + 1))
+                                            : kOlderAutoRunNames[i - kLastAutoRunTest].name;
   }
-  for (const OlderAutoRunName& older : kOlderAutoRunNames) {
-    if (IsAutoRun(control, older.test)) continue;
-    SetAutoRun(control, older.test, GetXMLBOOL(switches, older.name.data(), false));
+  RowFinder finder(switches, &AutoRunSwitch::name);
+  for (const XMLElement& child : ChildElements(*parent)) {
+    const std::size_t i = finder.Find(child.Name());
+    if (i == switches.size() || switches[i].is_read) continue;
+    switches[i].is_read = true;
+    switches[i].is_true = IsTrue(child);
+  }
+  for (std::size_t i = 0; i < kLastAutoRunTest; ++i) control.AutoRunCfg[i] = switches[i].is_true;
+  for (std::size_t i = 0; i < std::size(kOlderAutoRunNames); ++i) {
+    if (!switches[kLastAutoRunTest + i].is_true) continue;
+    for (const VEXOR_PM_TEST_ID test : kOlderAutoRunNames[i].tests) SetAutoRun(control, test, true);
   }
 }
 

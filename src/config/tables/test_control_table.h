@@ -37,16 +37,15 @@ inline constexpr auto kWorkloadRunnerOptions = []() consteval {
 ();
 
 // Element names that older files use in "AutoRunCfg"; they count where the current name is not
-// true.
+// true. PM_TEST_MAX stands for no second test.
 struct OlderAutoRunName {
-  VEXOR_PM_TEST_ID test;
   std::string_view name;
+  std::array<VEXOR_PM_TEST_ID, 2> tests;
 };
 inline constexpr OlderAutoRunName kOlderAutoRunNames[] = {
-    {PM_TEST_IGFX_DVFS, "GT-DVFS"},
-    {PM_TEST_IGFX_RC6, "GT-RC6"},
-    {PM_TEST_PCIE_LINK, "PCIe-Link-DState"},
-    {PM_TEST_DX_STATES, "PCIe-Link-DState"},
+    {"GT-DVFS", {PM_TEST_IGFX_DVFS, PM_TEST_MAX}},
+    {"GT-RC6", {PM_TEST_IGFX_RC6, PM_TEST_MAX}},
+    {"PCIe-Link-DState", {PM_TEST_PCIE_LINK, PM_TEST_DX_STATES}},
 };
 
 }  // namespace vexor
