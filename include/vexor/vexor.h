@@ -14,6 +14,7 @@
 #include "vexor/config/workloads.h"
 #include "vexor/export.h"
 #include "vexor/logging/console.h"
+#include "vexor/syntax/affinity.h"
 #include "vexor/syntax/error_codes.h"
 #include "vexor/syntax/power_scheme.h"
 #include "vexor/syntax/residency.h"

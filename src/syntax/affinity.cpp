@@ -1,0 +1,188 @@
+#include "vexor/syntax/affinity.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <span>
+
+#include "syntax/affinity_grammar.h"
+#include "syntax/fault_note.h"
+#include "syntax/number_list.h"
+#include "syntax/words.h"
+#include "util/text.h"
+
+using namespace vexor;
+
+namespace {
+
+// The keyword that a text begins with decides; the first row that fits wins.
+using Mode = Word<int>;
+
+constexpr auto kPkgModes = std::to_array<Mode>({
+    {"All", kAffinityAll},
+    {"Any", kAffinityAnyPackage},
+    {"Random", kAffinityRandom},
+    {"Specific:", kAffinitySpecific},
+});
+
+constexpr auto kUnitModes = std::to_array<Mode>({
+    {"All", kAffinityAll},
+    {"Random", kAffinityRandom},
+    {"BigCores", kAffinityBigCores},
+    {"SmallCores", kAffinitySmallCores},
+    {"EvenCores", kAffinityEvenCores},
+    {"OddCores", kAffinityOddCores},
+    {"sCores", kAffinitySCores},
+    {"cCores", kAffinityCCores},
+    {"cCoreAtom", kAffinityCCoreAtom},
+    {"Specific:", kAffinitySpecific},
+});
+
+constexpr auto kThreadModes = std::to_array<Mode>({
+    {"All", kAffinityAll},
+    {"Any:", kAffinityAnyOfList},
+    {"Random", kAffinityRandom},
+    {"Specific:", kAffinitySpecific},
+});
+
+// The modes that have a name for display. The even and odd cores deliberately have none and are
+// shown by their codes.
+constexpr auto kModeNames = std::to_array<Mode>({
+    {"All", kAffinityAll},
+    {"Any", kAffinityAnyPackage},
+    {"Any", kAffinityAnyOfList},
+    {"Random", kAffinityRandom},
+    {"BigCores", kAffinityBigCores},
+    {"SmallCores", kAffinitySmallCores},
+    {"sCores", kAffinitySCores},
+    {"cCores", kAffinityCCores},
+    {"cCoreAtom", kAffinityCCoreAtom},
+    {"Specific", kAffinitySpecific},
+});
+
+constexpr std::string_view kAnyCoreWarning =
+    "AnyCore is potentially unstable in this release. Replacing with All core affinty. See errata "
+    "for details.";
+
+// An affinity as it is written.
+struct AffinityText {
+  int mode = kAffinityAll;
+  std::string_view numbers;  // the list, unread
+};
+
+bool TakesNumbers(int mode) { return mode == kAffinitySpecific || mode == kAffinityAnyOfList; }
+
+std::string_view NumbersBehindColon(std::string_view text, FaultNote& note) {
+  std::string_view rest = text;
+  std::string_view keyword;
+  std::string_view numbers = text.substr(text.size());
+  TakeFilledItem(rest, ':', keyword);
+  TakeFilledItem(rest, ':', numbers);
+  numbers = TrimBlanks(numbers);
+  if (numbers.empty()) note.At(numbers, "no numbers", "a list such as 0,2-4");
+  return numbers;
+}
+
+enum class ListAlone { kRefused, kAccepted };
+
+AffinityText SplitAffinity(std::string_view text, std::span<const Mode> modes,
+                           std::string_view keywords, ListAlone list_alone, FaultNote& note) {
+  const auto mode = std::ranges::find_if(
+      modes, [text](const Mode& row) { return StartsWithIgnoreCase(text, row.text); });
+  if (mode != modes.end()) {
+    return {mode->value, TakesNumbers(mode->value) ? NumbersBehindColon(text, note) : ""};
+  }
+  if (text.empty()) return {};
+  const bool is_list = list_alone == ListAlone::kAccepted && IsDecDigit(text.front());
+  if (is_list) return {kAffinityAll, text};
+  note.At(text, "unknown affinity", keywords);
+  return {};
+}
+
+AffinityText SplitPkgAffinity(std::string_view text, FaultNote& note) {
+  return SplitAffinity(text, kPkgModes, kListOf<kPkgModes>, ListAlone::kAccepted, note);
+}
+
+bool IsAnyCore(std::string_view text) { return StartsWithIgnoreCase(text, "Any"); }
+
+// A text that asks for any core reads as "All".
+AffinityText SplitUnitAffinity(std::string_view text, FaultNote& note) {
+  if (!IsAnyCore(text)) {
+    return SplitAffinity(text, kUnitModes, kListOf<kUnitModes>, ListAlone::kAccepted, note);
+  }
+  note.At(text, "any core cannot be asked for", kListOf<kUnitModes>);
+  return {};
+}
+
+AffinityText SplitThreadAffinity(std::string_view text, FaultNote& note) {
+  return SplitAffinity(text, kThreadModes, kListOf<kThreadModes>, ListAlone::kRefused, note);
+}
+
+std::optional<Fault> CheckAffinity(AffinityText (*split)(std::string_view, FaultNote&),
+                                   std::string_view text) {
+  FaultNote note(text);
+  const AffinityText affinity = split(text, note);
+  if (!affinity.numbers.empty()) ReadNumberList(affinity.numbers, nullptr, note);
+  return note.First();
+}
+
+}  // namespace
+
+namespace vexor {
+
+std::optional<Fault> CheckPkgAffinity(std::string_view text) {
+  return CheckAffinity(SplitPkgAffinity, text);
+}
+
+std::optional<Fault> CheckUnitAffinity(std::string_view text) {
+  return CheckAffinity(SplitUnitAffinity, text);
+}
+
+std::optional<Fault> CheckThreadAffinity(std::string_view text) {
+  return CheckAffinity(SplitThreadAffinity, text);
+}
+
+}  // namespace vexor
+
+std::vector<int> ParsePkgAffinity(std::string_view text) {
+  FaultNote unused(text);
+  const AffinityText affinity = SplitPkgAffinity(text, unused);
+  std::vector<int> list = {affinity.mode};
+  // Deliberately twice, as users of the list expect it of an empty text at this level.
+  if (text.empty()) list.push_back(affinity.mode);
+  ReadNumberList(affinity.numbers, &list, unused);
+  return list;
+}
+
+std::vector<int> ParseUnitAffinity(std::string_view text, int enabled) {
+  if (enabled == 0) return {kAffinityAll};
+  FaultNote unused(text);
+  const AffinityText affinity = SplitUnitAffinity(text, unused);
+  if (IsAnyCore(text)) std::puts(kAnyCoreWarning.data());
+  std::vector<int> list = {affinity.mode};
+  ReadNumberList(affinity.numbers, &list, unused);
+  return list;
+}
+
+std::vector<int> ParseThreadAffinity(std::string_view text) {
+  FaultNote unused(text);
+  const AffinityText affinity = SplitThreadAffinity(text, unused);
+  if (!TakesNumbers(affinity.mode)) return {affinity.mode, affinity.mode};
+  std::vector<int> list = {affinity.mode};
+  ReadNumberList(affinity.numbers, &list, unused);
+  return list;
+}
+
+std::string GetAffinityString(int code) {
+  for (const Mode& mode : kModeNames) {
+    if (mode.value == code) return std::string(mode.text);
+  }
+  std::array<char, 16> digits{};
+  const int size = std::snprintf(digits.data(), digits.size(), "%03d", code);
+  return {digits.data(), static_cast<std::size_t>(size)};
+}
+
+bool IsInAffinity(const std::vector<int>& affinity, int number) {
+  if (affinity.empty()) return false;
+  return affinity.front() == kAffinityAll || std::ranges::find(affinity, number) != affinity.end();
+}

@@ -1,0 +1,88 @@
+#include "syntax/number_list.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <utility>
+
+#include "util/text.h"
+#include "vexor/util/numbers.h"
+
+namespace vexor {
+
+namespace {
+
+constexpr bool IsBracket(char c) { return c == '[' || c == ']'; }
+
+// Returns the item without its brackets, kept in `buffer` when they stand inside.
+std::string_view RemoveBrackets(std::string_view item, std::string& buffer) {
+  item = TrimIf(item, IsBracket);
+  if (item.find_first_of("[]") == std::string_view::npos) return item;
+  buffer = item;
+  std::erase_if(buffer, IsBracket);
+  return buffer;
+}
+
+struct Range {
+  std::uint64_t low = 0;
+  std::uint64_t high = 0;
+};
+
+std::optional<Range> ReadRange(std::string_view text, NumberBase base) {
+  const auto read = [base](std::string_view bound) {
+    const bool is_hex = base == NumberBase::kHexadecimal && !HasHexPrefix(bound);
+    const UnsignedText number = is_hex ? ReadDigits(bound, 16) : ReadUnsigned(bound);
+    return number.kind == UnsignedText::Kind::kNumber ? number.value : kNoNumber64;
+  };
+  const std::size_t dash = text.find('-');
+  const std::uint64_t first = read(text.substr(0, dash));
+  const std::uint64_t second = dash == std::string_view::npos ? first : read(text.substr(dash + 1));
+  if (first == kNoNumber64 || second == kNoNumber64) return std::nullopt;
+  return Range{std::min(first, second), std::max(first, second)};
+}
+
+void AppendRange(const Range& range, std::vector<int>& numbers) {
+  for (std::uint64_t i = 0; i <= range.high - range.low; ++i) {
+    numbers.push_back(static_cast<int>(range.low + i));
+  }
+}
+
+[[noreturn]] void ThrowTooLong(std::string_view item) {
+  throw std::length_error("more than 16777216 values in \"" + std::string(item) + "\"");
+}
+
+}  // namespace
+
+void ReadNumberList(std::string_view text, std::vector<int>* numbers, FaultNote& note,
+                    NumberBase base) {
+  const std::size_t first = numbers != nullptr ? numbers->size() : 0;
+  std::uint64_t count = 0;
+  std::string_view rest = text;
+  for (std::string_view item; TakeItem(rest, ',', item);) {
+    std::string buffer;
+    const std::string_view digits = RemoveBrackets(item, buffer);
+    // Brackets alone at the end are no item, just as nothing at the end is none.
+    if (digits.empty() && item.data() + item.size() == text.data() + text.size()) break;
+    const std::optional<Range> range = ReadRange(digits, base);
+    if (!range) {
+      note.At(item, "not a number or a range", "a number such as 2 or 0x2, or a range such as 2-4");
+      count = 0;
+      if (numbers != nullptr) numbers->resize(first);
+      continue;
+    }
+    const std::uint64_t width = range->high - range->low;
+    const bool is_too_long = width >= kMaxRangeValues - count;
+    if (is_too_long && numbers != nullptr) ThrowTooLong(item);
+    if (is_too_long) {
+      note.At(item, "too many numbers", "at most 16777216 in a list");
+      return;
+    }
+    count += width + 1;
+    if (numbers != nullptr) AppendRange(*range, *numbers);
+  }
+}
+
+}  // namespace vexor

@@ -1,0 +1,21 @@
+// Number lists inside option texts: "0,2-4" or "[0,2-4]". The grammar of `GetIntegerList` at ",",
+// for parsers that never throw for a bad number.
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+#include "syntax/fault_note.h"
+
+namespace vexor {
+
+// How numbers without "0x" are read.
+enum class NumberBase { kDecimal, kHexadecimal };
+
+// Appends the numbers of the list to `numbers`, unless that is null, each stored in 32 bits. A bad
+// item takes what the list has given before it along.
+// Throws std::length_error when `numbers` would take more than `kMaxRangeValues` numbers.
+void ReadNumberList(std::string_view text, std::vector<int>* numbers, FaultNote& note,
+                    NumberBase base = NumberBase::kDecimal);
+
+}  // namespace vexor
