@@ -21,6 +21,11 @@ class FaultNote {
     fault_ = Fault{.at = at, .what = what, .expected = expected};
   }
 
+  // Takes over the fault that another note has found in a part of the text.
+  void Within(std::string_view part, const Fault& fault) {
+    At(part.substr(fault.at), fault.what, fault.expected);
+  }
+
   void AtEnd(std::string_view what, std::string_view expected) {
     At(text_.substr(text_.size()), what, expected);
   }

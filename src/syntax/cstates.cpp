@@ -1,0 +1,281 @@
+#include "vexor/syntax/cstates.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <limits>
+#include <optional>
+#include <stdexcept>
+#include <string>
+
+#include "syntax/cstates_grammar.h"
+#include "syntax/fault_note.h"
+#include "syntax/number_list.h"
+#include "syntax/words.h"
+#include "util/text.h"
+#include "vexor/util/numbers.h"
+
+using namespace vexor;
+
+namespace {
+
+struct CstateRow {
+  std::string_view name;
+  CSTATE_MASK mask;
+  MWAIT_HINT hint;
+  int number;  // index of the state's own entry in a list of settings; 0 when it has none
+};
+
+constexpr auto kCstates = std::to_array<CstateRow>({
+    {"C0", CSTATE_MASK_C0, MWAIT_HINT_NONE, 0},
+    {"C1", CSTATE_MASK_C1, MWAIT_HINT_C1, 1},
+    {"C3", CSTATE_MASK_C3, MWAIT_HINT_C3, 3},
+    {"C6", CSTATE_MASK_C6, MWAIT_HINT_C6, 6},
+    {"C6r", CSTATE_MASK_C6, MWAIT_HINT_C6, 0},
+    {"C7", CSTATE_MASK_C7, MWAIT_HINT_C7, 7},
+    {"C7s", CSTATE_MASK_C7, MWAIT_HINT_C7, 0},
+    {"C8", CSTATE_MASK_C8, MWAIT_HINT_C8, 8},
+    {"C9", CSTATE_MASK_C9, MWAIT_HINT_C9, 9},
+    {"C10", CSTATE_MASK_C10, MWAIT_HINT_C10, 10},
+});
+
+constexpr CstateRow kNoCstate = {{}, CSTATE_MASK_NONE, MWAIT_HINT_NONE, 0};
+
+constexpr std::size_t kSettings = 11;  // one entry a number, up to C10
+
+constexpr std::string_view kAnyState = "C0, C1, C3, C6, C6r, C7, C7s, C8, C9 or C10";
+constexpr std::string_view kNumberedState = "C1, C3, C6, C7, C8, C9 or C10";
+
+const CstateRow& FindCstate(std::string_view name) {
+  for (const CstateRow& row : kCstates) {
+    if (row.name == name) return row;
+  }
+  return kNoCstate;
+}
+
+// The number of a state whose name has one of its own, else 0.
+int FindNumber(std::string_view name) { return FindCstate(name).number; }
+
+std::vector<CSTATE_MASK> ReadExeCstates(std::string_view list, FaultNote& note) {
+  std::vector<CSTATE_MASK> masks;
+  for (std::string_view item; TakeItem(list, ';', item);) {
+    const CSTATE_MASK mask = FindCstate(item).mask;
+    if (mask == CSTATE_MASK_NONE) {
+      note.At(item, "unknown C-state", kAnyState);
+      return {};
+    }
+    masks.push_back(mask);
+  }
+  return masks;
+}
+
+// Deliberately merges the numbers of the states and not bits: one state gives its number, which is
+// what the limit registers take.
+int ReadLimitCstates(std::string_view list, FaultNote& note) {
+  int limit = 0;
+  for (std::string_view item; TakeItem(list, ',', item);) {
+    const int number = FindNumber(item);
+    if (number == 0) note.At(item, "unknown C-state", kNumberedState);
+    limit |= number;
+  }
+  return limit;
+}
+
+std::optional<std::uint32_t> ReadConditionWord(std::string_view text, FaultNote& note) {
+  if (text.empty()) return 0;
+  const std::optional<std::uint64_t> number = ParseUnsigned(text);
+  const auto word = static_cast<std::uint32_t>(number.value_or(kNoNumber32));
+  if (word == kNoNumber32) {
+    note.At(text, "not a number", "a 32-bit number such as 0x00000F00");
+    return std::nullopt;
+  }
+  if (*number != word) note.At(text, "number too large", "a 32-bit number such as 0x00000F00");
+  return word;
+}
+
+struct SettingItem {
+  std::optional<std::string_view> name;  // without one the value holds for every state
+  std::string_view value;
+};
+
+SettingItem SplitSetting(std::string_view item) {
+  const std::size_t colon = item.find(':');
+  if (colon == std::string_view::npos) return {std::nullopt, TrimBlanks(item)};
+  return {TrimBlanks(item.substr(0, colon)), TrimBlanks(item.substr(colon + 1))};
+}
+
+// Calls `read` with the value of each item of the text, and `store` with each state's number that
+// the value holds for, when `read` has understood it.
+template <class Read, class Store>
+void ReadSettings(std::string_view text, FaultNote& note, Read read, Store store) {
+  for (std::string_view item; TakeFilledItem(text, ';', item);) {
+    const SettingItem setting = SplitSetting(item);
+    if (setting.name && FindNumber(*setting.name) == 0) {
+      note.At(*setting.name, "unknown C-state", kNumberedState);
+    } else if (read(setting.value)) {
+      for (const CstateRow& row : kCstates) {
+        const bool is_meant = !setting.name || row.name == *setting.name;
+        if (row.number != 0 && is_meant) store(static_cast<std::size_t>(row.number));
+      }
+    }
+  }
+}
+
+void ReadNumbers(std::string_view text, std::vector<int>* values, FaultNote& note) {
+  int value = 0;
+  const auto read = [&](std::string_view number) {
+    const std::uint64_t parsed = ParseUnsigned(number).value_or(kNoNumber64);
+    if (parsed > std::numeric_limits<int>::max()) {
+      note.At(number, "not a number", "a number from 0 to 2147483647");
+      return false;
+    }
+    value = static_cast<int>(parsed);
+    return true;
+  };
+  ReadSettings(text, note, read, [&](std::size_t number) {
+    if (values != nullptr) (*values)[number] = value;
+  });
+}
+
+void ReadLists(std::string_view text, std::vector<std::vector<int>>* lists, NumberBase base,
+               FaultNote& note) {
+  std::vector<int> numbers;
+  const auto read = [&](std::string_view list) {
+    if (list.size() < 2 || list.front() != '[' || list.back() != ']') {
+      note.At(list, "not a list", "numbers in brackets, such as [0,2-4] or []");
+      return false;
+    }
+    FaultNote list_note(list);
+    numbers.clear();
+    ReadNumberList(list, lists != nullptr ? &numbers : nullptr, list_note, base);
+    if (list_note.First()) note.Within(list, *list_note.First());
+    return !list_note.First();
+  };
+  ReadSettings(text, note, read, [&](std::size_t number) {
+    if (lists != nullptr) (*lists)[number] = numbers;
+  });
+}
+
+}  // namespace
+
+namespace vexor {
+
+std::optional<Fault> CheckExeCstates(std::string_view text) {
+  FaultNote note(text);
+  ReadExeCstates(text, note);
+  return note.First();
+}
+
+std::optional<Fault> CheckLimitCstates(std::string_view text) {
+  FaultNote note(text);
+  ReadLimitCstates(text, note);
+  return note.First();
+}
+
+std::optional<Fault> CheckPerStateConditions(std::string_view text) {
+  FaultNote note(text);
+  ReadConditionWord(text, note);
+  return note.First();
+}
+
+std::optional<Fault> CheckPerCStateNumbers(std::string_view text) {
+  FaultNote note(text);
+  ReadNumbers(text, nullptr, note);
+  return note.First();
+}
+
+std::optional<Fault> CheckPerCStateLists(std::string_view text) {
+  FaultNote note(text);
+  ReadLists(text, nullptr, NumberBase::kDecimal, note);
+  return note.First();
+}
+
+}  // namespace vexor
+
+CSTATE_MASK ParseCstate(std::string_view name) { return FindCstate(name).mask; }
+
+MWAIT_HINT ParseCstateToHint(std::string_view name) { return FindCstate(name).hint; }
+
+MWAIT_HINT ParseCstateToHint(CX_STATES bit) {
+  for (const CstateRow& row : kCstates) {
+    if (row.mask == bit) return row.hint;
+  }
+  return MWAIT_HINT_NONE;
+}
+
+bool ParsePerCtateTolerance(std::vector<int>& tolerances, MWAIT_HINT hint, int value) {
+  tolerances.resize(kSettings);
+  for (const CstateRow& row : kCstates) {
+    if (row.number == 0 || row.hint != hint) continue;
+    tolerances[static_cast<std::size_t>(row.number)] = value;
+    return true;
+  }
+  return false;
+}
+
+bool ParsePerStateConditions(std::string_view word, std::vector<CSTATE_PER_STATE_CFG>& slots,
+                             bool& flag_a, bool& flag_b, bool& flag_c, bool& flag_d) {
+  constexpr std::size_t kSlots = 8;
+  constexpr std::size_t kFirstUsedSlot = 2;
+  slots.assign(kSlots, {});
+  FaultNote unused(word);
+  const std::optional<std::uint32_t> bits = ReadConditionWord(word, unused);
+  if (!bits) return false;
+  const auto field = [&](std::size_t at, std::uint32_t mask) {
+    return static_cast<std::uint8_t>((*bits >> at) & mask);
+  };
+  flag_d = field(0, 1) != 0;
+  if (field(3, 1) != 0) flag_a = true;
+  for (std::size_t slot = kFirstUsedSlot; slot < kSlots; ++slot) {
+    const std::size_t own = 4 * slot;  // slot 2 has bits 8 to 11
+    slots[slot] = {
+        .cond0 = field(own, 1),
+        .cond1 = field(own + 1, 1),
+        .cond2 = flag_c ? std::uint8_t{1} : field(own + 2, 1),
+        .cond3 = flag_b ? std::uint8_t{1} : field(own + 3, 1),
+        .noConditions = *bits == 0,
+        .globalBit1 = field(1, 1),
+        .globalBit2 = field(2, 1),
+        .field2BitA = field(4, 3),
+        .field2BitB = field(6, 3),
+    };
+  }
+  return true;
+}
+
+int ParseLimitCstates(std::string_view list) {
+  FaultNote unused(list);
+  return ReadLimitCstates(list, unused);
+}
+
+std::vector<CSTATE_MASK> ParseExeCstates(std::string_view list) {
+  FaultNote unused(list);
+  return ReadExeCstates(list, unused);
+}
+
+bool ParsePerCStateSetting(std::string_view text, std::vector<int>& values) {
+  values.resize(kSettings);
+  FaultNote note(text);
+  ReadNumbers(text, &values, note);
+  return !note.First();
+}
+
+bool ParsePerCStateSetting(std::string_view text, std::vector<std::vector<int>>& lists,
+                           bool hexadecimal) {
+  lists.resize(kSettings);
+  FaultNote note(text);
+  ReadLists(text, &lists, hexadecimal ? NumberBase::kHexadecimal : NumberBase::kDecimal, note);
+  return !note.First();
+}
+
+int ParseNum(std::string_view hex_text) {
+  if (hex_text.empty()) return -1;
+  const std::string digits(hex_text.substr(2, 8));
+  char* end = nullptr;
+  const long long number = std::strtoll(digits.c_str(), &end, 16);
+  if (end == digits.c_str()) throw std::invalid_argument("invalid stoi argument");
+  if (number < std::numeric_limits<int>::min() || number > std::numeric_limits<int>::max()) {
+    throw std::out_of_range("stoi argument out of range");
+  }
+  return static_cast<int>(number);
+}

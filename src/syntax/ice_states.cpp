@@ -1,0 +1,61 @@
+#include "vexor/syntax/ice_states.h"
+
+#include <algorithm>
+#include <array>
+
+#include "syntax/fault_note.h"
+#include "syntax/ice_states_grammar.h"
+#include "syntax/words.h"
+#include "util/text.h"
+
+using namespace vexor;
+
+namespace {
+
+// Of several words in a list the one that stands first here decides.
+constexpr auto kStates = std::to_array<Word<ICE_POWER_STATES>>({
+    {"Power-On", ICE_STATE_POWER_ON},
+    {"PowerOn", ICE_STATE_POWER_ON},
+    {"Power-Off", ICE_STATE_POWER_OFF},
+    {"PowerOff", ICE_STATE_POWER_OFF},
+    {"D0", ICE_STATE_D0},
+    {"D0I3", ICE_STATE_D0I3},
+    {"D3", ICE_STATE_D3},
+    {"None", ICE_STATE_UNKNOWN},
+});
+
+ICE_POWER_STATES ReadIceState(std::string_view list, FaultNote& note) {
+  const auto* first = kStates.data() + kStates.size() - 1;
+  for (std::string_view item; TakeFilledItem(list, ';', item);) {
+    item = TrimBlanks(item);
+    if (const auto* const state = FindWord(kStates, item)) {
+      first = std::min(first, state);
+    } else {
+      note.At(item, "unknown device state", kListOf<kStates>);
+    }
+  }
+  return first->value;
+}
+
+}  // namespace
+
+std::optional<Fault> vexor::CheckIceStates(std::string_view text) {
+  FaultNote note(text);
+  ReadIceState(text, note);
+  return note.First();
+}
+
+ICE_POWER_STATES ParseIceState(std::string_view list) {
+  FaultNote unused(list);
+  return ReadIceState(list, unused);
+}
+
+std::vector<int> ParseExeIceSleepStates(std::string_view list) {
+  std::vector<int> states;
+  for (std::string_view item; TakeItem(list, ';', item);) {
+    const ICE_POWER_STATES state = ParseIceState(item);
+    if (state == ICE_STATE_UNKNOWN) return {};
+    states.push_back(state);
+  }
+  return states;
+}

@@ -1,0 +1,15 @@
+// What is wrong with device states in an option text; nothing for a good one.
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+#include "syntax/fault.h"
+
+namespace vexor {
+
+// Of `ParseIceState` and `ParseExeIceSleepStates`. Empty text and "None" are good: no state is
+// asked for.
+std::optional<Fault> CheckIceStates(std::string_view text);
+
+}  // namespace vexor
