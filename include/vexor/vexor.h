@@ -19,6 +19,7 @@
 #include "vexor/syntax/error_codes.h"
 #include "vexor/syntax/ice_states.h"
 #include "vexor/syntax/power_scheme.h"
+#include "vexor/syntax/ratios.h"
 #include "vexor/syntax/residency.h"
 #include "vexor/syntax/sleep_states.h"
 #include "vexor/syntax/time.h"

@@ -1,0 +1,90 @@
+// Frequency ratios: keywords decoded against a machine's own ratios, and the ratio lists of tests.
+//
+//   ratio       "P0", "P1", "Pe", "Pn", "Pn--" (one below), "P0++" (one above), "P0Pn" (any pair),
+//               "XX" (any), "All", a number from 0 to 254 (0xFE), or two numbers joined by "-"
+//   ratios      ratios joined by "," or ";", such as "P0,0x10,8-12"; empty for all ratios
+//   P-states    "P0...Pn", "P1...Pn", "Turbo", "Specific:" and ratios, or ratios alone
+//   points      "Low", "Med", "High", "Dynamic", joined by "," or ";", in any case; empty for all
+//
+// Keywords are accepted exactly, except for points; blanks around an item are passed over, but not
+// by the two decoders. Any thread may call.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+#include "vexor/export.h"
+
+// The ratios of a machine.
+struct _P0_PN_RATIOS {
+  std::uint16_t P0 = 0;    // highest
+  std::uint16_t Pn = 0;    // lowest
+  std::uint16_t P1 = 0;    // guaranteed
+  std::uint8_t valid = 0;  // not 0 when the three are known
+};
+
+// Stores the ratio of "P0", "Pn", "Pn--" or "P0++", or the mark of "P0Pn" (0xFFFF, any pair), "XX"
+// (0xFFFE, any) or "All" (0xFFFD). Returns false, with nothing stored, for any other text.
+VEXOR_EXPORT bool DecodeP0PnRatioEnums(std::string_view text, std::uint16_t p0, std::uint16_t pn,
+                                       std::uint16_t& result);
+
+// Appends the ratios of a text, nothing when the machine's are not known: "P0", "P1" or "Pn"; the
+// ranges "P0...Pn", "P0..P1" or "P1..Pn", walked down by `step`; else a number list at ",", each
+// number raised to a multiple of 3. Unless `bounded`, "Pn--", "P0++" and "P0Pn" (0xFFFF) too; when
+// `bounded`, listed numbers beyond Pn or P0 are left out. A bad number is left out, and with it
+// what stands before it. Throws std::length_error for a list of more than 16,777,216 numbers.
+VEXOR_EXPORT void DecodeRatios(std::string_view text, _P0_PN_RATIOS ratios, bool bounded,
+                               std::vector<std::uint16_t>& list, std::uint8_t step);
+
+namespace vexor {
+
+enum class RatioName : std::int32_t {
+  kNumber,
+  kP0,
+  kP1,
+  kPe,
+  kPn,
+  kBelowPn,
+  kAboveP0,
+  kAnyPair,
+  kAny,
+  kAll,
+};
+
+// A ratio as it is written. Numbers run from `first` to `last`, up or down; both are 0 with a name.
+struct Ratio {
+  RatioName name = RatioName::kNumber;
+  std::uint16_t first = 0;
+  std::uint16_t last = 0;
+};
+
+enum class PstateRange : std::int32_t {
+  kAll,         // "P0...Pn", and any text that is not understood
+  kGuaranteed,  // "P1...Pn" or "P1..Pn"
+  kTurbo,       // "Turbo" or "P0..P1"
+  kSpecific,    // as listed
+};
+
+struct PstateSelection {
+  PstateRange range = PstateRange::kAll;
+  std::vector<Ratio> ratios;  // with kSpecific
+};
+
+enum class RatioPoint : std::int32_t { kLow, kMed, kHigh, kDynamic };
+
+// Returns the ratios that a frequency test walks through, in the order of the list; an item that is
+// no ratio is passed over.
+VEXOR_EXPORT std::vector<Ratio> ParseTrendRatios(std::string_view text);
+
+// Returns the P-states that a test runs; PstateRange::kAll for a text without a good item.
+VEXOR_EXPORT PstateSelection ParseExePstates(std::string_view text);
+
+// Returns the points of a memory or fabric frequency test, in the order of the list; an item that
+// is no point is passed over.
+VEXOR_EXPORT std::vector<RatioPoint> ParseSagvRatios(std::string_view text);
+
+// Returns the numbers, 0 to 254, of a list at "," or ";"; any other item is passed over.
+VEXOR_EXPORT std::vector<std::uint16_t> ParseTurboActivationRatios(std::string_view text);
+
+}  // namespace vexor

@@ -1,0 +1,293 @@
+#include "vexor/syntax/ratios.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+
+#include "syntax/fault_note.h"
+#include "syntax/number_list.h"
+#include "syntax/ratios_grammar.h"
+#include "syntax/words.h"
+#include "util/text.h"
+#include "vexor/util/numbers.h"
+
+using namespace vexor;
+
+namespace {
+
+constexpr std::uint16_t kLargestRatio = 0xFE;
+
+// When the list decoder knows a keyword. The single-value decoder has a column of its own.
+enum class InList { kNever, kAlways, kUnbounded };
+
+// A keyword's ratio is a ratio of the machine plus a difference, or the difference alone.
+struct RatioKeyword {
+  std::string_view text;
+  std::uint16_t _P0_PN_RATIOS::*base;
+  int difference;
+  bool is_single;
+  InList in_list;
+};
+
+constexpr auto kKeywords = std::to_array<RatioKeyword>({
+    {"P0", &_P0_PN_RATIOS::P0, 0, true, InList::kAlways},
+    {"Pn", &_P0_PN_RATIOS::Pn, 0, true, InList::kAlways},
+    {"P1", &_P0_PN_RATIOS::P1, 0, false, InList::kAlways},
+    {"Pn--", &_P0_PN_RATIOS::Pn, -1, true, InList::kUnbounded},
+    {"P0++", &_P0_PN_RATIOS::P0, +1, true, InList::kUnbounded},
+    {"P0Pn", nullptr, -1, true, InList::kUnbounded},
+    {"XX", nullptr, -2, true, InList::kNever},
+    {"All", nullptr, -3, true, InList::kNever},
+});
+
+struct RatioRange {
+  std::string_view text;
+  std::uint16_t _P0_PN_RATIOS::*upper;
+  std::uint16_t _P0_PN_RATIOS::*lower;
+};
+
+constexpr auto kRanges = std::to_array<RatioRange>({
+    {"P1..Pn", &_P0_PN_RATIOS::P1, &_P0_PN_RATIOS::Pn},
+    {"P0..P1", &_P0_PN_RATIOS::P0, &_P0_PN_RATIOS::P1},
+    {"P0...Pn", &_P0_PN_RATIOS::P0, &_P0_PN_RATIOS::Pn},
+});
+
+// Wraps in 16 bits.
+std::uint16_t ValueOf(const RatioKeyword& keyword, const _P0_PN_RATIOS& ratios) {
+  const int base = keyword.base != nullptr ? ratios.*keyword.base : 0;
+  return static_cast<std::uint16_t>(base + keyword.difference);
+}
+
+void AppendDownwards(std::uint16_t upper, std::uint16_t lower, std::uint8_t step,
+                     std::vector<std::uint16_t>& list) {
+  for (int ratio = upper; ratio >= lower; ratio -= step) {
+    list.push_back(static_cast<std::uint16_t>(ratio));
+    if (step == 0) return;  // never gets lower
+  }
+}
+
+// Ratios are stepped by three: listed values are raised to what the hardware can do.
+std::uint16_t RaiseToStep(std::uint16_t ratio) {
+  return static_cast<std::uint16_t>((ratio + 2) / 3 * 3);
+}
+
+void AppendListed(std::string_view text, const _P0_PN_RATIOS& ratios, bool bounded,
+                  std::vector<std::uint16_t>& list) {
+  std::vector<int> numbers;
+  FaultNote unused(text);
+  ReadNumberList(text, &numbers, unused);
+  for (const int number : numbers) {
+    const std::uint16_t ratio = RaiseToStep(static_cast<std::uint16_t>(number));
+    if (!bounded || (ratio >= ratios.Pn && ratio <= ratios.P0)) list.push_back(ratio);
+  }
+}
+
+struct NamedRatio {
+  std::string_view text;
+  RatioName name;
+};
+
+constexpr auto kNamedRatios = std::to_array<NamedRatio>({
+    {"P0", RatioName::kP0},
+    {"P1", RatioName::kP1},
+    {"Pe", RatioName::kPe},
+    {"Pn", RatioName::kPn},
+    {"Pn--", RatioName::kBelowPn},
+    {"Pn - -", RatioName::kBelowPn},  // as the hints in a file spell it: its comments allow no "--"
+    {"P0++", RatioName::kAboveP0},
+    {"P0Pn", RatioName::kAnyPair},
+    {"XX", RatioName::kAny},
+    {"All", RatioName::kAll},
+    {"ALL", RatioName::kAll},
+});
+
+struct NamedRange {
+  std::string_view text;
+  PstateRange range;
+};
+
+constexpr auto kNamedRanges = std::to_array<NamedRange>({
+    {"P0...Pn", PstateRange::kAll},
+    {"P1...Pn", PstateRange::kGuaranteed},
+    {"P1..Pn", PstateRange::kGuaranteed},
+    {"Turbo", PstateRange::kTurbo},
+    {"P0..P1", PstateRange::kTurbo},
+});
+
+constexpr std::string_view kSpecific = "Specific:";
+
+constexpr auto kPoints = std::to_array<Word<RatioPoint>>({
+    {"Low", RatioPoint::kLow},
+    {"Med", RatioPoint::kMed},
+    {"High", RatioPoint::kHigh},
+    {"Dynamic", RatioPoint::kDynamic},
+});
+
+constexpr std::string_view kRatioForm =
+    "P0, P1, Pe, Pn, Pn--, P0++, P0Pn, All, a number from 0 to 254 (0xFE) or two of them as 8-12";
+
+// Calls `read` with each item of a list at "," or ";", without its outer blanks. Empty items are
+// passed over.
+template <class Read>
+void ForEachItem(std::string_view text, Read read) {
+  for (std::string_view group; TakeFilledItem(text, ';', group);) {
+    for (std::string_view item; TakeFilledItem(group, ',', item);) read(TrimBlanks(item));
+  }
+}
+
+std::optional<std::uint16_t> ReadRatioNumber(std::string_view text) {
+  const std::uint64_t number = ParseUnsigned(text).value_or(kNoNumber64);
+  if (number > kLargestRatio) return std::nullopt;
+  return static_cast<std::uint16_t>(number);
+}
+
+std::optional<Ratio> ReadRatio(std::string_view text) {
+  for (const NamedRatio& row : kNamedRatios) {
+    if (row.text == text) return Ratio{.name = row.name};
+  }
+  const std::size_t dash = text.find('-');
+  const auto first = ReadRatioNumber(text.substr(0, dash));
+  const auto last = dash == std::string_view::npos ? first : ReadRatioNumber(text.substr(dash + 1));
+  if (!first || !last) return std::nullopt;
+  return Ratio{RatioName::kNumber, *first, *last};
+}
+
+std::vector<Ratio> ReadRatios(std::string_view text, FaultNote& note) {
+  std::vector<Ratio> ratios;
+  ForEachItem(text, [&](std::string_view item) {
+    if (const auto ratio = ReadRatio(item)) {
+      ratios.push_back(*ratio);
+    } else {
+      note.At(item, "not a ratio", kRatioForm);
+    }
+  });
+  return ratios;
+}
+
+PstateSelection ReadExePstates(std::string_view text, FaultNote& note) {
+  const std::string_view trimmed = TrimBlanks(text);
+  for (const NamedRange& row : kNamedRanges) {
+    if (row.text == trimmed) return {.range = row.range, .ratios = {}};
+  }
+  const bool is_specific = trimmed.starts_with(kSpecific);
+  const std::string_view listed = trimmed.substr(is_specific ? kSpecific.size() : 0);
+  PstateSelection selection{.range = PstateRange::kSpecific, .ratios = ReadRatios(listed, note)};
+  if (selection.ratios.empty()) selection.range = PstateRange::kAll;
+  if (selection.ratios.empty() && is_specific) note.At(listed, "no ratios", kRatioForm);
+  return selection;
+}
+
+std::vector<RatioPoint> ReadPoints(std::string_view text, FaultNote& note) {
+  std::vector<RatioPoint> points;
+  ForEachItem(text, [&](std::string_view item) {
+    if (const auto* const point = FindWord(kPoints, item)) {
+      points.push_back(point->value);
+    } else {
+      note.At(item, "unknown point", kListOf<kPoints>);
+    }
+  });
+  return points;
+}
+
+std::vector<std::uint16_t> ReadTurboActivationRatios(std::string_view text, FaultNote& note) {
+  std::vector<std::uint16_t> ratios;
+  ForEachItem(text, [&](std::string_view item) {
+    if (const auto ratio = ReadRatioNumber(item)) {
+      ratios.push_back(*ratio);
+    } else {
+      note.At(item, "not a ratio", "a number from 0 to 254 (0xFE)");
+    }
+  });
+  return ratios;
+}
+
+}  // namespace
+
+namespace vexor {
+
+std::optional<Fault> CheckTrendRatios(std::string_view text) {
+  FaultNote note(text);
+  ReadRatios(text, note);
+  return note.First();
+}
+
+std::optional<Fault> CheckExePstates(std::string_view text) {
+  FaultNote note(text);
+  ReadExePstates(text, note);
+  return note.First();
+}
+
+std::optional<Fault> CheckSagvRatios(std::string_view text) {
+  FaultNote note(text);
+  ReadPoints(text, note);
+  return note.First();
+}
+
+std::optional<Fault> CheckLowHighRatios(std::string_view text) {
+  FaultNote note(text);
+  ForEachItem(text, [&](std::string_view item) {
+    const auto* const point = FindWord(kPoints, item);
+    const bool is_known =
+        point != nullptr && (point->value == RatioPoint::kLow || point->value == RatioPoint::kHigh);
+    if (!is_known) note.At(item, "unknown point", "Low or High");
+  });
+  return note.First();
+}
+
+std::optional<Fault> CheckTurboActivationRatios(std::string_view text) {
+  FaultNote note(text);
+  ReadTurboActivationRatios(text, note);
+  return note.First();
+}
+
+std::vector<Ratio> ParseTrendRatios(std::string_view text) {
+  FaultNote unused(text);
+  return ReadRatios(text, unused);
+}
+
+PstateSelection ParseExePstates(std::string_view text) {
+  FaultNote unused(text);
+  return ReadExePstates(text, unused);
+}
+
+std::vector<RatioPoint> ParseSagvRatios(std::string_view text) {
+  FaultNote unused(text);
+  return ReadPoints(text, unused);
+}
+
+std::vector<std::uint16_t> ParseTurboActivationRatios(std::string_view text) {
+  FaultNote unused(text);
+  return ReadTurboActivationRatios(text, unused);
+}
+
+}  // namespace vexor
+
+bool DecodeP0PnRatioEnums(std::string_view text, std::uint16_t p0, std::uint16_t pn,
+                          std::uint16_t& result) {
+  for (const RatioKeyword& keyword : kKeywords) {
+    if (!keyword.is_single || keyword.text != text) continue;
+    result = ValueOf(keyword, {.P0 = p0, .Pn = pn});
+    return true;
+  }
+  return false;
+}
+
+void DecodeRatios(std::string_view text, _P0_PN_RATIOS ratios, bool bounded,
+                  std::vector<std::uint16_t>& list, std::uint8_t step) {
+  if (ratios.valid == 0) return;
+  for (const RatioKeyword& keyword : kKeywords) {
+    const bool is_known =
+        keyword.in_list == InList::kAlways || (keyword.in_list == InList::kUnbounded && !bounded);
+    if (is_known && keyword.text == text) {
+      list.push_back(ValueOf(keyword, ratios));
+      return;
+    }
+  }
+  for (const RatioRange& range : kRanges) {
+    if (range.text == text) {
+      AppendDownwards(ratios.*range.upper, ratios.*range.lower, step, list);
+      return;
+    }
+  }
+  AppendListed(text, ratios, bounded, list);
+}
