@@ -18,6 +18,7 @@
 #include "vexor/syntax/cstates.h"
 #include "vexor/syntax/error_codes.h"
 #include "vexor/syntax/ice_states.h"
+#include "vexor/syntax/peci.h"
 #include "vexor/syntax/power_scheme.h"
 #include "vexor/syntax/ratios.h"
 #include "vexor/syntax/residency.h"
