@@ -39,7 +39,8 @@ std::optional<Float> ReadPlainDecimal(std::string_view text) {
   const auto [stop, error] = std::from_chars(text.data(), text.data() + text.size(), value);
   if (error != std::errc::result_out_of_range) return value;
   // Without an exponent only digits before the point make a number too large.
-  const bool is_large = text.substr(0, text.find('.')).find_first_of("123456789") != text.npos;
+  const bool is_large =
+      text.substr(0, text.find('.')).find_first_of("123456789") != std::string_view::npos;
   value = is_large ? std::numeric_limits<Float>::infinity() : Float{0};
   return text.front() == '-' ? -value : value;
 }
