@@ -21,18 +21,20 @@ std::string MakeConfiguration(std::size_t size) {
   std::stringstream text;
   text << file.rdbuf();
   std::string lab = text.str();
-  const auto repeat = [&lab](const std::string& opener, const std::string& item, std::size_t bytes) {
+  const auto repeat = [&lab](const std::string& opener, const std::string& item,
+                             std::size_t bytes) {
     std::string items;
     while (items.size() < bytes) items += item;
     lab.insert(lab.find(opener) + opener.size(), items);
   };
   if (size <= lab.size()) return lab;
   const std::size_t missing = size - lab.size();
-  repeat("<MSR_CFG>",
-         "\n        <MSR>\n          <Address>0x1FC</Address>\n          <AndMask>0xFFFFFFFFFFFFFFFD"
-         "</AndMask>\n          <OrMask>0x2</OrMask>\n          <Pkg>All</Pkg>\n"
-         "          <Module>All</Module>\n          <CORE>All</CORE>\n        </MSR>",
-         missing / 3);
+  repeat(
+      "<MSR_CFG>",
+      "\n        <MSR>\n          <Address>0x1FC</Address>\n          <AndMask>0xFFFFFFFFFFFFFFFD"
+      "</AndMask>\n          <OrMask>0x2</OrMask>\n          <Pkg>All</Pkg>\n"
+      "          <Module>All</Module>\n          <CORE>All</CORE>\n        </MSR>",
+      missing / 3);
   repeat("<CONFIG>", "\n          <ITEM>0; RAPL_Pkg_Power_Limit2; Enable</ITEM>", missing / 3);
   repeat("<PCIe-Link>", "\n        <ConfigState>0:1C:0 L0s-and-L1</ConfigState>", missing / 3);
   return lab;
@@ -86,3 +88,5 @@ BENCHMARK(ReadAgainstParse)
     ->MinTime(2);
 
 }  // namespace
+
+BENCHMARK_MAIN();

@@ -38,24 +38,29 @@ const TimeUnit* FindUnit(std::string_view word) {
   return found == std::end(kTimeUnits) ? nullptr : found;
 }
 
-// For the grammars that know the unit words in lower case only.
+// For the grammars that know the unit words in lower case only: no upper-case letter may be there.
 const TimeUnit* FindExactUnit(std::string_view word) {
-  const TimeUnit* const unit = FindUnit(word);
-  return unit != nullptr && unit->word == word ? unit : nullptr;
+  const auto is_upper = [](char c) { return c >= 'A' && c <= 'Z'; };
+  return std::ranges::any_of(word, is_upper) ? nullptr : FindUnit(word);
 }
 
 // Counts of all calls that drew a random time: equal seeds shall not draw alike.
 constinit std::atomic<unsigned> g_drawn_times = 0;
 
 // 0 for a bad number.
-std::uint64_t ReadNumber(std::string_view text, FaultNote& note, std::uint64_t limit = UINT64_MAX) {
+std::uint64_t ReadNumber(std::string_view text, FaultNote& note) {
   const std::optional<std::uint64_t> number = ParseUnsigned(text);
-  if (!number) {
-    note.At(text, "not a number", kNumberForm);
-  } else if (*number > limit) {
+  if (!number) note.At(text, "not a number", kNumberForm);
+  return number.value_or(0);
+}
+
+// A number that counts units of so many milliseconds or microseconds.
+std::uint64_t ReadUnits(std::string_view text, std::uint32_t factor, FaultNote& note) {
+  const std::uint64_t number = ReadNumber(text, note);
+  if (number > UINT32_MAX || number * factor > UINT32_MAX) {
     note.At(text, "number too large", "a time that fits 32 bits");
   }
-  return number.value_or(0);
+  return number;
 }
 
 // Bounds are taken in 32 bits.
@@ -68,9 +73,9 @@ struct Bounds {
 
 // Reads "number" or "low-high", split at the first dash, without trimming.
 Bounds ReadBounds(std::string_view text, std::uint32_t factor, FaultNote& note) {
-  const std::size_t dash = text.find('-');
+  const std::size_t dash = FindByte(text, '-');
   const auto read = [&](std::string_view bound) {
-    return static_cast<std::uint32_t>(ReadNumber(bound, note, UINT32_MAX / factor));
+    return static_cast<std::uint32_t>(ReadUnits(bound, factor, note));
   };
   const std::uint32_t min = read(text.substr(0, dash));
   if (dash == std::string_view::npos) return {min, min};
@@ -143,10 +148,9 @@ std::optional<UnitTime> ReadUnitTime(std::string_view text, FaultNote& note) {
   } else {
     note.At(parts->unit, "unknown unit", "msec, sec, min or hour");
   }
-  const std::uint64_t limit = UINT32_MAX / time.factor;
-  time.is_range = parts->value.find('-') != std::string_view::npos;
+  time.is_range = FindByte(parts->value, '-') != std::string_view::npos;
   if (!time.is_range) {
-    time.low = ReadNumber(parts->value, note, limit);
+    time.low = ReadUnits(parts->value, time.factor, note);
     return time;
   }
   // Unlike the bounds of `ReadOnTime`, these are items: trimmed, empty ones passed over.
@@ -154,7 +158,7 @@ std::optional<UnitTime> ReadUnitTime(std::string_view text, FaultNote& note) {
   for (std::uint64_t* const bound : {&time.low, &time.high}) {
     std::string_view item;
     if (TakeFilledItem(rest, '-', item)) {
-      *bound = ReadNumber(TrimBlanks(item), note, limit);
+      *bound = ReadUnits(TrimBlanks(item), time.factor, note);
     } else {
       note.At(rest, "missing bound", "low-high");
     }
@@ -163,21 +167,20 @@ std::optional<UnitTime> ReadUnitTime(std::string_view text, FaultNote& note) {
 }
 
 std::uint32_t ReadBracketTime(std::string_view text, FaultNote& note) {
-  const std::size_t open = text.find('[');
+  const std::size_t open = FindByte(text, '[');
   if (open == std::string_view::npos) {
     note.AtEnd("no unit in brackets", "number[unit] with sec, min or hour (for example 10[sec])");
     return 0;
   }
   const std::string_view rest = text.substr(open + 1);
-  const std::string_view word = rest.substr(0, rest.find(']'));
+  const std::string_view word = rest.substr(0, FindByte(rest, ']'));
   const TimeUnit* const unit = FindExactUnit(word);
   // Deliberately no "msec": this form has never known it.
-  if (unit == nullptr || unit->word == "msec") {
+  if (unit == nullptr || unit->milliseconds == 1) {
     note.At(word, "unknown unit", "sec, min or hour, in lower case");
     return 0;
   }
-  const std::uint64_t number =
-      ReadNumber(text.substr(0, open), note, UINT32_MAX / unit->milliseconds);
+  const std::uint64_t number = ReadUnits(text.substr(0, open), unit->milliseconds, note);
   return unit->milliseconds * static_cast<std::uint32_t>(number);
 }
 

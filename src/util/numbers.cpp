@@ -91,7 +91,7 @@ struct ItemBounds {
 };
 
 ItemBounds SplitRange(std::string_view item) {
-  const std::size_t dash = item.find('-');
+  const std::size_t dash = FindByte(item, '-');
   if (dash == std::string_view::npos) return {item, item, false};
   return {item.substr(0, dash), item.substr(dash + 1), true};
 }
@@ -100,7 +100,7 @@ ItemBounds SplitRange(std::string_view item) {
 bool AppendIntegers(std::string_view item, bool hexadecimal, std::vector<int>& values) {
   const auto read = [hexadecimal](std::string_view bound) {
     return ValueOr(
-        hexadecimal && !HasHexPrefix(bound) ? ReadDigits(bound, 16) : ReadUnsigned(bound),
+        hexadecimal && !HasHexPrefix(bound) ? ReadDigits<16>(bound) : ReadUnsigned(bound),
         kNoNumber64);
   };
   const ItemBounds bounds = SplitRange(item);

@@ -23,7 +23,11 @@ constexpr bool IsHexDigit(char c) {
 }
 
 constexpr bool EqualsIgnoreCase(std::string_view a, std::string_view b) {
-  return std::ranges::equal(a, b, {}, ToUpper, ToUpper);
+  if (a.size() != b.size()) return false;
+  for (std::size_t i = 0; i < a.size(); ++i) {
+    if (ToUpper(a[i]) != ToUpper(b[i])) return false;
+  }
+  return true;
 }
 
 constexpr bool StartsWithIgnoreCase(std::string_view text, std::string_view prefix) {
@@ -61,12 +65,23 @@ constexpr std::string_view TrimSpace(std::string_view text) {
   return TrimIf(text, [](char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; });
 }
 
+// Like `text.find(wanted)`. Items are short, and for a few bytes the call of a library function
+// costs more than they do.
+constexpr std::size_t FindByte(std::string_view text, char wanted) {
+  constexpr std::size_t kShort = 16;
+  const std::size_t looked_at = std::min(text.size(), kShort);
+  for (std::size_t i = 0; i < looked_at; ++i) {
+    if (text[i] == wanted) return i;
+  }
+  return text.find(wanted, looked_at);
+}
+
 // Takes the next item, up to the delimiter, off the front of `rest`; false when nothing is left.
 // An empty item between delimiters is an item, a trailing delimiter gives none: "a,,b," holds "a",
 // "" and "b", an empty text nothing.
 constexpr bool TakeItem(std::string_view& rest, char delimiter, std::string_view& item) {
   if (rest.empty()) return false;
-  const std::size_t end = rest.find(delimiter);
+  const std::size_t end = FindByte(rest, delimiter);
   item = rest.substr(0, end);
   rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 1);
   return true;
@@ -92,11 +107,12 @@ struct UnsignedText {
 };
 
 // Reads digits of the base and nothing else: no sign, no prefix, no blank, at least one digit.
-inline UnsignedText ReadDigits(std::string_view text, int base) {
+template <int kBase>
+UnsignedText ReadDigits(std::string_view text) {
   using Kind = UnsignedText::Kind;
   const char* const end = text.data() + text.size();
   std::uint64_t value = 0;
-  const auto [stop, error] = std::from_chars(text.data(), end, value, base);
+  const auto [stop, error] = std::from_chars(text.data(), end, value, kBase);
   if (text.empty() || stop != end) return {};
   if (error == std::errc::result_out_of_range) return {.kind = Kind::kBeyond64Bits};
   return {.kind = Kind::kNumber, .value = value};
@@ -104,7 +120,7 @@ inline UnsignedText ReadDigits(std::string_view text, int base) {
 
 // Reads a whole text of decimal digits, or of "0x" or "0X" and hexadecimal digits.
 inline UnsignedText ReadUnsigned(std::string_view text) {
-  return HasHexPrefix(text) ? ReadDigits(text.substr(2), 16) : ReadDigits(text, 10);
+  return HasHexPrefix(text) ? ReadDigits<16>(text.substr(2)) : ReadDigits<10>(text);
 }
 
 // The number that `ReadUnsigned` finds; nothing for any other text and for a number beyond 64 bits.

@@ -30,29 +30,18 @@ TEST(Time, UnitFactors) {
 }
 
 TEST(Time, ParseUnitTimeReadsUnitAndNumber) {
-  struct Case {
-    std::string text;
-    unsigned ms;
-  };
   constexpr unsigned kDefault = 7;
-  const Case cases[] = {{"msec:80", 80},
-                        {"sec:10", 10'000},
-                        {"Hour:2", 7'200'000},
-                        {"fortnight:3", 3},
-                        {": Sec : 0x10 :", 16'000},
-                        {"sec:abc", 0},
-                        {"sec: ", 0},
-                        {"sec:-", 0},
-                        {"sec:4-4", 4000},
-                        {"sec: 4 - 4 -9", 4000},
-                        {"msec:4294967297", 1},
-                        {"sec:4294968", 704},
-                        {"10", kDefault},
-                        {"", kDefault},
-                        {"sec:", kDefault},
-                        {"sec:1:2", kDefault},
-                        {std::string("sec:") + kBeyond64Bits, 0}};
-  for (const Case& c : cases) EXPECT_EQ(ParseUnitTime(c.text, 1, kDefault), c.ms) << c.text;
+  const std::pair<unsigned, std::vector<std::string>> cases[] = {
+      {80, {"msec:80", "about:80", "msec:4294967376"}},
+      {16'000, {"sec:16", ": Sec : 0x10 :", "sec:16-16", "sec: 16 - 16 -9"}},
+      {7'200'000, {"Hour:2", "min:120"}},
+      {704, {"sec:4294968"}},  // wrapped around
+      {0, {"sec:abc", "sec: ", "sec:-", std::string("sec:") + kBeyond64Bits}},
+      {kDefault, {"10", "", "sec:", "sec:1:2"}},
+  };
+  for (const auto& [ms, texts] : cases) {
+    for (const auto& text : texts) EXPECT_EQ(ParseUnitTime(text, 1, kDefault), ms) << text;
+  }
 }
 
 TEST(Time, ParseUnitTimeDrawsFromTheSeedAndACounter) {
@@ -70,25 +59,16 @@ TEST(Time, ParseUnitTimeDrawsFromTheSeedAndACounter) {
 }
 
 TEST(Time, GetTimeReadsBrackets) {
-  struct Case {
-    const char* text;
-    unsigned ms;
+  const std::pair<unsigned, std::vector<const char*>> cases[] = {
+      {120'000, {"2[min]", "120[sec", "0x78[sec]x"}},
+      {3'600'000, {"1[hour]"}},
+      {704, {"4294968[sec]"}},  // wrapped around
+      {0, {"2[MIN]", "500[msec]", "500", " 2[min]", "sec", "]5[sec]", "[sec]", "5[]", ""}},
+      {0, {"99999999999999999999[sec]"}},
   };
-  const Case cases[] = {{"2[min]", 120'000},
-                        {"0x10[sec]", 16'000},
-                        {"1[hour", 3'600'000},
-                        {"1[sec]x", 1000},
-                        {"2[MIN]", 0},
-                        {"500[msec]", 0},
-                        {"500", 0},
-                        {" 2[min]", 0},
-                        {"sec", 0},
-                        {"]5[sec]", 0},
-                        {"[sec]", 0},
-                        {"", 0},
-                        {"99999999999999999999[sec]", 0},
-                        {"4294968[sec]", 704}};
-  for (const Case& c : cases) EXPECT_EQ(GetTime(c.text), c.ms) << c.text;
+  for (const auto& [ms, texts] : cases) {
+    for (const char* text : texts) EXPECT_EQ(GetTime(text), ms) << text;
+  }
 }
 
 TEST(Time, ParseOnTimeTypeReadsRanges) {

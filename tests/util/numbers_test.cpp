@@ -28,33 +28,23 @@ std::string TextOfThrown(Call call) {
 
 TEST(Numbers, String2IntegerReadsWholeUnsignedTexts) {
   struct Case {
-    const char* text;
-    std::uint64_t plain, before_colon;
+    std::uint64_t value;
+    bool before_colon;
+    std::vector<const char*> texts;
   };
   constexpr std::uint64_t kBad = 7;
   const Case cases[] = {
-      {"31", 31, 31},
-      {"0031", 31, 31},
-      {"0x1F", 31, 31},
-      {"0XfF", 255, 255},
-      {"18446744073709551615", UINT64_MAX, UINT64_MAX},
-      {"0xFFFFFFFFFFFFFFFF", UINT64_MAX, UINT64_MAX},
-      {"12:34", kBad, 12},
-      {" :: 0x10 :3", kBad, kBad},
-      {": 0x10 :3", kBad, 16},
-      {" 31", kBad, 31},
-      {"", kBad, kBad},
-      {":", kBad, kBad},
-      {"0x", kBad, kBad},
-      {"-1", kBad, kBad},
-      {"+1", kBad, kBad},
-      {"1.0", kBad, kBad},
-      {"1f", kBad, kBad},
-      {"99999999999999999999x", kBad, kBad},
+      {31, false, {"31", "0031", "0x1F", "0X1f"}},
+      {UINT64_MAX, false, {"18446744073709551615", "0xFFFFFFFFFFFFFFFF"}},
+      {kBad, false, {"", " 31", "31 ", "-1", "+1", "1.0", "1f", "0x", "x1", "12:34"}},
+      {kBad, false, {"99999999999999999999x", "0x99999999999999999g"}},
+      {12, true, {"12", "12:34", " 12 :x", "::12", ": 0xC"}},
+      {kBad, true, {"", ":", " :12", "x:12", "1 2:"}},
   };
   for (const Case& c : cases) {
-    EXPECT_EQ(String2Integer(c.text, kBad, false), c.plain) << c.text;
-    EXPECT_EQ(String2Integer(c.text, kBad, true), c.before_colon) << c.text;
+    for (const char* text : c.texts) {
+      EXPECT_EQ(String2Integer(text, kBad, c.before_colon), c.value) << text;
+    }
   }
   for (const char* text : {kBeyond64Bits, "0x10000000000000000", "18446744073709551616"}) {
     EXPECT_EQ(TextOfThrown<std::out_of_range>([text] { String2Integer(text, 0); }),
@@ -63,71 +53,37 @@ TEST(Numbers, String2IntegerReadsWholeUnsignedTexts) {
 }
 
 TEST(Numbers, String2FloatReadsTheFrontOfPlainDecimals) {
-  struct Case {
-    std::string text;
-    bool ok;
-    double value;
+  const std::pair<double, std::vector<std::string>> cases[] = {
+      {2.5, {"2.5", "02.50", "2.5-1", "2.5.1"}},
+      {-0.5, {"-.5", "-0.5-"}},
+      {5, {"5.", "5-2"}},
+      {0, {"-", ".", "..1", "--1", "0." + std::string(60, '0') + "9"}},
+      {-kInfinity, {"-" + std::string(50, '9') + ".5"}},
   };
-  const Case cases[] = {
-      {"2.5", true, 2.5},
-      {"-2.5", true, -2.5},
-      {"1-2", true, 1},
-      {"1.5.2", true, 1.5},
-      {".5", true, 0.5},
-      {"5.", true, 5},
-      {"-", true, 0},
-      {"..1", true, 0},
-      {"--1", true, 0},
-      {"", false, 0},
-      {" 1", false, 0},
-      {"1e2", false, 0},
-      {"+1", false, 0},
-      {"1,5", false, 0},
-      {"0x1", false, 0},
-      {"inf", false, 0},
-      {"-" + std::string(50, '9') + ".5", true, -kInfinity},
-      {"0." + std::string(60, '0') + "9", true, 0},
-  };
-  for (const Case& c : cases) {
-    bool ok = !c.ok;
-    EXPECT_EQ(String2Float(c.text, ok), c.value) << c.text;
-    EXPECT_EQ(ok, c.ok) << c.text;
+  bool ok = false;
+  for (const auto& [value, texts] : cases) {
+    for (const std::string& text : texts)
+      EXPECT_TRUE(String2Float(text, ok) == value && ok) << text;
+  }
+  for (const char* bad : {"", " 1", "1e2", "+1", "1,5", "0x1", "inf"}) {
+    ok = true;
+    EXPECT_TRUE(String2Float(bad, ok) == 0 && !ok) << bad;
   }
 }
 
 TEST(Numbers, GetDoubleValueReadsWordsAndNumbers) {
-  struct Case {
-    const char* text;
-    double value;
+  const std::pair<double, std::vector<const char*>> cases[] = {
+      {7, {"N/A", "n/a"}},
+      {0, {"False", "no", "Inactive", "Disabled by", "disable", "0", "0xg", "0x.", "0x-1", "0x"}},
+      {1, {"true", "yEs", "active", "enable", "Enabled", "1", "1e", "0x1", "0x2p-1"}},
+      {2.5, {"2.5", " \t\n\v\f\r+2.5x", "25.e-1-", "0x2.8", "0X.Ap2p", "2.5.1"}},
+      {-3, {"-3", "-0x1.8p1"}},
+      {18446744073709551616.0, {"0xFFFFFFFFFFFFFFFF"}},
+      {-kInfinity, {"-inf", "-INFINITE"}},
   };
-  const Case cases[] = {
-      {"n/A", 7},
-      {"0x10", 16},
-      {"0xFFFFFFFFFFFFFFFF", 18446744073709551616.0},
-      {"False", 0},
-      {"no", 0},
-      {"Inactive", 0},
-      {"Disabled by", 0},
-      {"true", 1},
-      {"yEs", 1},
-      {"active", 1},
-      {"enable", 1},
-      {"Enabled", 1},
-      {"2.5", 2.5},
-      {" \t\n\v\f\r+2.5x", 2.5},
-      {"-.5e1", -5},
-      {"1e", 1},
-      {"5.e-1-", 0.5},
-      {"-0x1.8p1", -3},
-      {"0x1.8", 1.5},
-      {"0x.8p", 0.5},
-      {"0xg", 0},
-      {"0x.", 0},
-      {"0x-1", 0},
-      {"-inf", -kInfinity},
-      {"INFINITE", kInfinity},
-  };
-  for (const Case& c : cases) EXPECT_EQ(GetDoubleValue(c.text, 7), c.value) << c.text;
+  for (const auto& [value, texts] : cases) {
+    for (const char* text : texts) EXPECT_EQ(GetDoubleValue(text, 7), value) << text;
+  }
   EXPECT_TRUE(std::isnan(GetDoubleValue("nan(1)", 7)));
   for (const char* text : {"", " ", "x", "N", "truex", "-", "+-1", "--1", ".", "e5", "- 1"}) {
     EXPECT_EQ(TextOfThrown<std::invalid_argument>([text] { GetDoubleValue(text, 7); }),
@@ -144,37 +100,30 @@ TEST(Numbers, GetDoubleValueReadsWordsAndNumbers) {
 }
 
 TEST(Numbers, GetIntegerListExpandsRanges) {
-  struct Case {
-    const char* text;
-    Integers decimal, hexadecimal;
-  };
   constexpr int kBad = -7;
-  const Case cases[] = {
-      {"", {}, {}},
-      {"[1,3-5]", {1, 3, 4, 5}, {1, 3, 4, 5}},
-      {"5-3", {3, 4, 5}, {3, 4, 5}},
-      {"4-4,", {4}, {4}},
-      {"10,0x10", {10, 16}, {16, 16}},
-      {"9-0XB", {9, 10, 11}, {9, 10, 11}},
-      {"1[2]", {12}, {18}},
-      {"1,x,3", {kBad, 3}, {kBad, 3}},
-      {"1,f-10", {kBad}, {1, 15, 16}},
-      {"1,,3", {kBad, 3}, {kBad, 3}},
-      {",", {kBad}, {kBad}},
-      {"2,-1", {kBad}, {kBad}},
-      {"1-", {kBad}, {kBad}},
-      {"1-2-3", {kBad}, {kBad}},
-      {"1, 2", {kBad}, {kBad}},
-      {"1,0x", {kBad}, {kBad}},
-      {"0xDEADBEEFDEADBEEF,1", {kBad, 1}, {kBad, 1}},
-      {"0xFFFFFFFF,0x100000002", {-1, 2}, {-1, 2}},
-      {"0x7FFFFFFF-0x80000000", {INT32_MAX, INT32_MIN}, {INT32_MAX, INT32_MIN}},
-      {"0xFFFFFFFFFFFFFFFE-0xFFFFFFFFFFFFFFFF", {-2, -1}, {-2, -1}},
+  const std::pair<const char*, Integers> cases[] = {
+      {"", {}},
+      {"[1,3-5]", {1, 3, 4, 5}},
+      {"5-3,4-4,", {3, 4, 5, 4}},
+      {"10,0x10,1[2]", {10, 16, 12}},
+      {"9-0XB", {9, 10, 11}},
+      {"1,x,3", {kBad, 3}},
+      {"1,,3", {kBad, 3}},
+      {",", {kBad}},
+      {"2,-1", {kBad}},
+      {"1-", {kBad}},
+      {"1-2-3", {kBad}},
+      {"1, 2,0xDEADBEEFDEADBEEF,3", {kBad, 3}},
+      {"0xFFFFFFFF,0x100000002", {-1, 2}},
+      {"0x7FFFFFFF-0x80000000", {INT32_MAX, INT32_MIN}},
+      {"0xFFFFFFFFFFFFFFFE-0xFFFFFFFFFFFFFFFF", {-2, -1}},
   };
-  for (const Case& c : cases) {
-    EXPECT_EQ(GetIntegerList(c.text, ',', kBad, false), c.decimal) << c.text;
-    EXPECT_EQ(GetIntegerList(c.text, ',', kBad, true), c.hexadecimal) << c.text;
+  for (const auto& [text, values] : cases) {
+    EXPECT_EQ(GetIntegerList(text, ',', kBad, false), values) << text;
   }
+  EXPECT_EQ(GetIntegerList("10,0x10;f", ',', kBad, true), Integers{kBad});
+  EXPECT_EQ(GetIntegerList("10;0X10;f-0x11;0x", ';', kBad, true), Integers{kBad});
+  EXPECT_EQ(GetIntegerList("10;0X10;f-0x11", ';', kBad, true), (Integers{16, 16, 15, 16, 17}));
 }
 
 TEST(Numbers, GetDoubleListStepsThroughRanges) {

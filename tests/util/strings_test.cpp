@@ -9,21 +9,12 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-TEST(Strings, SplitKeepsWhatIsNotEmpty) {
-  struct Case {
-    const char* text;
-    bool trim;
-    Texts items;
-    const char* rule;
-  };
-  const Case cases[] = {
-      {"", false, {}, "no text, no items"},
-      {",a,,b,", false, {"a", "b"}, "empty items are dropped"},
-      {" a, ,b ", false, {" a", " ", "b "}, "nothing is trimmed unasked"},
-      {"a, ,b", true, {"a", "", "b"}, "blanks are trimmed after empty items were dropped"},
-      {"\ta , b\n", true, {"\ta", "b\n"}, "only blanks are trimmed"},
-  };
-  for (const Case& c : cases) EXPECT_EQ(Split(c.text, ',', c.trim), c.items) << c.rule;
+TEST(Strings, SplitDropsEmptyItemsAndThenTrimsBlanks) {
+  EXPECT_EQ(Split("", ',', false), Texts{});
+  EXPECT_EQ(Split(",a,,b,", ',', false), (Texts{"a", "b"}));
+  EXPECT_EQ(Split(" a, ,b ", ',', false), (Texts{" a", " ", "b "}));
+  EXPECT_EQ(Split(" a, ,b ", ',', true), (Texts{"a", "", "b"}));
+  EXPECT_EQ(Split("\ta , b\n", ',', true), (Texts{"\ta", "b\n"}));
 }
 
 TEST(Strings, SplitsAppendsAndReturnsAll) {
@@ -33,20 +24,12 @@ TEST(Strings, SplitsAppendsAndReturnsAll) {
 }
 
 TEST(Strings, SplitByStringRestartsTwoBehindTheMatch) {
-  struct Case {
-    const char* text;
-    const char* delimiter;
-    Texts items;
-  };
-  const Case cases[] = {
-      {"", ", ", {""}},
-      {"a, b, c", ", ", {"a", "b", "c"}},
-      {", a, ", ", ", {"", "a", ""}},
-      {"a,b,c", ",", {"a", "", ""}},
-      {"a---b", "---", {"a", "-b"}},
-      {"abc", "", {"abc"}},
-  };
-  for (const Case& c : cases) EXPECT_EQ(SplitByString(c.text, c.delimiter), c.items) << c.text;
+  EXPECT_EQ(SplitByString("", ", "), Texts{""});
+  EXPECT_EQ(SplitByString("a, b, c", ", "), (Texts{"a", "b", "c"}));
+  EXPECT_EQ(SplitByString(", a, ", ", "), (Texts{"", "a", ""}));
+  EXPECT_EQ(SplitByString("a,b,c", ","), (Texts{"a", "", ""}));
+  EXPECT_EQ(SplitByString("a---b", "---"), (Texts{"a", "-b"}));
+  EXPECT_EQ(SplitByString("abc", ""), Texts{"abc"});
   EXPECT_THROW(SplitByString("a,", ","), std::out_of_range);
 }
 
@@ -164,21 +147,15 @@ TEST(Strings, PacksCharacters) {
 }
 
 TEST(Strings, RecognisesNumbers) {
-  struct Case {
-    const char* text;
-    bool is_dec, is_hex;
-  };
-  const Case cases[] = {
-      {"0", true, false},    {"0123456789", true, false}, {"", false, false},
-      {"-1", false, false},  {" 1", false, false},        {"1f", false, false},
-      {"0x", false, false},  {"0X1f", false, true},       {"0xabcdefABCDEF09", false, true},
-      {"0xg", false, false}, {"1x1", false, false},       {"0x1 ", false, false},
-      {"1/:", false, false}, {"0x@", false, false},
-  };
-  for (const Case& c : cases) {
-    EXPECT_EQ(IsDecString(c.text), c.is_dec) << c.text;
-    EXPECT_EQ(IsHexString(c.text), c.is_hex) << c.text;
-    EXPECT_EQ(IsDecOrHexString(c.text), c.is_dec || c.is_hex) << c.text;
+  for (const char* dec : {"0", "0123456789", "99999999999999999999"}) {
+    EXPECT_TRUE(IsDecString(dec) && !IsHexString(dec) && IsDecOrHexString(dec)) << dec;
+  }
+  for (const char* hex : {"0X1f", "0xabcdefABCDEF0123456789"}) {
+    EXPECT_TRUE(!IsDecString(hex) && IsHexString(hex) && IsDecOrHexString(hex)) << hex;
+  }
+  for (const char* bad :
+       {"", "-1", " 1", "1f", "1x1", "1/", ":", "0x", "0xg", "0x1 ", "0x@", "0x`", "x1"}) {
+    EXPECT_FALSE(IsDecString(bad) || IsHexString(bad) || IsDecOrHexString(bad)) << bad;
   }
   EXPECT_TRUE(IsNotDigit('/') && IsNotDigit(':') && !IsNotDigit('0') && !IsNotDigit('9'));
 }

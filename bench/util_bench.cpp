@@ -1,0 +1,232 @@
+// The string and number helpers and the time parsers against loops written by hand for the same
+// texts, over std::string_view and std::from_chars. The loops know what the texts look like: they
+// read no other form, detect no bad text, and are inlined.
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "ratio_reporter.h"
+#include "vexor/syntax/time.h"
+#include "vexor/util/numbers.h"
+#include "vexor/util/random.h"
+#include "vexor/util/strings.h"
+
+namespace {
+
+using std::string_view;
+
+template <class Number>
+Number ReadByHand(string_view text, int base = 10) {
+  Number number = 0;
+  std::from_chars(text.data(), text.data() + text.size(), number, base);
+  return number;
+}
+
+std::uint64_t IntegerByHand(string_view text) {
+  if (text.starts_with("0x")) return ReadByHand<std::uint64_t>(text.substr(2), 16);
+  return ReadByHand<std::uint64_t>(text);
+}
+
+template <class Use>
+void ForEachItemByHand(string_view text, char delimiter, Use use) {
+  while (!text.empty()) {
+    const std::size_t end = std::min(text.find(delimiter), text.size());
+    use(text.substr(0, end));
+    text.remove_prefix(std::min(end + 1, text.size()));
+  }
+}
+
+string_view TrimByHand(string_view text) {
+  while (text.starts_with(' ')) text.remove_prefix(1);
+  while (text.ends_with(' ')) text.remove_suffix(1);
+  return text;
+}
+
+std::vector<std::string> SplitByHand(string_view text) {
+  std::vector<std::string> items;
+  ForEachItemByHand(text, ';', [&](string_view item) { items.emplace_back(TrimByHand(item)); });
+  return items;
+}
+
+bool KeywordByHand(string_view text) {
+  bool found = false;
+  ForEachItemByHand(text, ';',
+                    [&](string_view item) { found |= TrimByHand(item) == "ExitOnFail"; });
+  return found;
+}
+
+std::vector<int> IntegersByHand(string_view text) {
+  std::vector<int> values;
+  ForEachItemByHand(text, ',', [&](string_view item) {
+    const std::size_t dash = item.find('-');
+    const int low = ReadByHand<int>(item.substr(0, dash));
+    const int high = dash == string_view::npos ? low : ReadByHand<int>(item.substr(dash + 1));
+    for (int i = low; i <= high; ++i) values.push_back(i);
+  });
+  return values;
+}
+
+std::vector<double> DoublesByHand(string_view text) {
+  const auto read = [](string_view number) {
+    double value = 0;
+    std::from_chars(number.data(), number.data() + number.size(), value);
+    return value;
+  };
+  std::vector<double> values;
+  ForEachItemByHand(text, ',', [&](string_view item) {
+    const std::size_t dash = item.find('-');
+    const double low = read(item.substr(0, dash));
+    const double high = dash == string_view::npos ? low : read(item.substr(dash + 1));
+    for (double value = low; value <= high; value += 0.5) values.push_back(value);
+  });
+  return values;
+}
+
+unsigned UnitByHand(string_view word) {
+  if (word == "msec") return 1;
+  if (word == "sec") return 1000;
+  if (word == "min") return 60000;
+  return 3600000;
+}
+
+ONTIME_TYPE OnTimeByHand(string_view text) {
+  const std::size_t colon = text.find(':');
+  const unsigned factor = UnitByHand(text.substr(0, colon));
+  const string_view range = text.substr(colon + 1);
+  const std::size_t dash = range.find('-');
+  const auto low = ReadByHand<unsigned>(range.substr(0, dash));
+  const auto high = dash == string_view::npos ? low : ReadByHand<unsigned>(range.substr(dash + 1));
+  return {.avgMs = factor * (low + high) / 2,
+          .minMs = factor * low,
+          .maxMs = factor * high,
+          .isSet = true};
+}
+
+unsigned UnitTimeByHand(string_view text) {
+  static unsigned seed = 1;
+  const std::size_t colon = text.find(':');
+  const string_view range = text.substr(colon + 1);
+  const std::size_t dash = range.find('-');
+  auto value = ReadByHand<unsigned>(range.substr(0, dash));
+  if (dash != string_view::npos) {
+    value = UserRand(seed++).Next32(value, ReadByHand<unsigned>(range.substr(dash + 1)));
+  }
+  return UnitByHand(text.substr(0, colon)) * value;
+}
+
+unsigned BracketTimeByHand(string_view text) {
+  const std::size_t open = text.find('[');
+  return UnitByHand(text.substr(open + 1, text.size() - open - 2)) *
+         ReadByHand<unsigned>(text.substr(0, open));
+}
+
+_EXECYCLETIME ExeCyclesByHand(string_view text) {
+  const volatile float given_cycle_ms = 20;  // a division by a constant would be no division
+  const float cycle_ms = given_cycle_ms;
+  const std::size_t colon = text.find(':');
+  if (colon == string_view::npos) {
+    const auto cycles = ReadByHand<std::uint64_t>(text);
+    const auto ms = static_cast<std::uint64_t>(static_cast<float>(cycles) * cycle_ms);
+    return {true, true, cycles, std::max<std::uint64_t>(ms / 1000, 1)};
+  }
+  const std::uint64_t ms =
+      UnitByHand(text.substr(0, colon)) * ReadByHand<std::uint64_t>(text.substr(colon + 1));
+  const double cycles = std::ceil(static_cast<double>(ms) / static_cast<double>(cycle_ms));
+  return {true, false, static_cast<std::uint64_t>(cycles), std::max<std::uint64_t>(ms / 1000, 1)};
+}
+
+std::string ReplaceByHand(string_view original) {
+  const std::string text(original);
+  std::string replaced;
+  std::size_t at = 0;
+  for (std::size_t next; (next = text.find(", ", at)) != std::string::npos; at = next + 2) {
+    replaced.append(text, at, next - at).append("; ");
+  }
+  return replaced.append(text, at);
+}
+
+// One pair: every text by the library and by hand. A pair that does not agree is not measured.
+template <class Library, class ByHand>
+void AddPair(const std::string& subject, std::vector<std::string> texts, Library library,
+             ByHand by_hand) {
+  for (const std::string& text : texts) {
+    if (!(library(text) == by_hand(text))) {
+      std::printf("%s: the results for \"%s\" differ\n", subject.c_str(), text.c_str());
+      std::exit(1);
+    }
+  }
+  const auto add = [&](const char* name, auto function) {
+    const auto run = [texts, function](benchmark::State& state) {
+      for (auto _ : state) {
+        for (const std::string& text : texts) {
+          string_view view = text;
+          benchmark::DoNotOptimize(view);
+          auto result = function(view);
+          benchmark::DoNotOptimize(result);
+        }
+      }
+    };
+    benchmark::RegisterBenchmark((subject + name).c_str(), run)->MinTime(0.05)->Repetitions(5);
+  };
+  add("/library", library);
+  add("/by_hand", by_hand);
+}
+
+void AddPairs() {
+  AddPair(
+      "String2Integer", {"0", "80", "123456789", "0x1F", "0xFFFFFFFF"},
+      [](string_view text) { return String2Integer(text, 0); }, IntegerByHand);
+  AddPair(
+      "GetIntegerList", {"1", "1,2,3", "0-7,12,16-19"},
+      [](string_view text) { return GetIntegerList(text, ',', -1); }, IntegersByHand);
+  AddPair(
+      "GetDoubleList", {"0.5", "0.5-4", "1,2.5,10-12"},
+      [](string_view text) { return GetDoubleList(text, ',', -1, 0.5); }, DoublesByHand);
+  AddPair(
+      "Split", {"C6", "C6; C8; C10", "Random; ExitOnFail; RunDeviceCheck"},
+      [](string_view text) { return Split(text, ';', true); }, SplitByHand);
+  AddPair(
+      "StringContainsKeyword", {"ExitOnFail", "Random; Sx_Legacy; ExitOnFail", "Random"},
+      [](string_view text) { return StringContainsKeyword(text, "ExitOnFail", ';', false); },
+      KeywordByHand);
+  AddPair(
+      "StringReplaceSubstring", {"a, b, c", std::string(1000, 'x') + ", y"},
+      [](string_view text) {
+        std::string replaced(text);
+        StringReplaceSubstring(replaced, ", ", "; ");
+        return replaced;
+      },
+      ReplaceByHand);
+  AddPair("ParseOnTimeType", {"msec:80", "sec:10", "sec:1-3", "min:2", "hour:1"}, ParseOnTimeType,
+          OnTimeByHand);
+  AddPair(
+      "ParseUnitTime", {"msec:80", "sec:10", "min:2", "hour:1"},
+      [](string_view text) { return ParseUnitTime(text, 0, 0); }, UnitTimeByHand);
+  AddPair(
+      "ParseUnitTime (range)", {"sec:10-11"},
+      [](string_view text) { return ParseUnitTime(text, 0, 0); }, UnitTimeByHand);
+  AddPair("GetTime", {"10[sec]", "2[min]", "1[hour]"}, GetTime, BracketTimeByHand);
+  AddPair(
+      "ParseExeCycleTimeType", {"100", "sec:10", "min:5"},
+      [](string_view text) { return ParseExeCycleTimeType(text, 1, 15, 5); }, ExeCyclesByHand);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  benchmark::Initialize(&argc, argv);
+  if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
+  AddPairs();
+  vexor::RatioReporter reporter;
+  benchmark::RunSpecifiedBenchmarks(&reporter);
+  benchmark::Shutdown();
+  return 0;
+}
