@@ -58,7 +58,8 @@ double ReadFrontNumber(std::string_view text) {
 
   const bool is_hex =
       HasHexPrefix(text) && text.size() > 2 && (IsHexDigit(text[2]) || text[2] == '.');
-  if (is_hex) text.remove_prefix(2);
+  // Ended before "+-", which libstdc++ takes for a sign of a hexadecimal exponent.
+  if (is_hex) text = text.substr(2, text.find("+-") - 2);
   double value = 0;
   const auto [stop, error] =
       std::from_chars(text.data(), text.data() + text.size(), value,

@@ -76,7 +76,7 @@ TEST(Numbers, GetDoubleValueReadsWordsAndNumbers) {
       {7, {"N/A", "n/a"}},
       {0, {"False", "no", "Inactive", "Disabled by", "disable", "0", "0xg", "0x.", "0x-1", "0x"}},
       {1, {"true", "yEs", "active", "enable", "Enabled", "1", "1e", "0x1", "0x2p-1"}},
-      {2.5, {"2.5", " \t\n\v\f\r+2.5x", "25.e-1-", "0x2.8", "0X.Ap2p", "2.5.1"}},
+      {2.5, {"2.5", " \t\n\v\f\r+2.5x", "25.e-1-", "0x2.8", "0X.Ap2p", "0x2.8p+-1", "2.5.1"}},
       {-3, {"-3", "-0x1.8p1"}},
       {18446744073709551616.0, {"0xFFFFFFFFFFFFFFFF"}},
       {-kInfinity, {"-inf", "-INFINITE"}},
