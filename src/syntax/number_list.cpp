@@ -34,7 +34,7 @@ struct Range {
 std::optional<Range> ReadRange(std::string_view text, NumberBase base) {
   const auto read = [base](std::string_view bound) {
     const bool is_hex = base == NumberBase::kHexadecimal && !HasHexPrefix(bound);
-    const UnsignedText number = is_hex ? ReadDigits(bound, 16) : ReadUnsigned(bound);
+    const UnsignedText number = is_hex ? ReadDigits<16>(bound) : ReadUnsigned(bound);
     return number.kind == UnsignedText::Kind::kNumber ? number.value : kNoNumber64;
   };
   const std::size_t dash = text.find('-');
