@@ -15,43 +15,44 @@
 
 namespace vexor {
 
-// The grammar of an option's text.
+// The grammar of an option's text; syntax_table.h says more of each.
 enum class Syntax : std::uint8_t {
   kFreeText,
-  kBoolean,            // true or false
-  kWord,               // one of the row's words
-  kWordList,           // words of the row's, joined by ";"
-  kCount,              // decimal or 0x number
-  kMask,               // 0x number
-  kDuration,           // unit:value or unit:low-high
-  kExeCycles,          // cycles, unit:value or count:PerSet
-  kScope,              // packages:modules:cores, in percent
-  kPkgAffinity,        // All, Any, Random, Specific:list or list
-  kUnitAffinity,       // the same with the kinds of cores
-  kThreadAffinity,     // All, Any:list, Random or Specific:list
-  kNumberList,         // 1,3-5
-  kPerStateCounts,     // C1:5;C3:5
-  kPerStateLists,      // C1:[];C3:[0,2]
-  kPerStateCondition,  // 32-bit condition word
-  kCstates,            // C1;C6
-  kIceState,           // Power-On, Power-Off, D0, D3, D0I3 or None
-  kIceStates,          // a list of these
-  kPstates,            // P0...Pn, P1...Pn, Turbo or Specific:list
-  kRatios,             // ratio keywords or numbers
-  kGearLevels,         // Low, Med, High, Dynamic
-  kRatioBytes,         // three or more bytes as FF:FF:FF
-  kSleepStates,
-  kWakeEvents,
-  kPeciCommands,
-  kPeciReadPackage,
-  kPeciWritePackage,
-  kPeciReadMsr,
-  kPeciPci,
-  kAddress,  // 0x number, Default or empty
+  kBoolean,
+  kWord,
+  kWordList,
+  kCount,
+  kMask,
+  kAddress,
   kIpv4,
   kLogLevel,
   kTestMode,
-  kTimeout,  // seconds:retries
+  kDuration,
+  kExeCycles,
+  kTimeout,
+  kScope,
+  kPkgAffinity,
+  kUnitAffinity,
+  kThreadAffinity,
+  kCstates,
+  kPerStateCounts,
+  kPerStateLists,
+  kPerStateCondition,
+  kIceStates,
+  kPstates,
+  kRatios,
+  kExitRatios,
+  kSagvRatios,
+  kLowHighRatios,
+  kRatioBytes,
+  kSleepStates,
+  kWakeEvents,
+  kPeciCommands,
+  kPeciServices,
+  kPeciParameters,
+  kPeciData,
+  kPeciRegisters,
+  kPeciPci,
 };
 
 // Where an option passes: through the reader, the writer, both, or neither.

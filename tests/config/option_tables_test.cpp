@@ -8,9 +8,11 @@
 
 #include "config/config_files.h"
 #include "config/pm_test_table.h"
+#include "config/syntax_table.h"
 #include "config/tables/common_node.h"
 #include "config/tables/custom_register_tables.h"
 #include "config/tables/system_setup.h"
+#include "config/tables/test_control_table.h"
 #include "config/tables/workload_tables.h"
 
 namespace vexor {
@@ -203,6 +205,29 @@ TEST(OptionTables, CommonFieldsOutsideATestsRowsKeepTheirValue) {
                              return option.text == field.text && option.IsRead();
                            });
       EXPECT_EQ(ValueOf(record, field) == "kept", !is_read) << test.name << "/" << field.name;
+    }
+  }
+}
+
+// "Invalid" is what a time holds until a file sets it, and good; all the rest is to be readable.
+TEST(OptionTables, EveryResetTextPassesItsOwnGrammar) {
+  const auto check = [](std::string_view element, std::span<const OptionRow> options) {
+    for (const OptionRow& option : options) {
+      for (const std::string_view text : {option.reset, option.fallback}) {
+        const std::optional<Fault> fault = CheckOption(option, text);
+        EXPECT_FALSE(fault.has_value())
+            << element << "/" << option.name << ": " << text << ": " << fault->what;
+      }
+    }
+  };
+  for (const PmTestRow& test : PmTests()) check(test.name, test.options);
+  check("OverwriteCfg", kOverwriteOptions);
+  check("SETTING", kSettingOptions);
+  check("WorkloadCfg", kWorkloadRunnerOptions);
+  for (const SyntaxRow& syntax : Syntaxes()) {
+    if (syntax.check != nullptr) {
+      EXPECT_FALSE(syntax.check(syntax.example).has_value()) << syntax.name;
+      EXPECT_TRUE(syntax.check("no such text!").has_value()) << syntax.name;
     }
   }
 }

@@ -45,7 +45,8 @@ constexpr OptionOf<_GFX_CFG> RatiosRow(const GraphicsTraits& traits) {
                .texts = {RatioComment(traits.ratios),
                          traits.empty_means_all ? kEmptyMeansAll : std::string_view{}}}};
   if (traits.ratios != GraphicsTraits::Ratios::kNumbers) {
-    row.syntax = Syntax::kGearLevels;
+    row.syntax = traits.ratios == GraphicsTraits::Ratios::kLowHigh ? Syntax::kLowHighRatios
+                                                                   : Syntax::kSagvRatios;
     row.about = "Levels to run; empty for all.";
   }
   return row;
@@ -87,7 +88,7 @@ consteval auto GraphicsOptions(const GraphicsTraits& traits) {
                    .flow = WrittenIf(traits.limit_reasons)},
                   {.name = "ExitOnPassRatios",
                    .text = &_GFX_CFG::ExitOnPassRatios,
-                   .syntax = Syntax::kRatios,
+                   .syntax = Syntax::kExitRatios,
                    .reset = "ALL",
                    .about = "Ratios that must pass before the test may end early.",
                    .flow = WrittenIf(traits.limit_reasons)},

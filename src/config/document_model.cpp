@@ -1,0 +1,181 @@
+#include "config/document_model.h"
+
+#include <algorithm>
+
+#include "config/pm_test_table.h"
+#include "config/tables/custom_register_tables.h"
+#include "config/tables/system_setup.h"
+#include "config/tables/test_control_table.h"
+#include "config/tables/workload_tables.h"
+
+namespace vexor {
+namespace {
+
+using Content = ElementModel::Content;
+using Children = std::vector<ElementModel>;
+
+// The name of the option that an older name stands for: the other row of the same member.
+std::string_view CurrentName(const OptionRow& option, std::span<const OptionRow> options) {
+  if (option.take != Take::kWhenEmpty) return {};
+  const auto row = std::ranges::find_if(options, [&option](const OptionRow& other) {
+    return other.text == option.text && other.take != Take::kWhenEmpty;
+  });
+  return row->name;
+}
+
+ElementModel OptionElement(const OptionRow& option, std::span<const OptionRow> options) {
+  ElementModel element{.name = option.name,
+                       .content = Content::kOption,
+                       .current = CurrentName(option, options),
+                       .about = option.about,
+                       .option = &option,
+                       .repeats = option.list != nullptr && option.item.empty(),
+                       .is_read = option.IsRead()};
+  if (!option.item.empty()) {
+    element.content = Content::kChildren;
+    element.children = {
+        {.name = option.item, .content = Content::kItem, .option = &option, .repeats = true}};
+  }
+  return element;
+}
+
+Children OptionElements(std::span<const OptionRow> options) {
+  Children elements;
+  for (const OptionRow& option : options) {
+    if (option.flow != Flow::kResetOnly) elements.push_back(OptionElement(option, options));
+  }
+  return elements;
+}
+
+ElementModel Group(std::string_view name, Children children, std::string_view about = {}) {
+  return {.name = name, .about = about, .children = std::move(children)};
+}
+
+ElementModel OptionGroup(std::string_view name, std::span<const OptionRow> options,
+                         const ConfigRecord& record, std::string_view about = {}) {
+  ElementModel group = Group(name, OptionElements(options), about);
+  group.record = &record;
+  return group;
+}
+
+ElementModel& Adopt(Children& groups, std::string_view name) {
+  const auto found = std::ranges::find(groups, name, &ElementModel::name);
+  return found != groups.end() ? *found : groups.emplace_back(Group(name, {}));
+}
+
+// Adds the older name of an element that stands among the siblings.
+void AddOlder(Children& siblings, std::string_view older, std::string_view current) {
+  if (older.empty() || std::ranges::find(siblings, older, &ElementModel::name) != siblings.end()) {
+    return;
+  }
+  ElementModel element = Adopt(siblings, current);
+  element.name = older;
+  element.current = current;
+  siblings.push_back(std::move(element));
+}
+
+ElementModel TestControl(const _WL_CUSTOMERS_XMLCFG& control) {
+  Children switches;
+  const auto add_switch = [&switches](std::string_view name, std::string_view current) {
+    switches.push_back({.name = name, .content = Content::kSwitch, .current = current});
+  };
+  for (const PmTestRow& test : PmTests()) add_switch(test.name, {});
+  add_switch("TestControl", {});
+  for (const PmTestRow& test : PmTests()) {
+    if (!test.older.empty() &&
+        std::ranges::find(switches, test.older, &ElementModel::name) == switches.end()) {
+      add_switch(test.older, test.name);
+    }
+  }
+  Children sections;
+  sections.push_back(Group("AutoRunCfg", std::move(switches), "The tests that run."));
+  sections.push_back({.name = "TestTraceCfg",
+                      .content = Content::kTraces,
+                      .about = "What is traced: test_target_code entries under any names."});
+  sections.push_back(OptionGroup("WorkloadCfg", kWorkloadRunnerOptions, control,
+                                 "How the workload runner behaves."));
+  AddOlder(sections, "SETTING", "WorkloadCfg");
+  return Group("TEST_CONTROL_CFG", std::move(sections), "Which tests run, and how.");
+}
+
+ElementModel PmTestGroups(const _GLOBALPM_XMLCFG& pm) {
+  Children groups;
+  for (const PmTestRow& test : PmTests()) {
+    ElementModel element = OptionGroup(test.name, test.options, test.look(pm));
+    if (test.shape == PmTestRow::Shape::kArguments) element.content = Content::kArguments;
+    Adopt(groups, test.group).children.push_back(std::move(element));
+  }
+  for (const PmTestRow& test : PmTests()) {
+    AddOlder(Adopt(groups, test.group).children, test.older, test.name);
+  }
+  return Group("GLOBALPM", std::move(groups), "The options of the tests.");
+}
+
+ElementModel SystemLists() {
+  Children groups;
+  for (const SystemListRow& row : kSystemLists) {
+    ElementModel list = Group(row.name, {});
+    if (row.items == nullptr) {
+      list.content = Content::kPairs;
+    } else {
+      list.children = {{.name = "ITEM", .content = Content::kItem, .repeats = true}};
+    }
+    Adopt(groups, row.group).children.push_back(std::move(list));
+  }
+  return Group("SysConfiguration", std::move(groups), "Settings of the domains.");
+}
+
+ElementModel CustomTables() {
+  Children containers;
+  for (const CustomTableRow& table : kCustomTables) {
+    ElementModel item = Group(table.item, OptionElements(table.options));
+    item.repeats = true;
+    containers.push_back(Group(table.container, {std::move(item)}));
+  }
+  return Group("CustomConfiguration", std::move(containers),
+               "Register writes that are applied before testing.");
+}
+
+ElementModel GlobalConfiguration(const _GLOBALCONFIG_XMLCFG& cfg) {
+  ElementModel setup =
+      Group("SystemSetup", {OptionGroup("OverwriteCfg", kOverwriteOptions, cfg,
+                                        "Bases to use in place of the detected ones."),
+                            OptionGroup("SETTING", kSettingOptions, cfg, "Settings of the run.")});
+  return Group("GLOBALCONFIGURATION", {std::move(setup), SystemLists(), CustomTables()},
+               "Settings of the whole run.");
+}
+
+ElementModel Workloads(const _WORKLOADS_XMLCFG& workloads) {
+  Children groups;
+  for (const WorkloadRow& workload : kWorkloads) {
+    ElementModel element = OptionGroup(workload.name, workload.options, workload.look(workloads));
+    Children& siblings = workload.group.empty() ? groups : Adopt(groups, workload.group).children;
+    siblings.push_back(std::move(element));
+  }
+  return Group("WORKLOADS", std::move(groups), "Stress workloads that run beside the tests.");
+}
+
+}  // namespace
+
+ElementModel MakeDocumentModel(const FullRecords& records) {
+  Children sections;
+  sections.push_back({.name = "Version",
+                      .content = Content::kVersion,
+                      .about = "Version of the tool that the file was written for."});
+  sections.push_back({.name = "LoopTracker",
+                      .content = Content::kCounter,
+                      .about = "Loop counter of the writer.",
+                      .is_read = false});
+  sections.push_back(TestControl(records.config.TestControl));
+  sections.push_back(PmTestGroups(records.config.GlobalPM));
+  sections.push_back(GlobalConfiguration(records.config.GlobalConfig));
+  sections.push_back(Workloads(records.workloads));
+  return Group("VEXOR", std::move(sections));
+}
+
+const ElementModel* FindChild(const ElementModel& parent, std::string_view name) {
+  const auto child = std::ranges::find(parent.children, name, &ElementModel::name);
+  return child == parent.children.end() ? nullptr : &*child;
+}
+
+}  // namespace vexor

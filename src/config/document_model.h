@@ -1,0 +1,53 @@
+// The elements of a configuration file as one tree, made from the tables of options: which elements
+// may stand where, and what their texts are. Checker, description, schema and reference walk it.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "config/option_table.h"
+#include "vexor/config/full_config.h"
+#include "vexor/config/workloads.h"
+
+namespace vexor {
+
+// All that a file can fill.
+struct FullRecords {
+  _XML_FULL_CFG config;
+  _WORKLOADS_XMLCFG workloads;
+};
+
+struct ElementModel {
+  enum class Content : std::uint8_t {
+    kChildren,   // the elements below
+    kArguments,  // "arg" elements that name the options below
+    kOption,     // the text of `option`
+    kVersion,
+    kSwitch,  // an automatic run: exactly "true", or not
+    kCounter,
+    kItem,    // an entry of a list
+    kPairs,   // any elements, each a named value
+    kTraces,  // any elements, each a trace entry
+  };
+
+  std::string_view name;
+  Content content = Content::kChildren;
+  std::string_view current = {};  // not empty: `name` is an older one of this element
+  std::string_view about = {};
+  const OptionRow* option = nullptr;  // kOption and kItem; may be null for kItem
+  bool repeats = false;               // every element of the name counts
+  bool is_read = true;
+  const ConfigRecord* record = nullptr;  // of the children's options
+  std::vector<ElementModel> children = {};
+};
+
+// Makes the tree of the root element. Its nodes point into `records`, which may be empty ones where
+// only the shape is wanted.
+ElementModel MakeDocumentModel(const FullRecords& records);
+
+// Returns the child of that name, null when there is none.
+const ElementModel* FindChild(const ElementModel& parent, std::string_view name);
+
+}  // namespace vexor

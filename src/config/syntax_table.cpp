@@ -1,0 +1,214 @@
+#include "config/syntax_table.h"
+
+#include <algorithm>
+#include <array>
+
+#include "syntax/affinity_grammar.h"
+#include "syntax/cstates_grammar.h"
+#include "syntax/fault_note.h"
+#include "syntax/ice_states_grammar.h"
+#include "syntax/peci_grammar.h"
+#include "syntax/ratios_grammar.h"
+#include "syntax/sleep_states_grammar.h"
+#include "syntax/time_grammar.h"
+#include "syntax/wake_events_grammar.h"
+#include "util/text.h"
+#include "vexor/logging/console.h"
+#include "vexor/util/ipv4.h"
+#include "vexor/vocabulary/state_names.h"
+
+namespace vexor {
+namespace {
+
+using Result = std::optional<Fault>;
+
+constexpr std::string_view kUnsigned = "a decimal number, or a hexadecimal one behind 0x";
+
+Result Unless(bool good, std::string_view what, std::string_view expected) {
+  if (good) return std::nullopt;
+  return Fault{.at = 0, .what = what, .expected = expected};
+}
+
+Result CheckBoolean(std::string_view text) {
+  return Unless(EqualsIgnoreCase(text, "true") || EqualsIgnoreCase(text, "false"),
+                "counts as false", "true or false");
+}
+
+Result CheckCount(std::string_view text) {
+  return Unless(ParseUnsigned(text).has_value(), "not a number", kUnsigned);
+}
+
+Result CheckAddress(std::string_view text) {
+  return Unless(text == "Default" || ParseUnsigned(text).has_value(), "not a number",
+                "Default, or a decimal or 0x number");
+}
+
+Result CheckIpv4(std::string_view text) {
+  return Unless(IsIpv4Address(text), "no IPv4 address, and reads as empty",
+                "four numbers from 0 to 255 joined by points");
+}
+
+Result CheckLogLevel(std::string_view text) {
+  constexpr auto kUnknown = static_cast<TRACE_LEVEL>(-1);
+  return Unless(ParseTraceLevelID(text, kUnknown) != kUnknown, "unknown level",
+                "No-Log, Critical, Information or Debug");
+}
+
+Result CheckTestMode(std::string_view text) {
+  return Unless(ParseTestModeID(text) != TEST_MODE_UNKNOWN, "unknown mode",
+                "Default, Verify, Exercise or Monitor");
+}
+
+// Numbers joined by ":", at least `least` and at most `most` of them.
+Result CheckColonNumbers(std::string_view text, std::size_t least, std::size_t most,
+                         std::optional<std::uint64_t> (*read)(std::string_view),
+                         std::string_view expected) {
+  FaultNote note(text);
+  std::size_t count = 0;
+  std::string_view rest = text;
+  for (std::string_view item; TakeItem(rest, ':', item); ++count) {
+    if (!read(TrimBlanks(item))) note.At(item, "not a number", expected);
+  }
+  if (count < least || count > most || text.ends_with(':')) {
+    note.AtEnd("wrong count of numbers", expected);
+  }
+  return note.First();
+}
+
+std::optional<std::uint64_t> ReadPercent(std::string_view text) {
+  const auto number = ParseUnsigned(text);
+  return number && *number <= 100 ? number : std::nullopt;
+}
+
+Result CheckScope(std::string_view text) {
+  return CheckColonNumbers(text, 3, 4, ReadPercent, "three or four percentages joined by \":\"");
+}
+
+Result CheckTimeout(std::string_view text) {
+  return CheckColonNumbers(text, 1, 2, ParseUnsigned, "seconds, or seconds:count");
+}
+
+std::optional<std::uint64_t> ReadByte(std::string_view text) {
+  const UnsignedText number = text.size() > 2 ? UnsignedText() : ReadDigits<16>(text);
+  if (number.kind != UnsignedText::Kind::kNumber) return std::nullopt;
+  return number.value;
+}
+
+Result CheckRatioBytes(std::string_view text) {
+  return CheckColonNumbers(text, 3, 3, ReadByte, "three hexadecimal bytes joined by \":\"");
+}
+
+Result CheckExitRatios(std::string_view text) {
+  return EqualsIgnoreCase(text, "ALL") ? std::nullopt : CheckTrendRatios(text);
+}
+
+// In the order of the enumeration.
+constexpr auto kSyntaxes = std::to_array<SyntaxRow>({
+    {Syntax::kFreeText, "text", "any text", "text", nullptr},
+    {Syntax::kBoolean, "boolean", "true or false", "true", CheckBoolean},
+    {Syntax::kWord, "word", "one of the words", "", nullptr},
+    {Syntax::kWordList, "words", "words joined by \";\"", "", nullptr},
+    {Syntax::kCount, "count", "a decimal or 0x number", "100", CheckCount},
+    {Syntax::kMask, "mask", "a decimal or 0x number", "0xFFFFFFFF", CheckCount},
+    {Syntax::kAddress, "address", "Default, or a decimal or 0x number", "0xC0000000", CheckAddress},
+    {Syntax::kIpv4, "ipv4", "four numbers from 0 to 255 joined by points", "192.168.1.1",
+     CheckIpv4},
+    {Syntax::kLogLevel, "level", "No-Log, Critical, Information or Debug", "Information",
+     CheckLogLevel},
+    {Syntax::kTestMode, "mode", "Default, Verify, Exercise or Monitor", "Verify", CheckTestMode},
+    {Syntax::kDuration, "time",
+     "unit:value or unit:low-high; the units are usec, msec, sec, min and hour", "msec:80-120",
+     CheckDuration},
+    {Syntax::kExeCycles, "cycles", "a number, a time as unit:value, or count:PerSet", "min:30",
+     CheckExeCycles},
+    {Syntax::kTimeout, "timeout", "seconds, or seconds:count", "120:5", CheckTimeout},
+    {Syntax::kScope, "scope", "percentages of packages:modules:cores, or with :threads", "100:50:0",
+     CheckScope},
+    {Syntax::kPkgAffinity, "packages", "All, Any, Random, Specific:numbers, or numbers", "0,1",
+     CheckPkgAffinity},
+    {Syntax::kUnitAffinity, "affinity",
+     "All, Random, BigCores, SmallCores, EvenCores, OddCores, sCores, cCores, cCoreAtom, "
+     "Specific:numbers, or numbers",
+     "Specific:0-3,8", CheckUnitAffinity},
+    {Syntax::kThreadAffinity, "threads", "All, Any:numbers, Random or Specific:numbers",
+     "Specific:1,3", CheckThreadAffinity},
+    {Syntax::kCstates, "cstates", "C-states joined by \";\"", "C1;C6;C10", CheckExeCstates},
+    {Syntax::kPerStateCounts, "state-counts", "state:number items joined by \";\"", "C1:5;C6:3",
+     CheckPerCStateNumbers},
+    {Syntax::kPerStateLists, "state-lists", "state:[numbers] items joined by \";\"",
+     "C1:[];C6:[0,2]", CheckPerCStateLists},
+    {Syntax::kPerStateCondition, "condition", "a 32-bit word, as a decimal or 0x number",
+     "0x00000F00", CheckPerStateConditions},
+    {Syntax::kIceStates, "ice", "Power-On, Power-Off, D0, D0I3 or D3, joined by \";\"; or None",
+     "D0I3;Power-Off", CheckIceStates},
+    {Syntax::kPstates, "pstates", "P0...Pn, P1...Pn, Turbo, Specific:ratios, or ratios", "P0...Pn",
+     CheckExePstates},
+    {Syntax::kRatios, "ratios",
+     "P0, P1, Pe, Pn, Pn--, P0++, P0Pn or numbers from 0 to 254, joined by \",\"", "P0,0x10,8-12",
+     CheckTrendRatios},
+    {Syntax::kExitRatios, "exit-ratios", "ALL, or ratios joined by \",\"", "ALL", CheckExitRatios},
+    {Syntax::kSagvRatios, "sagv", "Low, Med, High or Dynamic, joined by \",\"", "Low,High",
+     CheckSagvRatios},
+    {Syntax::kLowHighRatios, "low-high", "Low or High, joined by \",\"", "Low,High",
+     CheckLowHighRatios},
+    {Syntax::kRatioBytes, "ratio-bytes", "three hexadecimal bytes joined by \":\"", "FF:FF:FF",
+     CheckRatioBytes},
+    {Syntax::kSleepStates, "sleep", "sleep, shutdown and reset flows joined by \";\"",
+     "S0ix;S3;Warm-Reset", CheckSleepStates},
+    {Syntax::kWakeEvents, "wake", "wake sources joined by \";\" or \",\"", "RTC;USB",
+     CheckWakeEvents},
+    {Syntax::kPeciCommands, "peci", "PECI commands joined by \";\"", "Ping;GetTemp",
+     CheckPeciCommands},
+    {Syntax::kPeciServices, "peci-services", "names of services joined by \";\"", "Pkg-Temp;0x1A",
+     CheckPeciServices},
+    {Syntax::kPeciParameters, "peci-parameters", "numbers joined by \";\"", "0x0;;0xFF",
+     CheckPeciParameters},
+    {Syntax::kPeciData, "peci-data", "numbers joined by \";\"", "0x0;0xFFFFFFFF", CheckPeciData},
+    {Syntax::kPeciRegisters, "peci-registers", "names of registers joined by \";\"",
+     "Perf-Status:3;0x1A", CheckPeciRegisters},
+    {Syntax::kPeciPci, "peci-pci", "segment:bus:device:function:offset, with :and:or for a write",
+     "0:0:31:0:0x40", CheckPeciPciConfigs},
+});
+
+constexpr bool AreInOrder() {
+  for (std::size_t i = 0; i < kSyntaxes.size(); ++i) {
+    if (static_cast<std::size_t>(kSyntaxes[i].syntax) != i) return false;
+  }
+  return true;
+}
+static_assert(AreInOrder());
+
+bool IsOneOf(std::string_view words, std::string_view text) {
+  for (std::string_view word; TakeItem(words, ';', word);) {
+    if (word == text) return true;
+  }
+  return false;
+}
+
+Result CheckWords(std::string_view words, std::string_view text) {
+  FaultNote note(text);
+  std::string_view rest = text;
+  for (std::string_view item; TakeItem(rest, ';', item);) {
+    const std::string_view word = TrimBlanks(item);
+    if (!word.empty() && !IsOneOf(words, word)) note.At(item, "unknown word", words);
+  }
+  return note.First();
+}
+
+}  // namespace
+
+std::span<const SyntaxRow> Syntaxes() { return kSyntaxes; }
+
+const SyntaxRow& GetSyntax(Syntax syntax) { return kSyntaxes[static_cast<std::size_t>(syntax)]; }
+
+std::optional<Fault> CheckOption(const OptionRow& option, std::string_view text) {
+  if (text.empty()) return std::nullopt;
+  if (option.syntax == Syntax::kWord) {
+    return Unless(IsOneOf(option.words, text), "unknown word", option.words);
+  }
+  if (option.syntax == Syntax::kWordList) return CheckWords(option.words, text);
+  const auto check = GetSyntax(option.syntax).check;
+  return check == nullptr ? std::nullopt : check(text);
+}
+
+}  // namespace vexor
