@@ -4,9 +4,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <stdexcept>
 #include <string>
-#include <utility>
 
 #include "util/text.h"
 #include "vexor/util/numbers.h"
@@ -45,9 +45,10 @@ std::optional<Range> ReadRange(std::string_view text, NumberBase base) {
 }
 
 void AppendRange(const Range& range, std::vector<int>& numbers) {
-  for (std::uint64_t i = 0; i <= range.high - range.low; ++i) {
-    numbers.push_back(static_cast<int>(range.low + i));
-  }
+  const std::size_t first = numbers.size();
+  numbers.resize(first + static_cast<std::size_t>(range.high - range.low) + 1);
+  std::uint64_t value = range.low;
+  for (int& number : std::span(numbers).subspan(first)) number = static_cast<int>(value++);
 }
 
 [[noreturn]] void ThrowTooLong(std::string_view item) {

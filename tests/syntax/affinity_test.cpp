@@ -80,7 +80,7 @@ TEST(Affinity, AnyCoreIsReplacedWithAWarning) {
 TEST(Affinity, AListTooLongToHoldIsRefusedAtOnce) {
   EXPECT_EQ(ParsePkgAffinity("0-16777215").size(), 16777217U);
   EXPECT_THROW(ParsePkgAffinity("0-16777216"), std::length_error);
-  EXPECT_THROW(ParseUnitAffinity("0-16777215,5", 1), std::length_error);
+  EXPECT_THROW(ParseUnitAffinity("5,0-16777215", 1), std::length_error);
   EXPECT_THROW(ParseThreadAffinity("Specific:0-0xDEADBEEFDEADBEEE"), std::length_error);
   EXPECT_EQ(ParsePkgAffinity("0-16777215,x,5"), (Numbers{kAll, 5}));
 }

@@ -1,0 +1,124 @@
+#include "vexor/syntax/keywords.h"
+
+#include <algorithm>
+#include <array>
+
+#include "syntax/keyword_table.h"
+#include "syntax/nearest.h"
+#include "util/text.h"
+
+namespace vexor {
+
+namespace {
+
+constexpr KeywordKind kSwitch = KeywordKind::kSwitch;
+
+// "ExePstates" is "gvpoints", although what it lists are states: scripts type it so. The ratio
+// keywords carry a "-" that their short names do not.
+constexpr auto kKeywords = std::to_array<Keyword>({
+    {.name = "ActiveTime", .short_name = "at", .unit = "msec:"},
+    {.name = "ExeCycles", .short_name = "c"},
+    {.name = "CoreAffinity", .short_name = "core"},
+    {.name = "StartDelayTime", .short_name = "dt", .unit = "msec:"},
+    {.name = "ExitOnFail", .short_name = "eof", .kind = kSwitch},
+    {.name = "SanityEarlyExit", .short_name = "eop"},
+    {.name = "FailTolerance", .short_name = "ftol"},
+    {.name = "InStateTime", .short_name = "it", .unit = "msec:"},
+    {.name = "Log_Level", .short_name = "log"},
+    {.name = "TestMode", .short_name = "mode"},
+    {.name = "ModuleAffinity", .short_name = "mod"},
+    {.name = "PkgAffinity", .short_name = "pkg"},
+    {.name = "PxMxCxScope", .short_name = "scope"},
+    {.name = "Random", .short_name = "r", .kind = kSwitch},
+    {.name = "SwitchTime", .short_name = "st", .unit = "msec:"},
+    {.name = "ControlPoint", .short_name = "ctrlpoint"},
+    {.name = "CoreExclusion", .short_name = "coreexcl"},
+    {.name = "autoEnable", .short_name = "autoEnable", .kind = kSwitch},
+    {.name = "D3", .short_name = "d3", .kind = kSwitch},
+    {.name = "D0I3", .short_name = "d0i3", .kind = kSwitch},
+    {.name = "HwpDesiredValid", .short_name = "desv", .kind = kSwitch},
+    {.name = "Device", .short_name = "dev"},
+    {.name = "DutyCycles", .short_name = "duty"},
+    {.name = "HwpEppValid", .short_name = "eppv", .kind = kSwitch},
+    {.name = "ExitOnPassRatios", .short_name = "eopratio"},
+    {.name = "ForceIdleDelay", .short_name = "fid", .unit = "usec:"},
+    {.name = "FailOnLimitReason", .short_name = "flr", .kind = kSwitch},
+    {.name = "FreqTolerance", .short_name = "fql"},
+    {.name = "IceState", .short_name = "ice"},
+    {.name = "ICeIDAffinity", .short_name = "idaff"},
+    {.name = "AllPerICEIDScope", .short_name = "idscope"},
+    {.name = "AllMwaitReq", .short_name = "invmwait", .kind = kSwitch},
+    {.name = "LimitReasonMask", .short_name = "lrm"},
+    {.name = "HwpMaxValid", .short_name = "maxv", .kind = kSwitch},
+    {.name = "HwpMinValid", .short_name = "minv", .kind = kSwitch},
+    {.name = "NoErrOnDemotion", .short_name = "neodem", .kind = kSwitch},
+    {.name = "NoErrOnPromotion", .short_name = "neoprom", .kind = kSwitch},
+    {.name = "DisableRandPkgVoting", .short_name = "norpv", .kind = kSwitch},
+    {.name = "PassOnMinTurbo", .short_name = "passpOn", .kind = kSwitch},
+    {.name = "PassOnPromotion", .short_name = "passOnPro", .kind = kSwitch},
+    {.name = "M=M=D", .short_name = "mmd", .kind = kSwitch},
+    {.name = "PCxDispOn", .short_name = "pcxon", .kind = kSwitch},
+    {.name = "PassOnRaplPerfStatus", .short_name = "raplstat", .kind = kSwitch},
+    {.name = "VerifyPerfStatusOnly", .short_name = "perfstat", .kind = kSwitch},
+    {.name = "HwpPkgMode", .short_name = "pkgmode", .kind = kSwitch},
+    {.name = "Power-Off", .short_name = "poweroff", .kind = kSwitch},
+    {.name = "ExePstates", .short_name = "gvpoints"},
+    {.name = "QclkCheck", .short_name = "qclk", .kind = kSwitch},
+    {.name = "RandomPkgVoting", .short_name = "rpv", .kind = kSwitch},
+    {.name = "-ratioPUnit0", .short_name = "ratioPUnit0"},
+    {.name = "-ratioPUnit1", .short_name = "ratioPUnit1"},
+    {.name = "-ratioPUnit2", .short_name = "ratioPUnit2"},
+    {.name = "-ratioPUnit3", .short_name = "ratioPUnit3"},
+    {.name = "-ratioPUnit4", .short_name = "ratioPUnit4"},
+    {.name = "RC0Time", .short_name = "rc0t", .unit = "msec:"},
+    {.name = "RC6Time", .short_name = "rc6t", .unit = "msec:"},
+    {.name = "Rc0Method", .short_name = "rc0m"},
+    {.name = "ExeCstates", .short_name = "states"},
+    {.name = "ConfigState", .short_name = "states"},
+    {.name = "SubStates", .short_name = "substates"},
+    {.name = "TurboLimitCores", .short_name = "tlc"},
+    {.name = "Tile", .short_name = "tile"},
+    {.name = "ExeValueSet", .short_name = "value"},
+    {.name = "GfxWorkLoad", .short_name = "workload"},
+    {.name = "WakeEvent", .short_name = "wakeevent"},
+    {.name = "SleepStates", .short_name = "ss"},
+    {.name = "S0ixFailureLevel", .short_name = "sxfl"},
+    {.name = "LoopEachSx", .short_name = "sxloop"},
+    {.name = "PreRequisiteSync", .short_name = "sync", .kind = kSwitch},
+    {.name = "LPM_EN", .short_name = "lpm"},
+    {.name = "YellowBangCheck", .short_name = "chkyellow", .kind = kSwitch},
+    {.name = "MemoryCheck", .short_name = "chkmem", .kind = kSwitch},
+    {.name = "MCACheck", .short_name = "chkmca", .kind = kSwitch},
+    {.name = "Kavrit", .short_name = "chksoc", .kind = kSwitch},
+});
+
+static_assert(std::ranges::all_of(kKeywords, [](const Keyword& keyword) {
+  return keyword.short_name.size() <= kLongestCompared;
+}));
+
+}  // namespace
+
+const Keyword* FindKeyword(std::string_view name) {
+  for (const Keyword& keyword : kKeywords) {
+    if (keyword.name == name) return &keyword;
+  }
+  return nullptr;
+}
+
+const Keyword* FindShortName(std::string_view short_name) {
+  for (const Keyword& keyword : kKeywords) {
+    if (EqualsIgnoreCase(keyword.short_name, short_name)) return &keyword;
+  }
+  return nullptr;
+}
+
+std::string_view FindNearestShortName(std::string_view text) {
+  return FindNearest(text, kKeywords, [](const Keyword& keyword) { return keyword.short_name; });
+}
+
+}  // namespace vexor
+
+std::string GetKeywordShortName(std::string_view keyword) {
+  const vexor::Keyword* const row = vexor::FindKeyword(keyword);
+  return std::string(row == nullptr ? std::string_view{} : row->short_name);
+}
