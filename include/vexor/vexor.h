@@ -19,6 +19,7 @@
 #include "vexor/syntax/error_codes.h"
 #include "vexor/syntax/ice_states.h"
 #include "vexor/syntax/keywords.h"
+#include "vexor/syntax/number_tuples.h"
 #include "vexor/syntax/peci.h"
 #include "vexor/syntax/power_scheme.h"
 #include "vexor/syntax/ratios.h"

@@ -6,6 +6,7 @@
 
 #include "syntax/fault_note.h"
 #include "syntax/peci_grammar.h"
+#include "syntax/tuple_reader.h"
 #include "syntax/words.h"
 #include "util/text.h"
 
@@ -36,19 +37,13 @@ constexpr auto kCommands = std::to_array<Word<PeciCommand>>({
     {"WrEndPointConfig", PeciCommand::kWrEndPointConfig},
 });
 
-// A number's largest value, and how to say so.
-struct Limit {
-  std::uint32_t largest;
-  std::string_view expected;
-};
-
-constexpr Limit kParameter = {0xFFFF, "a number from 0 to 0xFFFF"};
-constexpr Limit kData = {0xFFFFFFFF, "a number from 0 to 0xFFFFFFFF"};
-constexpr Limit kThread = {0xFF, "a thread from 0 to 255"};
+constexpr NumberLimit kParameter = {0xFFFF, "a number from 0 to 0xFFFF"};
+constexpr NumberLimit kData = {0xFFFFFFFF, "a number from 0 to 0xFFFFFFFF"};
+constexpr NumberLimit kThread = {0xFF, "a thread from 0 to 255"};
 
 constexpr std::size_t kPciReadFields = 5;
 
-constexpr auto kPciFields = std::to_array<Limit>({
+constexpr auto kPciFields = std::to_array<NumberLimit>({
     {0xFFFF, "a segment from 0 to 65535"},
     {0xFF, "a bus from 0 to 255"},
     {31, "a device from 0 to 31"},
@@ -60,14 +55,6 @@ constexpr auto kPciFields = std::to_array<Limit>({
 
 constexpr std::string_view kPciForm =
     "segment:bus:device:function:offset, for a write followed by :and-mask:or-mask";
-
-std::optional<std::uint32_t> ReadNumber(std::string_view text, const Limit& limit,
-                                        FaultNote& note) {
-  const std::optional<std::uint64_t> number = ParseUnsigned(text);
-  if (number && *number <= limit.largest) return static_cast<std::uint32_t>(*number);
-  note.At(text, number ? "number too large" : "not a number", limit.expected);
-  return std::nullopt;
-}
 
 constexpr bool IsNameChar(char c) {
   const char upper = ToUpper(c);
@@ -85,24 +72,25 @@ bool IsName(std::string_view text, FaultNote& note) {
 // Numbers that go with the names at the same places of another list.
 class NumbersBesideNames {
  public:
-  NumbersBesideNames(std::string_view text, const Limit& limit) : rest_(text), limit_(limit) {}
+  NumbersBesideNames(std::string_view text, const NumberLimit& limit)
+      : rest_(text), limit_(limit) {}
 
   // Takes the next one; 0 when the list has none for its place, nothing for a bad one.
   std::optional<std::uint32_t> Take(FaultNote& note) {
     std::string_view item;
     TakeItem(rest_, ';', item);
     item = TrimBlanks(item);
-    return item.empty() ? 0 : ReadNumber(item, limit_, note);
+    return item.empty() ? 0 : ReadLimitedNumber(item, limit_, note);
   }
 
   [[nodiscard]] bool IsAtEnd() const { return rest_.empty(); }
 
  private:
   std::string_view rest_;
-  const Limit& limit_;
+  const NumberLimit& limit_;
 };
 
-std::optional<Fault> CheckNumbers(std::string_view text, const Limit& limit) {
+std::optional<Fault> CheckNumbers(std::string_view text, const NumberLimit& limit) {
   FaultNote note(text);
   for (NumbersBesideNames numbers(text, limit); !numbers.IsAtEnd();) numbers.Take(note);
   return note.First();
@@ -131,26 +119,16 @@ std::optional<PeciMsr> ReadMsr(std::string_view item, FaultNote& note) {
   const std::string_view name = TrimBlanks(item.substr(0, colon));
   if (!IsName(name, note)) return std::nullopt;
   if (colon == std::string_view::npos) return PeciMsr{std::string(name)};
-  const auto thread = ReadNumber(TrimBlanks(item.substr(colon + 1)), kThread, note);
+  const auto thread = ReadLimitedNumber(TrimBlanks(item.substr(colon + 1)), kThread, note);
   if (!thread) return std::nullopt;
   return PeciMsr{std::string(name), static_cast<std::uint8_t>(*thread)};
 }
 
 std::optional<PeciPciConfig> ReadPciConfig(std::string_view command, FaultNote& note) {
   std::array<std::uint32_t, kPciFields.size()> fields = {0, 0, 0, 0, 0, 0xFFFFFFFF, 0};
-  std::size_t count = 0;
-  std::string_view rest = command;
-  for (std::string_view item; TakeItem(rest, ':', item); ++count) {
-    if (count == fields.size()) {
-      note.At(item, "too many fields", kPciForm);
-      return std::nullopt;
-    }
-    const auto number = ReadNumber(TrimBlanks(item), kPciFields[count], note);
-    if (!number) return std::nullopt;
-    fields[count] = *number;
-  }
+  const std::size_t count = ReadNumberTuple(command, kPciFields, fields, kPciForm, note);
   if (count != kPciReadFields && count != fields.size()) {
-    note.At(command.substr(command.size()), "too few fields", kPciForm);
+    note.At(command.substr(command.size()), "too few numbers", kPciForm);
     return std::nullopt;
   }
   return PeciPciConfig{.segment = static_cast<std::uint16_t>(fields[0]),

@@ -1,0 +1,66 @@
+#include "syntax/plain_grammar.h"
+
+#include "syntax/fault_note.h"
+#include "syntax/number_list.h"
+#include "util/text.h"
+#include "vexor/vocabulary/state_names.h"
+
+namespace vexor {
+
+namespace {
+
+std::optional<Fault> CheckNumber(std::string_view text, std::string_view expected) {
+  if (text.empty()) return std::nullopt;
+  switch (ReadUnsigned(text).kind) {
+    case UnsignedText::Kind::kNumber:
+      return std::nullopt;
+    case UnsignedText::Kind::kBeyond64Bits:
+      return Fault{.what = "number too large", .expected = expected};
+    case UnsignedText::Kind::kNotANumber:
+      break;
+  }
+  return Fault{.what = "not a number", .expected = expected};
+}
+
+}  // namespace
+
+std::optional<Fault> CheckCount(std::string_view text) {
+  return CheckNumber(text, "decimal digits, or 0x and hexadecimal digits");
+}
+
+std::optional<Fault> CheckMask(std::string_view text) {
+  return CheckNumber(text, "a mask such as 0xFFFFFFFF");
+}
+
+std::optional<Fault> CheckAddress(std::string_view text) {
+  if (text == "Default") return std::nullopt;
+  return CheckNumber(text, "an address such as 0xFED10000, or Default");
+}
+
+std::optional<Fault> CheckNumberList(std::string_view text) {
+  FaultNote note(text);
+  ReadNumberList(text, nullptr, note);
+  return note.First();
+}
+
+std::optional<Fault> CheckBoolean(std::string_view text) {
+  const bool is_good =
+      text.empty() || EqualsIgnoreCase(text, "true") || EqualsIgnoreCase(text, "false");
+  if (is_good) return std::nullopt;
+  return Fault{.what = "neither true nor false", .expected = "true or false"};
+}
+
+std::optional<Fault> CheckTestMode(std::string_view text) {
+  if (text.empty() || ParseTestModeID(text) != TEST_MODE_UNKNOWN) return std::nullopt;
+  return Fault{.what = "unknown test mode", .expected = "Default, Verify, Exercise or Monitor"};
+}
+
+std::optional<Fault> CheckS0ixState(std::string_view text) {
+  if (text.empty() || ParseS0ixStatesID(text) != S0IX_UNKNOWN) return std::nullopt;
+  return Fault{.what = "unknown state",
+               .expected =
+                   "S0iR, S0i1, S0i2, S0i3, PS-ON, IDLE1, IDLE2, IDLE3, IVR-S0IX, S0i2-0 to "
+                   "S0i2-2 or S0i3-0 to S0i3-4"};
+}
+
+}  // namespace vexor
