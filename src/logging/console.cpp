@@ -23,17 +23,17 @@ constexpr LevelName kLevelNames[] = {
 
 constinit std::atomic<TRACE_LEVEL> ConsoleOutput::m_ePrintLevel = TRACE_INFORMATION;
 
-const char* GetTraceLevelName(TRACE_LEVEL level, bool shortName) {
+const char* GetTraceLevelName(TRACE_LEVEL level, bool short_name) {
   const auto index = static_cast<std::uint32_t>(level);  // a negative value lies above the table
   if (index >= std::size(kLevelNames)) return "";
-  return shortName ? kLevelNames[index].short_name : kLevelNames[index].name;
+  return short_name ? kLevelNames[index].short_name : kLevelNames[index].name;
 }
 
-TRACE_LEVEL ParseTraceLevelID(std::string_view text, TRACE_LEVEL defaultLevel) {
+TRACE_LEVEL ParseTraceLevelID(std::string_view text, TRACE_LEVEL default_level) {
   for (std::size_t i = 0; i < std::size(kLevelNames); ++i) {
     if (text == kLevelNames[i].name) return static_cast<TRACE_LEVEL>(i);
   }
-  return defaultLevel;
+  return default_level;
 }
 
 TRACE_LEVEL ConsoleOutput::GetPrintLevel() { return m_ePrintLevel.load(std::memory_order_relaxed); }

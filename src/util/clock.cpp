@@ -75,15 +75,15 @@ std::string GetCurTimeStamp() { return JoinNow({"-", "-", " ", ":", ":", "."}); 
 
 std::string GetTimeStamp() { return JoinNow({"", "", "_", "", "", ""}); }
 
-std::string CurrentTimeDateAsString(bool withTime, bool withDate) {
+std::string CurrentTimeDateAsString(bool with_time, bool with_date) {
   const std::tm now = vexor::ReadLocalTime().calendar;
   std::array<char, 80> text = {};
   // "%r" stands written out: some platforms lack it.
-  if (withDate && withTime) {
+  if (with_date && with_time) {
     std::strftime(text.data(), text.size(), "%d-%b-%Y %I:%M:%S %p", &now);
-  } else if (withDate) {
+  } else if (with_date) {
     std::strftime(text.data(), text.size(), "%d-%b-%Y", &now);
-  } else if (withTime) {
+  } else if (with_time) {
     std::strftime(text.data(), text.size(), "%I:%M:%S %p", &now);
   }
   return text.data();

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "platform/platform.h"
+#include "util/text.h"
 
 namespace {
 
@@ -21,9 +22,7 @@ constexpr std::string_view kBlanks = " \t";
 }
 
 std::string_view TrimBlanksAndTabs(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(kBlanks);
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+  return vexor::TrimIf(text, [](char c) { return kBlanks.find(c) != std::string_view::npos; });
 }
 
 std::string_view RemoveComment(std::string_view line) { return line.substr(0, line.find(';')); }
@@ -46,7 +45,7 @@ void ParseLine(std::string_view line, std::map<std::string, std::string>& conten
 
 }  // namespace
 
-ConfigFile::ConfigFile(const std::string& fileName) : file_name_(fileName) {
+ConfigFile::ConfigFile(const std::string& file_name) : file_name_(file_name) {
   std::ifstream file(file_name_, std::ios::binary);
   std::string text;
   while (std::getline(file, text)) {

@@ -74,10 +74,10 @@ std::int32_t FindStrInFile(const std::string& file, std::string_view text) {
   return FindInLines(lines, text, line);
 }
 
-std::string ReadFile(const std::string& file, bool unifyLineEnds) {
+std::string ReadFile(const std::string& file, bool unify_line_ends) {
   std::ostringstream bytes;
   bytes << std::ifstream(file, std::ios::binary).rdbuf();
-  return unifyLineEnds ? UnifyLineEnds(bytes.view()) : bytes.str();
+  return unify_line_ends ? UnifyLineEnds(bytes.view()) : bytes.str();
 }
 
 std::vector<std::string> GetFilesInFolder(const std::string& folder) {

@@ -27,11 +27,11 @@ TEST(TraceLevel, NamesAndTheirParser) {
   }
 }
 
-std::string Printed(TRACE_LEVEL printLevel, const std::string& message, TRACE_LEVEL level,
+std::string Printed(TRACE_LEVEL print_level, const std::string& message, TRACE_LEVEL level,
                     bool force) {
   const TRACE_LEVEL before = ConsoleOutput::GetPrintLevel();
-  ConsoleOutput::SetPrintLevel(printLevel);
-  EXPECT_EQ(ConsoleOutput::GetPrintLevel(), printLevel);
+  ConsoleOutput::SetPrintLevel(print_level);
+  EXPECT_EQ(ConsoleOutput::GetPrintLevel(), print_level);
   testing::internal::CaptureStdout();
   ConsoleOut(message, level, force);
   ConsoleOutput::SetPrintLevel(before);

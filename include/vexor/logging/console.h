@@ -24,13 +24,13 @@ enum TRACE_LEVEL : std::int32_t {
   TRACE_DEBUG = 3,
 };
 
-// Returns the level's name ("No-Log", "Critical", "Information", "Debug"), with `shortName` its
+// Returns the level's name ("No-Log", "Critical", "Information", "Debug"), with `short_name` its
 // short one ("L1" to "L4"). Any other value yields an empty text.
-VEXOR_EXPORT const char* GetTraceLevelName(TRACE_LEVEL level, bool shortName);
+VEXOR_EXPORT const char* GetTraceLevelName(TRACE_LEVEL level, bool short_name);
 
-// Returns the level of this long name, and `defaultLevel` for any other text, the short names
+// Returns the level of this long name, and `default_level` for any other text, the short names
 // included. Case matters.
-VEXOR_EXPORT TRACE_LEVEL ParseTraceLevelID(std::string_view text, TRACE_LEVEL defaultLevel);
+VEXOR_EXPORT TRACE_LEVEL ParseTraceLevelID(std::string_view text, TRACE_LEVEL default_level);
 
 // The console's filter: one print level for the process, TRACE_INFORMATION at the start.
 class VEXOR_EXPORT ConsoleOutput {

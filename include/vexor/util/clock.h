@@ -52,4 +52,4 @@ VEXOR_EXPORT std::string GetTimeStamp();
 
 // Returns the local time as "%d-%b-%Y" with the date, "%I:%M:%S %p" with the time, and both joined
 // by a blank, date first, with both. With neither the text is empty.
-VEXOR_EXPORT std::string CurrentTimeDateAsString(bool withTime, bool withDate);
+VEXOR_EXPORT std::string CurrentTimeDateAsString(bool with_time, bool with_date);

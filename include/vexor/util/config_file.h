@@ -22,7 +22,7 @@ class VEXOR_EXPORT ConfigFile {
  public:
   // Reads the file; one that cannot be opened gives no entries and no message. A malformed one ends
   // the process.
-  explicit ConfigFile(const std::string& fileName);
+  explicit ConfigFile(const std::string& file_name);
 
   // Returns whether the file has this key. Case matters.
   [[nodiscard]] bool KeyExists(const std::string& key) const;

@@ -34,9 +34,9 @@ VEXOR_EXPORT bool FindLineInFile(const std::string& file, std::string_view text,
 // when the file cannot be opened. Case matters.
 VEXOR_EXPORT std::int32_t FindStrInFile(const std::string& file, std::string_view text);
 
-// Returns the bytes of the file, or with `unifyLineEnds` its text with every line end as "\n". The
-// result is empty when the file cannot be opened.
-VEXOR_EXPORT std::string ReadFile(const std::string& file, bool unifyLineEnds);
+// Returns the bytes of the file, or with `unify_line_ends` its text with every line end as "\n".
+// The result is empty when the file cannot be opened.
+VEXOR_EXPORT std::string ReadFile(const std::string& file, bool unify_line_ends);
 
 // Returns the names of the regular files in the folder, sorted; none for a missing folder.
 VEXOR_EXPORT std::vector<std::string> GetFilesInFolder(const std::string& folder);
