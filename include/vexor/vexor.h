@@ -1,12 +1,15 @@
 // All public headers of the library.
 #pragma once
 
+#include "vexor/config/check.h"
 #include "vexor/config/config_record.h"
 #include "vexor/config/custom_registers.h"
+#include "vexor/config/describe.h"
 #include "vexor/config/element_access.h"
 #include "vexor/config/full_config.h"
 #include "vexor/config/global_config.h"
 #include "vexor/config/legacy.h"
+#include "vexor/config/overrides.h"
 #include "vexor/config/pm_tests.h"
 #include "vexor/config/reader.h"
 #include "vexor/config/summaries.h"

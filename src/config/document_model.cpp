@@ -15,18 +15,19 @@ using Content = ElementModel::Content;
 using Children = std::vector<ElementModel>;
 
 // The name of the option that an older name stands for: the other row of the same member.
-std::string_view CurrentName(const OptionRow& option, std::span<const OptionRow> options) {
+std::vector<std::string_view> CurrentNames(const OptionRow& option,
+                                           std::span<const OptionRow> options) {
   if (option.take != Take::kWhenEmpty) return {};
   const auto row = std::ranges::find_if(options, [&option](const OptionRow& other) {
     return other.text == option.text && other.take != Take::kWhenEmpty;
   });
-  return row->name;
+  return {row->name};
 }
 
 ElementModel OptionElement(const OptionRow& option, std::span<const OptionRow> options) {
   ElementModel element{.name = option.name,
                        .content = Content::kOption,
-                       .current = CurrentName(option, options),
+                       .currents = CurrentNames(option, options),
                        .about = option.about,
                        .option = &option,
                        .repeats = option.list != nullptr && option.item.empty(),
@@ -63,30 +64,29 @@ ElementModel& Adopt(Children& groups, std::string_view name) {
   return found != groups.end() ? *found : groups.emplace_back(Group(name, {}));
 }
 
-// Adds the older name of an element that stands among the siblings.
+// Adds the older name of an element that stands among the siblings. One older name may stand for
+// two elements.
 void AddOlder(Children& siblings, std::string_view older, std::string_view current) {
-  if (older.empty() || std::ranges::find(siblings, older, &ElementModel::name) != siblings.end()) {
+  if (older.empty()) return;
+  const auto known = std::ranges::find(siblings, older, &ElementModel::name);
+  if (known != siblings.end()) {
+    known->currents.push_back(current);
     return;
   }
   ElementModel element = Adopt(siblings, current);
   element.name = older;
-  element.current = current;
+  element.currents = {current};
   siblings.push_back(std::move(element));
 }
 
 ElementModel TestControl(const _WL_CUSTOMERS_XMLCFG& control) {
   Children switches;
-  const auto add_switch = [&switches](std::string_view name, std::string_view current) {
-    switches.push_back({.name = name, .content = Content::kSwitch, .current = current});
+  const auto add_switch = [&switches](std::string_view name) {
+    switches.push_back({.name = name, .content = Content::kSwitch});
   };
-  for (const PmTestRow& test : PmTests()) add_switch(test.name, {});
-  add_switch("TestControl", {});
-  for (const PmTestRow& test : PmTests()) {
-    if (!test.older.empty() &&
-        std::ranges::find(switches, test.older, &ElementModel::name) == switches.end()) {
-      add_switch(test.older, test.name);
-    }
-  }
+  for (const PmTestRow& test : PmTests()) add_switch(test.name);
+  add_switch("TestControl");
+  for (const PmTestRow& test : PmTests()) AddOlder(switches, test.older, test.name);
   Children sections;
   sections.push_back(Group("AutoRunCfg", std::move(switches), "The tests that run."));
   sections.push_back({.name = "TestTraceCfg",

@@ -2,6 +2,7 @@
 // may stand where, and what their texts are. Checker, description, schema and reference walk it.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -34,13 +35,18 @@ struct ElementModel {
 
   std::string_view name;
   Content content = Content::kChildren;
-  std::string_view current = {};  // not empty: `name` is an older one of this element
+  std::vector<std::string_view> currents = {};  // of an older name: what it stands for
   std::string_view about = {};
   const OptionRow* option = nullptr;  // kOption and kItem; may be null for kItem
   bool repeats = false;               // every element of the name counts
   bool is_read = true;
   const ConfigRecord* record = nullptr;  // of the children's options
   std::vector<ElementModel> children = {};
+
+  [[nodiscard]] bool IsOlder() const { return !currents.empty(); }
+  [[nodiscard]] bool StandsFor(std::string_view current) const {
+    return std::ranges::find(currents, current) != currents.end();
+  }
 };
 
 // Makes the tree of the root element. Its nodes point into `records`, which may be empty ones where

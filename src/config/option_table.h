@@ -46,6 +46,7 @@ enum class Syntax : std::uint8_t {
   kLowHighRatios,
   kRatioBytes,
   kSleepStates,
+  kS0ixState,
   kWakeEvents,
   kPeciCommands,
   kPeciServices,

@@ -7,6 +7,7 @@
 #include <memory>
 #include <new>
 
+#include "config/read_sections.h"
 #include "vexor/config/legacy.h"
 #include "vexor/util/version.h"
 
@@ -23,6 +24,17 @@ tinyxml2::XMLError Load(const std::string& path, tinyxml2::XMLDocument& document
   if (file == nullptr) return tinyxml2::XML_ERROR_FILE_NOT_FOUND;
   return document.LoadFile(file.get());
 }
+
+}  // namespace
+
+void ReadSections(const tinyxml2::XMLElement& root, _XML_FULL_CFG& cfg) {
+  cfg.GlobalConfig.VersionMatch = true;
+  GetTestControlXML(cfg.TestControl, &root, cfg.GlobalConfig.Version);
+  GetGlobalPMXML(cfg.GlobalPM, &root);
+  CheckLegacyLxDx(&cfg);
+}
+
+namespace {
 
 bool RefuseFile(tinyxml2::XMLError error) {
   std::cout << "XML parse error! ID: " + std::to_string(error) + "\n";
@@ -47,10 +59,7 @@ bool ReadFile(const std::string& path, _XML_FULL_CFG& cfg, bool verify_version,
   if (strict_version && !cfg.GlobalConfig.VersionMatch) {
     return RefuseVersion(cfg.GlobalConfig.Version);
   }
-  cfg.GlobalConfig.VersionMatch = true;
-  GetTestControlXML(cfg.TestControl, root, cfg.GlobalConfig.Version);
-  GetGlobalPMXML(cfg.GlobalPM, root);
-  CheckLegacyLxDx(&cfg);
+  ReadSections(*root, cfg);
   return true;
 }
 

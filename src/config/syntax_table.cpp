@@ -7,7 +7,9 @@
 #include "syntax/cstates_grammar.h"
 #include "syntax/fault_note.h"
 #include "syntax/ice_states_grammar.h"
+#include "syntax/number_tuples_grammar.h"
 #include "syntax/peci_grammar.h"
+#include "syntax/plain_grammar.h"
 #include "syntax/ratios_grammar.h"
 #include "syntax/sleep_states_grammar.h"
 #include "syntax/time_grammar.h"
@@ -15,32 +17,15 @@
 #include "util/text.h"
 #include "vexor/logging/console.h"
 #include "vexor/util/ipv4.h"
-#include "vexor/vocabulary/state_names.h"
 
 namespace vexor {
 namespace {
 
 using Result = std::optional<Fault>;
 
-constexpr std::string_view kUnsigned = "a decimal number, or a hexadecimal one behind 0x";
-
 Result Unless(bool good, std::string_view what, std::string_view expected) {
   if (good) return std::nullopt;
   return Fault{.at = 0, .what = what, .expected = expected};
-}
-
-Result CheckBoolean(std::string_view text) {
-  return Unless(EqualsIgnoreCase(text, "true") || EqualsIgnoreCase(text, "false"),
-                "counts as false", "true or false");
-}
-
-Result CheckCount(std::string_view text) {
-  return Unless(ParseUnsigned(text).has_value(), "not a number", kUnsigned);
-}
-
-Result CheckAddress(std::string_view text) {
-  return Unless(text == "Default" || ParseUnsigned(text).has_value(), "not a number",
-                "Default, or a decimal or 0x number");
 }
 
 Result CheckIpv4(std::string_view text) {
@@ -54,50 +39,6 @@ Result CheckLogLevel(std::string_view text) {
                 "No-Log, Critical, Information or Debug");
 }
 
-Result CheckTestMode(std::string_view text) {
-  return Unless(ParseTestModeID(text) != TEST_MODE_UNKNOWN, "unknown mode",
-                "Default, Verify, Exercise or Monitor");
-}
-
-// Numbers joined by ":", at least `least` and at most `most` of them.
-Result CheckColonNumbers(std::string_view text, std::size_t least, std::size_t most,
-                         std::optional<std::uint64_t> (*read)(std::string_view),
-                         std::string_view expected) {
-  FaultNote note(text);
-  std::size_t count = 0;
-  std::string_view rest = text;
-  for (std::string_view item; TakeItem(rest, ':', item); ++count) {
-    if (!read(TrimBlanks(item))) note.At(item, "not a number", expected);
-  }
-  if (count < least || count > most || text.ends_with(':')) {
-    note.AtEnd("wrong count of numbers", expected);
-  }
-  return note.First();
-}
-
-std::optional<std::uint64_t> ReadPercent(std::string_view text) {
-  const auto number = ParseUnsigned(text);
-  return number && *number <= 100 ? number : std::nullopt;
-}
-
-Result CheckScope(std::string_view text) {
-  return CheckColonNumbers(text, 3, 4, ReadPercent, "three or four percentages joined by \":\"");
-}
-
-Result CheckTimeout(std::string_view text) {
-  return CheckColonNumbers(text, 1, 2, ParseUnsigned, "seconds, or seconds:count");
-}
-
-std::optional<std::uint64_t> ReadByte(std::string_view text) {
-  const UnsignedText number = text.size() > 2 ? UnsignedText() : ReadDigits<16>(text);
-  if (number.kind != UnsignedText::Kind::kNumber) return std::nullopt;
-  return number.value;
-}
-
-Result CheckRatioBytes(std::string_view text) {
-  return CheckColonNumbers(text, 3, 3, ReadByte, "three hexadecimal bytes joined by \":\"");
-}
-
 Result CheckExitRatios(std::string_view text) {
   return EqualsIgnoreCase(text, "ALL") ? std::nullopt : CheckTrendRatios(text);
 }
@@ -109,7 +50,7 @@ constexpr auto kSyntaxes = std::to_array<SyntaxRow>({
     {Syntax::kWord, "word", "one of the words", "", nullptr},
     {Syntax::kWordList, "words", "words joined by \";\"", "", nullptr},
     {Syntax::kCount, "count", "a decimal or 0x number", "100", CheckCount},
-    {Syntax::kMask, "mask", "a decimal or 0x number", "0xFFFFFFFF", CheckCount},
+    {Syntax::kMask, "mask", "a decimal or 0x number", "0xFFFFFFFF", CheckMask},
     {Syntax::kAddress, "address", "Default, or a decimal or 0x number", "0xC0000000", CheckAddress},
     {Syntax::kIpv4, "ipv4", "four numbers from 0 to 255 joined by points", "192.168.1.1",
      CheckIpv4},
@@ -152,9 +93,10 @@ constexpr auto kSyntaxes = std::to_array<SyntaxRow>({
     {Syntax::kLowHighRatios, "low-high", "Low or High, joined by \",\"", "Low,High",
      CheckLowHighRatios},
     {Syntax::kRatioBytes, "ratio-bytes", "three hexadecimal bytes joined by \":\"", "FF:FF:FF",
-     CheckRatioBytes},
+     CheckRatioSpread},
     {Syntax::kSleepStates, "sleep", "sleep, shutdown and reset flows joined by \";\"",
      "S0ix;S3;Warm-Reset", CheckSleepStates},
+    {Syntax::kS0ixState, "s0ix", "a state such as S0iR or S0i3", "S0i3", CheckS0ixState},
     {Syntax::kWakeEvents, "wake", "wake sources joined by \";\" or \",\"", "RTC;USB",
      CheckWakeEvents},
     {Syntax::kPeciCommands, "peci", "PECI commands joined by \";\"", "Ping;GetTemp",

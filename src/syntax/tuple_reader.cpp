@@ -8,7 +8,7 @@ std::optional<std::uint32_t> ReadLimitedNumber(std::string_view text, const Numb
                                                FaultNote& note, NumberBase base) {
   using Kind = UnsignedText::Kind;
   const bool is_hex = base == NumberBase::kHexadecimal && !HasHexPrefix(text);
-  const UnsignedText number = is_hex ? ReadDigits(text, 16) : ReadUnsigned(text);
+  const UnsignedText number = is_hex ? ReadDigits<16>(text) : ReadUnsigned(text);
   if (number.kind == Kind::kNumber && number.value <= limit.largest) {
     return static_cast<std::uint32_t>(number.value);
   }

@@ -71,10 +71,8 @@ inline constexpr auto kGstatesOptions = Finish(Options<_GSTATES_CFG>({
      .about = "Least S0ix residency that passes, in percent."},
     {.name = "S0ixFailureLevel",
      .text = &_GSTATES_CFG::S0ixFailureLevel,
-     .syntax = Syntax::kWord,
+     .syntax = Syntax::kS0ixState,
      .reset = "S0iR",
-     .words = "S0iR;S0i1;S0i2;S0i3;PS-ON;IDLE1;IDLE2;IDLE3;IVR-S0IX;S0i2-0;S0i2-1;S0i2-2;S0i3-0;"
-              "S0i3-1;S0i3-2;S0i3-3;S0i3-4",
      .about = "Shallowest S0ix state whose absence is a failure."},
     {.name = "ResetDelayTime",
      .text = &_GSTATES_CFG::ResetDelayTime,

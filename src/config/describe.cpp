@@ -1,0 +1,262 @@
+#include "vexor/config/describe.h"
+
+#include <tinyxml2.h>
+
+#include <memory>
+#include <stdexcept>
+
+#include "config/document_model.h"
+#include "config/element_walk.h"
+#include "config/read_sections.h"
+#include "config/tables/custom_register_tables.h"
+#include "config/tables/system_setup.h"
+
+namespace vexor {
+namespace {
+
+using Content = ElementModel::Content;
+using tinyxml2::XMLElement;
+
+// The element of an option in its test's element: a child of its name, or an argument.
+const XMLElement* FindOption(const XMLElement& parent, const ElementModel& group,
+                             std::string_view name) {
+  const bool is_argument = group.content == Content::kArguments;
+  for (const XMLElement& child : ChildElements(parent)) {
+    if (!is_argument && name == child.Name()) return &child;
+    const char* const argument = is_argument ? child.Attribute("name") : nullptr;
+    if (argument != nullptr && name == argument) return &child;
+  }
+  return nullptr;
+}
+
+bool HasText(const XMLElement* element) {
+  return element != nullptr && !TrimmedText(*element).value_or("").empty();
+}
+
+class Describer {
+ public:
+  Describer(const FullRecords& records, std::vector<Setting>& settings)
+      : records_(records), settings_(settings) {}
+
+  void Describe(const XMLElement& root) {
+    const ElementModel model = MakeDocumentModel(records_);
+    for (const ElementModel& section : model.children) {
+      if (section.content == Content::kVersion || section.content == Content::kCounter) continue;
+      DescribeElement(section, root.FirstChildElement(std::string(section.name).c_str()),
+                      std::string(section.name), Origin::kFile);
+    }
+  }
+
+ private:
+  void Add(const std::string& path, std::string_view value, Origin origin,
+           const XMLElement* element) {
+    settings_.push_back({.path = path,
+                         .value = std::string(value),
+                         .origin = origin,
+                         .line = element == nullptr ? 0 : element->GetLineNum()});
+  }
+
+  void DescribeElement(const ElementModel& model, const XMLElement* element,
+                       const std::string& path, Origin origin) {
+    for (const ElementModel& child : model.children) {
+      if (child.IsOlder()) continue;
+      const std::string child_path = path + "/" + std::string(child.name);
+      if (child.option != nullptr || child.content == Content::kOption) {
+        DescribeOption(child, model, element, child_path, origin);
+      } else if (child.content == Content::kSwitch) {
+        DescribeSwitch(child, model, element, child_path);
+      } else if (child.content == Content::kTraces) {
+        DescribeTexts(records_.config.TestControl.TestTraceCfg, Below(element, child.name),
+                      child_path);
+      } else {
+        DescribeGroup(child, model, element, child_path, origin);
+      }
+    }
+  }
+
+  static const XMLElement* Below(const XMLElement* element, std::string_view name) {
+    return element == nullptr ? nullptr : element->FirstChildElement(std::string(name).c_str());
+  }
+
+  // An element that an older file names differently is described under its current name.
+  void DescribeGroup(const ElementModel& group, const ElementModel& parent,
+                     const XMLElement* element, const std::string& path, Origin origin) {
+    if (DescribeGlobalList(group, parent, element, path)) return;
+    const XMLElement* found = Below(element, group.name);
+    for (const ElementModel& older : parent.children) {
+      if (found != nullptr) break;
+      if (!older.StandsFor(group.name)) continue;
+      found = Below(element, older.name);
+      if (found != nullptr) origin = Origin::kOlderName;
+    }
+    DescribeElement(group, found, path, origin);
+  }
+
+  void DescribeOption(const ElementModel& child, const ElementModel& group,
+                      const XMLElement* element, const std::string& path, Origin origin) {
+    const OptionRow& option = *child.option;
+    if (option.list != nullptr) {
+      const XMLElement* list = element;
+      if (!option.item.empty()) list = Below(element, option.name);
+      DescribeTexts(group.record->*option.list, child.is_read ? list : nullptr, path,
+                    option.item.empty() ? option.name : option.item);
+      return;
+    }
+    if (!child.is_read || option.take != Take::kAlways) return;
+    const std::string value = option.flag != nullptr
+                                  ? std::string(group.record->*option.flag ? "true" : "false")
+                                  : group.record->*option.text;
+    if (element == nullptr) return Add(path, value, Origin::kDefault, nullptr);
+    const XMLElement* source = FindOption(*element, group, option.name);
+    for (const ElementModel& other : group.children) {
+      if (other.option == nullptr || other.option == &option || option.text == nullptr ||
+          other.option->text != option.text) {
+        continue;
+      }
+      const XMLElement* const second = FindOption(*element, group, other.option->name);
+      const bool wins = other.option->take == Take::kWhenGiven
+                            ? HasText(second)
+                            : second != nullptr && !HasText(source);
+      if (!wins) continue;
+      source = second;
+      if (other.option->take == Take::kWhenEmpty) origin = Origin::kOlderName;
+    }
+    if (source != nullptr) {
+      return Add(path, value, HasDerived(option, source) ? Origin::kDerived : origin, source);
+    }
+    if (value.empty()) return Add(path, value, Origin::kMissing, nullptr);
+    const bool is_derived = option.settle != nullptr && value != option.fallback;
+    Add(path, value, is_derived ? Origin::kDerived : Origin::kDefault, nullptr);
+  }
+
+  // A given but empty element whose value was computed all the same.
+  static bool HasDerived(const OptionRow& option, const XMLElement* source) {
+    return option.settle != nullptr && !HasText(source) &&
+           std::string_view(source->Name()) != "arg";
+  }
+
+  void DescribeSwitch(const ElementModel& child, const ElementModel& group,
+                      const XMLElement* element, const std::string& path) {
+    const VEXOR_PM_TEST_ID test = GetSwitchTest(child.name);
+    const bool runs = IsAutoRun(records_.config.TestControl, test);
+    const XMLElement* source = Below(element, child.name);
+    Origin origin = Origin::kFile;
+    bool is_on = source != nullptr && IsTrue(*source);
+    for (const ElementModel& older : group.children) {
+      const XMLElement* const second =
+          older.StandsFor(child.name) ? Below(element, older.name) : nullptr;
+      if (is_on || second == nullptr) continue;
+      source = second;
+      origin = Origin::kOlderName;
+      is_on = IsTrue(*second);
+    }
+    if (is_on != runs) origin = Origin::kCorrected;
+    Add(path, runs ? "true" : "false", source == nullptr ? Origin::kDefault : origin, source);
+  }
+
+  static VEXOR_PM_TEST_ID GetSwitchTest(std::string_view name) {
+    for (int id = kFirstAutoRunTest; id <= kLastAutoRunTest; ++id) {
+      const auto test = static_cast<VEXOR_PM_TEST_ID>(id);
+      if (GetPMTestName(test) == name) return test;
+    }
+    return PM_TEST_MAX;
+  }
+
+  // The texts of a list, with the lines of the elements that hold one; a text that stands for no
+  // element of its own has the line of the last.
+  void DescribeTexts(const std::vector<std::string>& texts, const XMLElement* list,
+                     const std::string& path, std::string_view item = {}) {
+    const XMLElement* element = list == nullptr ? nullptr : list->FirstChildElement();
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+      const XMLElement* next = element;
+      while (next != nullptr && (!HasText(next) || (!item.empty() && item != next->Name()))) {
+        next = next->NextSiblingElement();
+      }
+      Add(path + "[" + std::to_string(i + 1) + "]", texts[i],
+          list == nullptr ? Origin::kDefault : Origin::kFile, next == nullptr ? list : next);
+      if (next != nullptr) element = next->NextSiblingElement();
+    }
+  }
+
+  bool DescribeGlobalList(const ElementModel& group, const ElementModel& parent,
+                          const XMLElement* element, const std::string& path) {
+    const _GLOBALCONFIG_XMLCFG& global = records_.config.GlobalConfig;
+    const XMLElement* const list = Below(element, group.name);
+    for (const SystemListRow& row : kSystemLists) {
+      if (row.group != parent.name || row.name != group.name) continue;
+      if (row.items != nullptr) {
+        DescribeTexts(global.*row.items, list, path, "ITEM");
+      } else {
+        DescribePairs(global.*row.pairs, list, path);
+      }
+      return true;
+    }
+    for (const CustomTableRow& table : kCustomTables) {
+      if (parent.name != "CustomConfiguration" || table.container != group.name) continue;
+      DescribeRegisters(table, list, path);
+      return true;
+    }
+    return false;
+  }
+
+  void DescribePairs(const NamedValues& pairs, const XMLElement* list, const std::string& path) {
+    const XMLElement* element = list == nullptr ? nullptr : list->FirstChildElement();
+    for (const auto& [name, value] : pairs) {
+      while (element != nullptr && !HasText(element)) element = element->NextSiblingElement();
+      Add(path + "/" + name, value, element == nullptr ? Origin::kDefault : Origin::kFile, element);
+      if (element != nullptr) element = element->NextSiblingElement();
+    }
+  }
+
+  void DescribeRegisters(const CustomTableRow& table, const XMLElement* list,
+                         const std::string& path) {
+    const _CUSTOM_XMLCFG& custom = records_.config.GlobalConfig.CustomConfiguration;
+    const std::string item(table.item);
+    const XMLElement* element = list == nullptr ? nullptr : list->FirstChildElement(item.c_str());
+    for (std::size_t i = 0; i < table.list.size(custom); ++i) {
+      const ConfigRecord& record = table.list.at(custom, i);
+      for (const OptionRow& option : table.options) {
+        const XMLElement* const source = Below(element, option.name);
+        Add(path + "/" + item + "[" + std::to_string(i + 1) + "]/" + std::string(option.name),
+            record.*option.text, source == nullptr ? Origin::kMissing : Origin::kFile, source);
+      }
+      if (element != nullptr) element = element->NextSiblingElement(item.c_str());
+    }
+  }
+
+  const FullRecords& records_;
+  std::vector<Setting>& settings_;
+};
+
+}  // namespace
+
+Description DescribeXMLConfigText(std::string_view content) {
+  Description description;
+  tinyxml2::XMLDocument document(true, tinyxml2::PRESERVE_WHITESPACE);
+  document.Parse(content.data(), content.size());
+  if (document.Error()) {
+    description.error = std::string("not well-formed XML: ") + document.ErrorName();
+    description.error_line = document.ErrorLineNum();
+    return description;
+  }
+  const XMLElement* const root = document.FirstChildElement("VEXOR");
+  if (root == nullptr) {
+    description.error = "no root element VEXOR";
+    return description;
+  }
+  const auto records = std::make_unique<FullRecords>();
+  ResetVexorXmlConfiguration(records->config);
+  GetGlobalCfgXML(records->config.GlobalConfig, root, false);
+  description.version = records->config.GlobalConfig.Version;
+  try {
+    ReadSections(*root, records->config);
+  } catch (const std::out_of_range&) {
+    description.error = "a malformed trace entry, or a version of fewer than four pieces";
+    return description;
+  }
+  GetWorkLoadsXML(records->workloads, root);
+  Describer(*records, description.settings).Describe(*root);
+  return description;
+}
+
+}  // namespace vexor
