@@ -18,9 +18,10 @@ TEST(Strings, SplitDropsEmptyItemsAndThenTrimsBlanks) {
 }
 
 TEST(Strings, SplitsAppendsAndReturnsAll) {
-  Texts out = {"x;y"};
-  EXPECT_EQ(Splits(out[0], ';', out), (Texts{"x;y", "x", "y"})) << "even of one of its own items";
-  EXPECT_EQ(out, (Texts{"x;y", "x", "y"}));
+  Texts out = {"x;;y "};
+  const Texts all = {"x;;y ", "x", "y "};
+  EXPECT_EQ(Splits(out[0], ';', out), all) << "even of one of its own items";
+  EXPECT_EQ(out, all);
 }
 
 TEST(Strings, SplitByStringRestartsTwoBehindTheMatch) {
