@@ -140,6 +140,7 @@ void ReadNumbers(std::string_view text, std::vector<int>* values, FaultNote& not
 void ReadLists(std::string_view text, std::vector<std::vector<int>>* lists, NumberBase base,
                FaultNote& note) {
   std::vector<int> numbers;
+  std::size_t total = 0;  // of all lists, those included that a later one replaces
   const auto read = [&](std::string_view list) {
     if (list.size() < 2 || list.front() != '[' || list.back() != ']') {
       note.At(list, "not a list", "numbers in brackets, such as [0,2-4] or []");
@@ -148,6 +149,8 @@ void ReadLists(std::string_view text, std::vector<std::vector<int>>* lists, Numb
     FaultNote list_note(list);
     numbers.clear();
     ReadNumberList(list, lists != nullptr ? &numbers : nullptr, list_note, base);
+    total += numbers.size();
+    if (total > kMaxRangeValues) throw std::length_error("more than 16777216 values in the lists");
     if (list_note.First()) note.Within(list, *list_note.First());
     return !list_note.First();
   };

@@ -60,7 +60,7 @@ void AppendRange(const Range& range, std::vector<int>& numbers) {
 void ReadNumberList(std::string_view text, std::vector<int>* numbers, FaultNote& note,
                     NumberBase base) {
   const std::size_t first = numbers != nullptr ? numbers->size() : 0;
-  std::uint64_t count = 0;
+  std::uint64_t count = 0;  // with the dropped ones: they take their time, too
   std::string_view rest = text;
   for (std::string_view item; TakeItem(rest, ',', item);) {
     std::string buffer;
@@ -70,7 +70,6 @@ void ReadNumberList(std::string_view text, std::vector<int>* numbers, FaultNote&
     const std::optional<Range> range = ReadRange(digits, base);
     if (!range) {
       note.At(item, "not a number or a range", "a number such as 2 or 0x2, or a range such as 2-4");
-      count = 0;
       if (numbers != nullptr) numbers->resize(first);
       continue;
     }

@@ -14,7 +14,8 @@ enum class NumberBase { kDecimal, kHexadecimal };
 
 // Appends the numbers of the list to `numbers`, unless that is null, each stored in 32 bits. A bad
 // item takes what the list has given before it along.
-// Throws std::length_error when `numbers` would take more than `kMaxRangeValues` numbers.
+// Throws std::length_error when `numbers` would take more than `kMaxRangeValues` numbers, those
+// that go again included.
 void ReadNumberList(std::string_view text, std::vector<int>* numbers, FaultNote& note,
                     NumberBase base = NumberBase::kDecimal);
 
