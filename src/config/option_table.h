@@ -79,6 +79,12 @@ struct Hint {
   std::array<std::string_view, 4> texts = {};
 };
 
+// An element that has no row of its own, and its hint.
+struct HintedName {
+  std::string_view name;
+  Hint hint;
+};
+
 // Code that an option runs after its text was taken, for values that follow from other options.
 using Settle = void (*)(ConfigRecord&);
 
@@ -254,6 +260,14 @@ struct SectionRow {
   ConfigRecord& (*record)(Parent&) = nullptr;
   const ConfigRecord& (*look)(const Parent&) = nullptr;
 };
+
+// Returns the rows from the front of a table that stand under the same group element.
+template <class Row>
+std::span<const Row> FirstGroup(std::span<const Row> rows) {
+  std::size_t count = 0;
+  while (count < rows.size() && rows[count].group == rows.front().group) ++count;
+  return rows.first(count);
+}
 
 template <class Member>
 struct MemberOf;

@@ -24,6 +24,13 @@ struct PmTestRow : SectionRow<_GLOBALPM_XMLCFG> {
 
 inline constexpr std::size_t kPmTestCount = 31;
 
+// Comments at the head of the section, for options that nearly every test has.
+inline constexpr HintedName kPmTestHints[] = {
+    {"Log_Level",
+     {.kind = Hint::Kind::kSingle, .texts = {"No-Log,Critical,Error,Warning,Information,Debug"}}},
+    {"TestMode", {.kind = Hint::Kind::kSingle, .texts = {"Verify;Exercise"}}},
+};
+
 // Tests of one group stand together.
 std::span<const PmTestRow> PmTests();
 

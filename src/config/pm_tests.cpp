@@ -25,13 +25,6 @@ void ReadTest(const XMLElement& element, const PmTestRow& test, bool under_older
     static_cast<ConfigRecord&>(record).*test.from_older = under_older_name;
 }
 
-// Returns the tests that stand together from the front of `tests`.
-std::span<const PmTestRow> FirstGroup(std::span<const PmTestRow> tests) {
-  std::size_t count = 0;
-  while (count < tests.size() && tests[count].group == tests.front().group) ++count;
-  return tests.first(count);
-}
-
 // Reads the tests of one group; the newer of a test's two names wins.
 void ReadGroup(const XMLElement& group, std::span<const PmTestRow> tests, _GLOBALPM_XMLCFG& pm) {
   struct Elements {

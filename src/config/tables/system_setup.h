@@ -141,18 +141,62 @@ struct SystemListRow {
   std::string_view name;
   std::vector<std::string> _GLOBALCONFIG_XMLCFG::*items = nullptr;
   NamedValues _GLOBALCONFIG_XMLCFG::*pairs = nullptr;
+  Hint hint = {};                           // comments at the head of the list
+  std::span<const HintedName> always = {};  // names that are written even without a value
 };
 
+constexpr Hint Comments(const std::array<std::string_view, 4>& texts) {
+  return {.kind = Hint::Kind::kPlain, .texts = texts};
+}
+
+inline constexpr HintedName kOsNames[] = {
+    {"Power_Scheme",
+     {.kind = Hint::Kind::kOptions,
+      .texts = {"Default,Balance,Power-Saver,High-Performance,Random,All"}}},
+    {"Battery_Simulation", {.kind = Hint::Kind::kOptions, .texts = {"Default,AC,DC"}}},
+};
+
+// In the order in which they are written; lists of one group stand together.
 inline constexpr SystemListRow kSystemLists[] = {
-    {.group = "CORE", .name = "CONFIG", .items = &_GLOBALCONFIG_XMLCFG::CORE_CONFIG},
-    {.group = "CORE", .name = "SETTING", .items = &_GLOBALCONFIG_XMLCFG::CORE_SETTING},
-    {.group = "POWER", .name = "CONFIG", .items = &_GLOBALCONFIG_XMLCFG::POWER_CONFIG},
-    {.group = "POWER", .name = "SETTING", .items = &_GLOBALCONFIG_XMLCFG::POWER_SETTING},
-    {.group = "UNCORE", .name = "CONFIG", .pairs = &_GLOBALCONFIG_XMLCFG::UNCORE_CONFIG},
-    {.group = "UNCORE", .name = "SETTING", .pairs = &_GLOBALCONFIG_XMLCFG::UNCORE_SETTING},
-    {.group = "SYSTEM", .name = "GSTATES", .pairs = &_GLOBALCONFIG_XMLCFG::GSTATES},
-    {.group = "SYSTEM", .name = "OS", .pairs = &_GLOBALCONFIG_XMLCFG::OS},
+    {.group = "SYSTEM",
+     .name = "GSTATES",
+     .pairs = &_GLOBALCONFIG_XMLCFG::GSTATES,
+     .hint =
+         Comments({"Valid Settings Names : HangOnGlbReset; Hybrid_Sleep; Fast_Startup; AC_Deep_S3; "
+                   "DC_Deep_S3; AC_Deep_S4; DC_Deep_S4; AC_Deep_S5; DC_Deep_S5"})},
+    {.group = "SYSTEM", .name = "OS", .pairs = &_GLOBALCONFIG_XMLCFG::OS, .always = kOsNames},
     {.group = "SYSTEM", .name = "KNOBS", .pairs = &_GLOBALCONFIG_XMLCFG::KNOBS},
+    {.group = "CORE",
+     .name = "CONFIG",
+     .items = &_GLOBALCONFIG_XMLCFG::CORE_CONFIG,
+     .hint = Comments(
+         {"CONFIG format : Socket; Name; Value",
+          "Valid Config options for CSTATES:SDC; Time_MWait; Enhanced_CState;C1_Demotion; "
+          "C1_UnDemotion; C3_Demotion; C3_UnDemotion; PkgC_Demotion;PkgC_UnDemotion",
+          "Valid Config options for PSTATES:Orvel_RateGlide; Turbo; HWP; RTH; TM;SwStp_Clk; "
+          "P-CTRL; EETurbo; EHalt_INDP; EHalt_ULFM",
+          "Valid Single Config value:Default,Enable;Disable;Random;Toggle"})},
+    {.group = "CORE",
+     .name = "SETTING",
+     .items = &_GLOBALCONFIG_XMLCFG::CORE_SETTING,
+     .hint = Comments({"Valid Settings options for CSTATES:PCxLimit",
+                       "Valid Settings options for PSTATES : Turbo_Activate_Ratios; Fast_MSR"})},
+    {.group = "POWER",
+     .name = "CONFIG",
+     .items = &_GLOBALCONFIG_XMLCFG::POWER_CONFIG,
+     .hint = Comments({"Valid Config options for Power:RAPL_Pkg_Clamp_Limit1; "
+                       "RAPL_Pkg_Power_Limit2; RAPL_Pkg_Clamp_Limit2",
+                       "Valid Single Config value:Default,Enable;Disable;Random;Toggle"})},
+    {.group = "POWER",
+     .name = "SETTING",
+     .items = &_GLOBALCONFIG_XMLCFG::POWER_SETTING,
+     .hint = Comments({"Valid Settings options for Power:Pkg_Power_Limit1_Watt; "
+                       "Pkg_Time_Limit1; Pkg_Power_Limit2_Watt; Pkg_Time_Limit2"})},
+    {.group = "UNCORE",
+     .name = "CONFIG",
+     .pairs = &_GLOBALCONFIG_XMLCFG::UNCORE_CONFIG,
+     .hint = Comments({"Valid Single Config value:Default,Enable;Disable"})},
+    {.group = "UNCORE", .name = "SETTING", .pairs = &_GLOBALCONFIG_XMLCFG::UNCORE_SETTING},
 };
 
 }  // namespace vexor
