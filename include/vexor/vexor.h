@@ -15,6 +15,7 @@
 #include "vexor/config/summaries.h"
 #include "vexor/config/test_control.h"
 #include "vexor/config/workloads.h"
+#include "vexor/config/writer.h"
 #include "vexor/export.h"
 #include "vexor/logging/console.h"
 #include "vexor/syntax/affinity.h"

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -36,6 +37,13 @@ class TempFile {
   std::filesystem::path folder_;
   std::string path_;
 };
+
+// Makes the library take the host's address from another file.
+inline void NameHostIpFile(const std::string& path) {
+  static std::string variable;  // the environment keeps the pointer
+  variable = "VEXOR_HOST_IP_FILE=" + path;
+  putenv(variable.data());
+}
 
 inline std::string Wrapped(const std::string& element, const std::string& content) {
   return "<" + element + ">" + content + "</" + element + ">";

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-
 #include "config/config_files.h"
 
 namespace {
@@ -13,12 +11,6 @@ using vexor::NamedValues;
 
 _XML_FULL_CFG ReadGlobal(const std::string& content) {
   return ReadDocument(Document(Wrapped("GLOBALCONFIGURATION", content)));
-}
-
-void NameHostIpFile(const std::string& path) {
-  static std::string variable;  // the environment keeps the pointer
-  variable = "VEXOR_HOST_IP_FILE=" + path;
-  putenv(variable.data());
 }
 
 const NamedValues kDefaultKnobs = {{"LTR_IGN_Mask", "0"}, {"Snoop_Latency_Mask", "0"}};

@@ -1,0 +1,68 @@
+// Printing an XML document into a text. The document is well-formed whatever the texts in it hold:
+// markup characters are escaped and characters that XML has no place for are left out.
+//
+//   XmlWriter out;
+//   out.Element("VEXOR", [&out] { out.TextElement("Version", "3.21.522.0"); });
+//   std::string document = std::move(out).TakeDocument();
+#pragma once
+
+#include <tinyxml2.h>
+
+#include <cstddef>
+#include <initializer_list>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace vexor {
+
+// Whether an element can bear the name: a letter, "_" or ":", then these, digits, "-" and ".";
+// bytes above 127 count as letters.
+bool IsElementName(std::string_view name);
+
+class XmlWriter {
+ public:
+  // Writes an element with what `write_content` writes meanwhile.
+  template <class WriteContent>
+  void Element(std::string_view name, const WriteContent& write_content) {
+    const std::string kept(name);  // the printer remembers where it stands
+    printer_.OpenElement(kept.c_str());
+    write_content();
+    printer_.CloseElement();
+  }
+
+  // Writes an element that holds a text, which may be empty.
+  void TextElement(std::string_view name, std::string_view text);
+
+  // Writes an element that has attributes and no content.
+  struct Attribute {
+    const char* name;
+    std::string_view value;
+  };
+  void AttributeElement(std::string_view name, std::initializer_list<Attribute> attributes);
+
+  // A blank parts hyphens that would end the comment.
+  void Comment(std::string_view text);
+
+  std::string TakeDocument() && { return std::move(printer_.document); }
+
+ private:
+  // The XML library's own buffer counts its bytes in an int.
+  class Printer : public tinyxml2::XMLPrinter {
+   public:
+    std::string document;
+
+   protected:
+    void Write(const char* data, std::size_t size) override { document.append(data, size); }
+    void Putc(char character) override { document += character; }
+  };
+
+  // Returns, until the next call, the text with the line ends of XML and without the characters
+  // that XML cannot hold.
+  const char* Clean(std::string_view text);
+
+  Printer printer_;
+  std::string clean_;
+};
+
+}  // namespace vexor
