@@ -18,6 +18,8 @@
 #include "vexor/config/writer.h"
 #include "vexor/export.h"
 #include "vexor/logging/console.h"
+#include "vexor/logging/context_utils.h"
+#include "vexor/logging/log_file.h"
 #include "vexor/syntax/affinity.h"
 #include "vexor/syntax/cstates.h"
 #include "vexor/syntax/error_codes.h"

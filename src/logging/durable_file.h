@@ -1,0 +1,63 @@
+// An open log file whose lines are on the disk when they are asked for.
+#pragma once
+
+#include <atomic>
+#include <condition_variable>
+#include <cstdint>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <system_error>
+
+#include "platform/platform.h"
+
+namespace vexor {
+
+// Many threads wait for one disk: a flush serves every line that was written before it began, so
+// threads that wait at the same time share the next one. One thread at a time appends, under the
+// caller's lock; any thread may flush, and holds no lock of the caller's meanwhile.
+class DurableFile {
+ public:
+  // Opens the file at `path`, created if need be; null and an error when that fails. `name` is what
+  // the user knows it by.
+  static std::shared_ptr<DurableFile> Open(const std::string& path, const std::string& name,
+                                           OpenMode mode, std::error_code& error);
+
+  [[nodiscard]] const std::string& Name() const { return name_; }
+  [[nodiscard]] bool IsRemoved() const { return file_.IsRemoved(); }
+
+  // Opens the same path once more, created if need be; what was open is used on if that fails.
+  std::error_code Reopen();
+
+  std::error_code Append(std::string_view bytes);
+
+  // The number of blocks appended so far.
+  [[nodiscard]] std::uint64_t Appended() const { return appended_.load(std::memory_order_acquire); }
+
+  // Returns when a flush that began after the first `count` blocks were appended has ended. The
+  // result is false from the first flush that failed on: no later one brings its lines back.
+  bool Flush(std::uint64_t count);
+
+  // The error of the first flush that failed, handed out once.
+  std::optional<std::error_code> TakeFault();
+
+ private:
+  std::error_code FlushNow();
+
+  std::string path_;
+  std::string name_;
+  File file_;
+  std::atomic<std::uint64_t> appended_ = 0;
+
+  std::mutex mutex_;  // guards what follows
+  std::condition_variable flush_ended_;
+  bool flushing_ = false;
+  bool name_on_disk_ = false;  // only the flushing thread uses it
+  std::uint64_t flushed_ = 0;  // so many blocks are done with
+  bool failed_ = false;
+  std::optional<std::error_code> fault_;
+};
+
+}  // namespace vexor

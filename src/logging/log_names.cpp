@@ -1,0 +1,64 @@
+#include "logging/log_names.h"
+
+#include <limits>
+
+#include "util/text.h"
+#include "vexor/util/clock.h"
+#include "vexor/util/files.h"
+
+namespace vexor {
+
+namespace {
+
+constexpr std::string_view kExtension = ".csv";
+
+struct NamePieces {
+  std::string_view folder;
+  std::string_view stem;
+  std::string_view extension;
+};
+
+NamePieces Split(std::string_view name) {
+  const std::size_t base = GetFilePath(name).size();
+  std::size_t end = name.size() - kExtension.size();
+  if (!EndsWithIgnoreCase(name.substr(base), kExtension)) {
+    end = name.find_last_of('.');
+    if (end == std::string_view::npos || end <= base) end = name.size();
+  }
+  return {name.substr(0, base), name.substr(base, end - base), name.substr(end)};
+}
+
+}  // namespace
+
+std::optional<std::uint32_t> FindSeriesIndex(std::string_view file_name) {
+  const std::string_view stem = Split(file_name).stem;
+  const std::size_t underscore = stem.find_last_of('_');
+  if (underscore == std::string_view::npos) return std::nullopt;
+  const std::optional<std::uint64_t> index = ParseUnsigned(stem.substr(underscore + 1));
+  if (!index || *index >= std::numeric_limits<std::uint32_t>::max()) return std::nullopt;
+  return static_cast<std::uint32_t>(*index);
+}
+
+std::string MakeLogName(std::string_view path, std::string_view name) {
+  std::string file(path);
+  if (!path.empty() && path.back() != '/' && path.back() != '\\') file += '/';
+  if (name.empty()) return file.append("VexorLog_").append(GetTimeStamp()).append(kExtension);
+  file += name;
+  return EndsWithIgnoreCase(name, kExtension) ? file : file.append(kExtension);
+}
+
+std::string MakeSplitName(std::string_view name, std::uint32_t index) {
+  const NamePieces pieces = Split(name);
+  std::string_view stem = pieces.stem;
+  // A series begins with index 0, which stands beside a number that the name has of its own.
+  std::string before;
+  if (index > 0) before.append("_").append(std::to_string(index - 1));
+  if (stem.ends_with(before)) stem.remove_suffix(before.size());
+  return std::string(pieces.folder)
+      .append(stem)
+      .append("_")
+      .append(std::to_string(index))
+      .append(pieces.extension);
+}
+
+}  // namespace vexor

@@ -1,0 +1,213 @@
+#include "logging/log_series.h"
+
+#include <algorithm>
+#include <array>
+#include <fstream>
+#include <iostream>
+#include <utility>
+
+#include "logging/log_names.h"
+#include "vexor/logging/console.h"
+
+namespace vexor {
+
+namespace {
+
+// Gives the text the line ends of this system's text files.
+void UseSystemLineEnds(std::string& text) {
+  if (kLineEnd == "\n") return;
+  std::string result;
+  char before = '\0';
+  for (const char c : text) {
+    if (c == '\n' && before != '\r') {
+      result += kLineEnd;
+    } else {
+      result += c;
+    }
+    before = c;
+  }
+  text = std::move(result);
+}
+
+std::uint32_t CountLineEnds(std::string_view text) {
+  return static_cast<std::uint32_t>(std::count(text.begin(), text.end(), '\n'));
+}
+
+// A line end is added unless the line ends with one.
+void AppendLine(std::string& text, std::string_view line) {
+  text += line;
+  if (!line.ends_with('\n')) text += '\n';
+}
+
+enum class FileEnd : std::uint8_t { kEmpty, kBetweenLines, kInsideLine };
+
+FileEnd ReadEnd(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  if (!file.seekg(-1, std::ios::end)) return FileEnd::kEmpty;
+  return file.get() == '\n' ? FileEnd::kBetweenLines : FileEnd::kInsideLine;
+}
+
+void PrintFault(std::string_view name, std::string_view what, const std::error_code& error) {
+  std::string text = "Log File: ";
+  text.append(name).append(" ").append(what);
+  if (error) text.append(": ").append(error.message());
+  PrintLine(text);
+}
+
+}  // namespace
+
+void PrintLine(std::string_view line) {
+  std::string text(line);
+  text += '\n';
+  std::cout.write(text.data(), static_cast<std::streamsize>(text.size()));
+}
+
+bool LogSeries::Start(const std::string& name, OpenMode mode) {
+  name_ = name;
+  fault_reported_ = false;
+  const std::error_code error = Open(name, MakeAbsolute(name), mode);
+  if (error) ReportOnce(name, "cannot be opened", error);
+  return !error;
+}
+
+std::error_code LogSeries::Open(const std::string& name, const std::string& path, OpenMode mode) {
+  std::error_code error;
+  std::shared_ptr<DurableFile> opened = DurableFile::Open(path, name, mode, error);
+  if (error) return error;
+  file_ = std::move(opened);
+  name_ = name;
+  path_ = path;
+  lost_ = false;
+  header_due_ = true;
+  CountLinesOnFile();
+  return {};
+}
+
+bool LogSeries::Reopen() {
+  if (const std::error_code error = file_->Reopen()) {
+    ReportOnce(name_, "cannot be opened", error);
+    return false;
+  }
+  lost_ = false;
+  const FileEnd end = ReadEnd(path_);
+  torn_ = end == FileEnd::kInsideLine;
+  if (end != FileEnd::kEmpty) return true;
+  header_due_ = true;
+  lines_ = 0;
+  has_logged_line_ = false;
+  return true;
+}
+
+void LogSeries::CountLinesOnFile() {
+  lines_ = 0;
+  std::ifstream file(path_, std::ios::binary);
+  std::array<char, 65536> bytes = {};
+  do {
+    file.read(bytes.data(), bytes.size());
+    lines_ += CountLineEnds({bytes.data(), static_cast<std::size_t>(file.gcount())});
+  } while (file);
+  torn_ = ReadEnd(path_) == FileEnd::kInsideLine;
+  if (torn_) ++lines_;
+  has_logged_line_ = lines_ > 0;
+}
+
+// False when there is no file to write to.
+bool LogSeries::EnsureOpen(Aftermath& after) {
+  if (next_pending_) return FileSplitter(after);
+  if (!file_) return false;
+  if (!lost_ && file_->IsRemoved()) {
+    lost_ = true;
+    ReportOnce(name_, "was removed and begins anew", {});
+  }
+  return !lost_ || Reopen();
+}
+
+bool LogSeries::FileSplitter(Aftermath& after) {
+  if (!std::exchange(next_pending_, true)) FlushAndClose();
+  const std::string next = MakeSplitName(name_, next_index_);
+  const std::string next_path = MakeSplitName(path_, next_index_);
+  if (const std::error_code error = Open(next, next_path, OpenMode::kTruncate)) {
+    if (ReportOnce(next, "cannot be opened", error)) PrintLine("Unable to create log file");
+    return false;
+  }
+  next_pending_ = false;
+  ++next_index_;
+  ++after.splits;
+  ConsoleOut("Continue on Log File: " + next, TRACE_INFORMATION, false);
+  return true;
+}
+
+void LogSeries::FlushAndClose() {
+  if (file_ && !file_->Flush(file_->Appended())) ReportFlushFault(*file_);
+  file_.reset();
+}
+
+void LogSeries::Close() {
+  FlushAndClose();
+  next_pending_ = false;
+}
+
+Aftermath LogSeries::Position() const {
+  return {.file = file_, .appended = file_ ? file_->Appended() : 0, .splits = 0};
+}
+
+void LogSeries::Write(std::string_view line, Aftermath& after) {
+  if (!Append(line, after)) PrintLine(line);
+}
+
+void LogSeries::WriteHeader(Aftermath& after) {
+  if (header_due_ && !header_.empty()) Append(std::nullopt, after);
+}
+
+// Appends what is due of the header, and the line if there is one.
+bool LogSeries::Append(std::optional<std::string_view> line, Aftermath& after) {
+  if (!EnsureOpen(after)) return false;
+  std::string block = MakeBlock(line);
+  if (IsFullFor(block)) {
+    if (!FileSplitter(after)) return false;
+    block = MakeBlock(line);
+  }
+  const std::uint32_t count = CountLineEnds(block);
+  if (torn_) block.insert(block.begin(), '\n');
+  UseSystemLineEnds(block);
+  if (const std::error_code error = file_->Append(block)) {
+    lost_ = true;
+    ReportOnce(name_, "cannot be written", error);
+    return false;
+  }
+  fault_reported_ = false;
+  torn_ = false;
+  header_due_ = false;
+  lines_ += count;
+  has_logged_line_ = has_logged_line_ || line;
+  after.file = file_;
+  after.appended = file_->Appended();
+  return true;
+}
+
+std::string LogSeries::MakeBlock(std::optional<std::string_view> line) const {
+  std::string block;
+  if (header_due_ && !header_.empty()) AppendLine(block, header_);
+  if (line) AppendLine(block, *line);
+  return block;
+}
+
+bool LogSeries::IsFullFor(std::string_view block) const {
+  // An entry that alone is longer than the limit still gets its file.
+  if (limit_ == 0 || !has_logged_line_) return false;
+  return std::uint64_t{lines_} + CountLineEnds(block) > limit_;
+}
+
+// Prints what is wrong with a file, unless something was since a line could last be written.
+bool LogSeries::ReportOnce(std::string_view name, std::string_view what,
+                           const std::error_code& error) {
+  if (std::exchange(fault_reported_, true)) return false;
+  PrintFault(name, what, error);
+  return true;
+}
+
+void LogSeries::ReportFlushFault(DurableFile& file) {
+  if (const auto error = file.TakeFault()) PrintFault(file.Name(), "cannot be flushed", *error);
+}
+
+}  // namespace vexor

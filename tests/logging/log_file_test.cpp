@@ -1,0 +1,472 @@
+#include "vexor/logging/log_file.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <regex>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "logging/log_test_tools.h"
+
+namespace {
+
+using testing::internal::CaptureStdout;
+using testing::internal::GetCapturedStdout;
+
+TEST(LogNames, AreJoinedFromFolderAndName) {
+  const struct {
+    const char* path;
+    const char* name;
+    const char* file;
+  } kNames[] = {{"logs", "run", "logs/run.csv"},
+                {"logs/", "run.csv", "logs/run.csv"},
+                {"C:\\logs\\", "RUN.CSV", "C:\\logs\\RUN.CSV"},
+                {"", "run", "run.csv"},
+                {"logs", "run.csv.txt", "logs/run.csv.txt.csv"},
+                {"a.csv", "csv", "a.csv/csv.csv"}};
+  for (const auto& [path, name, file] : kNames) {
+    EXPECT_EQ(VexorLogging::BuildLogFile(path, name), file);
+  }
+  EXPECT_TRUE(std::regex_match(VexorLogging::BuildLogFile("logs", ""),
+                               std::regex(R"(logs/VexorLog_\d{8}_\d{9}\.csv)")));
+}
+
+TEST(LogNames, CountInASeries) {
+  const struct {
+    const char* name;
+    unsigned index;
+    const char* next;
+  } kNames[] = {{"run.csv", 0, "run_0.csv"},
+                {"run_0.csv", 1, "run_1.csv"},
+                {"run_9.csv", 10, "run_10.csv"},
+                {"RUN_4.CSV", 5, "RUN_5.CSV"},
+                {"run.csv", 3, "run_3.csv"},
+                {"run_1.csv", 3, "run_1_3.csv"},
+                {"run_0.csv", 0, "run_0_0.csv"},
+                {"run_00.csv", 1, "run_00_1.csv"},
+                {"run_10.csv", 1, "run_10_1.csv"},
+                {"d_0/run.csv", 1, "d_0/run_1.csv"},
+                {"a.b\\run", 0, "a.b\\run_0"},
+                {"run.x", 2, "run_2.x"},
+                {".csv", 0, "_0.csv"}};
+  for (const auto& [name, index, next] : kNames) {
+    EXPECT_EQ(VexorLogging::UpdateFileNameToSplit(name, index), next);
+  }
+}
+
+TEST(LogFile, OpensItsFileAsTheOptionSays) {
+  EXPECT_EQ(ParseLogFileOptions("Overwrite"), LOG_FILE_OVERWRITE);
+  EXPECT_EQ(ParseLogFileOptions("New"), LOG_FILE_NEW);
+  for (const char* text : {"", "new", "Append", "Overwrite "}) {
+    EXPECT_EQ(ParseLogFileOptions(text), LOG_FILE_APPEND) << text;
+  }
+  const TemporaryFolder folder;
+  for (const int option : {0, 1, 2, 3, -1}) {
+    WriteBytes(folder / "run.csv", "old\n");
+    VexorLogging log;
+    ASSERT_TRUE(OpenPlain(log, folder, "run", static_cast<LOG_FILE_OPTIONS>(option)));
+    log.LogLine("new", TRACE_CRITICAL);
+    EXPECT_EQ(ReadLog(folder / "run.csv"), option == 0 ? "old\nnew\n" : "new\n") << option;
+  }
+}
+
+TEST(LogFile, WritesOneLineACallAndEndsATornOneFirst) {
+  const TemporaryFolder folder;
+  WriteBytes(folder / "run.csv", "whole\ntor");
+  VexorLogging log;
+  ASSERT_TRUE(OpenPlain(log, folder, "run.csv", LOG_FILE_APPEND));
+  for (const char* text : {"bare", "ended\n", "", "\n", "two\nlines", "quote\",raw"}) {
+    log.LogLine(text, TRACE_CRITICAL);
+  }
+  EXPECT_EQ(ReadLog(folder / "run.csv"), "whole\ntor\nbare\nended\n\n\ntwo\nlines\nquote\",raw\n");
+}
+
+TEST(LogFile, DropsWhatIsAboveItsLevelUnlessForced) {
+  const TemporaryFolder folder;
+  VexorLogging log;
+  EXPECT_EQ(log.GetGlobalLogLevel(), TRACE_INFORMATION);
+  ASSERT_TRUE(OpenPlain(log, folder, "run"));
+  log.LogLine("1", TRACE_INFORMATION);
+  log.LogLine("dropped", TRACE_DEBUG);
+  log.LogLine("2", TRACE_DEBUG, true);
+  log.SetGlobalTraceLevel(TRACE_NO_LOG);
+  log.LogNote("dropped", TRACE_CRITICAL);
+  log.LogNote("3", TRACE_NO_LOG);
+  log.LogNote("4", TRACE_CRITICAL, true);
+  EXPECT_EQ(ReadLog(folder / "run.csv"), "1\n2\n3\n4\n");
+}
+
+TEST(LogFile, PrintsItsLinesWhileNoFileIsOpen) {
+  const TemporaryFolder folder;
+  VexorLogging log("a,Notes,Level");
+  CaptureStdout();
+  log.LogLine("before\n", TRACE_CRITICAL);
+  log.LogLine("dropped", TRACE_DEBUG);
+  log.LogNote("row", TRACE_CRITICAL);
+  EXPECT_EQ(GetCapturedStdout(), "before\n\n,row,Critical\n");
+
+  CaptureStdout();
+  EXPECT_FALSE(log.Initialize(folder / "no/such", "run", TRACE_CRITICAL, LOG_FILE_NEW));
+  EXPECT_FALSE(log.IsInitialized());
+  log.LogLine("after", TRACE_CRITICAL);
+  const std::string printed = GetCapturedStdout();
+  EXPECT_TRUE(std::regex_match(printed, std::regex("Log File: " + (folder / "no/such/run.csv") +
+                                                   " cannot be opened: [^\n]+\nafter\n")))
+      << printed;
+
+  ASSERT_TRUE(OpenPlain(log, folder, "run"));
+  EXPECT_TRUE(log.IsInitialized());
+  log.LogLine("in the file", TRACE_CRITICAL);
+  log.CloseFile(true);
+  EXPECT_FALSE(log.IsInitialized());
+  CaptureStdout();
+  log.LogLine("closed", TRACE_CRITICAL);
+  EXPECT_EQ(GetCapturedStdout(), "closed\n");
+  EXPECT_EQ(ReadLog(folder / "run.csv"), "in the file\n");
+}
+
+TEST(LogFile, AnnouncesItselfAndTellsItsNames) {
+  const TemporaryFolder folder;
+  const std::string file = folder / "run.csv";
+  VexorLogging log("");
+  const auto initialize = [&](bool continues, bool silent) {
+    CaptureStdout();
+    EXPECT_TRUE(log.Initialize(folder.path() + "/", "run", TRACE_DEBUG, LOG_FILE_APPEND, false,
+                               true, continues, silent));
+    return GetCapturedStdout();
+  };
+  EXPECT_EQ(initialize(false, false), "Log File: " + file + "\n");
+  EXPECT_EQ(initialize(true, false), "Continue on Log File: " + file + "\n");
+  EXPECT_EQ(initialize(false, true), "");
+  EXPECT_EQ(log.GetLogFile(), file);
+  EXPECT_EQ(log.GetLogPath(), folder.path() + "/");
+  EXPECT_EQ(log.GetGlobalLogLevel(), TRACE_DEBUG);
+  log.SetLogOvrOptions("-a -b");
+  EXPECT_EQ(log.GetLogOvrOptions(), "-a -b");
+  log.GetBuffer()[VexorLogging::kBufferSize - 1] = 'x';
+  EXPECT_EQ(log.GetBuffer()[0], '\0');
+}
+
+TEST(LogFile, StaysWhereARelativePathLedAtItsStart) {
+  const QuietConsole quiet;
+  const TemporaryFolder folder;
+  const std::filesystem::path before = std::filesystem::current_path();
+  std::filesystem::create_directory(folder / "logs");
+  std::filesystem::current_path(folder.path());
+  VexorLogging log("");
+  log.SetLinesLimitToSplit(1);
+  const bool started =
+      log.Initialize("logs", "run", TRACE_DEBUG, LOG_FILE_NEW, false, true, false, true);
+  log.LogLine("0", TRACE_CRITICAL);
+  std::filesystem::current_path(before);
+  log.LogLine("1", TRACE_CRITICAL);
+  ASSERT_TRUE(started);
+  EXPECT_EQ(log.GetLogFile(), "logs/run_1.csv");
+  EXPECT_EQ(ReadLog(folder / "logs/run_1.csv"), "1\n");
+}
+
+TEST(LogFile, PutsTheHeaderAboveTheFirstLineThatIsWritten) {
+  const TemporaryFolder folder;
+  const std::string file = folder / "run.csv";
+  VexorLogging log("A,B\n");
+  const auto initialize = [&](bool continues) {
+    return log.Initialize(folder.path(), "run", TRACE_CRITICAL, LOG_FILE_APPEND, false, true,
+                          continues, true);
+  };
+  ASSERT_TRUE(initialize(false));
+  log.LogLine("dropped", TRACE_DEBUG);
+  EXPECT_EQ(ReadLog(file), "");
+  log.LogLine("1", TRACE_CRITICAL);
+  log.UpdateHeaderLine("C");
+  log.LogLine("2", TRACE_CRITICAL);
+  log.ResetInitHeaderLine();
+  log.LogLine("3", TRACE_CRITICAL);
+  EXPECT_EQ(ReadLog(file), "A,B\n1\n2\nC\n3\n");
+  ASSERT_TRUE(initialize(true));
+  log.LogHeaderLine();
+  log.LogHeaderLine();
+  EXPECT_EQ(ReadLog(file), "A,B\n1\n2\nC\n3\nC\n");
+  log.LogLine("4", TRACE_CRITICAL);
+  EXPECT_EQ(ReadLog(file), "A,B\n1\n2\nC\n3\nC\n4\n");
+  log.CloseFile(true);
+  CaptureStdout();
+  log.ResetInitHeaderLine();
+  log.LogHeaderLine();
+  log.LogLine("5", TRACE_CRITICAL);
+  EXPECT_EQ(GetCapturedStdout(), "5\n");
+}
+
+TEST(LogFile, BeginsWithAHeaderAndAVersionNoteThatMakeATable) {
+  const TemporaryFolder folder;
+  VexorLogging log;
+  ASSERT_TRUE(log.Initialize(folder.path(), "run", TRACE_CRITICAL, LOG_FILE_NEW, false, false,
+                             false, true));
+  const std::string text = ReadLog(folder / "run.csv");
+  EXPECT_TRUE(text.starts_with("Time,TestType,Iter,Affinity,Scope,")) << text;
+  EXPECT_NE(text.find(",GT-SR%,ClipCause, Level\n"), std::string::npos);
+  const Rows rows = ParseCsv(text);
+  ASSERT_EQ(rows.size(), 2U);
+  ASSERT_EQ(rows[0].size(), 44U);
+  ASSERT_EQ(rows[1].size(), 44U);
+  EXPECT_EQ(rows[1][1], "VEXOR");
+  EXPECT_EQ(rows[1][43], "Critical");
+  EXPECT_EQ(rows[0][9], "Notes");
+  EXPECT_TRUE(std::regex_match(
+      rows[1][9],
+      std::regex(R"(Version,3\.21\.522\.0 -- Driver Version: N/A -- Hash 0x[0-9a-f]{1,8})"
+                 R"( -- Build date: \d{4}-\d\d-\d\d @ \d\d:\d\d:\d\d UTC)")))
+      << rows[1][9];
+
+  ASSERT_TRUE(log.Initialize(folder.path(), "quiet", TRACE_NO_LOG, LOG_FILE_NEW, false, false,
+                             false, true));
+  EXPECT_EQ(ReadLog(folder / "quiet.csv"), "");
+}
+
+TEST(LogFile, ComposesRowsUnderItsHeader) {
+  const TemporaryFolder folder;
+  VexorLogging log("Time,TestType,Iter,Affinity,Scope,Request,Status,Notes, Level");
+  ASSERT_TRUE(
+      log.Initialize(folder.path(), "run", TRACE_DEBUG, LOG_FILE_NEW, false, true, false, true));
+  std::thread([&] {
+    const std::thread::id thread = std::this_thread::get_id();
+    VexorLogging::SetThreadTestLog(thread, PM_TEST_CSTATES, TRACE_DEBUG, &log);
+    VexorLogging::SetThreadAffinityLog(thread, 0, 1, 2, 3);
+    log.LogNote("a, \"b\"\r\n", TRACE_DEBUG);
+    log.LogMsgData("text", TRACE_CRITICAL, "a\nb", "");
+    log.LogWorkloadData("text", static_cast<TRACE_LEVEL>(9), "scope", true);
+    log.LogData({"1", "2", "", "4", "5", "6", "7,"}, TRACE_NO_LOG);
+    log.LogData({}, TRACE_NO_LOG);
+  }).join();
+  log.UpdateHeaderLine("\"Iter\",x");
+  log.LogMsgData("1", TRACE_CRITICAL, "2", "3");
+
+  Rows rows = ParseCsv(ReadLog(folder / "run.csv"));
+  ASSERT_EQ(rows.size(), 7U);
+  const std::regex time(R"(\d{4}-\d\d-\d\d \d\d:\d\d:\d\d\.\d{3})");
+  for (std::size_t i = 1; i < 6; ++i) {
+    EXPECT_TRUE(std::regex_match(rows[i][0], time)) << rows[i][0];
+    rows[i][0] = "T";
+  }
+  const std::string label = "00:01:002:3";
+  const Rows expected = {
+      {"T", "CSTATES", "", label, "", "", "", "a, \"b\"", "Debug"},
+      {"T", "CSTATES", "", label, "", "a\nb", "", "text", "Critical"},
+      {"T", "CSTATES", "", label, "scope", "", "", "text", ""},
+      {"T", "CSTATES", "1", label, "2", "", "4", "5", "6", "7,", "No-Log"},
+      {"T", "CSTATES", "", label, "", "", "", "", "No-Log"},
+      {"1", "2", "3"},
+  };
+  EXPECT_EQ(Rows(rows.begin() + 1, rows.end()), expected);
+}
+
+TEST(LockedLog, KeepsItsLinesUntilItIsUnlockedSavedOrClosed) {
+  const TemporaryFolder folder;
+  const std::string file = folder / "run.csv";
+  VexorLogging log;
+  ASSERT_TRUE(OpenPlain(log, folder, "run", LOG_FILE_NEW, true));
+  EXPECT_TRUE(log.IsLoggingLocked());
+  log.LogLine("1", TRACE_CRITICAL);
+  log.LogLine("dropped", TRACE_DEBUG);
+  log.LogNote("2", TRACE_CRITICAL);
+  log.LogHeaderLine();
+  EXPECT_EQ(ReadLog(file), "");
+  EXPECT_TRUE(log.SaveFile());
+  EXPECT_EQ(ReadLog(file), "1\n2\n");
+  EXPECT_TRUE(log.IsLoggingLocked());
+  log.LogLine("3", TRACE_CRITICAL);
+  log.UnlockLogging();
+  EXPECT_FALSE(log.IsLoggingLocked());
+  log.LogLine("4", TRACE_CRITICAL);
+  EXPECT_EQ(ReadLog(file), "1\n2\n3\n4\n");
+  log.LockLogging();
+  log.LogLine("5", TRACE_CRITICAL);
+  log.CloseFile(true);
+  EXPECT_EQ(ReadLog(file), "1\n2\n3\n4\n5\n");
+
+  ASSERT_TRUE(OpenPlain(log, folder, "run", LOG_FILE_APPEND, true));
+  log.LogLine("lost", TRACE_CRITICAL);
+  log.LogLine("lost", TRACE_CRITICAL);
+  CaptureStdout();
+  log.CloseFile(false);
+  log.CloseFile(false);
+  EXPECT_EQ(GetCapturedStdout(),
+            "Log File: " + file + " drops 2 lines that it kept while locked\n");
+  EXPECT_EQ(ReadLog(file), "1\n2\n3\n4\n5\n");
+}
+
+// What a log of `count` numbered lines leaves in its folder: the names of the files, each with its
+// lines joined by blanks.
+std::vector<std::string> Series(const TemporaryFolder& folder) {
+  std::vector<std::string> files;
+  for (const std::string& name : GetFilesInFolder(folder.path())) {
+    std::string text = ReadLog(folder / name);
+    std::replace(text.begin(), text.end(), '\n', ' ');
+    files.push_back(name + ": " + text);
+  }
+  return files;
+}
+
+using Files = std::vector<std::string>;
+
+TEST(LogSeries, SplitsBeforeTheLineThatWouldGoOverTheLimit) {
+  const QuietConsole quiet;
+  const struct {
+    const char* header;
+    bool note;
+    std::uint32_t limit;
+    Files files;
+  } kSeries[] = {
+      {"", false, 2, {"run_0.csv: 1 2 ", "run_1.csv: 3 4 ", "run_2.csv: 5 "}},
+      {"H", false, 3, {"run_0.csv: H 1 2 ", "run_1.csv: H 3 4 ", "run_2.csv: H 5 "}},
+      {"H", false, 5, {"run_0.csv: H 1 2 3 4 ", "run_1.csv: H 5 "}},
+      {"H", false, 6, {"run_0.csv: H 1 2 3 4 5 "}},
+      {"H", false, 0, {"run.csv: H 1 2 3 4 5 "}},
+      {"H1\nH2",
+       false,
+       4,
+       {"run_0.csv: H1 H2 1 2 ", "run_1.csv: H1 H2 3 4 ", "run_2.csv: H1 H2 5 "}},
+  };
+  for (const auto& series : kSeries) {
+    const TemporaryFolder folder;
+    VexorLogging log(series.header);
+    log.SetLinesLimitToSplit(series.limit);
+    ASSERT_TRUE(log.Initialize(folder.path(), "run", TRACE_CRITICAL, LOG_FILE_NEW, false, true,
+                               false, true));
+    for (const char* line : {"1", "2", "3", "4", "5"}) log.LogLine(line, TRACE_CRITICAL);
+    EXPECT_EQ(Series(folder), series.files);
+  }
+}
+
+TEST(LogSeries, KeepsOneLoggedLineAFileWhateverTheLimit) {
+  const TemporaryFolder folder;
+  VexorLogging log("H");
+  log.SetLinesLimitToSplit(1);
+  ASSERT_TRUE(
+      log.Initialize(folder.path(), "run", TRACE_CRITICAL, LOG_FILE_NEW, false, true, false, true));
+  CaptureStdout();
+  for (const char* line : {"1\n2", "3", "4"}) log.LogLine(line, TRACE_CRITICAL);
+  EXPECT_EQ(GetCapturedStdout(), "Continue on Log File: " + (folder / "run_1.csv") +
+                                     "\nContinue on Log File: " + (folder / "run_2.csv") + "\n");
+  EXPECT_EQ(Series(folder), (Files{"run_0.csv: H 1 2 ", "run_1.csv: H 3 ", "run_2.csv: H 4 "}));
+  EXPECT_EQ(log.GetLogFile(), folder / "run_2.csv");
+  EXPECT_EQ(log.GetLogPath(), folder.path());
+}
+
+TEST(LogSeries, CountsTheLinesThatAFileHas) {
+  const QuietConsole quiet;
+  const TemporaryFolder folder;
+  WriteBytes(folder / "run_0.csv", "a\nb");
+  WriteBytes(folder / "run_1.csv", "of an earlier run\n");
+  VexorLogging log;
+  log.SetLinesLimitToSplit(3);
+  ASSERT_TRUE(OpenPlain(log, folder, "run", LOG_FILE_APPEND));
+  for (const char* line : {"1", "2"}) log.LogLine(line, TRACE_CRITICAL);
+  EXPECT_EQ(Series(folder), (Files{"run_0.csv: a b 1 ", "run_1.csv: 2 "}));
+}
+
+TEST(LogSeries, BeginsWhenALimitComesLater) {
+  const QuietConsole quiet;
+  const TemporaryFolder folder;
+  VexorLogging log;
+  ASSERT_TRUE(OpenPlain(log, folder, "run"));
+  for (const char* line : {"1", "2", "3"}) log.LogLine(line, TRACE_CRITICAL);
+  log.SetLinesLimitToSplit(2);
+  for (const char* line : {"4", "5", "6"}) log.LogLine(line, TRACE_CRITICAL);
+  EXPECT_EQ(Series(folder), (Files{"run.csv: 1 2 3 ", "run_1.csv: 4 5 ", "run_2.csv: 6 "}));
+}
+
+TEST(LogSeries, IsResumedBehindTheNumberOfTheName) {
+  const QuietConsole quiet;
+  const struct {
+    const char* name;
+    bool locked;
+    bool unexpected;
+    Files files;
+  } kSeries[] = {
+      {"run_7", true, false, {"run_7.csv: 1 ", "run_8.csv: 2 "}},
+      {"run_7.CSV", false, true, {"run_7.CSV: 1 ", "run_8.CSV: 2 "}},
+      {"run_7", false, false, {"run_7_0.csv: 1 ", "run_7_1.csv: 2 "}},
+      {"run", true, true, {"run.csv: 1 ", "run_1.csv: 2 "}},
+      {"run_x", false, true, {"run_x.csv: 1 ", "run_x_1.csv: 2 "}},
+      {"run_0x1F", false, true, {"run_0x1F.csv: 1 ", "run_0x1F_32.csv: 2 "}},
+      {"run_99999999999999999999",
+       false,
+       true,
+       {"run_99999999999999999999.csv: 1 ", "run_99999999999999999999_1.csv: 2 "}},
+      {"run_4294967295", false, true, {"run_4294967295.csv: 1 ", "run_4294967295_1.csv: 2 "}},
+  };
+  for (const auto& series : kSeries) {
+    const TemporaryFolder folder;
+    VexorLogging log;
+    log.SetLinesLimitToSplit(1);
+    if (series.unexpected) log.UnexpectedInit();
+    ASSERT_TRUE(OpenPlain(log, folder, series.name, LOG_FILE_APPEND, series.locked));
+    for (const char* line : {"1", "2"}) log.LogLine(line, TRACE_CRITICAL);
+    log.CloseFile(true);
+    EXPECT_EQ(Series(folder), series.files);
+
+    if (!series.unexpected) continue;  // the flag served once
+    ASSERT_TRUE(OpenPlain(log, folder, "again"));
+    EXPECT_EQ(log.GetLogFile(), folder / "again_0.csv");
+  }
+}
+
+TEST(LogSeries, GoesOnWhenItContinues) {
+  const QuietConsole quiet;
+  const TemporaryFolder folder;
+  VexorLogging log;
+  log.SetLinesLimitToSplit(1);
+  ASSERT_TRUE(OpenPlain(log, folder, "run"));
+  for (const char* line : {"1", "2", "3"}) log.LogLine(line, TRACE_CRITICAL);
+  ASSERT_TRUE(log.Initialize(folder.path(), "other", TRACE_CRITICAL, LOG_FILE_NEW, false, true,
+                             true, true));
+  for (const char* line : {"4", "5"}) log.LogLine(line, TRACE_CRITICAL);
+  EXPECT_EQ(Series(folder), (Files{"other.csv: 4 ", "other_3.csv: 5 ", "run_0.csv: 1 ",
+                                   "run_1.csv: 2 ", "run_2.csv: 3 "}));
+}
+
+class FrontEnd : public ContextUtils {
+ public:
+  explicit FrontEnd(VexorLogging& log) : log_(log) {}
+  bool CreateAutoRun(std::string script, unsigned char flags) override {
+    calls.push_back(script + ":" + std::to_string(flags));
+    if (calls.size() == 1) log_.LogLine("from the front end", TRACE_CRITICAL);
+    return false;
+  }
+  std::vector<std::string> calls;
+
+ private:
+  VexorLogging& log_;
+};
+
+TEST(AutoRun, IsUpdatedWhenTheLogHasMoved) {
+  const TemporaryFolder folder;
+  VexorLogging log;
+  FrontEnd front_end(log);
+  log.SetLinesLimitToSplit(2);
+  ASSERT_TRUE(OpenPlain(log, folder, "run"));
+  const auto log_two = [&] {
+    CaptureStdout();
+    for (const char* line : {"1", "2"}) log.LogLine(line, TRACE_CRITICAL);
+    const std::string printed = GetCapturedStdout();
+    return printed.substr(printed.find('\n') + 1);  // after the announcement of the new file
+  };
+  log.LogLine("0", TRACE_CRITICAL);
+  EXPECT_EQ(log_two(), "");
+  log.SetAutoRunInfo(&front_end, {"script", static_cast<unsigned char>(0xFF)});
+  EXPECT_EQ(log_two(), "Update VexorPanel auto-run\n");
+  EXPECT_EQ(front_end.calls, Files{});
+  log.SetAutoRunInfo(&front_end, {"script", static_cast<unsigned char>(0xFD)});
+  log_two();
+  EXPECT_EQ(front_end.calls, (Files{"script:253"}));
+  EXPECT_EQ(ReadLog(log.GetLogFile()), "2\nfrom the front end\n");
+
+  CaptureStdout();
+  EXPECT_FALSE(ContextUtils().CreateAutoRun("script", 'x'));
+  EXPECT_EQ(GetCapturedStdout(), "scriptx");
+}
+
+}  // namespace
