@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include "config/config_files.h"
+#include "source_dir.h"
 #include "temporary_folder.h"
 
 namespace {
