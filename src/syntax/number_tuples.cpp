@@ -16,12 +16,15 @@ constexpr NumberLimit kShare = {100, "a number from 0 to 100"};
 constexpr NumberLimit kByte = {0xFF, "a hexadecimal number from 00 to FF"};
 constexpr NumberLimit kNumber = {0xFFFFFFFF, "a number from 0 to 4294967295"};
 
+using Values = std::array<std::uint32_t, 4>;
+
 // A form of texts; no text has fewer numbers than `fewest` or more than there are limits.
 struct Form {
   std::span<const NumberLimit> limits;
   std::size_t fewest;
   NumberBase base;
   std::string_view expected;
+  Values missing = {};  // what stands for numbers that the text leaves out
 };
 
 constexpr auto kScopeLimits = std::to_array<NumberLimit>({kShare, kShare, kShare, kShare});
@@ -32,12 +35,11 @@ constexpr auto kSpreadLimits = std::to_array<NumberLimit>({kByte, kByte, kByte})
 constexpr Form kSpread = {kSpreadLimits, 3, NumberBase::kHexadecimal, "low:medium:high"};
 
 constexpr auto kTimeoutLimits = std::to_array<NumberLimit>({kNumber, kNumber});
-constexpr Form kTimeout = {kTimeoutLimits, 2, NumberBase::kDecimal, "seconds:times"};
-
-using Values = std::array<std::uint32_t, 4>;
+constexpr Form kTimeout = {
+    kTimeoutLimits, 1, NumberBase::kDecimal, "seconds or seconds:times", {0, 1}};
 
 std::optional<Values> Read(std::string_view text, const Form& form, FaultNote& note) {
-  Values values{};
+  Values values = form.missing;
   const std::size_t count =
       ReadNumberTuple(text, form.limits, values, form.expected, note, form.base);
   if (count >= form.fewest) return values;

@@ -1,7 +1,5 @@
 #include "syntax/plain_grammar.h"
 
-#include "syntax/fault_note.h"
-#include "syntax/number_list.h"
 #include "util/text.h"
 #include "vexor/vocabulary/state_names.h"
 
@@ -37,12 +35,6 @@ std::optional<Fault> CheckAddress(std::string_view text) {
   return CheckNumber(text, "an address such as 0xFED10000, or Default");
 }
 
-std::optional<Fault> CheckNumberList(std::string_view text) {
-  FaultNote note(text);
-  ReadNumberList(text, nullptr, note);
-  return note.First();
-}
-
 std::optional<Fault> CheckBoolean(std::string_view text) {
   const bool is_good =
       text.empty() || EqualsIgnoreCase(text, "true") || EqualsIgnoreCase(text, "false");
@@ -53,14 +45,6 @@ std::optional<Fault> CheckBoolean(std::string_view text) {
 std::optional<Fault> CheckTestMode(std::string_view text) {
   if (text.empty() || ParseTestModeID(text) != TEST_MODE_UNKNOWN) return std::nullopt;
   return Fault{.what = "unknown test mode", .expected = "Default, Verify, Exercise or Monitor"};
-}
-
-std::optional<Fault> CheckS0ixState(std::string_view text) {
-  if (text.empty() || ParseS0ixStatesID(text) != S0IX_UNKNOWN) return std::nullopt;
-  return Fault{.what = "unknown state",
-               .expected =
-                   "S0iR, S0i1, S0i2, S0i3, PS-ON, IDLE1, IDLE2, IDLE3, IVR-S0IX, S0i2-0 to "
-                   "S0i2-2 or S0i3-0 to S0i3-4"};
 }
 
 }  // namespace vexor

@@ -1,4 +1,4 @@
-// What is wrong with an option text that is a number, a number list or a word; nothing for a good
+// What is wrong with an option text that is a number or a word; nothing for a good
 // one. Empty text is good: nothing is asked for.
 #pragma once
 
@@ -18,16 +18,10 @@ std::optional<Fault> CheckMask(std::string_view text);
 // The same or "Default".
 std::optional<Fault> CheckAddress(std::string_view text);
 
-// Numbers and ranges that `GetIntegerList` reads at ",".
-std::optional<Fault> CheckNumberList(std::string_view text);
-
 // "true" or "false", in any case.
 std::optional<Fault> CheckBoolean(std::string_view text);
 
 // A word that `ParseTestModeID` reads.
 std::optional<Fault> CheckTestMode(std::string_view text);
-
-// A word that `ParseS0ixStatesID` reads.
-std::optional<Fault> CheckS0ixState(std::string_view text);
 
 }  // namespace vexor

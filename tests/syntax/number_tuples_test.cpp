@@ -38,7 +38,7 @@ TEST(NumberTuples, EachFormHasItsNumbers) {
       {"1::2", "-/-/-"},
       {"", "-/-/-"},
       {":", "-/-/-"},
-      {"100", "-/-/-"},
+      {"100", "-/-/100 1 "},
   };
   for (const auto& [text, numbers] : cases) EXPECT_EQ(Read(text), numbers) << text;
 }

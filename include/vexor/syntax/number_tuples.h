@@ -4,7 +4,8 @@
 //            "packages:modules:cores:threads", such as "100:0:0"
 //   spread   how much of the low, the medium and the high ratios there is, as hexadecimal bytes:
 //            "low:medium:high", such as "FF:FF:FF"
-//   timeout  how long to wait and how often: "seconds:times", such as "120:5"
+//   timeout  how long to wait and how often: "seconds:times", such as "120:5", or "seconds" for
+//   once
 //
 // Blanks around a number are passed over. Any thread may call.
 #pragma once
@@ -32,7 +33,7 @@ struct RatioSpread {
 
 struct Timeout {
   std::uint32_t seconds = 0;
-  std::uint32_t times = 0;
+  std::uint32_t times = 1;
 };
 
 // Each returns what the text says, nothing for text that is not of its form.
