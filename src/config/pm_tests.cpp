@@ -57,6 +57,11 @@ void DeriveSwitchTime(ConfigRecord& record) {
       add_OnTimeStructs(ParseOnTimeType(test.ActiveTime), ParseOnTimeType(test.InStateTime)));
 }
 
+_PM_TEST_NODE* FindTestNode(_GLOBALPM_XMLCFG& pm, VEXOR_PM_TEST_ID test) {
+  const PmTestRow* const row = FindPmTest(test);
+  return row == nullptr ? nullptr : &static_cast<_PM_TEST_NODE&>(row->record(pm));
+}
+
 void ResetGlobalPm(_GLOBALPM_XMLCFG& pm) {
   for (const PmTestRow& test : PmTests()) {
     auto& record = static_cast<_PM_TEST_NODE&>(test.record(pm));

@@ -24,4 +24,7 @@ std::optional<Fault> CheckBoolean(std::string_view text);
 // A word that `ParseTestModeID` reads.
 std::optional<Fault> CheckTestMode(std::string_view text);
 
+// A word that `ParseS0ixStatesID` reads.
+std::optional<Fault> CheckS0ixState(std::string_view text);
+
 }  // namespace vexor

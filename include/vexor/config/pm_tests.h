@@ -17,6 +17,7 @@
 
 #include "vexor/config/config_record.h"
 #include "vexor/export.h"
+#include "vexor/vocabulary/pm_tests.h"
 
 // The options that most tests share. Every test record begins with the whole node; fields that a
 // test does not read keep their value.
@@ -233,6 +234,9 @@ struct _GLOBALPM_XMLCFG {
 VEXOR_EXPORT bool GetGlobalPMXML(_GLOBALPM_XMLCFG& pm, const tinyxml2::XMLElement* root);
 
 namespace vexor {
+
+// Returns the common options of the test's record, null for an id without a section.
+VEXOR_EXPORT _PM_TEST_NODE* FindTestNode(_GLOBALPM_XMLCFG& pm, VEXOR_PM_TEST_ID test);
 
 // Gives every test record the texts that a lab starts from and empties its lists.
 VEXOR_EXPORT void ResetGlobalPm(_GLOBALPM_XMLCFG& pm);
