@@ -177,7 +177,7 @@ std::uint64_t String2Ascii(std::string_view text) {
   for (std::size_t i = 0; i < text.size(); ++i) {
     // Deliberately within 32 bits and with a sign, as callers have always compared these numbers:
     // characters 5 to 8 fall on the first four, and the sign fills the upper half.
-    const std::int32_t widened = static_cast<signed char>(text[i]);
+    const std::int32_t widened = static_cast<std::int8_t>(text[i]);
     const auto shifted =
         static_cast<std::int32_t>(static_cast<std::uint32_t>(widened) << (8 * i % 32));
     packed |= static_cast<std::uint64_t>(std::int64_t{shifted});
