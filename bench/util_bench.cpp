@@ -13,7 +13,7 @@
 #include <string_view>
 #include <vector>
 
-#include "ratio_reporter.h"
+#include "pairs.h"
 #include "vexor/syntax/time.h"
 #include "vexor/util/numbers.h"
 #include "vexor/util/random.h"
@@ -22,6 +22,7 @@
 namespace {
 
 using std::string_view;
+using vexor::AddTextPair;
 
 template <class Number>
 Number ReadByHand(string_view text, int base = 10) {
@@ -153,51 +154,24 @@ std::string ReplaceByHand(string_view original) {
   return replaced.append(text, at);
 }
 
-// One pair: every text by the library and by hand. A pair that does not agree is not measured.
-template <class Library, class ByHand>
-void AddPair(const std::string& subject, std::vector<std::string> texts, Library library,
-             ByHand by_hand) {
-  for (const std::string& text : texts) {
-    if (!(library(text) == by_hand(text))) {
-      std::printf("%s: the results for \"%s\" differ\n", subject.c_str(), text.c_str());
-      std::exit(1);
-    }
-  }
-  const auto add = [&](const char* name, auto function) {
-    const auto run = [texts, function](benchmark::State& state) {
-      for (auto _ : state) {
-        for (const std::string& text : texts) {
-          string_view view = text;
-          benchmark::DoNotOptimize(view);
-          auto result = function(view);
-          benchmark::DoNotOptimize(result);
-        }
-      }
-    };
-    benchmark::RegisterBenchmark((subject + name).c_str(), run)->MinTime(0.05)->Repetitions(5);
-  };
-  add("/library", library);
-  add("/by_hand", by_hand);
-}
-
 void AddPairs() {
-  AddPair(
+  AddTextPair(
       "String2Integer", {"0", "80", "123456789", "0x1F", "0xFFFFFFFF"},
       [](string_view text) { return String2Integer(text, 0); }, IntegerByHand);
-  AddPair(
+  AddTextPair(
       "GetIntegerList", {"1", "1,2,3", "0-7,12,16-19"},
       [](string_view text) { return GetIntegerList(text, ',', -1); }, IntegersByHand);
-  AddPair(
+  AddTextPair(
       "GetDoubleList", {"0.5", "0.5-4", "1,2.5,10-12"},
       [](string_view text) { return GetDoubleList(text, ',', -1, 0.5); }, DoublesByHand);
-  AddPair(
+  AddTextPair(
       "Split", {"C6", "C6; C8; C10", "Random; ExitOnFail; RunDeviceCheck"},
       [](string_view text) { return Split(text, ';', true); }, SplitByHand);
-  AddPair(
+  AddTextPair(
       "StringContainsKeyword", {"ExitOnFail", "Random; Sx_Legacy; ExitOnFail", "Random"},
       [](string_view text) { return StringContainsKeyword(text, "ExitOnFail", ';', false); },
       KeywordByHand);
-  AddPair(
+  AddTextPair(
       "StringReplaceSubstring", {"a, b, c", std::string(1000, 'x') + ", y"},
       [](string_view text) {
         std::string replaced(text);
@@ -205,16 +179,16 @@ void AddPairs() {
         return replaced;
       },
       ReplaceByHand);
-  AddPair("ParseOnTimeType", {"msec:80", "sec:10", "sec:1-3", "min:2", "hour:1"}, ParseOnTimeType,
-          OnTimeByHand);
-  AddPair(
+  AddTextPair("ParseOnTimeType", {"msec:80", "sec:10", "sec:1-3", "min:2", "hour:1"},
+              ParseOnTimeType, OnTimeByHand);
+  AddTextPair(
       "ParseUnitTime", {"msec:80", "sec:10", "min:2", "hour:1"},
       [](string_view text) { return ParseUnitTime(text, 0, 0); }, UnitTimeByHand);
-  AddPair(
+  AddTextPair(
       "ParseUnitTime (range)", {"sec:10-11"},
       [](string_view text) { return ParseUnitTime(text, 0, 0); }, UnitTimeByHand);
-  AddPair("GetTime", {"10[sec]", "2[min]", "1[hour]"}, GetTime, BracketTimeByHand);
-  AddPair(
+  AddTextPair("GetTime", {"10[sec]", "2[min]", "1[hour]"}, GetTime, BracketTimeByHand);
+  AddTextPair(
       "ParseExeCycleTimeType", {"100", "sec:10", "min:5"},
       [](string_view text) { return ParseExeCycleTimeType(text, 1, 15, 5); }, ExeCyclesByHand);
 }
@@ -225,8 +199,5 @@ int main(int argc, char** argv) {
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
   AddPairs();
-  vexor::RatioReporter reporter;
-  benchmark::RunSpecifiedBenchmarks(&reporter);
-  benchmark::Shutdown();
-  return 0;
+  return vexor::RunPairs();
 }

@@ -211,8 +211,8 @@ std::string GetErrorCode(VEXOR_PM_TEST_ID test, unsigned int code) {
   }
   if (HasAll(code, kConfig)) AppendConfigTag(code, text);
   for (const TestRule& rule : RulesOf(test)) {
-    const bool is_replaced = rule.unless != 0 && HasAll(code, rule.unless);
-    if (HasAll(code, rule.bits) && !is_replaced) text += rule.tag;
+    if (!HasAll(code, rule.bits)) continue;
+    if (rule.unless == 0 || !HasAll(code, rule.unless)) text += rule.tag;
   }
   return text;
 }

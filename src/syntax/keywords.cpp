@@ -120,5 +120,6 @@ std::string_view FindNearestShortName(std::string_view text) {
 
 std::string GetKeywordShortName(std::string_view keyword) {
   const vexor::Keyword* const row = vexor::FindKeyword(keyword);
-  return std::string(row == nullptr ? std::string_view{} : row->short_name);
+  if (row == nullptr) return {};
+  return std::string(row->short_name);
 }

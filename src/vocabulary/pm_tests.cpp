@@ -74,14 +74,35 @@ constexpr auto kAliases = std::to_array<Alias>({
     {"GT-RC6", PM_TEST_IGFX_RC6},
 });
 
-bool Equals(std::string_view a, std::string_view b, bool ignore_case) {
-  return ignore_case ? vexor::EqualsIgnoreCase(a, b) : a == b;
+// Names of one length mostly differ in their first letter: to look at it costs less than a call to
+// compare the rest.
+constexpr bool IsSameName(std::string_view a, std::string_view b) {
+  return a.size() == b.size() && (a.empty() || (a.front() == b.front() && a == b));
 }
 
 // No two long names differ in case only, so the order of comparison does not show.
-bool Accepts(const TestNames& test, std::string_view name, bool ignore_case) {
-  return test.input != Input::kRefused &&
-         Equals(name, test.long_name, ignore_case || test.input == Input::kAnyCase);
+template <class Equals>
+VEXOR_PM_TEST_ID FindLongName(std::string_view name, Equals equals) {
+  for (std::size_t id = 0; id < kTests.size(); ++id) {
+    const auto& [long_name, short_name, input] = kTests[id];
+    if (input == Input::kRefused) continue;
+    const bool is_any_case = input == Input::kAnyCase;
+    if (is_any_case ? vexor::EqualsIgnoreCase(name, long_name) : equals(name, long_name)) {
+      return static_cast<VEXOR_PM_TEST_ID>(id);
+    }
+  }
+  for (const Alias& alias : kAliases) {
+    if (equals(name, alias.long_name)) return alias.id;
+  }
+  return PM_TEST_MAX;
+}
+
+template <class Equals>
+VEXOR_PM_TEST_ID FindShortName(std::string_view name, Equals equals) {
+  for (std::size_t id = 0; id < kTests.size(); ++id) {
+    if (equals(name, kTests[id].short_name)) return static_cast<VEXOR_PM_TEST_ID>(id);
+  }
+  return PM_TEST_MAX;
 }
 
 bool SelectsTest(std::string_view argument) {
@@ -94,13 +115,7 @@ bool SelectsTest(std::string_view argument) {
 }  // namespace
 
 VEXOR_PM_TEST_ID GetPMTestID(std::string_view name, bool ignore_case) {
-  for (std::size_t id = 0; id < kTests.size(); ++id) {
-    if (Accepts(kTests[id], name, ignore_case)) return static_cast<VEXOR_PM_TEST_ID>(id);
-  }
-  for (const Alias& alias : kAliases) {
-    if (Equals(name, alias.long_name, ignore_case)) return alias.id;
-  }
-  return PM_TEST_MAX;
+  return ignore_case ? FindLongName(name, vexor::EqualsIgnoreCase) : FindLongName(name, IsSameName);
 }
 
 std::string GetPMTestName(VEXOR_PM_TEST_ID id) {
@@ -114,10 +129,8 @@ const char* GetPMTestNameByID(int id) {
 }
 
 VEXOR_PM_TEST_ID ParsePMTestID(std::string_view token, bool ignore_case) {
-  for (std::size_t id = 0; id < kTests.size(); ++id) {
-    if (Equals(token, kTests[id].short_name, ignore_case)) return static_cast<VEXOR_PM_TEST_ID>(id);
-  }
-  return PM_TEST_MAX;
+  return ignore_case ? FindShortName(token, vexor::EqualsIgnoreCase)
+                     : FindShortName(token, IsSameName);
 }
 
 bool HasPMTestId(char** argv, int argc) {
