@@ -34,7 +34,8 @@ std::string_view WithoutLineEnd(std::string_view text) {
 
 }  // namespace
 
-constinit std::mutex VexorLogging::m_mFileHandleMutex;
+// Not constinit: mingw's mutex has no constant initializer.
+std::mutex VexorLogging::m_mFileHandleMutex;
 
 struct VexorLogging::Impl {
   explicit Impl(VexorLogging& log) : owner(log) {}

@@ -6,7 +6,8 @@
 
 #include "vexor/logging/log_file.h"
 
-constinit std::mutex VexorLogging::m_mThreadIdMutex;
+// Not constinit: mingw's mutex has no constant initializer.
+std::mutex VexorLogging::m_mThreadIdMutex;
 constinit std::vector<std::thread::id> VexorLogging::m_vThreadsId;
 constinit std::vector<VEXOR_PM_TEST_ID> VexorLogging::m_vLogTestId;
 constinit std::vector<TRACE_LEVEL> VexorLogging::m_vFlowLogLevel;
