@@ -114,8 +114,8 @@ std::string CarriedByElement(const std::string& text) {
 }
 
 std::vector<std::string> Carried(const std::vector<std::string>& texts) {
-  std::vector<std::string> carried;
-  for (const std::string& text : texts) carried.push_back(CarriedByElement(text));
+  std::vector<std::string> carried(texts.size());
+  std::ranges::transform(texts, carried.begin(), CarriedByElement);
   std::erase(carried, "");
   return carried;
 }

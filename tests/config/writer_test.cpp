@@ -97,12 +97,12 @@ TEST(Writer, WritesWhatTheRecordHoldsInItsPlace) {
          mesh.SwitchTime = mesh.CheckDelayTime = mesh.StartDelayTime = mesh.ExeCycles = "1-2";
          mesh.FailTolerance = mesh.RatioPUnit4 = "3-4";
        },
-       "<arg name=\"-switchTime\" randVal=\"1-2\"/><arg name=\"-checkDelayTime\" randVal=\"1-2\"/>"
-       "<arg name=\"-startDelayTime\" randVal=\"1-2\"/><arg name=\"-exeCycles\" randVal=\"1-2\"/>"
-       "<arg name=\"-failTolerance\" val=\"3-4\"/>"},
+       R"(<arg name="-switchTime" randVal="1-2"/><arg name="-checkDelayTime" randVal="1-2"/>)"
+       R"(<arg name="-startDelayTime" randVal="1-2"/><arg name="-exeCycles" randVal="1-2"/>)"
+       R"(<arg name="-failTolerance" val="3-4"/>)"},
       {"no other test has ranges elsewhere",
        [](auto& cfg) { cfg.GlobalPM.Vpu_DVFS.SwitchTime = "1-2"; },
-       "<arg name=\"SwitchTime\" val=\"1-2\"/>"},
+       R"(<arg name="SwitchTime" val="1-2"/>)"},
       {"a knob hint of the record cannot end its comment",
        [](auto& cfg) { cfg.GlobalPM.CSTATES.KnobHint = "a--b-->-\x01-"; },
        "<!--Valid options for tag KNOBS:a- -b- ->- - --><KNOBS></KNOBS><ActiveTime>"},
