@@ -236,7 +236,7 @@ bool ParsePerStateConditions(std::string_view word, std::vector<CSTATE_PER_STATE
         .cond1 = field(own + 1, 1),
         .cond2 = flag_c ? std::uint8_t{1} : field(own + 2, 1),
         .cond3 = flag_b ? std::uint8_t{1} : field(own + 3, 1),
-        .noConditions = *bits == 0,
+        .noConditions = static_cast<std::uint8_t>(*bits == 0 ? 1 : 0),
         .globalBit1 = field(1, 1),
         .globalBit2 = field(2, 1),
         .field2BitA = field(4, 3),

@@ -33,7 +33,7 @@ constexpr std::size_t CountEdits(std::string_view from, std::string_view to) {
 template <class Rows, class NameOf>
 std::string_view FindNearest(std::string_view text, const Rows& rows, NameOf name_of) {
   std::string_view nearest;
-  std::size_t fewest = static_cast<std::size_t>(-1);
+  std::size_t fewest = kLongestCompared + 1;  // more than any distance
   for (const auto& row : rows) {
     const std::string_view name = name_of(row);
     const std::size_t edits = CountEdits(text, name);
