@@ -28,12 +28,15 @@ std::string_view TrimBlanksAndTabs(std::string_view text) {
 std::string_view RemoveComment(std::string_view line) { return line.substr(0, line.find(';')); }
 
 // Tabs do not count: a line of tabs is not skipped, and then lacks its separator.
-bool IsOnlyBlanks(std::string_view line) { return line.find_first_not_of(' ') == line.npos; }
+bool IsOnlyBlanks(std::string_view line) {
+  return line.find_first_not_of(' ') == std::string_view::npos;
+}
 
 void ParseLine(std::string_view line, std::map<std::string, std::string>& contents) {
   const std::size_t separator = line.find('=');
   // The messages name no line; their wording is what users know.
-  if (separator == line.npos) ExitWithError("CFG: Couldn't find separator on line: \n");
+  if (separator == std::string_view::npos)
+    ExitWithError("CFG: Couldn't find separator on line: \n");
   std::string_view key = TrimBlanksAndTabs(line.substr(0, separator));
   const std::string_view value = TrimBlanksAndTabs(line.substr(separator + 1));
   if (key.empty() || value.empty()) ExitWithError("CFG: Bad format for line: \n");
