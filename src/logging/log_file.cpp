@@ -49,7 +49,7 @@ struct VexorLogging::Impl {
   void UpdateAutoRunScript();
 
   // The rest is called under `m_mFileHandleMutex`.
-  bool Start(const std::string& name, OpenMode mode, bool continues);
+  bool Start(const std::string& file, OpenMode mode, bool continues);
   [[nodiscard]] std::string MakeRow(std::span<const CsvCell> cells, TRACE_LEVEL line_level) const;
   void Take(std::string_view line, Aftermath& after);
   void WriteKept(Aftermath& after);
