@@ -10,6 +10,8 @@
 #include "config/read_sections.h"
 #include "config/tables/custom_register_tables.h"
 #include "config/tables/system_setup.h"
+#include "config/trace_entries.h"
+#include "config/xml_error.h"
 
 namespace vexor {
 namespace {
@@ -66,8 +68,11 @@ class Describer {
       } else if (child.content == Content::kSwitch) {
         DescribeSwitch(child, model, element, child_path);
       } else if (child.content == Content::kTraces) {
-        DescribeTexts(records_.config.TestControl.TestTraceCfg, Below(element, child.name),
-                      child_path);
+        DescribeTraces(Below(element, child.name), child_path);
+      } else if (child.list != nullptr) {
+        DescribeSystemList(*child.list, Below(element, child.name), child_path);
+      } else if (child.table != nullptr) {
+        DescribeRegisters(*child.table, Below(element, child.name), child_path);
       } else {
         DescribeGroup(child, model, element, child_path, origin);
       }
@@ -81,7 +86,6 @@ class Describer {
   // An element that an older file names differently is described under its current name.
   void DescribeGroup(const ElementModel& group, const ElementModel& parent,
                      const XMLElement* element, const std::string& path, Origin origin) {
-    if (DescribeGlobalList(group, parent, element, path)) return;
     const XMLElement* found = Below(element, group.name);
     for (const ElementModel& older : parent.children) {
       if (found != nullptr) break;
@@ -99,7 +103,7 @@ class Describer {
       const XMLElement* list = element;
       if (!option.item.empty()) list = Below(element, option.name);
       DescribeTexts(group.record->*option.list, child.is_read ? list : nullptr, path,
-                    option.item.empty() ? option.name : option.item);
+                    option.item.empty() ? option.name : option.item, origin);
       return;
     }
     if (!child.is_read || option.take != Take::kAlways) return;
@@ -122,17 +126,13 @@ class Describer {
       if (other.option->take == Take::kWhenEmpty) origin = Origin::kOlderName;
     }
     if (source != nullptr) {
-      return Add(path, value, HasDerived(option, source) ? Origin::kDerived : origin, source);
+      const bool is_derived =
+          option.settle != nullptr && value != TrimmedText(*source).value_or("");
+      return Add(path, value, is_derived ? Origin::kDerived : origin, source);
     }
     if (value.empty()) return Add(path, value, Origin::kMissing, nullptr);
     const bool is_derived = option.settle != nullptr && value != option.fallback;
     Add(path, value, is_derived ? Origin::kDerived : Origin::kDefault, nullptr);
-  }
-
-  // A given but empty element whose value was computed all the same.
-  static bool HasDerived(const OptionRow& option, const XMLElement* source) {
-    return option.settle != nullptr && !HasText(source) &&
-           std::string_view(source->Name()) != "arg";
   }
 
   void DescribeSwitch(const ElementModel& child, const ElementModel& group,
@@ -145,7 +145,7 @@ class Describer {
     for (const ElementModel& older : group.children) {
       const XMLElement* const second =
           older.StandsFor(child.name) ? Below(element, older.name) : nullptr;
-      if (is_on || second == nullptr) continue;
+      if (is_on || second == nullptr || (source != nullptr && !IsTrue(*second))) continue;
       source = second;
       origin = Origin::kOlderName;
       is_on = IsTrue(*second);
@@ -162,41 +162,44 @@ class Describer {
     return PM_TEST_MAX;
   }
 
-  // The texts of a list, with the lines of the elements that hold one; a text that stands for no
-  // element of its own has the line of the last.
+  // The texts of a list, with the lines of the elements that hold one.
   void DescribeTexts(const std::vector<std::string>& texts, const XMLElement* list,
-                     const std::string& path, std::string_view item = {}) {
+                     const std::string& path, std::string_view item, Origin origin) {
     const XMLElement* element = list == nullptr ? nullptr : list->FirstChildElement();
     for (std::size_t i = 0; i < texts.size(); ++i) {
-      const XMLElement* next = element;
-      while (next != nullptr && (!HasText(next) || (!item.empty() && item != next->Name()))) {
-        next = next->NextSiblingElement();
+      while (element != nullptr && (item != element->Name() || !HasText(element))) {
+        element = element->NextSiblingElement();
       }
       Add(path + "[" + std::to_string(i + 1) + "]", texts[i],
-          list == nullptr ? Origin::kDefault : Origin::kFile, next == nullptr ? list : next);
-      if (next != nullptr) element = next->NextSiblingElement();
+          element == nullptr ? Origin::kDefault : origin, element);
+      if (element != nullptr) element = element->NextSiblingElement();
     }
   }
 
-  bool DescribeGlobalList(const ElementModel& group, const ElementModel& parent,
-                          const XMLElement* element, const std::string& path) {
-    const _GLOBALCONFIG_XMLCFG& global = records_.config.GlobalConfig;
-    const XMLElement* const list = Below(element, group.name);
-    for (const SystemListRow& row : kSystemLists) {
-      if (row.group != parent.name || row.name != group.name) continue;
-      if (row.items != nullptr) {
-        DescribeTexts(global.*row.items, list, path, "ITEM");
-      } else {
-        DescribePairs(global.*row.pairs, list, path);
+  // An entry of an older file stands for one or two in the current form.
+  void DescribeTraces(const XMLElement* list, const std::string& path) {
+    if (list == nullptr) return;
+    const TraceMigration migration(records_.config.GlobalConfig.Version);
+    int count = 0;
+    for (const XMLElement& child : ChildElements(*list)) {
+      const std::string entry(TrimmedText(child).value_or(""));
+      std::vector<std::string> currents;
+      if (!entry.empty()) migration.Append(entry, currents);
+      for (const std::string& current : currents) {
+        Add(path + "[" + std::to_string(++count) + "]", current,
+            current == entry ? Origin::kFile : Origin::kCorrected, &child);
       }
-      return true;
     }
-    for (const CustomTableRow& table : kCustomTables) {
-      if (parent.name != "CustomConfiguration" || table.container != group.name) continue;
-      DescribeRegisters(table, list, path);
-      return true;
+  }
+
+  void DescribeSystemList(const SystemListRow& row, const XMLElement* list,
+                          const std::string& path) {
+    const _GLOBALCONFIG_XMLCFG& global = records_.config.GlobalConfig;
+    if (row.items != nullptr) {
+      DescribeTexts(global.*row.items, list, path, "ITEM", Origin::kFile);
+    } else {
+      DescribePairs(global.*row.pairs, list, path);
     }
-    return false;
   }
 
   void DescribePairs(const NamedValues& pairs, const XMLElement* list, const std::string& path) {
@@ -235,7 +238,8 @@ Description DescribeXMLConfigText(std::string_view content) {
   tinyxml2::XMLDocument document(true, tinyxml2::PRESERVE_WHITESPACE);
   document.Parse(content.data(), content.size());
   if (document.Error()) {
-    description.error = std::string("not well-formed XML: ") + document.ErrorName();
+    description.error =
+        std::string("not well-formed XML: ").append(ExplainXmlError(document.ErrorID()));
     description.error_line = document.ErrorLineNum();
     return description;
   }

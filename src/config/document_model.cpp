@@ -115,6 +115,7 @@ ElementModel SystemLists() {
   Children groups;
   for (const SystemListRow& row : kSystemLists) {
     ElementModel list = Group(row.name, {});
+    list.list = &row;
     if (row.items == nullptr) {
       list.content = Content::kPairs;
     } else {
@@ -131,6 +132,7 @@ ElementModel CustomTables() {
     ElementModel item = Group(table.item, OptionElements(table.options));
     item.repeats = true;
     containers.push_back(Group(table.container, {std::move(item)}));
+    containers.back().table = &table;
   }
   return Group("CustomConfiguration", std::move(containers),
                "Register writes that are applied before testing.");

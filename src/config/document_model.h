@@ -14,6 +14,9 @@
 
 namespace vexor {
 
+struct CustomTableRow;
+struct SystemListRow;
+
 // All that a file can fill.
 struct FullRecords {
   _XML_FULL_CFG config;
@@ -40,7 +43,9 @@ struct ElementModel {
   const OptionRow* option = nullptr;  // kOption and kItem; may be null for kItem
   bool repeats = false;               // every element of the name counts
   bool is_read = true;
-  const ConfigRecord* record = nullptr;  // of the children's options
+  const ConfigRecord* record = nullptr;   // of the children's options
+  const SystemListRow* list = nullptr;    // of a list under "SysConfiguration"
+  const CustomTableRow* table = nullptr;  // of a container of register items
   std::vector<ElementModel> children = {};
 
   [[nodiscard]] bool IsOlder() const { return !currents.empty(); }
