@@ -35,6 +35,15 @@ bool HasText(const XMLElement* element) {
   return element != nullptr && !TrimmedText(*element).value_or("").empty();
 }
 
+// The path of an entry of a list, counted from 1.
+std::string Entry(const std::string& path, std::size_t number) {
+  return path + "[" + std::to_string(number) + "]";
+}
+
+std::string Join(const std::string& path, std::string_view name) {
+  return std::string(path).append("/").append(name);
+}
+
 class Describer {
  public:
   Describer(const FullRecords& records, std::vector<Setting>& settings)
@@ -62,7 +71,7 @@ class Describer {
                        const std::string& path, Origin origin) {
     for (const ElementModel& child : model.children) {
       if (child.IsOlder()) continue;
-      const std::string child_path = path + "/" + std::string(child.name);
+      const std::string child_path = Join(path, child.name);
       if (child.option != nullptr || child.content == Content::kOption) {
         DescribeOption(child, model, element, child_path, origin);
       } else if (child.content == Content::kSwitch) {
@@ -170,8 +179,7 @@ class Describer {
       while (element != nullptr && (item != element->Name() || !HasText(element))) {
         element = element->NextSiblingElement();
       }
-      Add(path + "[" + std::to_string(i + 1) + "]", texts[i],
-          element == nullptr ? Origin::kDefault : origin, element);
+      Add(Entry(path, i + 1), texts[i], element == nullptr ? Origin::kDefault : origin, element);
       if (element != nullptr) element = element->NextSiblingElement();
     }
   }
@@ -180,14 +188,14 @@ class Describer {
   void DescribeTraces(const XMLElement* list, const std::string& path) {
     if (list == nullptr) return;
     const TraceMigration migration(records_.config.GlobalConfig.Version);
-    int count = 0;
+    std::size_t count = 0;
     for (const XMLElement& child : ChildElements(*list)) {
       const std::string entry(TrimmedText(child).value_or(""));
       std::vector<std::string> currents;
       if (!entry.empty()) migration.Append(entry, currents);
       for (const std::string& current : currents) {
-        Add(path + "[" + std::to_string(++count) + "]", current,
-            current == entry ? Origin::kFile : Origin::kCorrected, &child);
+        Add(Entry(path, ++count), current, current == entry ? Origin::kFile : Origin::kCorrected,
+            &child);
       }
     }
   }
@@ -206,7 +214,7 @@ class Describer {
     const XMLElement* element = list == nullptr ? nullptr : list->FirstChildElement();
     for (const auto& [name, value] : pairs) {
       while (element != nullptr && !HasText(element)) element = element->NextSiblingElement();
-      Add(path + "/" + name, value, element == nullptr ? Origin::kDefault : Origin::kFile, element);
+      Add(Join(path, name), value, element == nullptr ? Origin::kDefault : Origin::kFile, element);
       if (element != nullptr) element = element->NextSiblingElement();
     }
   }
@@ -218,10 +226,11 @@ class Describer {
     const XMLElement* element = list == nullptr ? nullptr : list->FirstChildElement(item.c_str());
     for (std::size_t i = 0; i < table.list.size(custom); ++i) {
       const ConfigRecord& record = table.list.at(custom, i);
+      const std::string item_path = Entry(Join(path, item), i + 1);
       for (const OptionRow& option : table.options) {
         const XMLElement* const source = Below(element, option.name);
-        Add(path + "/" + item + "[" + std::to_string(i + 1) + "]/" + std::string(option.name),
-            record.*option.text, source == nullptr ? Origin::kMissing : Origin::kFile, source);
+        Add(Join(item_path, option.name), record.*option.text,
+            source == nullptr ? Origin::kMissing : Origin::kFile, source);
       }
       if (element != nullptr) element = element->NextSiblingElement(item.c_str());
     }
