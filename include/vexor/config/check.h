@@ -14,25 +14,25 @@
 namespace vexor {
 
 enum class Severity : std::int32_t {
-  kNote,  // what a reader of the file may want to know: options that are absent and read as empty
+  kNote,     // no mistake: options that are absent and read as empty, tests that have no options
   kWarning,  // read as it was meant, but written in an older form or without effect
   kError,    // not read, or read as something else than was written
 };
 
 struct Finding {
   int line = 0;      // from 1; 0 for the file as a whole
-  std::string path;  // "CORE/CSTATES/ActiveTime": the elements from the section on
+  std::string path;  // "CORE/CSTATES/ActiveTime", "CustomConfiguration/MSR_CFG/MSR[2]/Address"
   Severity severity = Severity::kError;
   std::string text;        // what stands there
   std::string what;        // what is wrong with it
   std::string expected;    // what may stand there; may be empty
-  std::string suggestion;  // what was probably meant; may be empty
+  std::string suggestion;  // what was probably meant in its place; may be empty
 };
 
 // Returns all that is wrong with a file, in the order of its lines; empty for a faultless one. A
 // file that cannot be read, or is no XML, gives one finding. Findings speak of XML errors, root and
 // version, unknown, misplaced, repeated and older elements, and every option's text by the grammar
-// of its parser. Throws std::bad_alloc only. Any thread may call.
+// of its parser. The time is linear in the file. Throws std::bad_alloc only. Any thread may call.
 VEXOR_EXPORT std::vector<Finding> CheckXMLConfig(const std::string& path);
 
 // The same for the content of a file.

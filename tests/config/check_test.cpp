@@ -1,0 +1,352 @@
+#include "vexor/config/check.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+
+#include "config/config_files.h"
+#include "source_dir.h"
+#include "temporary_folder.h"
+#include "vexor/config/describe.h"
+#include "vexor/util/random.h"
+
+namespace {
+
+using vexor::CheckXMLConfigText;
+using vexor::Finding;
+using vexor::Severity;
+using Texts = std::vector<std::string>;
+
+// A finding as a user reads it.
+std::string Line(const Finding& finding) {
+  constexpr const char* kNames[] = {"note", "warning", "error"};
+  std::string line = std::to_string(finding.line) + ": " +
+                     kNames[static_cast<std::size_t>(finding.severity)] + ": " + finding.path +
+                     ": \"" + finding.text + "\": " + finding.what;
+  if (!finding.expected.empty()) line += "; expected " + finding.expected;
+  if (!finding.suggestion.empty()) line += "; did you mean \"" + finding.suggestion + "\"?";
+  return line;
+}
+
+Texts Lines(const std::vector<Finding>& findings, Severity least = Severity::kWarning) {
+  Texts lines;
+  for (const Finding& finding : findings) {
+    if (finding.severity >= least) lines.push_back(Line(finding));
+  }
+  return lines;
+}
+
+std::string Pm(const std::string& group, const std::string& content) {
+  return Document(Wrapped("GLOBALPM", Wrapped(group, content)));
+}
+
+std::string Cstates(const std::string& content) { return Pm("CORE", Wrapped("CSTATES", content)); }
+
+std::string Control(const std::string& content, const std::string& version = "3.21.522.0") {
+  return Document(Wrapped("TEST_CONTROL_CFG", content), version);
+}
+
+std::string Global(const std::string& section, const std::string& content) {
+  return Document(Wrapped("GLOBALCONFIGURATION", Wrapped(section, content)));
+}
+
+TEST(Check, SaysWhatIsWrongWithADocument) {
+  struct Case {
+    std::string document;
+    Texts expected;
+  };
+  const Case cases[] = {
+      {"", {"0: error: : \"\": not well-formed XML: an empty document"}},
+      {"<VEXOR>\n<a>\n</VEXOR>",
+       {"2: error: : \"\": not well-formed XML: an element without its closing tag"}},
+      {"<VEXOR><a b=1/></VEXOR>", {"1: error: : \"\": not well-formed XML: a malformed attribute"}},
+      {"<!-- no more -->", {"0: error: : \"\": no element; expected the root VEXOR"}},
+      {"<Vexor/>",
+       {"1: error: Vexor: \"Vexor\": wrong root, and nothing is read; expected VEXOR; did you mean "
+        "\"VEXOR\"?"}},
+      {"stray<a/>" + Document(""),
+       {"1: error: : \"stray\": text between elements, not read",
+        "1: warning: a: \"a\": not read beside the root; expected one element VEXOR"}},
+      {"<VEXOR/>",
+       {"1: error: Version: \"\": no version; expected an element Version with 3.21.522.0"}},
+      {Document("", "3.18.400.0"),
+       {"1: warning: Version: \"3.18.400.0\": another version, but compatible; expected "
+        "3.21.522.0"}},
+      {Document("", "4.21.522.0"),
+       {"1: error: Version: \"4.21.522.0\": incompatible version, refused where versions are "
+        "verified; expected 3.21.522.0"}},
+      {Document("", " 3.21.522.0\n"), {}},
+  };
+  for (const Case& row : cases) {
+    EXPECT_EQ(Lines(CheckXMLConfigText(row.document)), row.expected) << row.document;
+  }
+}
+
+TEST(Check, FindsElementsThatAreNotRead) {
+  struct Case {
+    std::string document;
+    Texts expected;
+  };
+  const Case cases[] = {
+      {Document("<LoopTraker/>"),
+       {"1: error: LoopTraker: \"LoopTraker\": unknown element, not read; did you mean "
+        "\"LoopTracker\"?"}},
+      {Cstates("<activetime>sec:1</activetime>"),
+       {"1: error: CORE/CSTATES/activetime: \"activetime\": unknown element, not read; did you "
+        "mean \"ActiveTime\"?"}},
+      {Pm("CORE", "<XSTATES/>"),  // as near to three
+       {"1: error: CORE/XSTATES: \"XSTATES\": unknown element, not read"}},
+      {Pm("CORE", "<PECI/>"),
+       {"1: error: CORE/PECI: \"PECI\": misplaced element, not read; expected to stand in "
+        "GLOBALPM/SYSTEM"}},
+      {Pm("CORE", "<PECI>true</PECI>"),
+       {"1: error: CORE/PECI: \"PECI\": misplaced element, not read; expected to stand in "
+        "TEST_CONTROL_CFG/AutoRunCfg"}},
+      {Document("<SYSTEM><KNOBS/></SYSTEM>"),
+       {"1: error: SYSTEM: \"SYSTEM\": misplaced element, not read; expected to stand in GLOBALPM "
+        "or 1 other element"}},
+      {Pm("CORE", "<ActiveTime>sec:1</ActiveTime>"),
+       {"1: error: CORE/ActiveTime: \"ActiveTime\": misplaced element, not read; expected to stand "
+        "in GLOBALPM/CORE/CSTATES or 5 other elements"}},
+      {Cstates("<ExeStates>D0</ExeStates>"),
+       {"1: error: CORE/CSTATES/ExeStates: \"ExeStates\": misplaced element, not read; expected to "
+        "stand in GLOBALPM/ICE/Ice-Cstates; did you mean \"ExeCstates\"?"}},
+      {Document("<GLOBALPM><Version>1</Version></GLOBALPM>"),
+       {"1: error: Version: \"Version\": misplaced element, not read; expected to stand in "
+        "VEXOR"}},
+      {Cstates("<ExeCycles>1</ExeCycles>\n<ExeCycles>2</ExeCycles>"),
+       {"2: error: CORE/CSTATES/ExeCycles: \"2\": not read: the first element of this name, on "
+        "line 1, counts"}},
+      {Cstates("stray"), {"1: error: CORE/CSTATES: \"stray\": text between elements, not read"}},
+      {Pm("CORE", "<CSTATES id='1'/>"), {"1: warning: CORE/CSTATES: \"id\": attribute, not read"}},
+      {Pm("CORE", "<FACT><ConfigState>1</ConfigState><ConfigState/></FACT>"),
+       {"1: warning: CORE/FACT/ConfigState[1]: \"1\": written by the library and never read"}},
+      {Global("SysConfiguration", "<CORE><CONFIG><ITM>1</ITM></CONFIG></CORE>"),
+       {"1: error: SysConfiguration/CORE/CONFIG/ITM: \"ITM\": unknown element, not read; did you "
+        "mean \"ITEM\"?"}},
+      {Global("SysConfiguration", "<SYSTEM><KNOBS>a<X y='1'>1<b/></X></KNOBS></SYSTEM>"),
+       {"1: error: SysConfiguration/SYSTEM/KNOBS: \"a\": text between elements, not read",
+        "1: warning: SysConfiguration/SYSTEM/KNOBS/X: \"y\": attribute, not read",
+        "1: error: SysConfiguration/SYSTEM/KNOBS/X/b: \"b\": element in an option, not read; "
+        "expected text"}},
+      {Global("CustomConfiguration", "<MSR_CFG><MSR/><MSR><Adress>1</Adress></MSR></MSR_CFG>"),
+       {"1: error: CustomConfiguration/MSR_CFG/MSR[2]/Adress: \"Adress\": unknown element, not "
+        "read; did you mean \"Address\"?"}},
+      {Pm("Vpu", "<Vpu-DVFS>\n<SwitchTime/>\n<arg val='1'/>\n<arg name='Ratio'/></Vpu-DVFS>"),
+       {"2: error: Vpu/Vpu-DVFS/SwitchTime: \"SwitchTime\": unknown element, not read; expected "
+        "arg with the attributes name and val",
+        "3: error: Vpu/Vpu-DVFS/arg: \"arg\": argument without a name, not read; expected the "
+        "attribute name",
+        "4: error: Vpu/Vpu-DVFS/Ratio: \"Ratio\": unknown argument, not read; did you mean "
+        "\"Ratios\"?"}},
+      {Pm("Vpu",
+          "<Vpu-DVFS><arg name='KNOBS' Val='1'/>\n<arg name='TestMode' val='verify'/>\n"
+          "<arg name='TestMode' val='Verify'/></Vpu-DVFS>"),
+       {"1: warning: Vpu/Vpu-DVFS/KNOBS: \"Val\": attribute, not read",
+        "1: warning: Vpu/Vpu-DVFS/KNOBS: \"\": reads as empty; expected the attribute val",
+        "2: error: Vpu/Vpu-DVFS/TestMode: \"verify\": unknown test mode; expected Default, "
+        "Verify, Exercise or Monitor; did you mean \"Verify\"?",
+        "3: error: Vpu/Vpu-DVFS/TestMode: \"arg\": not read: the first element of this name, on "
+        "line 2, counts"}},
+      {Pm("UNCORE", "<MESH-GV><arg name='-switchTime' randVal='1-2'/></MESH-GV>"),
+       {"1: warning: UNCORE/MESH-GV/-switchTime: \"1-2\": reads as empty: randVal is never read; "
+        "expected the attribute val"}},
+  };
+  for (const Case& row : cases) {
+    EXPECT_EQ(Lines(CheckXMLConfigText(row.document)), row.expected) << row.document;
+  }
+}
+
+TEST(Check, FindsTextsThatReadAsSomethingElse) {
+  struct Case {
+    std::string document;
+    Texts expected;
+  };
+  const std::string levels = "expected No-Log, Critical, Information or Debug";
+  const Case cases[] = {
+      {Cstates("<ActiveTime>msek:80</ActiveTime>"),
+       {"1: error: CORE/CSTATES/ActiveTime: \"msek:80\": unknown unit; expected usec, msec, sec, "
+        "min or hour (for example msec:80-120); did you mean \"msec:80\"?"}},
+      {Cstates("<ActiveTime>msec80</ActiveTime>"),
+       {"1: error: CORE/CSTATES/ActiveTime: \"msec80\": not a unit and a value; expected "
+        "unit:value or unit:low-high with usec, msec, sec, min or hour (for example msec:80)"}},
+      {Cstates("<ExeCstates>C1;C5</ExeCstates>"),  // as near to many
+       {"1: error: CORE/CSTATES/ExeCstates: \"C1;C5\": unknown C-state at \"C5\"; expected C0, C1, "
+        "C3, C6, C6r, C7, C7s, C8, C9 or C10 (for example C1;C6;C10)"}},
+      {Cstates("<CoreAffinity>Specfic:0,2</CoreAffinity>"),
+       {"1: error: CORE/CSTATES/CoreAffinity: \"Specfic:0,2\": unknown affinity; expected All, "
+        "Random, BigCores, SmallCores, EvenCores, OddCores, sCores, cCores, cCoreAtom or Specific: "
+        "(for example Specific:0-3,8); did you mean \"Specific:0,2\"?"}},
+      {Cstates("<Log_Level>information</Log_Level>"),
+       {"1: error: CORE/CSTATES/Log_Level: \"information\": unknown level; " + levels +
+        "; did you mean \"Information\"?"}},
+      {Cstates("<Log_Level>Error</Log_Level>"),
+       {"1: error: CORE/CSTATES/Log_Level: \"Error\": unknown level; " + levels}},
+      {Pm("CORE", "<SDC><KNOBS>Randm; exitonfail</KNOBS></SDC>"),  // each word mended
+       {"1: error: CORE/SDC/KNOBS: \"Randm; exitonfail\": unknown word; expected Random or "
+        "ExitOnFail; did you mean \"Random; ExitOnFail\"?"}},
+      {Pm("CORE", "<SDC><KNOBS>Randm;Unknown</KNOBS></SDC>"),  // one cannot be
+       {"1: error: CORE/SDC/KNOBS: \"Randm;Unknown\": unknown word; expected Random or "
+        "ExitOnFail"}},
+      {Global("SystemSetup", "<SETTING><Log_Add_Option>append</Log_Add_Option></SETTING>"),
+       {"1: error: SystemSetup/SETTING/Log_Add_Option: \"append\": unknown word; expected "
+        "Overwrite, New or Append; did you mean \"Append\"?"}},
+      {Global("CustomConfiguration", "<MSR_CFG><MSR/><MSR><OrMask>two</OrMask></MSR></MSR_CFG>"),
+       {"1: error: CustomConfiguration/MSR_CFG/MSR[2]/OrMask: \"two\": not a number; expected a "
+        "mask such as 0xFFFFFFFF"}},
+      {Pm("SYSTEM", "<PECI><RdPCIConfig><PCIE/><PCIE>0:0:32:0:0</PCIE></RdPCIConfig></PECI>"),
+       {"1: error: SYSTEM/PECI/RdPCIConfig/PCIE[2]: \"0:0:32:0:0\": number too large at \"32\"; "
+        "expected a device from 0 to 31 (for example 0:0:31:0:0x40)"}},
+      {Cstates("<PkgAffinity><!-- one -->0</PkgAffinity>"),
+       {"1: error: CORE/CSTATES/PkgAffinity: \"0\": not read: it follows a comment or an "
+        "element"}},
+      {Cstates("<ExeCycles>10<!-- 0 -->0</ExeCycles>"),
+       {"1: error: CORE/CSTATES/ExeCycles: \"0\": not read: it follows a comment or an element"}},
+      {Control("<AutoRunCfg><CSTATES>True</CSTATES><HWP> false</HWP><SDC>1</SDC><UFS/>"
+               "<SAGV> </SAGV></AutoRunCfg>"),
+       {"1: error: AutoRunCfg/CSTATES: \"True\": reads as false; expected true or false; did you "
+        "mean \"true\"?",
+        "1: warning: AutoRunCfg/HWP: \" false\": reads as false, like any text but true; expected "
+        "true or false; did you mean \"false\"?",
+        "1: error: AutoRunCfg/SDC: \"1\": reads as false; expected true or false"}},
+      {Document("<WORKLOADS><GtStress><BouncingBall><AutoRun>yes</AutoRun></BouncingBall>"
+                "</GtStress></WORKLOADS>"),
+       {"1: error: GtStress/BouncingBall/AutoRun: \"yes\": reads as false; expected true or "
+        "false"}},
+      {Control("<TestTraceCfg/>", "3.21.522"),
+       {"1: error: Version: \"3.21.522\": incompatible version, refused where versions are "
+        "verified; expected 3.21.522.0",
+        "1: error: TestTraceCfg: \"3.21.522\": the file cannot be read: trace entries need a "
+        "version of four pieces; expected 3.21.522.0"}},
+      {Control("<TestTraceCfg><a>CSTATES_b</a><b/><c>CSTATE_b_Con</c><d>CSTATESS_b_c</d>"
+               "<e>nothing_b_c</e></TestTraceCfg>"),
+       {"1: error: TestTraceCfg/a[1]: \"CSTATES_b\": the file cannot be read: malformed trace "
+        "entry; expected test_target_code, such as CSTATES_Core_Con:10",
+        "1: warning: TestTraceCfg/d[4]: \"CSTATESS_b_c\": trace entry of an unknown test; expected "
+        "the name of a test; did you mean \"CSTATES_b_c\"?",
+        "1: warning: TestTraceCfg/e[5]: \"nothing_b_c\": trace entry of an unknown test; expected "
+        "the name of a test"}},
+  };
+  for (const Case& row : cases) {
+    EXPECT_EQ(Lines(CheckXMLConfigText(row.document)), row.expected) << row.document;
+  }
+}
+
+TEST(Check, KnowsWhichOlderElementsHaveAnEffect) {
+  struct Case {
+    std::string document;
+    Texts expected;
+  };
+  const std::string option =
+      "1: warning: SystemSetup/SETTING/Ordered_Flow_Interleave: "
+      "\"Ordered_Flow_Interleave\": older name";
+  const std::string beside = ", not read beside the current one";
+  const std::string ordered = "; expected Ordered_Interleave_ICE_Flow";
+  const std::string older = "<Ordered_Flow_Interleave>true</Ordered_Flow_Interleave>";
+  const std::string device =
+      "1: warning: Device/PCIe-Link-DState: \"PCIe-Link-DState\": older name";
+  const std::string both = "; expected PCIe-Link and Dx-States";
+  const std::string name = "1: warning: AutoRunCfg/GT-DVFS: \"GT-DVFS\": older name";
+  const auto setting = [](const std::string& content) {
+    return Global("SystemSetup", Wrapped("SETTING", content));
+  };
+  const Case cases[] = {
+      {setting(older), {option + ordered}},
+      {setting("<Ordered_Interleave_ICE_Flow/>" + older), {option + ordered}},
+      {setting(older + Wrapped("Ordered_Interleave_ICE_Flow", "false")),
+       {option + beside + ordered}},
+      {Pm("Device", "<PCIe-Link-DState/><PCIe-Link/>"), {device + both}},
+      {Pm("Device", "<PCIe-Link-DState><KNOB/></PCIe-Link-DState><Dx-States/><PCIe-Link/>"),
+       {device + beside + both}},
+      {Control("<AutoRunCfg><GT-DVFS>true</GT-DVFS><iGFX-DVFS>false</iGFX-DVFS></AutoRunCfg>"),
+       {name + "; expected iGFX-DVFS"}},
+      {Control("<AutoRunCfg><iGFX-DVFS>true</iGFX-DVFS><GT-DVFS>yes</GT-DVFS></AutoRunCfg>"),
+       {name + beside + "; expected iGFX-DVFS"}},
+  };
+  for (const Case& row : cases) {
+    EXPECT_EQ(Lines(CheckXMLConfigText(row.document)), row.expected) << row.document;
+  }
+}
+
+TEST(Check, NotesWhatIsAbsent) {
+  struct Case {
+    std::string document;
+    Texts expected;
+  };
+  const Case cases[] = {
+      {Pm("SYSTEM",
+          "<PECI><StartDelayTime/><ExeCycles/><FailTolerance/><SanityEarlyExit/>"
+          "<TestMode/><Log_Level/></PECI>"),
+       {"1: note: SYSTEM/PECI: \"ActiveTime, InStateTime, ConfigLoop, Interface\": absent, and "
+        "read as empty, not as the default"}},
+      {Pm("UNCORE",
+          "<MESH-GV><arg name='-switchTime' val=''/><arg name='-exeCycles' val=''/>"
+          "<arg name='-startDelayTime' val=''/><arg name='-failTolerance' val=''/>"
+          "<arg name='-checkDelayTime' val=''/><arg name='-testMode' val=''/>"
+          "<arg name='-exitOnPassRatios' val=''/></MESH-GV>"),
+       {"1: note: UNCORE/MESH-GV: \"-sanityEarlyExit, -logLevel\": absent, and read as empty, not "
+        "as the default"}},
+      {Control("<WorkloadCfg/>"), {}},  // these keep their defaults
+      {Control("<AutoRunCfg><HWP>true</HWP><SDC>false</SDC><TestControl>true</TestControl>"
+               "</AutoRunCfg>"),
+       {"1: note: AutoRunCfg/HWP: \"true\": the test runs with the defaults alone; expected its "
+        "options in GLOBALPM/CORE/HWP"}},
+  };
+  for (const Case& row : cases) {
+    EXPECT_EQ(Lines(CheckXMLConfigText(row.document), Severity::kNote), row.expected)
+        << row.document;
+  }
+}
+
+TEST(Check, FindsNoFaultInTheExamples) {
+  EXPECT_EQ(Lines(vexor::CheckXMLConfig(VEXOR_SOURCE_DIR "/examples/lab.xml")), Texts());
+  EXPECT_EQ(Lines(vexor::CheckXMLConfig(VEXOR_SOURCE_DIR "/tests/config/data/default.xml"),
+                  Severity::kNote),
+            Texts());
+}
+
+TEST(Check, SaysThatAFileCannotBeRead) {
+  const TemporaryFolder folder;
+  WriteBytes(folder / "empty.xml", "");
+  for (const std::string& path : {folder / "missing.xml", folder.path()}) {
+    EXPECT_EQ(Lines(vexor::CheckXMLConfig(path)),
+              Texts{"0: error: : \"" + path + "\": cannot be read; expected a configuration file"});
+  }
+  EXPECT_EQ(Lines(vexor::CheckXMLConfig(folder / "empty.xml")),
+            Texts{"0: error: : \"\": not well-formed XML: an empty document"});
+}
+
+// Nothing that a disk or an editor may do to a file keeps it from being checked.
+TEST(Check, LooksAtAnyBytes) {
+  const std::string lab = ReadBytes(VEXOR_SOURCE_DIR "/examples/lab.xml");
+  const auto look_at = [](const std::string& content) {
+    const std::vector<Finding> findings = CheckXMLConfigText(content);
+    EXPECT_TRUE(std::ranges::is_sorted(findings, {}, &Finding::line));
+    vexor::DescribeXMLConfigText(content);
+    return Lines(findings, Severity::kError);
+  };
+  for (std::size_t size = 0; size < lab.rfind("</VEXOR>") + 8; size += 97) {
+    EXPECT_EQ(look_at(lab.substr(0, size)).size(), 1U) << size;
+  }
+  UserRand random(11);
+  for (int round = 0; round < 40; ++round) {
+    std::string content = lab;
+    for (int i = 0; i < 20; ++i)
+      content[random.NextUint() % content.size()] = static_cast<char>(random.NextUint());
+    look_at(content);
+    for (char& byte : content) byte = static_cast<char>(random.NextUint());
+    look_at(content);
+  }
+}
+
+TEST(Check, SearchesForSoManyNamesAndNoMore) {
+  std::string content;
+  for (int i = 0; i < 1001; ++i) content += "<ActiveTim>sec:1</ActiveTim>";
+  const std::vector<Finding> findings = CheckXMLConfigText(Cstates(content));
+  const auto has_suggestion = [](const Finding& f) { return f.suggestion == "ActiveTime"; };
+  EXPECT_EQ(std::ranges::count_if(findings, has_suggestion), 1000);
+  EXPECT_EQ(findings[1000].what, "unknown or misplaced element, not read");
+}
+
+}  // namespace
