@@ -9,6 +9,7 @@
 #include "source_dir.h"
 #include "temporary_folder.h"
 #include "vexor/config/describe.h"
+#include "vexor/config/writer.h"
 #include "vexor/util/random.h"
 
 namespace {
@@ -304,6 +305,38 @@ TEST(Check, FindsNoFaultInTheExamples) {
   EXPECT_EQ(Lines(vexor::CheckXMLConfig(VEXOR_SOURCE_DIR "/tests/config/data/default.xml"),
                   Severity::kNote),
             Texts());
+}
+
+TEST(Check, WarnsOfEachOlderFormInAnOlderFile) {
+  Texts places;
+  for (const Finding& finding : vexor::CheckXMLConfig(VEXOR_SOURCE_DIR "/examples/legacy.xml")) {
+    EXPECT_EQ(finding.severity, Severity::kWarning) << Line(finding);
+    places.push_back(std::to_string(finding.line) + " " + finding.path + " " + finding.expected);
+  }
+  const Texts expected = {
+      "4 Version 3.21.522.0",
+      "9 AutoRunCfg/GT-DVFS iGFX-DVFS",
+      "10 AutoRunCfg/GT-RC6 iGFX-RC6",
+      "11 AutoRunCfg/PCIe-Link-DState PCIe-Link and Dx-States",
+      "14 TestTraceCfg/Name[1] CSTATES_Core_Con",
+      "15 TestTraceCfg/Name[2] GSTATES_System_Con:15_Full",
+      "16 TestTraceCfg/Name[3] PCIe-Link_Device_Con and Dx-States_Device_Con",
+      "19 SETTING WorkloadCfg",
+      "73 GT/GT-DVFS iGFX-DVFS",
+      "87 GT/GT-RC6 iGFX-RC6",
+      "102 Device/PCIe-Link-DState PCIe-Link and Dx-States",
+      "124 SystemSetup/SETTING/Ordered_Flow_Interleave Ordered_Interleave_ICE_Flow",
+  };
+  EXPECT_EQ(places, expected);
+}
+
+// Writing an older file anew brings it to the current form.
+TEST(Check, FindsNoFaultInAnOlderFileWrittenAnew) {
+  _XML_FULL_CFG cfg;
+  ResetVexorXmlConfiguration(cfg);
+  const std::string legacy = VEXOR_SOURCE_DIR "/examples/legacy.xml";
+  ASSERT_TRUE(VexorConfigParser().ReadXMLPar(legacy, &cfg, true, false));
+  EXPECT_EQ(Lines(CheckXMLConfigText(vexor::FormatXMLConfig(cfg))), Texts());
 }
 
 TEST(Check, SaysThatAFileCannotBeRead) {
