@@ -4,8 +4,11 @@
 
 #include "vexor/vexor.h"
 
-const char* UseVexorUtils() {
-  if (Split("C6; C8", ';', true).back() != "C8") return "a list came back wrong";
+const char* UseVexorUtils(const char* configuration) {
+  _XML_FULL_CFG cfg;
+  ResetVexorXmlConfiguration(cfg);
+  if (!VexorConfigParser().ReadXMLPar(configuration, &cfg, true, true)) return "not read";
+  if (GetXMLPMTestsInfo(cfg).empty()) return "nothing read";
   try {
     GetIntegerList("0-99999999", ',', 0, false);
     return "an exception got lost";

@@ -13,7 +13,7 @@ TEST(Library, IsLoadedUsedAndUnloadedAHundredTimes) {
       const DynamicLibrary client(VEXOR_CLIENT);
       auto* const use = client.Find<decltype(UseVexorUtils)>("UseVexorUtils");
       ASSERT_NE(use, nullptr);
-      ASSERT_STREQ(use(), VEXOR_VERSION);
+      ASSERT_STREQ(use(VEXOR_EXAMPLE), VEXOR_VERSION);
       ASSERT_TRUE(IsLoaded(VEXOR_LIBRARY));
     }
     ASSERT_FALSE(IsLoaded(VEXOR_LIBRARY)) << "round " << round;
