@@ -230,10 +230,7 @@ class Checker {
     Finding& finding =
         Warning(element, path, element.Name(),
                 is_read ? "older name" : "older name, not read beside the current one");
-    finding.expected = model.currents.front();
-    for (const std::string_view other : std::span(model.currents).subspan(1)) {
-      finding.expected.append(" and ").append(other);
-    }
+    finding.expected = JoinWithAnd(model.currents);
     if (is_read) CheckElement(element, model, path);
   }
 
@@ -444,9 +441,8 @@ class Checker {
       return;
     }
     if (current.front() != entry) {
-      std::string& expected = Warning(element, path, entry, "older form of a trace entry").expected;
-      expected = current.front();
-      for (const std::string& other : std::span(current).subspan(1)) expected += " and " + other;
+      Warning(element, path, entry, "older form of a trace entry").expected =
+          JoinWithAnd(Words(current.begin(), current.end()));
       return;
     }
     const std::string_view test = TrimBlanks(std::string_view(entry).substr(0, entry.find('_')));

@@ -58,6 +58,13 @@ std::string JoinWordList(std::span<const std::string_view> words) {
   return list;
 }
 
+std::string JoinWithAnd(std::span<const std::string_view> words) {
+  std::string joined;
+  for (const std::string_view word : words)
+    joined.append(joined.empty() ? "" : " and ").append(word);
+  return joined;
+}
+
 std::string_view SuggestWord(std::string_view text, std::span<const std::string_view> words) {
   std::string_view nearest;
   std::size_t fewest = kLongestCompared;

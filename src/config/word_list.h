@@ -19,6 +19,9 @@ Words SplitWordList(std::string_view list);
 // Returns "a, b or c".
 std::string JoinWordList(std::span<const std::string_view> words);
 
+// Returns "a and b".
+std::string JoinWithAnd(std::span<const std::string_view> words);
+
 // Returns the word that the text is nearest to, empty text where none is near or several are
 // equally near.
 std::string_view SuggestWord(std::string_view text, std::span<const std::string_view> words);

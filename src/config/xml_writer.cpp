@@ -41,13 +41,10 @@ void XmlWriter::TextElement(std::string_view name, std::string_view text) {
   Element(name, [this, text] { printer_.PushText(Clean(text)); });
 }
 
-void XmlWriter::AttributeElement(std::string_view name,
-                                 std::initializer_list<Attribute> attributes) {
-  Element(name, [this, attributes] {
-    for (const Attribute& attribute : attributes) {
-      printer_.PushAttribute(attribute.name, Clean(attribute.value));
-    }
-  });
+void XmlWriter::PushAttributes(Attributes attributes) {
+  for (const Attribute& attribute : attributes) {
+    printer_.PushAttribute(attribute.name, Clean(attribute.value));
+  }
 }
 
 void XmlWriter::Comment(std::string_view text) {

@@ -22,24 +22,38 @@ bool IsElementName(std::string_view name);
 
 class XmlWriter {
  public:
+  struct Attribute {
+    const char* name;
+    std::string_view value;
+  };
+  using Attributes = std::initializer_list<Attribute>;
+
   // Writes an element with what `write_content` writes meanwhile.
   template <class WriteContent>
-  void Element(std::string_view name, const WriteContent& write_content) {
+  void Element(std::string_view name, Attributes attributes, const WriteContent& write_content) {
     const std::string kept(name);  // the printer remembers where it stands
-    printer_.OpenElement(kept.c_str());
+    const bool stands_in_line = in_line_;
+    printer_.OpenElement(kept.c_str(), stands_in_line);
+    PushAttributes(attributes);
     write_content();
-    printer_.CloseElement();
+    printer_.CloseElement(in_line_);
+    in_line_ = stands_in_line;
   }
+  template <class WriteContent>
+  void Element(std::string_view name, const WriteContent& write_content) {
+    Element(name, {}, write_content);
+  }
+
+  // Writes what follows in the present element on the element's own line.
+  void KeepOnLine() { in_line_ = true; }
 
   // Writes an element that holds a text, which may be empty.
   void TextElement(std::string_view name, std::string_view text);
 
   // Writes an element that has attributes and no content.
-  struct Attribute {
-    const char* name;
-    std::string_view value;
-  };
-  void AttributeElement(std::string_view name, std::initializer_list<Attribute> attributes);
+  void AttributeElement(std::string_view name, Attributes attributes) {
+    Element(name, attributes, [] {});
+  }
 
   // A blank parts hyphens that would end the comment.
   void Comment(std::string_view text);
@@ -57,12 +71,15 @@ class XmlWriter {
     void Putc(char character) override { document += character; }
   };
 
+  void PushAttributes(Attributes attributes);
+
   // Returns, until the next call, the text with the line ends of XML and without the characters
   // that XML cannot hold.
   const char* Clean(std::string_view text);
 
   Printer printer_;
   std::string clean_;
+  bool in_line_ = false;
 };
 
 }  // namespace vexor
