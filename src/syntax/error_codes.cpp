@@ -192,13 +192,21 @@ constexpr std::span<const TestRule> RulesOf(VEXOR_PM_TEST_ID test) {
   return rules.empty() ? kTracingRules : rules;
 }
 
-void AppendConfigTag(std::uint32_t code, std::string& text) {
-  text += "EC_CONFIG: ";
-  for (const Rule& rule : kConfigRules) {
-    if (HasAll(code, rule.bits)) {
-      text += rule.tag;
-      return;
-    }
+// Calls `visit` with the bits and the tag of every rule that applies, in the order of the tags.
+template <class Visit>
+void VisitTags(VEXOR_PM_TEST_ID test, std::uint32_t code, Visit visit) {
+  for (const Rule& rule : kSystemRules) {
+    if (HasAll(code, rule.bits)) visit(rule.bits, rule.tag);
+  }
+  if (HasAll(code, kConfig)) {
+    visit(kConfig, "EC_CONFIG: ");
+    const auto applies = [code](const Rule& rule) { return HasAll(code, rule.bits); };
+    const auto first = std::ranges::find_if(kConfigRules, applies);
+    if (first != kConfigRules.end()) visit(first->bits, first->tag);
+  }
+  for (const TestRule& rule : RulesOf(test)) {
+    const bool is_replaced = rule.unless != 0 && HasAll(code, rule.unless);
+    if (HasAll(code, rule.bits) && !is_replaced) visit(rule.bits, rule.tag);
   }
 }
 
@@ -206,15 +214,16 @@ void AppendConfigTag(std::uint32_t code, std::string& text) {
 
 std::string GetErrorCode(VEXOR_PM_TEST_ID test, unsigned int code) {
   std::string text;
-  for (const Rule& rule : kSystemRules) {
-    if (HasAll(code, rule.bits)) text += rule.tag;
-  }
-  if (HasAll(code, kConfig)) AppendConfigTag(code, text);
-  for (const TestRule& rule : RulesOf(test)) {
-    if (!HasAll(code, rule.bits)) continue;
-    if (rule.unless == 0 || !HasAll(code, rule.unless)) text += rule.tag;
-  }
+  VisitTags(test, code, [&text](std::uint32_t /*bits*/, std::string_view tag) { text += tag; });
   return text;
+}
+
+std::vector<vexor::ErrorTag> vexor::GetErrorTags(VEXOR_PM_TEST_ID test, unsigned int code) {
+  std::vector<ErrorTag> tags;
+  VisitTags(test, code, [&tags](std::uint32_t bits, std::string_view tag) {
+    tags.push_back({.tag = tag, .bits = bits});
+  });
+  return tags;
 }
 
 unsigned int IgnoreErrorCode(unsigned int ignore_mask, unsigned int code) {

@@ -136,6 +136,15 @@ TEST(ErrorCodes, SystemAndConfigurationTagsStandInFront) {
   }
 }
 
+TEST(ErrorCodes, ATagIsToldWithItsBits) {
+  std::string told;
+  for (const vexor::ErrorTag& tag : vexor::GetErrorTags(PM_TEST_PECI, 0x3C1200A1)) {
+    told += std::string(tag.tag) + std::to_string(tag.bits) + "|";
+  }
+  EXPECT_EQ(told, " EC_MCA; 1048608|EC_CONFIG: 1| EC_DRIVER; 536870912| EC_PECI;131200|");
+  EXPECT_TRUE(vexor::GetErrorTags(PM_TEST_PECI, 0).empty());
+}
+
 TEST(ErrorCodes, ACategoryGoesWithItsLastDetail) {
   struct Case {
     unsigned int ignore;

@@ -6,7 +6,10 @@
 //   GetErrorCode(PM_TEST_CSTATES, 0x80000004);  // " EC_CSTATE; EC_C1;"
 #pragma once
 
+#include <cstdint>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "vexor/export.h"
 #include "vexor/vocabulary/pm_tests.h"
@@ -18,3 +21,15 @@ VEXOR_EXPORT std::string GetErrorCode(VEXOR_PM_TEST_ID test, unsigned int code);
 // Returns the word without the failures to ignore. Nothing is ignored unless the two words share a
 // category. Then the ignored details go, and an ignored category goes with the last of the details.
 VEXOR_EXPORT unsigned int IgnoreErrorCode(unsigned int ignore_mask, unsigned int code);
+
+namespace vexor {
+
+struct ErrorTag {
+  std::string_view tag;    // as GetErrorCode gives it, with its own blanks and semicolons
+  std::uint32_t bits = 0;  // the tag is given when all of these are set
+};
+
+// Returns the tags that GetErrorCode joins, each with its bits.
+VEXOR_EXPORT std::vector<ErrorTag> GetErrorTags(VEXOR_PM_TEST_ID test, unsigned int code);
+
+}  // namespace vexor
