@@ -14,6 +14,7 @@
 #include "vexor/config/reader.h"
 #include "vexor/config/schema.h"
 #include "vexor/config/summaries.h"
+#include "vexor/config/syntaxes.h"
 #include "vexor/config/test_control.h"
 #include "vexor/config/workloads.h"
 #include "vexor/config/writer.h"

@@ -1,0 +1,70 @@
+// The syntaxes of option texts, and the options of a configuration file, for programs that tell
+// people about them. Nothing is stated here twice: all of it comes from the tables that the library
+// itself reads by.
+//
+//   CheckSyntax("time", "msec80");           // what is wrong with the text, and where
+//   FindOptions("CSTATES/ActiveTime");       // one option: its meaning, syntax and default
+//
+// Any thread may call.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "vexor/export.h"
+
+namespace vexor {
+
+struct SyntaxInfo {
+  std::string_view name;     // one word, such as "time"
+  std::string_view grammar;  // for a reader
+  std::string_view example;  // a good text; empty where only an option's words are good
+};
+
+struct TextFault {
+  std::size_t at = 0;         // offset of the first wrong byte; the text's length at its end
+  std::string_view what;      // what is wrong there
+  std::string_view expected;  // what may stand there
+};
+
+struct OptionInfo {
+  std::string path;        // "GLOBALPM/CORE/CSTATES/ActiveTime"
+  std::string_view about;  // one sentence
+  SyntaxInfo syntax;
+  std::string_view words;    // the known words joined by ";", of the syntaxes "word" and "words"
+  std::string hint;          // the valid values as a written file shows them; may be empty
+  std::string preset;        // its text when the file says nothing of the element it stands in
+  std::string fallback;      // its text when only the option itself is missing
+  std::string stands_for;    // of an older name: the current one
+  bool repeats = false;      // may stand several times, one entry of a list each
+  bool is_argument = false;  // the "name" of an "arg" element
+  bool is_read = true;
+  bool is_written = true;
+};
+
+// Returns all syntaxes.
+VEXOR_EXPORT std::vector<SyntaxInfo> GetSyntaxes();
+
+// Returns what is wrong with a text of the syntax of that name; nothing for a good text, and for
+// the syntaxes "word" and "words", which only an option makes exact. Empty text is good: it is what
+// a missing option reads as. Any text is a fault when no syntax has that name.
+VEXOR_EXPORT std::optional<TextFault> CheckSyntax(std::string_view syntax, std::string_view text);
+
+// Returns the fault of a text as the value of an option, words included.
+VEXOR_EXPORT std::optional<TextFault> CheckOptionText(const OptionInfo& option,
+                                                      std::string_view text);
+
+// Returns all elements and arguments that hold a text, in the order of a written file.
+VEXOR_EXPORT std::vector<OptionInfo> GetOptions();
+
+// Returns the options whose path has the name as a part: options of that name, and those that stand
+// in elements of that name. Several parts may be given ("CSTATES/ActiveTime"), in any case.
+VEXOR_EXPORT std::vector<OptionInfo> FindOptions(std::string_view name);
+
+// Returns the part of a path that a mistyped name most likely means; empty when none is near.
+VEXOR_EXPORT std::string FindNearestOption(std::string_view name);
+
+}  // namespace vexor

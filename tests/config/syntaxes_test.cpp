@@ -1,0 +1,99 @@
+#include "vexor/config/syntaxes.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <regex>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "source_dir.h"
+#include "temporary_folder.h"
+#include "vexor/config/describe.h"
+
+namespace vexor {
+namespace {
+
+TEST(Syntaxes, AcceptTheirExamples) {
+  std::set<std::string_view> names;
+  for (const SyntaxInfo& syntax : GetSyntaxes()) {
+    EXPECT_TRUE(names.insert(syntax.name).second) << syntax.name;
+    EXPECT_NE(syntax.grammar, "") << syntax.name;
+    EXPECT_FALSE(CheckSyntax(syntax.name, syntax.example)) << syntax.name;
+    EXPECT_FALSE(CheckSyntax(syntax.name, "")) << syntax.name;
+    const bool takes_any = syntax.name == "text" || syntax.example.empty();
+    EXPECT_EQ(CheckSyntax(syntax.name, ";?;").has_value(), !takes_any) << syntax.name;
+  }
+}
+
+TEST(Syntaxes, PointAtTheFault) {
+  const auto fault = CheckSyntax("time", "msec:80-x");
+  ASSERT_TRUE(fault);
+  EXPECT_EQ(fault->at, 8);
+  EXPECT_EQ(fault->what, "not a number");
+  EXPECT_NE(fault->expected, "");
+  EXPECT_TRUE(CheckSyntax("tme", "msec:80"));
+}
+
+// What the library reads from a file is known, and what it presets is good.
+TEST(Options, CoverEverySetting) {
+  std::set<std::string> paths;
+  for (const OptionInfo& option : GetOptions()) {
+    EXPECT_TRUE(paths.insert(option.path).second) << option.path;
+    EXPECT_TRUE(option.about.ends_with('.')) << option.path;
+    EXPECT_FALSE(CheckOptionText(option, option.preset)) << option.path << option.preset;
+    EXPECT_FALSE(CheckOptionText(option, option.fallback)) << option.path << option.fallback;
+  }
+  const std::string lab = ReadBytes(std::string(VEXOR_SOURCE_DIR) + "/examples/lab.xml");
+  const Description description = DescribeXMLConfigText(lab);
+  EXPECT_GT(description.settings.size(), 700);
+  for (const Setting& setting : description.settings) {
+    std::string path = std::regex_replace(setting.path, std::regex(R"(\[\d+\])"), "");
+    const auto named_values = path.substr(0, path.rfind('/'));
+    const bool is_known = paths.contains(path) || paths.contains(named_values) ||
+                          paths.contains(path + "/ITEM") || paths.contains(path + "/Name") ||
+                          paths.contains(path + "/PCIE");
+    EXPECT_TRUE(is_known) << setting.path;
+  }
+}
+
+TEST(Options, AreFoundByTheirPath) {
+  const auto find = [](std::string_view name) {
+    std::string found;
+    for (const OptionInfo& option : FindOptions(name)) found += option.path + "\n";
+    return found;
+  };
+  EXPECT_EQ(find("HoldPower"), "GLOBALPM/SYSTEM/GSTATES/HoldPower\n");
+  EXPECT_EQ(find("cstates/activetime"), "GLOBALPM/CORE/CSTATES/ActiveTime\n");
+  EXPECT_EQ(find("SYSTEM/OS"),
+            "GLOBALCONFIGURATION/SysConfiguration/SYSTEM/OS\n"
+            "GLOBALCONFIGURATION/SysConfiguration/SYSTEM/OS/Power_Scheme\n"
+            "GLOBALCONFIGURATION/SysConfiguration/SYSTEM/OS/Battery_Simulation\n");
+  for (const std::string_view none : {"", "Hold", "HoldPowerX", "/", "GSTATES/GSTATES"}) {
+    EXPECT_EQ(find(none), "") << none;
+  }
+  EXPECT_EQ(FindNearestOption("holdpowr"), "HoldPower");
+  EXPECT_EQ(FindNearestOption("SomethingElse"), "");
+  EXPECT_EQ(FindNearestOption(std::string(1000, 'x')), "");
+}
+
+TEST(Options, SayAllThatTheTablesDo) {
+  const auto find = [](std::string_view path) { return FindOptions(path).front(); };
+  const OptionInfo knobs = find("GSTATES/KNOBS");
+  EXPECT_EQ(knobs.syntax.name, "words");
+  EXPECT_FALSE(CheckOptionText(knobs, "Random;ExitOnFail"));
+  EXPECT_EQ(CheckOptionText(knobs, "Random;Rndom")->at, 7);
+  EXPECT_NE(find("iGFX-DVFS/KNOBS").hint, "");
+  EXPECT_NE(find("CORE/CONFIG/ITEM").hint, find("POWER/CONFIG/ITEM").hint);
+  EXPECT_TRUE(find("CORE/CONFIG/ITEM").repeats);
+  EXPECT_EQ(find("PSTATES/ActiveTime").preset, "Invalid");
+  EXPECT_FALSE(find("PSTATES/ActiveTime").is_written);
+  EXPECT_EQ(find("CSTATES/ActiveTime").preset, "msec:200");
+  EXPECT_TRUE(find("MESH-GV/-switchTime").is_argument);
+  EXPECT_EQ(find("AutoRunCfg/GT-DVFS").stands_for, "iGFX-DVFS");
+  EXPECT_FALSE(find("LoopTracker").is_read);
+}
+
+}  // namespace
+}  // namespace vexor
