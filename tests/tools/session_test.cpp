@@ -1,0 +1,151 @@
+// Runs the tool as a user runs it: each file in "sessions" is what a person types, and what the
+// tool answers.
+//
+//   @ a.xml               a file, the lines that follow
+//   <VEXOR/>
+//   $ vexorcfg check a.xml
+//   a.xml: ...            what is printed, on standard output and standard error
+//   [0]                   the exit status
+//
+// A line that begins with "#" is a remark, outside of files. The examples of the sources lie in the
+// folder from the start.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "source_dir.h"
+#include "temporary_folder.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr bool kIsWindows = fs::path::preferred_separator == '\\';
+
+const fs::path& Sources() {
+  static const fs::path folder = fs::absolute(VEXOR_SOURCE_DIR);  // found before the folder changes
+  return folder;
+}
+
+// Sets a variable for the programs that are run; the environment keeps the text.
+void SetVariable(const std::string& text) {
+  static std::vector<std::string> texts;
+  texts.reserve(8);
+  putenv(texts.emplace_back(text).data());
+}
+
+std::string ReadText(const fs::path& path) {
+  std::ostringstream text;
+  text << std::ifstream(path).rdbuf();
+  return text.str();
+}
+
+struct Answer {
+  std::string output;
+  int status = 0;
+};
+
+// A folder of its own, in which the tool is found by its name.
+class Tool : public testing::Test {
+ protected:
+  Tool() : former_(fs::current_path()) {
+    static const bool is_found = [] {
+      const char* const path = std::getenv("PATH");
+      SetVariable("PATH=" + fs::absolute(VEXOR_TOOL_FOLDER).string() + (kIsWindows ? ";" : ":") +
+                  (path == nullptr ? "" : path));
+      SetVariable("VEXOR_HOST_IP_FILE=none");
+      return true;
+    }();
+    static_cast<void>(is_found);
+    for (const char* const name : {"lab.xml", "broken.xml"}) {
+      fs::copy_file(Sources() / "examples" / name, folder_ / name);
+    }
+    fs::current_path(folder_.path());
+  }
+  ~Tool() override { fs::current_path(former_); }
+
+  static Answer Run(const std::string& command) {
+    const int status = std::system((command + " >output.txt 2>&1").c_str());
+    // A POSIX system gives the exit status in the second byte.
+    return {ReadText("output.txt"), status > 0xFF ? status >> 8 : status};
+  }
+
+ private:
+  fs::path former_;
+  TemporaryFolder folder_;
+};
+
+class Session : public Tool, public testing::WithParamInterface<std::string> {};
+
+TEST_P(Session, AnswersAsWritten) {
+  std::ifstream session(Sources() / "tests/tools/sessions" / GetParam());
+  std::string line;
+  std::ofstream file;
+  std::string command;
+  std::string expected;
+  int commands = 0;
+  while (std::getline(session, line)) {
+    if (line.starts_with("@ ")) {
+      file.close();
+      file.open(line.substr(2), std::ios::binary);
+    } else if (line.starts_with("$ ")) {
+      file.close();
+      command = line.substr(2);
+      expected.clear();
+    } else if (file.is_open()) {
+      file << line << '\n';
+    } else if (line.starts_with('[') && line.ends_with(']') && !command.empty()) {
+      const Answer answer = Run(command);
+      EXPECT_EQ(answer.output, expected) << command;
+      EXPECT_EQ("[" + std::to_string(answer.status) + "]", line) << command << answer.output;
+      command.clear();
+      ++commands;
+    } else if (!command.empty()) {
+      expected += line + "\n";
+    }
+  }
+  EXPECT_GT(commands, 0);
+  EXPECT_EQ(command, "") << "a command without its status";
+}
+
+std::vector<std::string> ListSessions() {
+  std::vector<std::string> names;
+  for (const auto& entry : fs::directory_iterator(Sources() / "tests/tools/sessions")) {
+    names.push_back(entry.path().filename().string());
+  }
+  std::ranges::sort(names);
+  return names;
+}
+
+std::string NameSession(const testing::TestParamInfo<std::string>& session) {
+  return session.param.substr(0, session.param.find('.'));
+}
+
+INSTANTIATE_TEST_SUITE_P(All, Session, testing::ValuesIn(ListSessions()), NameSession);
+
+TEST_F(Tool, HasACurrentManualPage) {
+  EXPECT_EQ(Run("vexorcfg manual").output, ReadText(Sources() / "docs/vexorcfg.1"));
+}
+
+TEST_F(Tool, CompletesCommandsOptionsAndNames) {
+  if (kIsWindows) GTEST_SKIP() << "needs bash";
+  std::ofstream("complete.sh") << R"(source <(vexorcfg completion)
+complete() { COMP_WORDS=("$@") COMP_CWORD=$(($# - 1)); _vexorcfg; echo "${COMPREPLY[*]}"; }
+complete vexorcfg c
+complete vexorcfg check --st
+complete vexorcfg explain ti
+complete vexorcfg explain error PSF
+complete vexorcfg explain option Wak
+complete vexorcfg show l
+)";
+  EXPECT_EQ(Run("bash complete.sh").output,
+            "check convert completion\n--strict\ntime timeout\nPSF0-GV\nWakeEvent WakeUpTimeout\n"
+            "\n");
+}
+
+}  // namespace

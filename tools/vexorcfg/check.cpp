@@ -1,0 +1,180 @@
+#include "vexor/config/check.h"
+
+#include <array>
+#include <cstdlib>
+#include <iostream>
+
+#include "commands.h"
+#include "files.h"
+#include "terminal.h"
+#include "text_output.h"
+
+namespace vexorcfg {
+namespace {
+
+using vexor::Finding;
+using vexor::Severity;
+
+struct SeverityLook {
+  std::string_view name;
+  std::string_view colour;
+};
+
+SeverityLook LookOf(Severity severity) {
+  switch (severity) {
+    case Severity::kNote:
+      return {.name = "note", .colour = "\x1b[1;36m"};
+    case Severity::kWarning:
+      return {.name = "warning", .colour = "\x1b[1;35m"};
+    case Severity::kError:
+      break;
+  }
+  return {.name = "error", .colour = "\x1b[1;31m"};
+}
+
+bool UsesColours() {
+  const char* const unwanted = std::getenv("NO_COLOR");
+  return (unwanted == nullptr || *unwanted == '\0') && OutputShowsColours();
+}
+
+class Report {
+ public:
+  explicit Report(const CheckArguments& arguments)
+      : arguments_(arguments), colours_(!arguments.json && UsesColours()) {}
+
+  void Add(const std::string& file) {
+    const Input input = ReadInput(file);
+    OpenFile(input);
+    if (!input.failure.empty()) {
+      ++unread_;
+      if (!arguments_.json) Refuse(input.name, input.failure);
+    } else {
+      for (const Finding& finding : vexor::CheckXMLConfigText(input.content)) {
+        AddFinding(input.name, finding);
+      }
+    }
+    if (arguments_.json) json_ += "]}";
+  }
+
+  Status Finish() {
+    if (arguments_.json) {
+      PrintJson();
+    } else {
+      PrintVerdict();
+    }
+    return GetStatus();
+  }
+
+ private:
+  void OpenFile(const Input& input) {
+    last_file_ = input.name;
+    if (!arguments_.json) return;
+    json_ += json_.empty() ? "\n  {\"file\": " : ",\n  {\"file\": ";
+    AppendJson(json_, input.name);
+    if (!input.failure.empty()) {
+      json_ += ", \"failure\": ";
+      AppendJson(json_, input.failure);
+    }
+    json_ += ", \"findings\": [";
+  }
+
+  void AddFinding(const std::string& file, const Finding& finding) {
+    ++counts_.at(static_cast<std::size_t>(finding.severity));
+    if (finding.severity == Severity::kNote && !arguments_.notes) return;
+    if (arguments_.json) {
+      AddJson(finding);
+    } else if (!arguments_.quiet) {
+      PrintFinding(file, finding);
+    }
+  }
+
+  void PrintFinding(const std::string& file, const Finding& finding) const {
+    const SeverityLook look = LookOf(finding.severity);
+    std::cout << Coloured("\x1b[1m") << file << ':';
+    if (finding.line > 0) std::cout << finding.line << ':';
+    std::cout << Coloured("\x1b[0m") << ' ' << Coloured(look.colour) << look.name << ':'
+              << Coloured("\x1b[0m") << ' ' << FormatFinding(finding) << '\n';
+  }
+
+  [[nodiscard]] std::string_view Coloured(std::string_view sequence) const {
+    return colours_ ? sequence : std::string_view();
+  }
+
+  void AddJson(const Finding& finding) {
+    json_ += json_.ends_with('[') ? "\n    {" : ",\n    {";
+    json_ += "\"line\": " + std::to_string(finding.line);
+    AddMember("severity", LookOf(finding.severity).name);
+    AddMember("path", finding.path);
+    AddMember("text", finding.text);
+    AddMember("what", finding.what);
+    AddMember("expected", finding.expected);
+    AddMember("suggestion", finding.suggestion);
+    json_ += '}';
+  }
+
+  void AddMember(std::string_view name, std::string_view text) {
+    json_.append(", \"").append(name).append("\": ");
+    AppendJson(json_, text);
+  }
+
+  void PrintJson() const {
+    std::cout << "{\"format\": \"vexorcfg check\", \"version\": 1, \"status\": " << GetStatus()
+              << ",\n \"errors\": " << CountOf(Severity::kError)
+              << ", \"warnings\": " << CountOf(Severity::kWarning)
+              << ", \"notes\": " << CountOf(Severity::kNote) << ", \"unread\": " << unread_
+              << ",\n \"files\": [" << json_ << "]}\n";
+  }
+
+  void PrintVerdict() const {
+    const std::size_t files = arguments_.files.size();
+    std::cout << (files == 1 ? last_file_ : Count(files, "file")) << ": " << MakeVerdict() << '\n';
+  }
+
+  [[nodiscard]] std::string MakeVerdict() const {
+    const std::size_t errors = CountOf(Severity::kError);
+    const std::size_t warnings = CountOf(Severity::kWarning);
+    const std::size_t notes = CountOf(Severity::kNote);
+    if (unread_ == arguments_.files.size()) return "not checked";
+    std::string verdict;
+    const auto add = [&verdict](const std::string& part) {
+      verdict.append(verdict.empty() ? "" : ", ").append(part);
+    };
+    if (errors > 0) add(Count(errors, "error"));
+    if (warnings > 0) add(Count(warnings, "warning"));
+    if (errors + warnings == 0) add("no faults");
+    if (warnings > 0 && arguments_.strict) verdict += ", which count as errors";
+    if (unread_ > 0) add(Count(unread_, "file") + " not checked");
+    if (notes > 0 && !arguments_.notes) {
+      verdict.append(" (").append(Count(notes, "note")).append(" with --notes)");
+    }
+    return verdict;
+  }
+
+  [[nodiscard]] std::size_t CountOf(Severity severity) const {
+    return counts_.at(static_cast<std::size_t>(severity));
+  }
+
+  [[nodiscard]] Status GetStatus() const {
+    if (unread_ > 0) return kNotRun;
+    if (CountOf(Severity::kError) > 0) return kErrors;
+    if (CountOf(Severity::kWarning) > 0) return arguments_.strict ? kErrors : kWarnings;
+    return kClean;
+  }
+
+  const CheckArguments& arguments_;
+  bool colours_;
+  std::string last_file_;
+  std::string json_;
+  std::array<std::size_t, 3> counts_{};
+  std::size_t unread_ = 0;
+};
+
+}  // namespace
+
+Status Check(const CheckArguments& arguments) {
+  Report report(arguments);
+  for (const std::string& file : arguments.files) report.Add(file);
+  return report.Finish();
+}
+
+}  // namespace vexorcfg

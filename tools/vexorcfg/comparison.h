@@ -1,0 +1,32 @@
+// What two configurations differ in, by what they mean.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "vexor/config/describe.h"
+
+namespace vexorcfg {
+
+// A setting that the two have differently; null where one has none of the path.
+struct Difference {
+  const vexor::Setting* a = nullptr;
+  const vexor::Setting* b = nullptr;
+
+  [[nodiscard]] const std::string& path() const { return a != nullptr ? a->path : b->path; }
+};
+
+struct Comparison {
+  std::vector<Difference> differences;  // in the order of a written file
+  std::size_t equal = 0;                // settings of one meaning
+  std::size_t reworded = 0;             // those of them that are written differently
+};
+
+// The result points into the two descriptions.
+Comparison Compare(const vexor::Description& a, const vexor::Description& b);
+
+// Returns where a setting of a file comes from: "lab.xml:57", "default", ...
+std::string PlaceOf(const std::string& file, const vexor::Setting& setting);
+
+}  // namespace vexorcfg

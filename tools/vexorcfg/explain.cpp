@@ -1,0 +1,230 @@
+#include <algorithm>
+#include <iomanip>
+#include <iostream>
+#include <optional>
+
+#include "commands.h"
+#include "meanings.h"
+#include "text_output.h"
+#include "vexor/config/syntaxes.h"
+#include "vexor/syntax/error_codes.h"
+#include "vexor/syntax/keywords.h"
+#include "vexor/util/numbers.h"
+#include "vexor/util/strings.h"
+
+namespace vexorcfg {
+namespace {
+
+using vexor::OptionInfo;
+using vexor::SyntaxInfo;
+
+void PrintRow(std::string_view name, std::string_view text) {
+  if (text.empty()) return;
+  std::cout << "  " << std::left << std::setw(14) << name << text << '\n';
+}
+
+Status ListSyntaxes() {
+  std::cout << "explain SYNTAX [TEXT]     what a text means, or what is wrong with it\n"
+               "explain option NAME       what an option means and takes\n"
+               "explain error TEST CODE   which bits of an error code say what\n\n"
+               "Syntaxes, and a text of each:\n";
+  for (const SyntaxInfo& syntax : vexor::GetSyntaxes()) {
+    std::cout << "  " << std::left << std::setw(17) << syntax.name
+              << (syntax.example.empty() ? syntax.grammar : syntax.example) << '\n';
+  }
+  return kClean;
+}
+
+// Shows the text with a mark below its first wrong byte.
+void PrintFault(std::string_view text, const vexor::TextFault& fault) {
+  const std::string before = OneLine(text.substr(0, fault.at), std::string::npos);
+  std::cout << "  " << OneLine(text, std::string::npos) << "\n  " << std::string(before.size(), ' ')
+            << "^ " << fault.what << '\n';
+  PrintRow("expected", fault.expected);
+}
+
+Status ExplainText(const SyntaxInfo& syntax, const std::vector<std::string>& texts) {
+  if (texts.empty()) {
+    std::cout << syntax.name << '\n';
+    PrintRow("texts", syntax.grammar);
+    PrintRow("example", syntax.example);
+    const std::string meaning = MeaningOf(syntax.name, syntax.example);
+    PrintRow("", meaning.empty() ? meaning : "which means " + meaning);
+    return kClean;
+  }
+  Status status = kClean;
+  for (const std::string& text : texts) {
+    if (const auto fault = vexor::CheckSyntax(syntax.name, text)) {
+      PrintFault(text, *fault);
+      PrintRow("example", syntax.example);
+      status = kErrors;
+      continue;
+    }
+    const std::string meaning =
+        text.empty() ? "as if the option were missing" : MeaningOf(syntax.name, text);
+    std::cout << "  " << (text.empty() ? "\"\"" : OneLine(text, std::string::npos)) << "\n  good"
+              << (meaning.empty() ? "" : ": " + meaning) << '\n';
+  }
+  return status;
+}
+
+std::string_view NameOf(const OptionInfo& option) {
+  return std::string_view(option.path).substr(option.path.rfind('/') + 1);
+}
+
+std::string_view PlaceOf(const OptionInfo& option) {
+  const std::size_t slash = option.path.rfind('/');
+  return std::string_view(option.path).substr(0, slash == std::string::npos ? 0 : slash);
+}
+
+// Options of one name mostly are the same in all elements; what they share is told once.
+bool AreAlike(const OptionInfo& a, const OptionInfo& b) {
+  return NameOf(a) == NameOf(b) && a.about == b.about && a.syntax.name == b.syntax.name &&
+         a.words == b.words && a.hint == b.hint && a.is_argument == b.is_argument &&
+         a.stands_for == b.stands_for;
+}
+
+void PrintPlace(const OptionInfo& option, std::size_t width) {
+  std::cout << "    " << std::left << std::setw(static_cast<int>(width)) << PlaceOf(option) << "  "
+            << (option.preset.empty() ? "\"\"" : option.preset);
+  if (!option.fallback.empty() && option.fallback != option.preset) {
+    std::cout << ", " << option.fallback << " in an element without it";
+  }
+  if (!option.is_read) std::cout << "  (written, never read)";
+  if (!option.is_written) std::cout << "  (read, never written)";
+  std::cout << '\n';
+}
+
+void PrintOption(const std::vector<const OptionInfo*>& alike) {
+  const OptionInfo& option = *alike.front();
+  std::cout << NameOf(option) << (option.is_argument ? "  (the name of an arg element)" : "")
+            << "\n  " << option.about << '\n';
+  PrintRow("older name of", option.stands_for);
+  if (option.syntax.name != "text") {
+    PrintRow("syntax", option.syntax.name);
+    PrintRow("texts", option.syntax.grammar);
+    PrintRow("words", option.words);
+    PrintRow("example", option.syntax.example);
+  }
+  std::string_view name = "known values";
+  for (const std::string& hint : Split(option.hint, '\n', false)) {
+    if (hint == option.words) continue;
+    PrintRow(name, hint);
+    name = "";
+  }
+  const std::string short_name = GetKeywordShortName(NameOf(option));
+  PrintRow("command line", short_name.empty() ? short_name : "-" + short_name);
+  if (option.repeats) PrintRow("", "may stand several times");
+  std::cout << "  stands in, with its default there\n";
+  std::size_t width = 0;
+  for (const OptionInfo* const other : alike) width = std::max(width, PlaceOf(*other).size());
+  for (const OptionInfo* const other : alike) PrintPlace(*other, width);
+}
+
+void PrintOptionsAlike(std::vector<const OptionInfo*> options) {
+  bool is_first = true;
+  while (!options.empty()) {
+    const OptionInfo& first = *options.front();
+    const auto rest = std::stable_partition(
+        options.begin(), options.end(),
+        [&first](const OptionInfo* other) { return AreAlike(first, *other); });
+    if (!is_first) std::cout << '\n';
+    is_first = false;
+    PrintOption({options.begin(), rest});
+    options.erase(options.begin(), rest);
+  }
+}
+
+// Prints a line an option, below the element that it stands in.
+void PrintOptionsWithin(const std::vector<const OptionInfo*>& options, bool is_continued) {
+  std::string_view place;
+  for (const OptionInfo* const option : options) {
+    if (PlaceOf(*option) != place) {
+      if (is_continued) std::cout << '\n';
+      is_continued = true;
+      place = PlaceOf(*option);
+      std::cout << place << '\n';
+    }
+    std::cout << "  " << std::left << std::setw(24) << NameOf(*option) << option->about << '\n';
+  }
+}
+
+Status ExplainOption(const std::string& name) {
+  const std::vector<OptionInfo> found = vexor::FindOptions(name);
+  if (found.empty()) {
+    const std::string nearest = vexor::FindNearestOption(name);
+    const std::string hint = nearest.empty() ? "" : "; did you mean " + Quote(nearest) + "?";
+    return Refuse("explain option", "no option or element of the name " + Quote(name) + hint);
+  }
+  std::vector<const OptionInfo*> of_the_name;
+  std::vector<const OptionInfo*> within;
+  for (const OptionInfo& option : found) {
+    const bool is_meant = StringEndsWith("/" + option.path, "/" + name, true);
+    (is_meant ? of_the_name : within).push_back(&option);
+  }
+  PrintOptionsAlike(of_the_name);
+  PrintOptionsWithin(within, !of_the_name.empty());
+  return kClean;
+}
+
+VEXOR_PM_TEST_ID FindTest(std::string_view name) {
+  const VEXOR_PM_TEST_ID test = GetPMTestID(name, true);
+  return test != PM_TEST_MAX ? test : ParsePMTestID(name, true);
+}
+
+std::string Hex(std::uint32_t bits) {
+  std::string text = "0x";
+  for (int shift = 28; shift >= 0; shift -= 4) {
+    text += "0123456789ABCDEF"[(bits >> static_cast<unsigned>(shift)) & 0xFU];
+  }
+  return text;
+}
+
+Status ExplainError(const std::string& test_name, const std::string& code_text) {
+  const VEXOR_PM_TEST_ID test = FindTest(test_name);
+  if (test == PM_TEST_MAX) return Refuse("explain error", "no test " + Quote(test_name));
+  constexpr std::uint64_t kLargest = 0xFFFFFFFF;
+  if (vexor::CheckSyntax("mask", code_text) || String2Integer(code_text, kLargest + 1) > kLargest) {
+    return Refuse("explain error", Quote(code_text) +
+                                       " is no error code, expected 32 bits as a "
+                                       "decimal or 0x number");
+  }
+  const auto code = static_cast<std::uint32_t>(String2Integer(code_text, 0));
+  std::cout << GetPMTestName(test) << ' ' << Hex(code) << ": "
+            << (code == 0 ? "no error" : Trim(GetErrorCode(test, code))) << '\n';
+  std::uint32_t unexplained = code;
+  for (const vexor::ErrorTag& tag : vexor::GetErrorTags(test, code)) {
+    std::string name = Trim(tag.tag);
+    RemoveCharsFromString(name, ":;");
+    std::cout << "  " << Hex(tag.bits) << "  " << std::left << std::setw(36) << name << " bits "
+              << BitsMaskConvert(tag.bits) << '\n';
+    unexplained &= ~tag.bits;
+  }
+  if (unexplained != 0) {
+    std::cout << "  " << Hex(unexplained) << "  " << std::setw(36) << "no tag of this test"
+              << " bits " << BitsMaskConvert(unexplained) << '\n';
+  }
+  return kClean;
+}
+
+}  // namespace
+
+Status Explain(const ExplainArguments& arguments) {
+  const std::string& subject = arguments.subject;
+  const std::vector<std::string>& texts = arguments.texts;
+  if (subject.empty()) return ListSyntaxes();
+  if (subject == "option") {
+    if (texts.size() == 1) return ExplainOption(texts.front());
+    return Refuse("explain option", "the name of one option is needed");
+  }
+  if (subject == "error") {
+    if (texts.size() == 2) return ExplainError(texts[0], texts[1]);
+    return Refuse("explain error", "a test and an error code are needed");
+  }
+  const std::vector<SyntaxInfo> syntaxes = vexor::GetSyntaxes();
+  const auto syntax = std::ranges::find(syntaxes, subject, &SyntaxInfo::name);
+  if (syntax != syntaxes.end()) return ExplainText(*syntax, texts);
+  return Refuse("explain", Quote(subject) + " is no syntax; vexorcfg explain lists them");
+}
+
+}  // namespace vexorcfg

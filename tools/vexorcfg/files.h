@@ -1,0 +1,34 @@
+// The files that the commands read and write.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "commands.h"
+#include "vexor/config/describe.h"
+#include "vexor/config/full_config.h"
+
+namespace vexorcfg {
+
+struct Input {
+  std::string name;  // as messages call it
+  std::string content;
+  std::string failure;  // why it could not be read; empty when it was
+};
+
+// Reads a file, or standard input for "-".
+Input ReadInput(const std::string& path);
+
+// Returns what the file at the path, or standard input, amounts to; nothing, with a message on
+// standard error, for one that is no configuration file. `input` keeps its content.
+std::optional<vexor::Description> DescribeInput(const std::string& path, Input& input);
+
+// Reads a file that DescribeInput has accepted into a record. Null, with a message on standard
+// error, when it changed meanwhile.
+std::unique_ptr<_XML_FULL_CFG> ReadRecord(const std::string& path);
+
+// Writes a record, or the defaults, to a file. A file with content is replaced with `force` only.
+Status WriteRecord(const std::string& path, _XML_FULL_CFG& cfg, bool defaults, bool force);
+
+}  // namespace vexorcfg

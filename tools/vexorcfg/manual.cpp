@@ -1,0 +1,84 @@
+#include <iostream>
+#include <string>
+#include <string_view>
+
+#include "cli.h"
+#include "vexor/util/version.h"
+
+namespace vexorcfg {
+namespace {
+
+// Returns the text as roff reads it: no backslash, dash or point at the front of a line is taken
+// for anything else.
+std::string Escape(std::string_view text) {
+  std::string escaped;
+  bool starts_line = true;
+  for (const char c : text) {
+    if (starts_line && (c == '.' || c == '\'')) escaped += "\\&";
+    if (c == '\\') {
+      escaped += "\\e";
+    } else if (c == '-') {
+      escaped += "\\-";
+    } else {
+      escaped += c;
+    }
+    starts_line = c == '\n';
+  }
+  return escaped;
+}
+
+void PrintLiteral(std::string_view text) { std::cout << ".PP\n.nf\n" << Escape(text) << "\n.fi\n"; }
+
+// The options as they may be given: "-f, --force", or the name of an argument.
+std::string NamesOf(const CLI::Option& option) {
+  std::string names;
+  for (const std::string& name : option.get_snames()) names += "-" + name + ", ";
+  for (const std::string& name : option.get_lnames()) names += "--" + name + ", ";
+  if (names.empty()) return option.get_name();
+  return names.substr(0, names.size() - 2);
+}
+
+std::string SynopsisOf(const CLI::App& command) {
+  std::string synopsis = "[OPTION]...";
+  for (const CLI::Option* const option : command.get_options()) {
+    if (!option->get_positional()) continue;
+    std::string argument = option->get_name();
+    if (!option->get_required()) argument = "[" + argument + "]";
+    if (option->get_items_expected_max() > 1) argument += "...";
+    synopsis += " " + argument;
+  }
+  return synopsis;
+}
+
+void PrintCommand(const CLI::App& command) {
+  std::cout << ".SS vexorcfg " << command.get_name() << ' ' << Escape(SynopsisOf(command)) << '\n'
+            << Escape(command.get_description()) << '\n';
+  for (const CLI::Option* const option : command.get_options()) {
+    if (option == command.get_help_ptr()) continue;
+    std::cout << ".TP\n.B " << Escape(NamesOf(*option)) << '\n'
+              << Escape(option->get_description()) << '\n';
+  }
+  PrintLiteral(command.get_footer());
+}
+
+}  // namespace
+
+Status PrintManual(const CLI::App& app) {
+  std::cout << ".TH VEXORCFG 1 \"\" \"VexorUtils " << vexor::GetVersionText()
+            << "\" \"User Commands\"\n"
+               ".SH NAME\nvexorcfg \\- keep configuration files of the power-management test suite "
+               "in order\n"
+               ".SH SYNOPSIS\n.B vexorcfg\n.I COMMAND\n[OPTION]... [ARGUMENT]...\n"
+               ".SH DESCRIPTION\n"
+            << Escape(app.get_description()) << '\n';
+  PrintLiteral(app.get_footer());
+  std::cout << ".SH COMMANDS\n";
+  for (const CLI::App* const command : app.get_subcommands(nullptr)) PrintCommand(*command);
+  std::cout << ".SH ENVIRONMENT\n.TP\n.B NO_COLOR\nWhen set and not empty, the findings of a check "
+               "are not coloured. They never are unless standard output is a terminal.\n"
+               ".TP\n.B VEXOR_HOST_IP_FILE\nThe file that the default of Host_IP_Config is read "
+               "from.\n";
+  return kClean;
+}
+
+}  // namespace vexorcfg

@@ -1,0 +1,12 @@
+// What the tool asks of the system it runs on: terminal_posix.cpp or terminal_windows.cpp.
+#pragma once
+
+namespace vexorcfg {
+
+// Returns whether standard output is a terminal that shows colours, and is ready to.
+bool OutputShowsColours();
+
+// Makes standard input give its bytes as they are.
+void UseBinaryInput();
+
+}  // namespace vexorcfg

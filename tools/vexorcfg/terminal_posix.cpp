@@ -1,0 +1,17 @@
+#include <unistd.h>
+
+#include <cstdlib>
+#include <string_view>
+
+#include "terminal.h"
+
+namespace vexorcfg {
+
+bool OutputShowsColours() {
+  const char* const terminal = std::getenv("TERM");
+  return isatty(STDOUT_FILENO) != 0 && terminal != nullptr && terminal != std::string_view("dumb");
+}
+
+void UseBinaryInput() {}
+
+}  // namespace vexorcfg

@@ -1,0 +1,20 @@
+#include <fcntl.h>
+#include <io.h>
+#include <windows.h>
+
+#include <cstdio>
+
+#include "terminal.h"
+
+namespace vexorcfg {
+
+bool OutputShowsColours() {
+  void* const output = GetStdHandle(STD_OUTPUT_HANDLE);
+  DWORD mode = 0;
+  return GetConsoleMode(output, &mode) != 0 &&
+         SetConsoleMode(output, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0;
+}
+
+void UseBinaryInput() { static_cast<void>(_setmode(_fileno(stdin), _O_BINARY)); }
+
+}  // namespace vexorcfg

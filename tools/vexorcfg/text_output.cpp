@@ -1,0 +1,110 @@
+#include "text_output.h"
+
+#include <array>
+#include <iostream>
+
+namespace vexorcfg {
+namespace {
+
+constexpr std::string_view kHexDigits = "0123456789abcdef";
+
+bool IsControl(char c) { return (c >= 0 && c < ' ') || c == '\x7F'; }
+
+// The number of bytes of the character at the front, 0 when they are no UTF-8.
+std::size_t LengthOfUtf8(std::string_view text) {
+  struct Form {  // the bounds keep out longer forms than needed, surrogates and what is too large
+    unsigned char first_low, first_high, second_low, second_high;
+    std::size_t length;
+  };
+  constexpr std::array<Form, 8> kForms = {{{0xC2, 0xDF, 0x80, 0xBF, 2},
+                                           {0xE0, 0xE0, 0xA0, 0xBF, 3},
+                                           {0xE1, 0xEC, 0x80, 0xBF, 3},
+                                           {0xED, 0xED, 0x80, 0x9F, 3},
+                                           {0xEE, 0xEF, 0x80, 0xBF, 3},
+                                           {0xF0, 0xF0, 0x90, 0xBF, 4},
+                                           {0xF1, 0xF3, 0x80, 0xBF, 4},
+                                           {0xF4, 0xF4, 0x80, 0x8F, 4}}};
+  const auto byte = [text](std::size_t i) { return static_cast<unsigned char>(text[i]); };
+  if (byte(0) < 0x80) return 1;
+  for (const Form& form : kForms) {
+    if (byte(0) < form.first_low || byte(0) > form.first_high) continue;
+    if (text.size() < form.length) return 0;
+    if (byte(1) < form.second_low || byte(1) > form.second_high) return 0;
+    for (std::size_t i = 2; i < form.length; ++i) {
+      if ((byte(i) & 0xC0) != 0x80) return 0;
+    }
+    return form.length;
+  }
+  return 0;
+}
+
+void AppendEscape(std::string& out, std::string_view prefix, char c) {
+  const auto byte = static_cast<unsigned char>(c);
+  out.append(prefix).append(1, kHexDigits[byte / 16U]).append(1, kHexDigits[byte % 16U]);
+}
+
+}  // namespace
+
+std::string OneLine(std::string_view text, std::size_t most) {
+  std::string line;
+  for (const char c : text.substr(0, most)) {
+    if (c == '\n') {
+      line += "\\n";
+    } else if (c == '\t') {
+      line += "\\t";
+    } else if (IsControl(c)) {
+      AppendEscape(line, "\\x", c);
+    } else {
+      line += c;
+    }
+  }
+  if (text.size() > most) line += "... (" + std::to_string(text.size()) + " bytes)";
+  return line;
+}
+
+std::string Quote(std::string_view text) { return '"' + OneLine(text) + '"'; }
+
+std::string FormatFinding(const vexor::Finding& finding) {
+  std::string line = OneLine(finding.path);
+  const auto add = [&line](const std::string& part) {
+    line.append(line.empty() ? "" : ": ").append(part);
+  };
+  const bool ends_in_text = ("/" + finding.path).ends_with("/" + finding.text);
+  if (!finding.text.empty() && !ends_in_text) add(Quote(finding.text));
+  add(finding.what);
+  if (!finding.expected.empty()) line += ", expected " + finding.expected;
+  const bool has_suggestion = !finding.suggestion.empty() && finding.suggestion != finding.expected;
+  if (has_suggestion) line += "; did you mean " + Quote(finding.suggestion) + "?";
+  return line;
+}
+
+void AppendJson(std::string& out, std::string_view text) {
+  out += '"';
+  while (!text.empty()) {
+    const std::size_t length = LengthOfUtf8(text);
+    const char c = text.front();
+    if (length == 0) {
+      out += "\\ufffd";
+    } else if (c == '"' || c == '\\') {
+      out.append("\\").append(1, c);
+    } else if (IsControl(c)) {
+      AppendEscape(out, "\\u00", c);
+    } else {
+      out += text.substr(0, length);
+    }
+    text.remove_prefix(length == 0 ? 1 : length);
+  }
+  out += '"';
+}
+
+std::string Count(std::size_t count, std::string_view noun) {
+  return std::to_string(count).append(" ").append(noun).append(count == 1 ? "" : "s");
+}
+
+Status Refuse(std::string_view file, std::string_view reason) {
+  std::cout.flush();
+  std::cerr << "vexorcfg: " << file << ": " << reason << '\n';
+  return kNotRun;
+}
+
+}  // namespace vexorcfg

@@ -1,0 +1,32 @@
+// Texts from files, made fit for a line of output.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "commands.h"
+#include "vexor/config/check.h"
+
+namespace vexorcfg {
+
+// Returns the text on one line whatever it holds: control characters are shown as "\n" or "\x1b",
+// and of a text of more than `most` bytes the beginning and its length.
+std::string OneLine(std::string_view text, std::size_t most = 200);
+
+// Returns the same in double quotes.
+std::string Quote(std::string_view text);
+
+// Returns a finding behind its file and severity: PATH: "TEXT": what is wrong, what was expected.
+std::string FormatFinding(const vexor::Finding& finding);
+
+// Appends the text as a JSON string. Bytes that are no UTF-8 become U+FFFD.
+void AppendJson(std::string& out, std::string_view text);
+
+// Returns "1 error", "2 errors".
+std::string Count(std::size_t count, std::string_view noun);
+
+// Prints "vexorcfg: FILE: REASON" to standard error, behind what was printed so far, and returns
+// the status of a command that could not run.
+Status Refuse(std::string_view file, std::string_view reason);
+
+}  // namespace vexorcfg
