@@ -58,7 +58,7 @@ std::string CsvHeader::ComposeRow(std::span<const CsvCell> own,
   std::vector<std::string_view> homeless;
   for (const CsvCell& cell : cells) {
     const std::size_t at = cell.column.empty() ? end : Find(cell.column);
-    if (at < end && !texts[at]) {
+    if (at < end) {
       texts[at] = cell.text;
     } else {
       homeless.push_back(cell.text);

@@ -27,6 +27,7 @@ class DurableFile {
 
   [[nodiscard]] const std::string& Name() const { return name_; }
   [[nodiscard]] bool IsRemoved() const { return file_.IsRemoved(); }
+  [[nodiscard]] bool IsEmpty() const { return file_.IsEmpty(); }
 
   // Opens the same path once more, created if need be; what was open is used on if that fails.
   std::error_code Reopen();

@@ -64,7 +64,6 @@ struct VexorLogging::Impl {
   vexor::CsvHeader columns;
   std::vector<std::string> kept;  // lines that wait for the log to be unlocked
   bool unexpected = false;
-  std::string name;
   std::string path;
   std::string override_options;
   ContextUtils* context = nullptr;
@@ -240,7 +239,7 @@ bool VexorLogging::Initialize(std::string_view path, std::string_view name, TRAC
 
 // Opens the file of this name, or of the name in the series that it begins or goes on with.
 bool VexorLogging::Impl::Start(const std::string& file, OpenMode mode, bool continues) {
-  name = file;
+  std::string name = file;
   if (!continues) series.SetNextIndex(1);
   if (!continues && series.Limit() > 0) {
     if (!locked && !unexpected) {
@@ -258,7 +257,7 @@ void VexorLogging::Impl::Close(bool save_kept, Aftermath& after) {
   if (save_kept) {
     WriteKept(after);
   } else if (!kept.empty()) {
-    vexor::PrintLine("Log File: " + name + " drops " + std::to_string(kept.size()) +
+    vexor::PrintLine("Log File: " + series.Name() + " drops " + std::to_string(kept.size()) +
                      " lines that it kept while locked");
     kept.clear();
   }

@@ -39,12 +39,9 @@ void AppendLine(std::string& text, std::string_view line) {
   if (!line.ends_with('\n')) text += '\n';
 }
 
-enum class FileEnd : std::uint8_t { kEmpty, kBetweenLines, kInsideLine };
-
-FileEnd ReadEnd(const std::string& path) {
+bool EndsInsideLine(const std::string& path) {
   std::ifstream file(path, std::ios::binary);
-  if (!file.seekg(-1, std::ios::end)) return FileEnd::kEmpty;
-  return file.get() == '\n' ? FileEnd::kBetweenLines : FileEnd::kInsideLine;
+  return file.seekg(-1, std::ios::end) && file.get() != '\n';
 }
 
 void PrintFault(std::string_view name, std::string_view what, const std::error_code& error) {
@@ -89,26 +86,29 @@ bool LogSeries::Reopen() {
     return false;
   }
   lost_ = false;
-  const FileEnd end = ReadEnd(path_);
-  torn_ = end == FileEnd::kInsideLine;
-  if (end != FileEnd::kEmpty) return true;
-  header_due_ = true;
-  lines_ = 0;
-  has_logged_line_ = false;
+  const bool is_new = file_->IsEmpty();
+  torn_ = !is_new && EndsInsideLine(path_);
+  if (is_new) {
+    header_due_ = true;
+    lines_ = 0;
+    has_logged_line_ = false;
+  }
   return true;
 }
 
 void LogSeries::CountLinesOnFile() {
   lines_ = 0;
+  torn_ = false;
+  has_logged_line_ = !file_->IsEmpty();
+  if (file_->IsEmpty()) return;
   std::ifstream file(path_, std::ios::binary);
   std::array<char, 65536> bytes = {};
   do {
     file.read(bytes.data(), bytes.size());
     lines_ += CountLineEnds({bytes.data(), static_cast<std::size_t>(file.gcount())});
   } while (file);
-  torn_ = ReadEnd(path_) == FileEnd::kInsideLine;
+  torn_ = EndsInsideLine(path_);
   if (torn_) ++lines_;
-  has_logged_line_ = lines_ > 0;
 }
 
 // False when there is no file to write to.

@@ -62,6 +62,11 @@ bool File::IsRemoved() const {
   return !Calls().read_status(handle_, status) && status.removed;
 }
 
+bool File::IsEmpty() const {
+  FileStatus status;
+  return Calls().read_status(handle_, status) || status.size == 0;
+}
+
 std::error_code ReplaceFileContent(const std::string& path, std::string_view content) {
   const ReplaceTarget target = ResolveReplaceTarget(path);
   if (target.refused) return target.refused;

@@ -118,6 +118,9 @@ class File {
   // Whether the file has lost its name: what is written to it is gone when it is closed.
   [[nodiscard]] bool IsRemoved() const;
 
+  // Whether there is nothing in the file, as is always so with devices.
+  [[nodiscard]] bool IsEmpty() const;
+
  private:
   FileHandle handle_ = kNoFile;
 };

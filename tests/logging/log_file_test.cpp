@@ -346,6 +346,7 @@ TEST(LogSeries, KeepsOneLoggedLineAFileWhateverTheLimit) {
   log.SetLinesLimitToSplit(1);
   ASSERT_TRUE(
       log.Initialize(folder.path(), "run", TRACE_CRITICAL, LOG_FILE_NEW, false, true, false, true));
+  log.LogHeaderLine();
   CaptureStdout();
   for (const char* line : {"1\n2", "3", "4"}) log.LogLine(line, TRACE_CRITICAL);
   EXPECT_EQ(GetCapturedStdout(), "Continue on Log File: " + (folder / "run_1.csv") +
@@ -426,6 +427,9 @@ TEST(LogSeries, GoesOnWhenItContinues) {
   for (const char* line : {"4", "5"}) log.LogLine(line, TRACE_CRITICAL);
   EXPECT_EQ(Series(folder), (Files{"other.csv: 4 ", "other_3.csv: 5 ", "run_0.csv: 1 ",
                                    "run_1.csv: 2 ", "run_2.csv: 3 "}));
+  ASSERT_TRUE(OpenPlain(log, folder, "anew"));
+  for (const char* line : {"6", "7"}) log.LogLine(line, TRACE_CRITICAL);
+  EXPECT_EQ(ReadLog(folder / "anew_1.csv"), "7\n");
 }
 
 class FrontEnd : public ContextUtils {
@@ -442,7 +446,7 @@ class FrontEnd : public ContextUtils {
   VexorLogging& log_;
 };
 
-TEST(AutoRun, IsUpdatedWhenTheLogHasMoved) {
+TEST(LogAutoRun, IsUpdatedWhenTheLogHasMoved) {
   const TemporaryFolder folder;
   VexorLogging log;
   FrontEnd front_end(log);

@@ -88,6 +88,21 @@ TEST(Routing, LeadsCodeThatKnowsOnlyItsThreadToItsLog) {
   EXPECT_EQ(ReadLog(folder / "run.csv"), "under the thread's level\n");
 }
 
+TEST(Routing, BeginsForAThreadThatMovesALogToItsNextFile) {
+  const QuietConsole quiet;
+  const TemporaryFolder folder;
+  VexorLogging log;
+  log.SetLinesLimitToSplit(1);
+  ASSERT_TRUE(OpenPlain(log, folder, "run"));
+  std::thread([&] {
+    const std::thread::id self = std::this_thread::get_id();
+    log.LogLine("1", TRACE_CRITICAL);
+    EXPECT_EQ(VexorLogging::GetThreadLogFileReference(self), nullptr);
+    log.LogLine("2", TRACE_CRITICAL);
+    EXPECT_EQ(VexorLogging::GetThreadLogFileReference(self), &log);
+  }).join();
+}
+
 TEST(Routing, LabelsThreads) {
   const std::thread::id self = std::this_thread::get_id();
   VexorLogging::SetThreadAffinityLog(self, 0, 100, 7, 65535);

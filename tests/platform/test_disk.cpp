@@ -2,8 +2,11 @@
 
 #include <algorithm>
 #include <array>
+#include <condition_variable>
 #include <mutex>
+#include <optional>
 #include <set>
+#include <thread>
 
 namespace {
 
@@ -23,12 +26,15 @@ struct State {
   std::array<Fault, TestDisk::kSteps> faults;
   std::uint64_t space = TestDisk::kUnlimited;
   std::uint64_t most = TestDisk::kUnlimited;
+  std::optional<std::chrono::microseconds> pretended;
+  std::string held;
   std::map<FileHandle, std::string> open;
   std::map<std::string, std::uint64_t> flushed;
   std::set<std::string> named;
 };
 
 std::mutex mutex;
+std::condition_variable flushes_released;
 State state;
 
 std::error_code Check(TestDisk::Step step) {
@@ -65,17 +71,27 @@ std::error_code Flush(FileHandle handle) {
   if (const auto error = Check(TestDisk::kFlush)) return error;
   FileStatus before;
   if (const auto error = kSystemFileCalls.read_status(handle, before)) return error;
-  const auto error = kSystemFileCalls.flush(handle);
-  const std::lock_guard lock(mutex);
-  std::uint64_t& size = state.flushed[state.open[handle]];
+  std::unique_lock lock(mutex);
+  const std::string path = state.open[handle];
+  flushes_released.wait(
+      lock, [&] { return state.held.empty() || path.find(state.held) == std::string::npos; });
+  const auto pretended = state.pretended;
+  lock.unlock();
+  if (pretended) std::this_thread::sleep_for(*pretended);
+  const auto error = pretended ? std::error_code() : kSystemFileCalls.flush(handle);
+  lock.lock();
+  std::uint64_t& size = state.flushed[path];
   if (!error) size = std::max(size, before.size);
   return error;
 }
 
 std::error_code SyncName(const std::string& path) {
   if (const auto error = Check(TestDisk::kSyncName)) return error;
-  const auto error = kSystemFileCalls.sync_name(path);
-  const std::lock_guard lock(mutex);
+  std::unique_lock lock(mutex);
+  const bool pretended = state.pretended.has_value();
+  lock.unlock();
+  const auto error = pretended ? std::error_code() : kSystemFileCalls.sync_name(path);
+  lock.lock();
   if (!error) state.named.insert(path);
   return error;
 }
@@ -137,6 +153,21 @@ void TestDisk::LimitSpace(std::uint64_t bytes) {
 void TestDisk::LimitWrite(std::uint64_t bytes) {
   const std::lock_guard lock(mutex);
   state.most = bytes;
+}
+
+void TestDisk::PretendFlushes(std::chrono::microseconds duration) {
+  const std::lock_guard lock(mutex);
+  state.pretended = duration;
+}
+
+void TestDisk::HoldFlushes(const std::string& part_of_path) {
+  const std::lock_guard lock(mutex);
+  state.held = part_of_path;
+}
+
+void TestDisk::ReleaseFlushes() {
+  HoldFlushes("");
+  flushes_released.notify_all();
 }
 
 int TestDisk::OpenFiles() {

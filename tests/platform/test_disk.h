@@ -1,6 +1,7 @@
 // A disk that fails on demand and knows what would survive a power cut.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <limits>
 #include <map>
@@ -30,6 +31,13 @@ class TestDisk {
 
   // No write takes more bytes at once.
   static void LimitWrite(std::uint64_t bytes);
+
+  // Flushes are slow, and nothing reaches the real disk: they wait so long and succeed.
+  static void PretendFlushes(std::chrono::microseconds duration);
+
+  // Flushes of files whose path contains the text begin, but do not end until `ReleaseFlushes`.
+  static void HoldFlushes(const std::string& part_of_path);
+  static void ReleaseFlushes();
 
   static int OpenFiles();
   static int Calls(Step step);

@@ -1,0 +1,364 @@
+// What is on the disk when a log call has returned, whatever happens to the process, to the machine
+// and to the disk.
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <map>
+#include <mutex>
+#include <random>
+#include <sstream>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "logging/log_test_tools.h"
+#include "platform/child_process.h"
+#include "platform/test_disk.h"
+#include "vexor/logging/log_file.h"
+
+namespace {
+
+using std::chrono::steady_clock;
+using testing::internal::CaptureStdout;
+using testing::internal::GetCapturedStdout;
+
+std::vector<std::string> Lines(const std::string& text) {
+  std::vector<std::string> lines;
+  std::istringstream stream(text);
+  for (std::string line; std::getline(stream, line);) lines.push_back(line);
+  return lines;
+}
+
+// How often each line stands in the files of the folder whose names begin with the prefix; headers
+// are left out, and a line without its end is none.
+std::map<std::string, int> CountLines(const std::string& folder, std::string_view prefix) {
+  std::map<std::string, int> counts;
+  for (const std::string& name : GetFilesInFolder(folder)) {
+    if (!name.starts_with(prefix)) continue;
+    const std::string text = ReadLog(folder + "/" + name);
+    for (const std::string& line : Lines(text.substr(0, text.rfind('\n') + 1))) {
+      if (line != "header") ++counts[line];
+    }
+  }
+  return counts;
+}
+
+TEST(Durability, SurvivesTheEndOfTheProcess) {
+  const char* asked_for = std::getenv("VEXOR_KILL_ROUNDS");
+  const int rounds = asked_for != nullptr ? std::atoi(asked_for) : 200;
+  const auto end = steady_clock::now() + std::chrono::seconds(3);
+  std::minstd_rand random(std::random_device{}());
+  int round = 0;
+  int killed_while_logging = 0;
+  for (; round < rounds; ++round) {
+    if (asked_for == nullptr && round >= 20 && steady_clock::now() > end) break;
+    const TemporaryFolder folder;
+    {
+      const ChildProcess child(VEXOR_LOG_CHILD, folder.path());
+      ASSERT_TRUE(child.started());
+      if (round % 4 != 0) {
+        while (IsFileEmpty(folder / "returned0")) std::this_thread::yield();
+      }
+      std::this_thread::sleep_for(std::chrono::microseconds(random() % 20000));
+    }
+    const std::map<std::string, int> logged = CountLines(folder.path(), "run");
+    const std::map<std::string, int> returned = CountLines(folder.path(), "returned");
+    for (const auto& [line, count] : logged) EXPECT_EQ(count, 1) << line;
+    for (const auto& [line, count] : returned) EXPECT_TRUE(logged.contains(line)) << line;
+    EXPECT_LE(logged.size(), returned.size() + 4) << "lines that no thread has logged";
+    if (!returned.empty()) ++killed_while_logging;
+  }
+  EXPECT_GE(killed_while_logging, round / 2);
+  std::cout << round << " processes killed, " << killed_while_logging << " of them while logging\n";
+}
+
+TEST(Durability, SurvivesAPowerCut) {
+  constexpr int kThreads = 8;
+  constexpr int kLines = 60;
+  const QuietConsole quiet;
+  const TemporaryFolder folder;
+  const TestDisk disk;
+  TestDisk::PretendFlushes(std::chrono::microseconds(500));
+  VexorLogging log("header");
+  log.SetLinesLimitToSplit(50);
+  ASSERT_TRUE(log.Initialize(folder.path(), "run", TRACE_DEBUG, LOG_FILE_NEW, false, true));
+  std::array<std::atomic<int>, kThreads> returned = {};
+  std::vector<std::thread> threads;
+  for (int thread = 0; thread < kThreads; ++thread) {
+    threads.emplace_back([&, thread] {
+      for (int i = 0; i < kLines; ++i) {
+        log.LogLine(std::to_string(thread) + " " + std::to_string(i), TRACE_DEBUG);
+        returned[static_cast<std::size_t>(thread)] = i + 1;
+      }
+    });
+  }
+  struct Cut {
+    std::array<int, kThreads> returned;
+    std::map<std::string, std::uint64_t> sizes;
+  };
+  std::vector<Cut> cuts;
+  while (cuts.empty() || cuts.back().returned.back() < kLines) {
+    Cut cut;
+    std::copy(returned.begin(), returned.end(), cut.returned.begin());
+    cut.sizes = TestDisk::DurableSizes();
+    cuts.push_back(cut);
+    std::this_thread::sleep_for(std::chrono::microseconds(100));
+  }
+  for (std::thread& thread : threads) thread.join();
+
+  struct Place {
+    std::string path;
+    std::uint64_t end;
+  };
+  std::map<std::string, Place> places;
+  for (const auto& [path, size] : TestDisk::DurableSizes()) {
+    std::uint64_t end = 0;
+    for (const std::string& line : Lines(ReadBytes(path))) {
+      end += line.size() + 1;
+      places[line.substr(0, line.find('\r'))] = {path, end};
+    }
+  }
+  for (const Cut& cut : cuts) {
+    for (int thread = 0; thread < kThreads; ++thread) {
+      for (int i = 0; i < cut.returned[static_cast<std::size_t>(thread)]; ++i) {
+        const auto place = places.find(std::to_string(thread) + " " + std::to_string(i));
+        ASSERT_NE(place, places.end());
+        const auto size = cut.sizes.find(place->second.path);
+        ASSERT_TRUE(size != cut.sizes.end() && size->second >= place->second.end) << place->first;
+      }
+    }
+  }
+  const std::map<std::string, int> logged = CountLines(folder.path(), "run");
+  EXPECT_EQ(logged.size(), std::size_t{kThreads * kLines});
+  for (const auto& [line, count] : logged) EXPECT_EQ(count, 1) << line;
+}
+
+TEST(Durability, WaitsForAFlushThatBeganAfterTheLineAndHoldsUpNobodyElse) {
+  const TemporaryFolder folder;
+  const TestDisk disk;
+  VexorLogging log;
+  VexorLogging other;
+  ASSERT_TRUE(OpenPlain(log, folder, "run"));
+  ASSERT_TRUE(OpenPlain(other, folder, "other"));
+  TestDisk::HoldFlushes("run.csv");
+  std::atomic<int> returned = 0;
+  const auto log_line = [&] {
+    log.LogLine("line", TRACE_CRITICAL);
+    ++returned;
+  };
+  const auto wait_for_lines = [&](std::size_t bytes) {
+    while (ReadLog(folder / "run.csv").size() < bytes) std::this_thread::yield();
+  };
+  std::vector<std::thread> threads;
+  threads.emplace_back(log_line);
+  while (TestDisk::Calls(TestDisk::kFlush) == 0) std::this_thread::yield();
+  for (int i = 0; i < 3; ++i) threads.emplace_back(log_line);
+  wait_for_lines(4 * 5);
+  other.LogLine("line", TRACE_CRITICAL);  // is not held up
+  EXPECT_EQ(returned, 0);
+  TestDisk::ReleaseFlushes();
+  for (std::thread& thread : threads) thread.join();
+  // One for the first line, one that the other three share, one for the other log.
+  EXPECT_EQ(TestDisk::Calls(TestDisk::kFlush), 3);
+}
+
+TEST(Faults, AreReportedOnceWhileTheTestGoesOn) {
+  const TemporaryFolder folder;
+  const std::string file = folder / "run.csv";
+  const TestDisk disk;
+  VexorLogging log("header");
+  ASSERT_TRUE(
+      log.Initialize(folder.path(), "run", TRACE_DEBUG, LOG_FILE_NEW, false, true, false, true));
+  const auto printed_by = [&](const std::vector<std::string>& lines) {
+    CaptureStdout();
+    for (const std::string& line : lines) log.LogLine(line, TRACE_DEBUG);
+    return Lines(GetCapturedStdout());
+  };
+  EXPECT_TRUE(printed_by({"1"}).empty());
+
+  TestDisk::LimitSpace(5);  // a line and a half
+  std::vector<std::string> printed = printed_by({"2", "full", "full too"});
+  ASSERT_EQ(printed.size(), 3U);
+  EXPECT_TRUE(printed[0].starts_with("Log File: " + file + " cannot be written: ")) << printed[0];
+  EXPECT_EQ(printed[1], "full");
+  EXPECT_EQ(printed[2], "full too");
+  TestDisk::LimitSpace(TestDisk::kUnlimited);
+  EXPECT_TRUE(printed_by({"3"}).empty());
+  EXPECT_EQ(ReadLog(file), "header\n1\n2\n3\n");
+
+  TestDisk::Break(TestDisk::kCut);  // what is torn stays torn
+  TestDisk::LimitSpace(3);
+  EXPECT_EQ(printed_by({"torn"}).size(), 2U);
+  TestDisk::LimitSpace(TestDisk::kUnlimited);
+  TestDisk::LimitWrite(1);
+  EXPECT_TRUE(printed_by({"4"}).empty());
+  EXPECT_EQ(ReadLog(file), "header\n1\n2\n3\ntor\n4\n");
+
+  TestDisk::Break(TestDisk::kFlush);
+  printed = printed_by({"5", "6"});
+  ASSERT_EQ(printed.size(), 1U);
+  EXPECT_TRUE(printed[0].starts_with("Log File: " + file + " cannot be flushed: ")) << printed[0];
+  TestDisk::Repair(TestDisk::kFlush);
+  EXPECT_TRUE(printed_by({"7"}).empty());
+  EXPECT_FALSE(log.FlushToDisk());  // what a failed flush lost stays lost
+  EXPECT_EQ(ReadLog(file), "header\n1\n2\n3\ntor\n4\n5\n6\n7\n");
+
+  ASSERT_TRUE(
+      log.Initialize(folder.path(), "next", TRACE_DEBUG, LOG_FILE_NEW, false, true, false, true));
+  EXPECT_TRUE(log.FlushToDisk());
+  TestDisk::Break(TestDisk::kSyncName);
+  EXPECT_EQ(printed_by({"1", "2"}).size(), 1U);
+}
+
+TEST(Faults, OfALostFileEndWhenItCanBeOpenedAgain) {
+  const TemporaryFolder folder;
+  const std::string file = folder / "run.csv";
+  VexorLogging log("header");
+  ASSERT_TRUE(
+      log.Initialize(folder.path(), "run", TRACE_DEBUG, LOG_FILE_NEW, false, true, false, true));
+  log.LogLine("1", TRACE_DEBUG);
+  std::error_code in_use;
+  if (!std::filesystem::remove(file, in_use)) GTEST_SKIP() << "open files cannot be removed here";
+  std::filesystem::remove(folder.path());
+  CaptureStdout();
+  log.LogLine("2", TRACE_DEBUG);
+  log.LogLine("3", TRACE_DEBUG);
+  std::filesystem::create_directory(folder.path());
+  log.LogLine("4", TRACE_DEBUG);
+  EXPECT_EQ(GetCapturedStdout(), "Log File: " + file + " was removed and begins anew\n2\n3\n");
+  EXPECT_EQ(ReadLog(file), "header\n4\n");
+}
+
+TEST(Faults, OfANewFileEndWhenItCanBeCreated) {
+  const TemporaryFolder folder;
+  const TestDisk disk;
+  VexorLogging log;
+  log.SetLinesLimitToSplit(1);
+  ASSERT_TRUE(OpenPlain(log, folder, "run"));
+  log.LogLine("1", TRACE_CRITICAL);
+  TestDisk::Break(TestDisk::kOpen, std::errc::too_many_files_open);
+  CaptureStdout();
+  log.LogLine("2", TRACE_CRITICAL);
+  EXPECT_FALSE(log.IsInitialized());
+  log.LogLine("3", TRACE_CRITICAL);
+  TestDisk::Repair(TestDisk::kOpen);
+  log.LogLine("4", TRACE_CRITICAL);
+  const std::vector<std::string> printed = Lines(GetCapturedStdout());
+  ASSERT_EQ(printed.size(), 5U);
+  EXPECT_TRUE(
+      printed[0].starts_with("Log File: " + (folder / "run_1.csv") + " cannot be opened: "));
+  EXPECT_EQ(printed[1], "Unable to create log file");
+  EXPECT_EQ(printed[2], "2");
+  EXPECT_EQ(printed[3], "3");
+  EXPECT_EQ(printed[4], "Continue on Log File: " + (folder / "run_1.csv"));
+  EXPECT_EQ(ReadLog(folder / "run_1.csv"), "4\n");
+}
+
+TEST(Faults, LoseAndDoubleNoLineWhicheverCallFails) {
+  constexpr TestDisk::Step kSteps[] = {TestDisk::kOpen, TestDisk::kWrite, TestDisk::kFlush,
+                                       TestDisk::kSyncName, TestDisk::kCut};
+  const QuietConsole quiet;
+  for (const TestDisk::Step step : kSteps) {
+    for (int spared = 0; spared < 12; ++spared) {
+      const TemporaryFolder folder;
+      const TestDisk disk;
+      TestDisk::PretendFlushes({});
+      VexorLogging log("header");
+      log.SetLinesLimitToSplit(4);
+      CaptureStdout();
+      TestDisk::Break(step, std::errc::io_error, spared);
+      log.Initialize(folder.path(), "run", TRACE_DEBUG, LOG_FILE_NEW, false, true);
+      const bool was_open = log.IsInitialized();
+      for (int i = 0; i < 12; ++i) {
+        if (i == 9) TestDisk::Repair(step);
+        log.LogLine("line " + std::to_string(i), TRACE_DEBUG);
+      }
+      std::map<std::string, int> lines = CountLines(folder.path(), "run");
+      EXPECT_EQ(lines.contains("line 11"), was_open);
+      for (const std::string& line : Lines(GetCapturedStdout())) ++lines[line];
+      for (int i = 0; i < 12; ++i) EXPECT_EQ(lines["line " + std::to_string(i)], 1) << i;
+      log.CloseFile(true);
+      EXPECT_EQ(TestDisk::OpenFiles(), 0);
+    }
+  }
+}
+
+TEST(LogFile, LeavesNoFileOpen) {
+  const QuietConsole quiet;
+  const TemporaryFolder folder;
+  const TestDisk disk;
+  TestDisk::PretendFlushes({});
+  VexorLogging log;
+  for (int i = 0; i < 10000; ++i) {
+    ASSERT_TRUE(OpenPlain(log, folder, "run"));
+    ASSERT_EQ(TestDisk::OpenFiles(), 1);
+  }
+  log.SetLinesLimitToSplit(1);
+  for (int i = 0; i < 1000; ++i) log.LogLine("line", TRACE_CRITICAL);
+  EXPECT_EQ(TestDisk::OpenFiles(), 1);
+  EXPECT_EQ(GetFilesInFolder(folder.path()).size(), 1000U);
+  log.CloseFile(true);
+  EXPECT_EQ(TestDisk::OpenFiles(), 0);
+}
+
+TEST(LogFile, HasTheLineEndsOfTheSystem) {
+  const TemporaryFolder folder;
+  VexorLogging log;
+  ASSERT_TRUE(OpenPlain(log, folder, "run"));
+  log.LogLine("a\nb", TRACE_CRITICAL);
+  log.LogLine("c\r\n", TRACE_CRITICAL);
+  const bool plain = vexor::kLineEnd == "\n";
+  EXPECT_EQ(ReadBytes(folder / "run.csv"), plain ? "a\nb\nc\r\n" : "a\r\nb\r\nc\r\n");
+}
+
+// No TestDisk here: its locks would order what must not need them.
+TEST(Threads, LogRegisterSplitAndSwitchAtOnce) {
+  constexpr int kThreads = 32;
+  constexpr int kLines = 30;
+  const QuietConsole quiet;
+  const TemporaryFolder folder;
+  VexorLogging first("header");
+  VexorLogging second("header");
+  first.SetLinesLimitToSplit(25);
+  ASSERT_TRUE(first.Initialize(folder.path(), "first", TRACE_DEBUG, LOG_FILE_NEW, false, true));
+  ASSERT_TRUE(second.Initialize(folder.path(), "second", TRACE_DEBUG, LOG_FILE_NEW, false, true));
+  std::vector<std::thread> threads;
+  for (int thread = 0; thread < kThreads; ++thread) {
+    threads.emplace_back([&, thread] {
+      const std::thread::id self = std::this_thread::get_id();
+      VexorLogging& log = thread % 2 == 0 ? first : second;
+      VexorLogging::SetThreadTestLog(self, PM_TEST_SAGV, TRACE_DEBUG, &log);
+      for (int i = 0; i < kLines; ++i) {
+        VexorLogging::SetThreadAffinityLog(self, 1, 2, 3, static_cast<unsigned short>(i));
+        const std::string line = std::to_string(thread) + " " + std::to_string(i);
+        if (i % 3 == 0) VexorLogging::LogSpecificLevel(line, TRACE_DEBUG);
+        if (i % 3 == 1) log.LogLine(line, TRACE_DEBUG);
+        if (i % 3 == 2) log.LogData({line}, log.GetThreadLogLevel(self));
+      }
+    });
+  }
+  threads.emplace_back([&] {
+    for (int i = 0; i < 20; ++i) {
+      first.LockLogging();
+      second.SetGlobalTraceLevel(i % 2 == 0 ? TRACE_DEBUG : static_cast<TRACE_LEVEL>(7));
+      second.Initialize(folder.path(), "second", TRACE_DEBUG, LOG_FILE_APPEND, false, true, true);
+      first.SaveFile();
+      first.ResetInitHeaderLine();
+      first.UnlockLogging();
+      EXPECT_NE(first.GetLogFile(), second.GetLogFile());
+      EXPECT_TRUE(second.IsInitialized() && first.FlushToDisk());
+    }
+  });
+  for (std::thread& thread : threads) thread.join();
+
+  std::map<std::string, int> lines = CountLines(folder.path(), "first");
+  lines.merge(CountLines(folder.path(), "second"));
+  EXPECT_EQ(lines.size(), std::size_t{kThreads * kLines});
+  for (const auto& [line, count] : lines) EXPECT_EQ(count, 1) << line;
+}
+
+}  // namespace
