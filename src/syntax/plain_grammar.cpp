@@ -51,8 +51,8 @@ std::optional<Fault> CheckS0ixState(std::string_view text) {
   if (text.empty() || ParseS0ixStatesID(text) != S0IX_UNKNOWN) return std::nullopt;
   return Fault{.what = "unknown state",
                .expected =
-                   "S0iR, S0i1, S0i2, S0i3, PS-ON, IDLE1, IDLE2, IDLE3, IVR-S0IX, S0i2-0 to "
-                   "S0i2-2 or S0i3-0 to S0i3-4"};
+                   "S0iR, S0i1, S0i2, S0i3, PS-ON, IDLE1, IDLE2, IDLE3, IVR-S0IX, S0i2-0, S0i2-1, "
+                   "S0i2-2, S0i3-0, S0i3-1, S0i3-2, S0i3-3 or S0i3-4"};
 }
 
 }  // namespace vexor
