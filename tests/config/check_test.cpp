@@ -221,7 +221,8 @@ TEST(Check, FindsTextsThatReadAsSomethingElse) {
         "1: error: TestTraceCfg: \"3.21.522\": the file cannot be read: trace entries need a "
         "version of four pieces; expected 3.21.522.0"}},
       {Control("<TestTraceCfg><a>CSTATES_b</a><b/><c>CSTATE_b_Con</c><d>CSTATESS_b_c</d>"
-               "<e>nothing_b_c</e></TestTraceCfg>"),
+               "<e>nothing_b_c</e><f>gt-rc6_b_c</f><g>dgfan_b_c</g><h>FANSPEED-CTR_b_c</h>"
+               "</TestTraceCfg>"),
        {"1: error: TestTraceCfg/a[1]: \"CSTATES_b\": the file cannot be read: malformed trace "
         "entry; expected test_target_code, such as CSTATES_Core_Con:10",
         "1: warning: TestTraceCfg/d[4]: \"CSTATESS_b_c\": trace entry of an unknown test; expected "
