@@ -12,6 +12,7 @@
 #include "vexor/config/overrides.h"
 #include "vexor/config/pm_tests.h"
 #include "vexor/config/reader.h"
+#include "vexor/config/reference.h"
 #include "vexor/config/schema.h"
 #include "vexor/config/summaries.h"
 #include "vexor/config/syntaxes.h"

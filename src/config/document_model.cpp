@@ -59,9 +59,36 @@ ElementModel OptionGroup(std::string_view name, std::span<const OptionRow> optio
   return group;
 }
 
-ElementModel& Adopt(Children& groups, std::string_view name) {
+// A group of sections in the tables, which has no row of its own.
+struct GroupRow {
+  std::string_view name;
+  std::string_view about;
+};
+
+constexpr GroupRow kTestGroups[] = {
+    {"CORE", "Tests of the cores."},      {"ICE", "Tests of the image-compute engine."},
+    {"SYSTEM", "Tests of the system."},   {"GT", "Tests of graphics and media."},
+    {"Device", "Tests of PCIe devices."}, {"IPU", "Tests of the imaging unit."},
+    {"Vpu", "Tests of the vision unit."}, {"UNCORE", "Tests of the uncore."},
+};
+constexpr GroupRow kSystemGroups[] = {
+    {"SYSTEM", "Settings of the system."},
+    {"CORE", "Settings of the cores."},
+    {"POWER", "Settings of the power limits."},
+    {"UNCORE", "Settings of the uncore."},
+};
+constexpr GroupRow kWorkloadGroups[] = {
+    {"IAPowerStress", "Workloads of the processor."},
+    {"MemoryStress", "Workloads of caches and memory."},
+    {"GtStress", "Workloads of the graphics."},
+};
+
+// Returns the group of that name among the elements, added if it is none yet.
+ElementModel& Adopt(Children& groups, std::string_view name, std::span<const GroupRow> rows) {
   const auto found = std::ranges::find(groups, name, &ElementModel::name);
-  return found != groups.end() ? *found : groups.emplace_back(Group(name, {}));
+  if (found != groups.end()) return *found;
+  const auto row = std::ranges::find(rows, name, &GroupRow::name);
+  return groups.emplace_back(Group(name, {}, row == rows.end() ? "" : row->about));
 }
 
 // Adds the older name of an element that stands among the siblings. One older name may stand for
@@ -73,7 +100,7 @@ void AddOlder(Children& siblings, std::string_view older, std::string_view curre
     known->currents.push_back(current);
     return;
   }
-  ElementModel element = Adopt(siblings, current);
+  ElementModel element = *std::ranges::find(siblings, current, &ElementModel::name);
   element.name = older;
   element.currents = {current};
   siblings.push_back(std::move(element));
@@ -81,17 +108,17 @@ void AddOlder(Children& siblings, std::string_view older, std::string_view curre
 
 ElementModel TestControl(const _WL_CUSTOMERS_XMLCFG& control) {
   Children switches;
-  const auto add_switch = [&switches](std::string_view name) {
-    switches.push_back({.name = name, .content = Content::kSwitch});
+  const auto add_switch = [&switches](std::string_view name, std::string_view about) {
+    switches.push_back({.name = name, .content = Content::kSwitch, .about = about});
   };
-  for (const PmTestRow& test : PmTests()) add_switch(test.name);
-  add_switch("TestControl");
+  for (const PmTestRow& test : PmTests()) add_switch(test.name, test.about);
+  add_switch("TestControl", "Control of the run itself; it has no options.");
   for (const PmTestRow& test : PmTests()) AddOlder(switches, test.older, test.name);
   Children sections;
   sections.push_back(Group("AutoRunCfg", std::move(switches), "The tests that run."));
   sections.push_back({.name = "TestTraceCfg",
                       .content = Content::kTraces,
-                      .about = "What is traced: test_target_code entries under any names."});
+                      .about = "What is traced: entries under any element names."});
   sections.push_back(OptionGroup("WorkloadCfg", kWorkloadRunnerOptions, control,
                                  "How the workload runner behaves."));
   AddOlder(sections, "SETTING", "WorkloadCfg");
@@ -101,12 +128,12 @@ ElementModel TestControl(const _WL_CUSTOMERS_XMLCFG& control) {
 ElementModel PmTestGroups(const _GLOBALPM_XMLCFG& pm) {
   Children groups;
   for (const PmTestRow& test : PmTests()) {
-    ElementModel element = OptionGroup(test.name, test.options, test.look(pm));
+    ElementModel element = OptionGroup(test.name, test.options, test.look(pm), test.about);
     if (test.shape == PmTestRow::Shape::kArguments) element.content = Content::kArguments;
-    Adopt(groups, test.group).children.push_back(std::move(element));
+    Adopt(groups, test.group, kTestGroups).children.push_back(std::move(element));
   }
   for (const PmTestRow& test : PmTests()) {
-    AddOlder(Adopt(groups, test.group).children, test.older, test.name);
+    AddOlder(Adopt(groups, test.group, kTestGroups).children, test.older, test.name);
   }
   return Group("GLOBALPM", std::move(groups), "The options of the tests.");
 }
@@ -114,14 +141,14 @@ ElementModel PmTestGroups(const _GLOBALPM_XMLCFG& pm) {
 ElementModel SystemLists() {
   Children groups;
   for (const SystemListRow& row : kSystemLists) {
-    ElementModel list = Group(row.name, {});
+    ElementModel list = Group(row.name, {}, row.about);
     list.list = &row;
     if (row.items == nullptr) {
       list.content = Content::kPairs;
     } else {
       list.children = {{.name = "ITEM", .content = Content::kItem, .repeats = true}};
     }
-    Adopt(groups, row.group).children.push_back(std::move(list));
+    Adopt(groups, row.group, kSystemGroups).children.push_back(std::move(list));
   }
   return Group("SysConfiguration", std::move(groups), "Settings of the domains.");
 }
@@ -131,7 +158,7 @@ ElementModel CustomTables() {
   for (const CustomTableRow& table : kCustomTables) {
     ElementModel item = Group(table.item, OptionElements(table.options));
     item.repeats = true;
-    containers.push_back(Group(table.container, {std::move(item)}));
+    containers.push_back(Group(table.container, {std::move(item)}, table.about));
     containers.back().table = &table;
   }
   return Group("CustomConfiguration", std::move(containers),
@@ -139,10 +166,11 @@ ElementModel CustomTables() {
 }
 
 ElementModel GlobalConfiguration(const _GLOBALCONFIG_XMLCFG& cfg) {
-  ElementModel setup =
-      Group("SystemSetup", {OptionGroup("OverwriteCfg", kOverwriteOptions, cfg,
-                                        "Bases to use in place of the detected ones."),
-                            OptionGroup("SETTING", kSettingOptions, cfg, "Settings of the run.")});
+  ElementModel setup = Group("SystemSetup",
+                             {OptionGroup("OverwriteCfg", kOverwriteOptions, cfg,
+                                          "Bases to use in place of the detected ones."),
+                              OptionGroup("SETTING", kSettingOptions, cfg, "Settings of the run.")},
+                             "The platform, the log and the flow of the run.");
   return Group("GLOBALCONFIGURATION", {std::move(setup), SystemLists(), CustomTables()},
                "Settings of the whole run.");
 }
@@ -150,8 +178,10 @@ ElementModel GlobalConfiguration(const _GLOBALCONFIG_XMLCFG& cfg) {
 ElementModel Workloads(const _WORKLOADS_XMLCFG& workloads) {
   Children groups;
   for (const WorkloadRow& workload : kWorkloads) {
-    ElementModel element = OptionGroup(workload.name, workload.options, workload.look(workloads));
-    Children& siblings = workload.group.empty() ? groups : Adopt(groups, workload.group).children;
+    ElementModel element =
+        OptionGroup(workload.name, workload.options, workload.look(workloads), workload.about);
+    Children& siblings =
+        workload.group.empty() ? groups : Adopt(groups, workload.group, kWorkloadGroups).children;
     siblings.push_back(std::move(element));
   }
   return Group("WORKLOADS", std::move(groups), "Stress workloads that run beside the tests.");

@@ -170,6 +170,11 @@ struct OptionOf {
     copy.words = value;
     return copy;
   }
+  [[nodiscard]] constexpr OptionOf Meaning(std::string_view value) const {
+    OptionOf copy = *this;
+    copy.about = value;
+    return copy;
+  }
   [[nodiscard]] constexpr OptionOf Named(std::string_view value) const {
     OptionOf copy = *this;
     copy.name = value;
@@ -257,6 +262,7 @@ struct SectionRow {
   std::string_view group;  // element above it
   std::string_view name;
   std::string_view older;  // read where `name` is absent
+  std::string_view about;  // one sentence
   std::span<const OptionRow> options;
   ConfigRecord& (*record)(Parent&) = nullptr;
   const ConfigRecord& (*look)(const Parent&) = nullptr;

@@ -60,8 +60,8 @@ constexpr auto kSyntaxes = std::to_array<SyntaxRow>({
     {Syntax::kTestMode, "mode", "Default, Verify, Exercise or Monitor", "Verify", CheckTestMode,
      "%w"},
     {Syntax::kDuration, "time",
-     "unit:value or unit:low-high; the units are usec, msec, sec, min and hour", "msec:80-120",
-     CheckDuration,
+     "unit:value or unit:low-high with usec, msec, sec, min or hour; Invalid is no time",
+     "msec:80-120", CheckDuration,
      "Invalid|[: ]*(%(msec|sec|min|hour)[: ]+%n(-%n)?|[^:]*%(usec)[^:]*[: ]+%n(-%n)?|"
      "[^:]*%(ticks)[^:]*[: ]+[^:]+)[: ]*"},
     {Syntax::kExeCycles, "cycles", "a number, a time as unit:value, or count:PerSet", "min:30",
@@ -91,8 +91,9 @@ constexpr auto kSyntaxes = std::to_array<SyntaxRow>({
     {Syntax::kPstates, "pstates", "P0...Pn, P1...Pn, Turbo, Specific:ratios, or ratios", "P0...Pn",
      CheckExePstates, R"((Specific: ?)?(%r|Turbo|P0\.\.\.Pn|P1\.\.\.?Pn|P0\.\.P1))", ";,"},
     {Syntax::kRatios, "ratios",
-     "P0, P1, Pe, Pn, Pn--, P0++, P0Pn or numbers from 0 to 254, joined by \",\"", "P0,0x10,8-12",
-     CheckTrendRatios, "%r", ";,"},
+     "P0, P1, Pe, Pn, Pn--, P0++, P0Pn, All, numbers from 0 to 254 or ranges of them, joined by "
+     "\",\"",
+     "P0,0x10,8-12", CheckTrendRatios, "%r", ";,"},
     {Syntax::kExitRatios, "exit-ratios", "ALL, or ratios joined by \",\"", "ALL", CheckExitRatios,
      "%(all)|%r", ";,"},
     {Syntax::kSagvRatios, "sagv", "Low, Med, High or Dynamic, joined by \",\"", "Low,High",
@@ -104,8 +105,7 @@ constexpr auto kSyntaxes = std::to_array<SyntaxRow>({
     {Syntax::kSleepStates, "sleep",
      "flows joined by \";\", each with a time of its own as flow=time", "S0ix;S3;Warm-Reset",
      CheckSleepStates, "%w( ?=[^;]*)?", ";"},
-    {Syntax::kS0ixState, "s0ix", "a state such as S0iR or S0i3", "S0i3", CheckS0ixState,
-     "S0iR|S0i[1-3](-[0-4])?|PS-ON|IDLE[1-3]|IVR-S0IX"},
+    {Syntax::kS0ixState, "s0ix", "one of the words", "S0i3", CheckS0ixState, "%w"},
     {Syntax::kWakeEvents, "wake", R"(wake sources joined by ";" or ",")", "RTC;USB",
      CheckWakeEvents, "%w", ";,"},
     {Syntax::kPeciCommands, "peci", "PECI commands joined by \";\"", "Ping;GetTemp",
@@ -154,8 +154,11 @@ std::span<const SyntaxRow> Syntaxes() { return kSyntaxes; }
 const SyntaxRow& GetSyntax(Syntax syntax) { return kSyntaxes[static_cast<std::size_t>(syntax)]; }
 
 Words GetWords(const OptionRow& option) {
-  if (!option.words.empty()) return SplitWords(option.words);
-  const auto check = GetSyntax(option.syntax).check;
+  return option.words.empty() ? GetWords(option.syntax) : SplitWords(option.words);
+}
+
+Words GetWords(Syntax syntax) {
+  const auto check = GetSyntax(syntax).check;
   if (check == nullptr) return {};
   const std::optional<Fault> fault = check("?");  // good by no grammar
   return fault ? SplitWordList(fault->expected) : Words();

@@ -29,7 +29,9 @@ std::span<const SyntaxRow> Syntaxes();
 
 const SyntaxRow& GetSyntax(Syntax syntax);
 
-// Returns the words that the option's texts are made of, none where these are no words.
+// Returns the words that the texts of a grammar, or of an option, are made of; none where these are
+// no words.
+Words GetWords(Syntax syntax);
 Words GetWords(const OptionRow& option);
 
 // Returns what is wrong with an option's text, by its grammar and its words. Empty text is good: a

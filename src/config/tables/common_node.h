@@ -108,7 +108,10 @@ constexpr Row KnobsOf(std::string_view words) {
 
 // The switch time of tests that derive a missing one. It stands below ActiveTime and InStateTime
 // and above whatever replaces these.
-inline constexpr Row kDerivedSwitchTime = kSwitchTime.SettledBy(DeriveSwitchTime);
+inline constexpr Row kDerivedSwitchTime =
+    kSwitchTime.SettledBy(DeriveSwitchTime)
+        .Meaning(
+            "Time between two state switches; empty for the active and in-state time together.");
 
 // All fields of the common node, for the reset of a test record.
 inline constexpr auto kAllFields = Finish(Options<_PM_TEST_NODE>({

@@ -117,21 +117,29 @@ inline constexpr auto kMailbox = Finish(Options<_MAILBOX_ITEM>({
 struct CustomTableRow {
   std::string_view container;
   std::string_view item;
+  std::string_view about;  // one sentence
   std::span<const OptionRow> options;
   RecordList list;
 };
 
 inline constexpr CustomTableRow kCustomTables[] = {
-    {"MSR_CFG", "MSR", registers::kMsr, ListOf<&_CUSTOM_XMLCFG::MSR_CFG>()},
-    {"PCIE_CFG", "PCIE", registers::kPcie, ListOf<&_CUSTOM_XMLCFG::PCIE_CFG>()},
-    {"PMC-MMIO", "MMIO", registers::kMmio, ListOf<&_CUSTOM_XMLCFG::PMC_MMIO>()},
-    {"GT-MMIO", "MMIO", registers::kMmio, ListOf<&_CUSTOM_XMLCFG::GT_MMIO>()},
-    {"P2SB-MMIO", "MMIO", registers::kP2sb, ListOf<&_CUSTOM_XMLCFG::P2SB_MMIO>()},
-    {"ISP-MMIO", "MMIO", registers::kMmio, ListOf<&_CUSTOM_XMLCFG::ISP_MMIO>()},
-    {"MMIO", "MMIO", registers::kMmio, ListOf<&_CUSTOM_XMLCFG::MMIO>()},
-    {"CRBCFG", "CRB", registers::kCrb, ListOf<&_CUSTOM_XMLCFG::CRBCFG>()},
-    {"IOSFCFG", "IOSF", registers::kIosf, ListOf<&_CUSTOM_XMLCFG::IOSFCFG>()},
-    {"MailBoxCfg", "MailBox", registers::kMailbox, ListOf<&_CUSTOM_XMLCFG::MailBoxCfg>()},
+    {"MSR_CFG", "MSR", "Model-specific registers.", registers::kMsr,
+     ListOf<&_CUSTOM_XMLCFG::MSR_CFG>()},
+    {"PCIE_CFG", "PCIE", "Registers in the PCI configuration space.", registers::kPcie,
+     ListOf<&_CUSTOM_XMLCFG::PCIE_CFG>()},
+    {"PMC-MMIO", "MMIO", "Registers of the power-management controller.", registers::kMmio,
+     ListOf<&_CUSTOM_XMLCFG::PMC_MMIO>()},
+    {"GT-MMIO", "MMIO", "Registers of the graphics.", registers::kMmio,
+     ListOf<&_CUSTOM_XMLCFG::GT_MMIO>()},
+    {"P2SB-MMIO", "MMIO", "Registers behind the sideband bridge.", registers::kP2sb,
+     ListOf<&_CUSTOM_XMLCFG::P2SB_MMIO>()},
+    {"ISP-MMIO", "MMIO", "Registers of the image processing.", registers::kMmio,
+     ListOf<&_CUSTOM_XMLCFG::ISP_MMIO>()},
+    {"MMIO", "MMIO", "Memory-mapped registers.", registers::kMmio, ListOf<&_CUSTOM_XMLCFG::MMIO>()},
+    {"CRBCFG", "CRB", "CRB registers.", registers::kCrb, ListOf<&_CUSTOM_XMLCFG::CRBCFG>()},
+    {"IOSFCFG", "IOSF", "IOSF registers.", registers::kIosf, ListOf<&_CUSTOM_XMLCFG::IOSFCFG>()},
+    {"MailBoxCfg", "MailBox", "Mailbox commands.", registers::kMailbox,
+     ListOf<&_CUSTOM_XMLCFG::MailBoxCfg>()},
 };
 
 }  // namespace vexor

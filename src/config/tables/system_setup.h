@@ -141,6 +141,7 @@ struct SystemListRow {
   std::string_view name;
   std::vector<std::string> _GLOBALCONFIG_XMLCFG::*items = nullptr;
   NamedValues _GLOBALCONFIG_XMLCFG::*pairs = nullptr;
+  std::string_view about = {};              // one sentence
   Hint hint = {};                           // comments at the head of the list
   std::span<const HintedName> always = {};  // names that are written even without a value
 };
@@ -161,14 +162,23 @@ inline constexpr SystemListRow kSystemLists[] = {
     {.group = "SYSTEM",
      .name = "GSTATES",
      .pairs = &_GLOBALCONFIG_XMLCFG::GSTATES,
+     .about = "Settings of the sleep states.",
      .hint =
          Comments({"Valid Settings Names : HangOnGlbReset; Hybrid_Sleep; Fast_Startup; AC_Deep_S3; "
                    "DC_Deep_S3; AC_Deep_S4; DC_Deep_S4; AC_Deep_S5; DC_Deep_S5"})},
-    {.group = "SYSTEM", .name = "OS", .pairs = &_GLOBALCONFIG_XMLCFG::OS, .always = kOsNames},
-    {.group = "SYSTEM", .name = "KNOBS", .pairs = &_GLOBALCONFIG_XMLCFG::KNOBS},
+    {.group = "SYSTEM",
+     .name = "OS",
+     .pairs = &_GLOBALCONFIG_XMLCFG::OS,
+     .about = "Settings of the operating system.",
+     .always = kOsNames},
+    {.group = "SYSTEM",
+     .name = "KNOBS",
+     .pairs = &_GLOBALCONFIG_XMLCFG::KNOBS,
+     .about = "Further knobs of the platform."},
     {.group = "CORE",
      .name = "CONFIG",
      .items = &_GLOBALCONFIG_XMLCFG::CORE_CONFIG,
+     .about = "Features of the cores.",
      .hint = Comments(
          {"CONFIG format : Socket; Name; Value",
           "Valid Config options for CSTATES:SDC; Time_MWait; Enhanced_CState;C1_Demotion; "
@@ -179,24 +189,31 @@ inline constexpr SystemListRow kSystemLists[] = {
     {.group = "CORE",
      .name = "SETTING",
      .items = &_GLOBALCONFIG_XMLCFG::CORE_SETTING,
+     .about = "Values of the cores.",
      .hint = Comments({"Valid Settings options for CSTATES:PCxLimit",
                        "Valid Settings options for PSTATES : Turbo_Activate_Ratios; Fast_MSR"})},
     {.group = "POWER",
      .name = "CONFIG",
      .items = &_GLOBALCONFIG_XMLCFG::POWER_CONFIG,
+     .about = "Features of the power limits.",
      .hint = Comments({"Valid Config options for Power:RAPL_Pkg_Clamp_Limit1; "
                        "RAPL_Pkg_Power_Limit2; RAPL_Pkg_Clamp_Limit2",
                        "Valid Single Config value:Default,Enable;Disable;Random;Toggle"})},
     {.group = "POWER",
      .name = "SETTING",
      .items = &_GLOBALCONFIG_XMLCFG::POWER_SETTING,
+     .about = "Values of the power limits.",
      .hint = Comments({"Valid Settings options for Power:Pkg_Power_Limit1_Watt; "
                        "Pkg_Time_Limit1; Pkg_Power_Limit2_Watt; Pkg_Time_Limit2"})},
     {.group = "UNCORE",
      .name = "CONFIG",
      .pairs = &_GLOBALCONFIG_XMLCFG::UNCORE_CONFIG,
+     .about = "Features of the uncore.",
      .hint = Comments({"Valid Single Config value:Default,Enable;Disable"})},
-    {.group = "UNCORE", .name = "SETTING", .pairs = &_GLOBALCONFIG_XMLCFG::UNCORE_SETTING},
+    {.group = "UNCORE",
+     .name = "SETTING",
+     .pairs = &_GLOBALCONFIG_XMLCFG::UNCORE_SETTING,
+     .about = "Values of the uncore."},
 };
 
 }  // namespace vexor

@@ -66,7 +66,14 @@ constexpr OptionOf<Record> Number(std::string_view name, std::string Record::*ho
   return {.name = name, .text = home, .syntax = Syntax::kCount, .about = about};
 }
 
-inline constexpr auto kCpu = Finish(Options<_CPU_WORKLOAD_CFG>({
+// No configuration file is written with workloads.
+template <class Record, std::size_t kCount>
+consteval OptionTable<Record, kCount> NeverWritten(OptionTable<Record, kCount> rows) {
+  for (auto& row : rows) row.flow = Flow::kReadOnly;
+  return rows;
+}
+
+inline constexpr auto kCpu = Finish(NeverWritten(Options<_CPU_WORKLOAD_CFG>({
     AutoRun<_CPU_WORKLOAD_CFG>(),
     Packages<_CPU_WORKLOAD_CFG>(),
     Modules<_CPU_WORKLOAD_CFG>(),
@@ -74,9 +81,9 @@ inline constexpr auto kCpu = Finish(Options<_CPU_WORKLOAD_CFG>({
     StartDelay<_CPU_WORKLOAD_CFG>(),
     Duration<_CPU_WORKLOAD_CFG>(),
     LogLevel<_CPU_WORKLOAD_CFG>(),
-}));
+})));
 
-inline constexpr auto kMemory = Finish(Options<_MEMORY_WORKLOAD_CFG>({
+inline constexpr auto kMemory = Finish(NeverWritten(Options<_MEMORY_WORKLOAD_CFG>({
     AutoRun<_MEMORY_WORKLOAD_CFG>(),
     {.name = "Algorithm",
      .text = &_MEMORY_WORKLOAD_CFG::Algorithm,
@@ -92,9 +99,9 @@ inline constexpr auto kMemory = Finish(Options<_MEMORY_WORKLOAD_CFG>({
     Number("Producers", &_MEMORY_WORKLOAD_CFG::Producers, "Number of writing threads."),
     Number("Consumers", &_MEMORY_WORKLOAD_CFG::Consumers, "Number of reading threads."),
     LogLevel<_MEMORY_WORKLOAD_CFG>(),
-}));
+})));
 
-inline constexpr auto kCopyCompare = Finish(Options<_COPY_COMPARE_CFG>({
+inline constexpr auto kCopyCompare = Finish(NeverWritten(Options<_COPY_COMPARE_CFG>({
     Duration<_COPY_COMPARE_CFG>(),
     IdleTime<_COPY_COMPARE_CFG>(),
     StartDelay<_COPY_COMPARE_CFG>(),
@@ -104,15 +111,15 @@ inline constexpr auto kCopyCompare = Finish(Options<_COPY_COMPARE_CFG>({
     Number("DataSizeMB", &_COPY_COMPARE_CFG::DataSizeMB, "Size of the data, in megabytes."),
     Number("Thread", &_COPY_COMPARE_CFG::Thread, "Number of threads."),
     LogLevel<_COPY_COMPARE_CFG>(),
-}));
+})));
 
-inline constexpr auto kGraphics = Finish(Options<_GFX_WORKLOAD_CFG>({
+inline constexpr auto kGraphics = Finish(NeverWritten(Options<_GFX_WORKLOAD_CFG>({
     AutoRun<_GFX_WORKLOAD_CFG>(),
     IdleTime<_GFX_WORKLOAD_CFG>(),
     StartDelay<_GFX_WORKLOAD_CFG>(),
     Duration<_GFX_WORKLOAD_CFG>(),
     LogLevel<_GFX_WORKLOAD_CFG>(),
-}));
+})));
 
 }  // namespace workloads
 
@@ -124,11 +131,12 @@ struct WorkloadRow : SectionRow<_WORKLOADS_XMLCFG> {
 
 template <auto kRecord>
 constexpr WorkloadRow Workload(std::string_view group, std::string_view name,
-                               std::span<const OptionRow> options,
+                               std::string_view about, std::span<const OptionRow> options,
                                std::string ConfigRecord::*name_home = nullptr) {
   return {{.group = group,
            .name = name,
            .older = {},
+           .about = about,
            .options = options,
            .record = RecordAt<kRecord>,
            .look = LookAt<kRecord>},
@@ -140,25 +148,43 @@ inline constexpr auto kGraphicsName =
 
 // An empty group: directly under "WORKLOADS".
 inline constexpr WorkloadRow kWorkloads[] = {
-    Workload<&_WORKLOADS_XMLCFG::SSE2>("IAPowerStress", "SSE2", workloads::kCpu),
-    Workload<&_WORKLOADS_XMLCFG::AVX128>("IAPowerStress", "AVX128", workloads::kCpu),
-    Workload<&_WORKLOADS_XMLCFG::AVX128Lite>("IAPowerStress", "AVX128Lite", workloads::kCpu),
-    Workload<&_WORKLOADS_XMLCFG::AVX256>("IAPowerStress", "AVX256", workloads::kCpu),
-    Workload<&_WORKLOADS_XMLCFG::AVX256Lite>("IAPowerStress", "AVX256Lite", workloads::kCpu),
-    Workload<&_WORKLOADS_XMLCFG::AVX512>("IAPowerStress", "AVX512", workloads::kCpu),
-    Workload<&_WORKLOADS_XMLCFG::AVX512Lite>("IAPowerStress", "AVX512Lite", workloads::kCpu),
-    Workload<&_WORKLOADS_XMLCFG::DGEMM>("IAPowerStress", "DGEMM", workloads::kCpu),
-    Workload<&_WORKLOADS_XMLCFG::AVX512_VNNI>("IAPowerStress", "AVX512-VNNI", workloads::kCpu),
-    Workload<&_WORKLOADS_XMLCFG::L1>("MemoryStress", "L1", workloads::kMemory),
-    Workload<&_WORKLOADS_XMLCFG::L2>("MemoryStress", "L2", workloads::kMemory),
-    Workload<&_WORKLOADS_XMLCFG::L3>("MemoryStress", "L3", workloads::kMemory),
-    Workload<&_WORKLOADS_XMLCFG::DRAM>("MemoryStress", "DRAM", workloads::kMemory),
-    Workload<&_WORKLOADS_XMLCFG::ProCon>("MemoryStress", "ProCon", workloads::kMemory),
-    Workload<&_WORKLOADS_XMLCFG::Splits>("MemoryStress", "Splits", workloads::kMemory),
-    Workload<&_WORKLOADS_XMLCFG::CopyCompare>("", "CopyCompare", workloads::kCopyCompare),
-    Workload<&_WORKLOADS_XMLCFG::BouncingBall>("GtStress", "BouncingBall", workloads::kGraphics,
-                                               kGraphicsName),
-    Workload<&_WORKLOADS_XMLCFG::Media3DPTV>("GtStress", "Media3DPTV", workloads::kGraphics,
+    Workload<&_WORKLOADS_XMLCFG::SSE2>("IAPowerStress", "SSE2",
+                                       "Vector work with SSE2 instructions.", workloads::kCpu),
+    Workload<&_WORKLOADS_XMLCFG::AVX128>("IAPowerStress", "AVX128", "Vector work of 128 bits.",
+                                         workloads::kCpu),
+    Workload<&_WORKLOADS_XMLCFG::AVX128Lite>("IAPowerStress", "AVX128Lite",
+                                             "Light vector work of 128 bits.", workloads::kCpu),
+    Workload<&_WORKLOADS_XMLCFG::AVX256>("IAPowerStress", "AVX256", "Vector work of 256 bits.",
+                                         workloads::kCpu),
+    Workload<&_WORKLOADS_XMLCFG::AVX256Lite>("IAPowerStress", "AVX256Lite",
+                                             "Light vector work of 256 bits.", workloads::kCpu),
+    Workload<&_WORKLOADS_XMLCFG::AVX512>("IAPowerStress", "AVX512", "Vector work of 512 bits.",
+                                         workloads::kCpu),
+    Workload<&_WORKLOADS_XMLCFG::AVX512Lite>("IAPowerStress", "AVX512Lite",
+                                             "Light vector work of 512 bits.", workloads::kCpu),
+    Workload<&_WORKLOADS_XMLCFG::DGEMM>(
+        "IAPowerStress", "DGEMM", "Products of matrices in double precision.", workloads::kCpu),
+    Workload<&_WORKLOADS_XMLCFG::AVX512_VNNI>("IAPowerStress", "AVX512-VNNI",
+                                              "Vector work of neural networks.", workloads::kCpu),
+    Workload<&_WORKLOADS_XMLCFG::L1>(
+        "MemoryStress", "L1", "Accesses that stay in the first-level cache.", workloads::kMemory),
+    Workload<&_WORKLOADS_XMLCFG::L2>(
+        "MemoryStress", "L2", "Accesses that stay in the second-level cache.", workloads::kMemory),
+    Workload<&_WORKLOADS_XMLCFG::L3>(
+        "MemoryStress", "L3", "Accesses that stay in the third-level cache.", workloads::kMemory),
+    Workload<&_WORKLOADS_XMLCFG::DRAM>("MemoryStress", "DRAM", "Accesses that reach the memory.",
+                                       workloads::kMemory),
+    Workload<&_WORKLOADS_XMLCFG::ProCon>("MemoryStress", "ProCon",
+                                         "Threads that write data and threads that read it.",
+                                         workloads::kMemory),
+    Workload<&_WORKLOADS_XMLCFG::Splits>("MemoryStress", "Splits",
+                                         "Accesses that cross cache lines.", workloads::kMemory),
+    Workload<&_WORKLOADS_XMLCFG::CopyCompare>(
+        "", "CopyCompare", "Copies files and compares the copies.", workloads::kCopyCompare),
+    Workload<&_WORKLOADS_XMLCFG::BouncingBall>("GtStress", "BouncingBall", "A graphics scene.",
+                                               workloads::kGraphics, kGraphicsName),
+    Workload<&_WORKLOADS_XMLCFG::Media3DPTV>("GtStress", "Media3DPTV",
+                                             "Media and graphics at once.", workloads::kGraphics,
                                              kGraphicsName),
 };
 
