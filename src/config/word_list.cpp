@@ -18,7 +18,7 @@ std::size_t MostEdits(std::string_view word) {
 
 // No edit changes the length by more than one.
 bool CanBeNear(std::string_view text, std::string_view word) {
-  const auto [shorter, longer] = std::minmax(text.size(), word.size());
+  const auto [shorter, longer] = std::minmax({text.size(), word.size()});
   return longer <= kLongestCompared && longer - shorter <= MostEdits(word);
 }
 
