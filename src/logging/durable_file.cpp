@@ -1,8 +1,16 @@
 #include "logging/durable_file.h"
 
+#include <thread>
 #include <utility>
 
 namespace vexor {
+
+namespace {
+
+// Several times as long as threads take to wake and append, and short beside a flush.
+constexpr std::uint64_t kGatherNanoseconds = 60'000;
+
+}  // namespace
 
 std::shared_ptr<DurableFile> DurableFile::Open(const std::string& path, const std::string& name,
                                                OpenMode mode, std::error_code& error) {
@@ -39,7 +47,7 @@ bool DurableFile::Flush(std::uint64_t count) {
     }
     flushing_ = true;
     lock.unlock();
-    const std::uint64_t covered = Appended();
+    const std::uint64_t covered = GatherGroup();
     const std::error_code error = FlushNow();
     lock.lock();
     flushing_ = false;
@@ -51,6 +59,19 @@ bool DurableFile::Flush(std::uint64_t count) {
     flush_ended_.notify_all();
   }
   return !failed_;
+}
+
+// Waits until as many blocks are there as the last flush served, but not for long; returns the
+// number of blocks that a flush serves now.
+std::uint64_t DurableFile::GatherGroup() {
+  const std::uint64_t begin = ReadPerformanceCounter();
+  while (Appended() - covered_ < group_ && ReadPerformanceCounter() - begin < kGatherNanoseconds) {
+    std::this_thread::yield();
+  }
+  const std::uint64_t appended = Appended();
+  group_ = appended - covered_;
+  covered_ = appended;
+  return appended;
 }
 
 std::error_code DurableFile::FlushNow() {

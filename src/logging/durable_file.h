@@ -16,8 +16,10 @@
 namespace vexor {
 
 // Many threads wait for one disk: a flush serves every line that was written before it began, so
-// threads that wait at the same time share the next one. One thread at a time appends, under the
-// caller's lock; any thread may flush, and holds no lock of the caller's meanwhile.
+// threads that wait at the same time share the next one, and a flush holds back for a moment while
+// the threads that the last one served are about to append again (the group commit of databases).
+// One thread at a time appends, under the caller's lock; any thread may flush, and holds no lock of
+// the caller's meanwhile.
 class DurableFile {
  public:
   // Opens the file at `path`, created if need be; null and an error when that fails. `name` is what
@@ -45,6 +47,7 @@ class DurableFile {
   std::optional<std::error_code> TakeFault();
 
  private:
+  std::uint64_t GatherGroup();
   std::error_code FlushNow();
 
   std::string path_;
@@ -55,10 +58,14 @@ class DurableFile {
   std::mutex mutex_;  // guards what follows
   std::condition_variable flush_ended_;
   bool flushing_ = false;
-  bool name_on_disk_ = false;  // only the flushing thread uses it
   std::uint64_t flushed_ = 0;  // so many blocks are done with
   bool failed_ = false;
   std::optional<std::error_code> fault_;
+
+  // Only the flushing thread uses these.
+  bool name_on_disk_ = false;
+  std::uint64_t covered_ = 0;  // blocks that the last flush and those before it served
+  std::uint64_t group_ = 0;    // blocks that the last flush served
 };
 
 }  // namespace vexor
