@@ -126,8 +126,8 @@ bool LogSeries::FileSplitter(Aftermath& after) {
   if (!std::exchange(next_pending_, true)) FlushAndClose();
   const std::string next = MakeSplitName(name_, next_index_);
   const std::string next_path = MakeSplitName(path_, next_index_);
-  if (const std::error_code error = Open(next, next_path, OpenMode::kTruncate)) {
-    if (ReportOnce(next, "cannot be opened", error)) PrintLine("Unable to create log file");
+  if (Open(next, next_path, OpenMode::kTruncate)) {
+    if (!std::exchange(fault_reported_, true)) PrintLine("Unable to create log file");
     return false;
   }
   next_pending_ = false;
@@ -199,11 +199,9 @@ bool LogSeries::IsFullFor(std::string_view block) const {
 }
 
 // Prints what is wrong with a file, unless something was since a line could last be written.
-bool LogSeries::ReportOnce(std::string_view name, std::string_view what,
+void LogSeries::ReportOnce(std::string_view name, std::string_view what,
                            const std::error_code& error) {
-  if (std::exchange(fault_reported_, true)) return false;
-  PrintFault(name, what, error);
-  return true;
+  if (!std::exchange(fault_reported_, true)) PrintFault(name, what, error);
 }
 
 void LogSeries::ReportFlushFault(DurableFile& file) {

@@ -66,7 +66,7 @@ class LogSeries {
   [[nodiscard]] std::string MakeBlock(std::optional<std::string_view> line) const;
   [[nodiscard]] bool IsFullFor(std::string_view block) const;
   bool Append(std::optional<std::string_view> line, Aftermath& after);
-  bool ReportOnce(std::string_view name, std::string_view what, const std::error_code& error);
+  void ReportOnce(std::string_view name, std::string_view what, const std::error_code& error);
 
   std::string name_;
   std::string path_;  // absolute: a later change of the current folder does not move the log
