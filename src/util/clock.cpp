@@ -1,11 +1,8 @@
 #include "vexor/util/clock.h"
 
 #include <array>
-#include <cstddef>
+#include <cstdio>
 #include <ctime>
-#include <iomanip>
-#include <locale>
-#include <sstream>
 #include <thread>
 
 #include "platform/platform.h"
@@ -14,23 +11,8 @@ namespace {
 
 using std::chrono::steady_clock;
 
-// The numbers of a time stamp, from the year to the milliseconds, with these texts between them.
-std::string JoinNow(const std::array<const char*, 6>& separators) {
-  constexpr std::array<int, 7> kWidths = {1, 2, 2, 2, 2, 2, 3};
-  const vexor::LocalTime now = vexor::ReadLocalTime();
-  const std::tm& calendar = now.calendar;
-  const std::array<int, 7> numbers = {
-      calendar.tm_year + 1900, calendar.tm_mon + 1, calendar.tm_mday, calendar.tm_hour,
-      calendar.tm_min,         calendar.tm_sec,     now.millisecond};
-  std::ostringstream text;
-  text.imbue(std::locale::classic());
-  text << std::setfill('0');
-  for (std::size_t i = 0; i < numbers.size(); ++i) {
-    if (i > 0) text << separators[i - 1];
-    text << std::setw(kWidths[i]) << numbers[i];
-  }
-  return text.str();
-}
+// Long enough for any numbers.
+using StampText = std::array<char, 96>;
 
 }  // namespace
 
@@ -71,9 +53,21 @@ void SleepMicroS(std::uint64_t us) {
   while ((vexor::ReadPerformanceCounter() - start) / 1000 < us) vexor::HintSpinWait();
 }
 
-std::string GetCurTimeStamp() { return JoinNow({"-", "-", " ", ":", ":", "."}); }
+std::string GetCurTimeStamp() {
+  const auto [now, millisecond] = vexor::ReadLocalTime();
+  StampText text = {};
+  std::snprintf(text.data(), text.size(), "%d-%02d-%02d %02d:%02d:%02d.%03d", now.tm_year + 1900,
+                now.tm_mon + 1, now.tm_mday, now.tm_hour, now.tm_min, now.tm_sec, millisecond);
+  return text.data();
+}
 
-std::string GetTimeStamp() { return JoinNow({"", "", "_", "", "", ""}); }
+std::string GetTimeStamp() {
+  const auto [now, millisecond] = vexor::ReadLocalTime();
+  StampText text = {};
+  std::snprintf(text.data(), text.size(), "%d%02d%02d_%02d%02d%02d%03d", now.tm_year + 1900,
+                now.tm_mon + 1, now.tm_mday, now.tm_hour, now.tm_min, now.tm_sec, millisecond);
+  return text.data();
+}
 
 std::string CurrentTimeDateAsString(bool with_time, bool with_date) {
   const std::tm now = vexor::ReadLocalTime().calendar;
