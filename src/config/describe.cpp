@@ -72,7 +72,7 @@ class Describer {
     for (const ElementModel& child : model.children) {
       if (child.IsOlder()) continue;
       const std::string child_path = Join(path, child.name);
-      if (child.option != nullptr || child.content == Content::kOption) {
+      if (child.option != nullptr) {
         DescribeOption(child, model, element, child_path, origin);
       } else if (child.content == Content::kSwitch) {
         DescribeSwitch(child, model, element, child_path);

@@ -81,7 +81,7 @@ bool VexorConfigParser::ReadXMLPar(const std::string& path, _XML_FULL_CFG* cfg, 
 
 void VexorConfigParser::CreateXMLElement(tinyxml2::XMLElement* parent,
                                          tinyxml2::XMLDocument* document, const char* name,
-                                         std::string text) {
+                                         const std::string& text) {
   if (parent == nullptr || document == nullptr || name == nullptr) return;
   tinyxml2::XMLElement* const element = document->NewElement(name);
   element->SetText(text.c_str());

@@ -116,6 +116,7 @@ class Lister {
     if (option.hint.kind != Hint::Kind::kRecord) return JoinTexts(option.hint);
     const auto test = std::ranges::find(PmTests(), parent.name, &PmTestRow::name);
     if (!test->knob_hint.empty()) return std::string(test->knob_hint);
+    if (parent.record == nullptr) return {};
     return static_cast<const _PM_TEST_NODE&>(*parent.record).KnobHint;
   }
 

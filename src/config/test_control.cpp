@@ -84,7 +84,7 @@ void ResetTestControl(_WL_CUSTOMERS_XMLCFG& control) {
 }  // namespace vexor
 
 bool GetTestControlXML(_WL_CUSTOMERS_XMLCFG& control, const tinyxml2::XMLElement* root,
-                       std::string version) {
+                       const std::string& version) {
   vexor::ResetTestControl(control);
   const auto* const section =
       root == nullptr ? nullptr : root->FirstChildElement("TEST_CONTROL_CFG");

@@ -13,7 +13,7 @@ _XML_FULL_CFG ReadGlobal(const std::string& content) {
   return ReadDocument(Document(Wrapped("GLOBALCONFIGURATION", content)));
 }
 
-const NamedValues kDefaultKnobs = {{"LTR_IGN_Mask", "0"}, {"Snoop_Latency_Mask", "0"}};
+NamedValues DefaultKnobs() { return {{"LTR_IGN_Mask", "0"}, {"Snoop_Latency_Mask", "0"}}; }
 
 TEST(GlobalConfig, ResetGivesTheDefaults) {
   NameHostIpFile("no such file");
@@ -33,7 +33,7 @@ TEST(GlobalConfig, ResetGivesTheDefaults) {
     EXPECT_EQ(g.Version, "3.21.522.0");
     EXPECT_TRUE(g.CORE_CONFIG.empty() && g.CustomConfiguration.MSR_CFG.empty() &&
                 g.CustomConfiguration.MailBoxCfg.empty());
-    EXPECT_EQ(g.KNOBS, kDefaultKnobs);
+    EXPECT_EQ(g.KNOBS, DefaultKnobs());
     EXPECT_EQ(Texts({g.TopoMode, g.Ordered_Interleave_ICE_Flow, g.MailBox_Max_Busy_Check,
                      g.Log_File_Name, g.Log_Add_Option, g.Log_Level, g.Collect_Crashlog_AllResets,
                      g.Flow_Config, g.Check_Bios_Knobs}),
@@ -72,7 +72,7 @@ TEST(GlobalConfig, TakesSystemListsAsComplete) {
   EXPECT_EQ(lists.OS, NamedValues({{"O", "4"}}));
   EXPECT_EQ(lists.KNOBS, NamedValues({{"K", "5"}, {"K", "6"}}));
 
-  EXPECT_EQ(ReadGlobal("").GlobalConfig.KNOBS, kDefaultKnobs);
+  EXPECT_EQ(ReadGlobal("").GlobalConfig.KNOBS, DefaultKnobs());
   EXPECT_EQ(ReadGlobal("<SysConfiguration><CORE/></SysConfiguration>").GlobalConfig.KNOBS,
             NamedValues());
 }

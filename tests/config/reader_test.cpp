@@ -11,7 +11,7 @@ namespace {
 constexpr char kOwn[] = "3.21.522.0";
 
 // A section that tells how far the reading went.
-const std::string kSections =
+constexpr char kSections[] =
     "<GLOBALCONFIGURATION><SystemSetup><SETTING><TopoMode>X</TopoMode></SETTING></SystemSetup>"
     "</GLOBALCONFIGURATION>"
     "<TEST_CONTROL_CFG><WorkloadCfg><ExeMode>X</ExeMode></WorkloadCfg></TEST_CONTROL_CFG>"
@@ -139,7 +139,7 @@ TEST(ReadXMLPar, AnEmptyRootLeavesAllButTheTestControlRecord) {
 
 TEST(ReadXMLPar, TakesTheFirstOfSectionsAndIgnoresStrangers) {
   const _XML_FULL_CFG cfg = ReadDocument(
-      "<VEXOR><Stranger/>" + kSections + "<Version>1</Version><Version>2</Version>" +
+      std::string("<VEXOR><Stranger/>") + kSections + "<Version>1</Version><Version>2</Version>" +
       "<TEST_CONTROL_CFG><WorkloadCfg><ExeMode>second</ExeMode></WorkloadCfg></TEST_CONTROL_CFG>" +
       "</VEXOR>");
   EXPECT_EQ(cfg.GlobalConfig.Version, "1");

@@ -16,6 +16,7 @@ int main(int argc, char** argv) {
   log.SetLinesLimitToSplit(30);
   if (!log.Initialize(folder, "run", TRACE_DEBUG, LOG_FILE_NEW, false, true)) return 1;
   std::vector<std::jthread> threads;
+  threads.reserve(kThreads);
   for (int thread = 0; thread < kThreads; ++thread) {
     threads.emplace_back([&, thread] {
       const std::string name = std::to_string(thread);

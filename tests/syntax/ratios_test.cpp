@@ -10,7 +10,6 @@
 namespace {
 
 using vexor::Ratio;
-using vexor::RatioName;
 using Ratios = std::vector<std::uint16_t>;
 
 TEST(Ratios, SingleKeywords) {

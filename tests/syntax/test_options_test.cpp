@@ -54,6 +54,7 @@ TEST(Keywords, HaveShortNames) {
 // Nodes as a text, faults behind them.
 std::string Read(std::vector<std::string> arguments) {
   std::vector<char*> argv;
+  argv.reserve(arguments.size());
   for (std::string& argument : arguments) argv.push_back(argument.data());
   std::vector<std::string> faults;
   std::string text;

@@ -29,5 +29,5 @@ class VEXOR_EXPORT VexorConfigParser {
   // Appends an element of that name and text as the last child of `parent`, an element of
   // `document`. Does nothing when `parent`, `document` or `name` is null.
   void CreateXMLElement(tinyxml2::XMLElement* parent, tinyxml2::XMLDocument* document,
-                        const char* name, std::string text);
+                        const char* name, const std::string& text);
 };

@@ -38,7 +38,7 @@ struct _WL_CUSTOMERS_XMLCFG : vexor::ConfigRecord {
 // subscript") when there is a "TestTraceCfg" and the version has fewer than four pieces, an entry
 // has fewer than three fields, or its third field is empty.
 VEXOR_EXPORT bool GetTestControlXML(_WL_CUSTOMERS_XMLCFG& control, const tinyxml2::XMLElement* root,
-                                    std::string version);
+                                    const std::string& version);
 
 namespace vexor {
 
