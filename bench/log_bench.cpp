@@ -1,22 +1,29 @@
-// Measures durable log lines against the floor that the disk sets: a bare loop of write and flush.
+// Measures durable log lines, the time from line to line of all threads together, against the floor
+// that the disk sets, a bare loop of write and flush, and against another logger that flushes.
 //
 //   log_bench [FOLDER [ROUNDS [SECONDS]]]
 //
-// The disk's speed changes from moment to moment, so floor and log take turns, round by round, and
-// what counts is the median of the rounds' ratios. The folder should lie on a real disk.
+// The disk's speed changes from moment to moment, so the log and the other take turns, round by
+// round, and what counts is the median of the rounds' ratios. The folder should lie on a real disk.
+#include <spdlog/logger.h>
+#include <spdlog/sinks/base_sink.h>
+
 #include <algorithm>
 #include <atomic>
 #include <barrier>
 #include <chrono>
 #include <cstdint>
-#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <memory>
+#include <mutex>
 #include <string>
+#include <string_view>
 #include <thread>
 #include <vector>
 
 #include "platform/platform.h"
+#include "table.h"
 #include "vexor/logging/log_file.h"
 
 namespace {
@@ -51,7 +58,8 @@ double Measure(int threads, double seconds, Work work) {
   return static_cast<double>(calls) / passed.count();
 }
 
-double MeasureFloor(const std::string& folder, int threads, double seconds) {
+double MeasureFloor(const std::string& folder, int threads, std::size_t /*a file a thread*/,
+                    double seconds) {
   const vexor::FileCalls& calls = vexor::kSystemFileCalls;
   std::vector<vexor::FileHandle> files(static_cast<std::size_t>(threads));
   for (int i = 0; i < threads; ++i) {
@@ -78,23 +86,69 @@ double MeasureLog(const std::string& folder, int threads, std::size_t logs, doub
   });
 }
 
+// The file sink of spdlog, with every line on the disk when the call returns.
+class DurableSink final : public spdlog::sinks::base_sink<std::mutex> {
+ public:
+  explicit DurableSink(const std::string& file) {
+    calls_.open(file, vexor::OpenMode::kTruncate, handle_);
+  }
+  DurableSink(const DurableSink&) = delete;
+  DurableSink& operator=(const DurableSink&) = delete;
+  ~DurableSink() override { calls_.close(handle_); }
+
+ protected:
+  void sink_it_(const spdlog::details::log_msg& message) override {
+    spdlog::memory_buf_t line;
+    formatter_->format(message, line);
+    std::size_t written = 0;
+    calls_.write(handle_, {line.data(), line.size()}, written);
+    calls_.flush(handle_);
+  }
+  void flush_() override {}
+
+ private:
+  const vexor::FileCalls& calls_ = vexor::kSystemFileCalls;
+  vexor::FileHandle handle_ = vexor::kNoFile;
+};
+
+double MeasureSpdlog(const std::string& folder, int threads, std::size_t logs, double seconds) {
+  std::vector<std::unique_ptr<spdlog::logger>> loggers;
+  for (std::size_t i = 0; i < logs; ++i) {
+    loggers.push_back(std::make_unique<spdlog::logger>(
+        "log", std::make_shared<DurableSink>(folder + "/spdlog" + std::to_string(i))));
+    loggers.back()->set_pattern("%v");
+  }
+  const std::string_view text = std::string_view(kLine).substr(0, kLine.size() - 1);
+  return Measure(threads, seconds,
+                 [&](int i) { loggers[static_cast<std::size_t>(i) % logs]->info(text); });
+}
+
 double Median(std::vector<double> values) {
   std::sort(values.begin(), values.end());
   return values[values.size() / 2];
 }
 
+// Lines a second of so many threads on so many files.
+using Measurement = double (*)(const std::string& folder, int threads, std::size_t files,
+                               double seconds);
+
 struct Comparison {
-  const char* name;
-  int floor_threads;
-  int log_threads;
+  const char* work;
+  int threads;
   std::size_t logs;
-  double goal;
+  const char* against;
+  Measurement measure_other;
+  int their_threads;
+  std::size_t their_files;
 };
 
 constexpr Comparison kComparisons[] = {
-    {"one thread, against one loop", 1, 1, 1, 0.95},
-    {"eight threads on one log, against one loop", 1, 8, 1, 2.5},
-    {"eight threads with a log each, against eight loops", 8, 8, 8, 0.9},
+    {"LogLine, one thread", 1, 1, "write and fdatasync", MeasureFloor, 1, 1},
+    {"LogLine, one thread", 1, 1, "spdlog with fdatasync", MeasureSpdlog, 1, 1},
+    {"LogLine, 8 threads on one log", 8, 1, "one thread's loop", MeasureFloor, 1, 1},
+    {"LogLine, 8 threads on one log", 8, 1, "spdlog with fdatasync", MeasureSpdlog, 8, 1},
+    {"LogLine, 8 threads with a log each", 8, 8, "8 loops of them", MeasureFloor, 8, 8},
+    {"LogLine, 8 threads with a log each", 8, 8, "spdlog with fdatasync", MeasureSpdlog, 8, 8},
 };
 
 }  // namespace
@@ -105,21 +159,22 @@ int main(int argc, char** argv) {
   const double seconds = argc > 3 ? std::atof(argv[3]) : 0.3;
   std::filesystem::create_directories(folder);
   for (const Comparison& comparison : kComparisons) {
-    std::vector<double> floors;
+    std::vector<double> others;
     std::vector<double> logs;
     std::vector<double> ratios;
+    const auto measure_other = [&] {
+      others.push_back(comparison.measure_other(folder, comparison.their_threads,
+                                                comparison.their_files, seconds));
+    };
     for (int round = 0; round < rounds; ++round) {
       // Which of the two comes first changes, so that neither gains from the other's end.
-      const auto floor = [&] {
-        floors.push_back(MeasureFloor(folder, comparison.floor_threads, seconds));
-      };
-      if (round % 2 == 0) floor();
-      logs.push_back(MeasureLog(folder, comparison.log_threads, comparison.logs, seconds));
-      if (round % 2 != 0) floor();
-      ratios.push_back(logs.back() / floors.back());
+      if (round % 2 == 0) measure_other();
+      logs.push_back(MeasureLog(folder, comparison.threads, comparison.logs, seconds));
+      if (round % 2 != 0) measure_other();
+      ratios.push_back(others.back() / logs.back());
     }
-    std::printf("%-52s %8.0f lines/s, floor %8.0f lines/s, ratio %5.2f (goal %.2f)\n",
-                comparison.name, Median(logs), Median(floors), Median(ratios), comparison.goal);
+    vexor::PrintRow(comparison.work, comparison.against, 1e9 / Median(logs), 1e9 / Median(others),
+                    Median(ratios));
   }
   std::filesystem::remove_all(folder);
 }

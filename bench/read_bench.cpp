@@ -1,17 +1,16 @@
-// Reading a configuration against bare parsing of the same file, in one run.
-#include <benchmark/benchmark.h>
+// Reading a configuration against parsing the same file into a tree alone.
 #include <tinyxml2.h>
 
-#include <algorithm>
-#include <chrono>
-#include <cstdio>
+#include <boost/property_tree/xml_parser.hpp>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <string>
-#include <vector>
 
+#include "comparison.h"
+#include "vexor/config/check.h"
 #include "vexor/config/reader.h"
+#include "works.h"
 
 namespace {
 
@@ -47,46 +46,38 @@ std::string WriteConfiguration(std::size_t size) {
   return path.string();
 }
 
-double Seconds(const auto& work) {
-  const auto start = std::chrono::steady_clock::now();
-  work();
-  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+bool Read(const std::string& path) {
+  _XML_FULL_CFG cfg;
+  ResetVexorXmlConfiguration(cfg);
+  return VexorConfigParser().ReadXMLPar(path, &cfg, true, true);
 }
 
-// The two are timed in turn, so that a machine that slows down slows both. The counter is the
-// median of the pairs' ratios.
-void ReadAgainstParse(benchmark::State& state) {
-  const std::string path = WriteConfiguration(static_cast<std::size_t>(state.range(0)));
-  VexorConfigParser parser;
-  std::vector<double> ratios;
-  for (auto _ : state) {
-    const double parse = Seconds([&path] {
-      tinyxml2::XMLDocument document(true, tinyxml2::PRESERVE_WHITESPACE);
-      benchmark::DoNotOptimize(document.LoadFile(path.c_str()));
-    });
-    _XML_FULL_CFG cfg;
-    ResetVexorXmlConfiguration(cfg);
-    const double read = Seconds([&] {
-      if (!parser.ReadXMLPar(path, &cfg, true, true)) state.SkipWithError("not read");
-    });
-    state.SetIterationTime(read);
-    ratios.push_back(read / parse);
-  }
-  std::ranges::nth_element(ratios, ratios.begin() + static_cast<std::ptrdiff_t>(ratios.size() / 2));
-  state.counters["ratio_to_parse"] = ratios[ratios.size() / 2];
-  state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) *
-                          static_cast<std::int64_t>(std::filesystem::file_size(path)));
-  std::filesystem::remove(path);
+bool LoadFile(const std::string& path) {
+  tinyxml2::XMLDocument document(true, tinyxml2::PRESERVE_WHITESPACE);
+  return document.LoadFile(path.c_str()) == tinyxml2::XML_SUCCESS;
 }
 
-BENCHMARK(ReadAgainstParse)
-    ->Arg(0)
-    ->Arg(1 << 20)
-    ->Arg(20 << 20)
-    ->UseManualTime()
-    ->Unit(benchmark::kMicrosecond)
-    ->MinTime(2);
+bool ReadPropertyTree(const std::string& path) {
+  boost::property_tree::ptree tree;
+  boost::property_tree::read_xml(path, tree);
+  return !tree.empty();
+}
 
 }  // namespace
 
-BENCHMARK_MAIN();
+void vexor::AddReading() {
+  struct Size {
+    const char* name;
+    std::size_t bytes;
+  };
+  constexpr Size kSizes[] = {{"the lab's file", 0}, {"1 MB", 1 << 20}, {"20 MB", 20 << 20}};
+  for (const Size& size : kSizes) {
+    AddComparison<std::string>(
+        std::string("ReadXMLPar, ") + size.name, {WriteConfiguration(size.bytes)}, Read,
+        Peer{"LoadFile alone", LoadFile}, Peer{"property_tree, parsing alone", ReadPropertyTree});
+  }
+  const std::string once = WriteConfiguration(1 << 20);
+  const std::string sixteen_fold = WriteConfiguration(16 << 20);
+  AddGrowth("ReadXMLPar", once, sixteen_fold, Read);
+  AddGrowth("CheckXMLConfig", once, sixteen_fold, CheckXMLConfig);
+}

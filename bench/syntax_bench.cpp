@@ -11,7 +11,7 @@
 #include <utility>
 #include <vector>
 
-#include "pairs.h"
+#include "comparison.h"
 #include "vexor/syntax/affinity.h"
 #include "vexor/syntax/cstates.h"
 #include "vexor/syntax/error_codes.h"
@@ -23,11 +23,12 @@
 #include "vexor/syntax/wake_events.h"
 #include "vexor/vocabulary/feature_names.h"
 #include "vexor/vocabulary/pm_tests.h"
+#include "works.h"
 
 namespace {
 
 using std::string_view;
-using vexor::AddPair;
+using vexor::AddComparison;
 using vexor::AddTextPair;
 
 constexpr char ToUpperByHand(char c) {
@@ -264,7 +265,9 @@ std::string ErrorByHand(const ErrorWord& word) {
   return text;
 }
 
-void AddPairs() {
+}  // namespace
+
+void vexor::AddSyntaxes() {
   AddTextPair("ParsePkgAffinity", {"All", "Specific:0,2-4", "0,1,12"}, ParsePkgAffinity,
               AffinityByHand);
   AddTextPair(
@@ -305,17 +308,9 @@ void AddPairs() {
       [](string_view text) { return IndexByHand(kTestNames, text); });
   AddTextPair("ParseIDOfCore", {"Turbo Mode", "HWP", "Time Mwait"}, ParseIDOfCore,
               [](string_view text) { return IndexByHand(kFeatures, text); });
-  AddPair<ErrorWord>(
+  AddComparison<ErrorWord>(
       "GetErrorCode",
       {{PM_TEST_CSTATES, 0x4}, {PM_TEST_CSTATES, 0x80300024}, {PM_TEST_PECI, 0x20080}},
-      [](const ErrorWord& word) { return GetErrorCode(word.test, word.code); }, ErrorByHand);
-}
-
-}  // namespace
-
-int main(int argc, char** argv) {
-  benchmark::Initialize(&argc, argv);
-  if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-  AddPairs();
-  return vexor::RunPairs();
+      [](const ErrorWord& word) { return GetErrorCode(word.test, word.code); },
+      vexor::Peer{"loop by hand", ErrorByHand});
 }

@@ -2,7 +2,11 @@
 // texts, over std::string_view and std::from_chars. The loops know what the texts look like: they
 // read no other form, detect no bad text, and are inlined.
 
-#include <benchmark/benchmark.h>
+#include <absl/strings/numbers.h>
+#include <absl/strings/str_replace.h>
+#include <absl/strings/str_split.h>
+#include <absl/time/time.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 #include <charconv>
@@ -13,11 +17,13 @@
 #include <string_view>
 #include <vector>
 
-#include "pairs.h"
+#include "comparison.h"
+#include "vexor/logging/log_file.h"
 #include "vexor/syntax/time.h"
 #include "vexor/util/numbers.h"
 #include "vexor/util/random.h"
 #include "vexor/util/strings.h"
+#include "works.h"
 
 namespace {
 
@@ -154,19 +160,87 @@ std::string ReplaceByHand(string_view original) {
   return replaced.append(text, at);
 }
 
-void AddPairs() {
+// What users of general libraries would write.
+
+std::uint64_t IntegerByAbseil(string_view text) {
+  std::uint64_t number = 0;
+  const auto view = absl::string_view(text.data(), text.size());
+  if (!absl::SimpleAtoi(view, &number)) (void)absl::SimpleHexAtoi(view, &number);
+  return number;
+}
+
+std::vector<int> IntegersByAbseil(const std::string& text) {
+  std::vector<int> values;
+  for (const absl::string_view item : absl::StrSplit(text, ',')) {
+    const std::pair<absl::string_view, absl::string_view> bounds =
+        absl::StrSplit(item, absl::MaxSplits('-', 1));
+    int low = 0;
+    int high = 0;
+    if (!absl::SimpleAtoi(bounds.first, &low)) low = -1;
+    if (bounds.second.empty() || !absl::SimpleAtoi(bounds.second, &high)) high = low;
+    for (int value = low; value <= high; ++value) values.push_back(value);
+  }
+  return values;
+}
+
+std::vector<std::string> SplitByAbseil(const std::string& text) {
+  std::vector<std::string> items;
+  for (const absl::string_view item : absl::StrSplit(text, ';')) {
+    items.emplace_back(absl::StripAsciiWhitespace(item));
+  }
+  return items;
+}
+
+std::string ReplaceByAbseil(const std::string& text) {
+  return absl::StrReplaceAll(text, {{", ", "; "}});
+}
+
+// A duration as the library spells it and as abseil does.
+struct Duration {
+  std::string text;
+  std::string abseil;
+};
+
+unsigned DurationByAbseil(const Duration& duration) {
+  absl::Duration parsed;
+  (void)absl::ParseDuration(duration.abseil, &parsed);
+  return static_cast<unsigned>(absl::ToInt64Milliseconds(parsed));
+}
+
+struct PackageCore {
+  unsigned short package;
+  unsigned short core;
+};
+
+std::string LabelByFmt(const PackageCore& place) {
+  return fmt::format("{:02}:{:03}", place.package, place.core);
+}
+
+std::string JoinIntegers(int last) {
+  std::string text = "0";
+  for (int i = 1; i < last; ++i) text += ',' + std::to_string(i % 1000);
+  return text;
+}
+
+std::vector<int> ReadList(const std::string& text) { return GetIntegerList(text, ',', -1); }
+
+}  // namespace
+
+void vexor::AddUtilities() {
   AddTextPair(
       "String2Integer", {"0", "80", "123456789", "0x1F", "0xFFFFFFFF"},
-      [](string_view text) { return String2Integer(text, 0); }, IntegerByHand);
-  AddTextPair(
-      "GetIntegerList", {"1", "1,2,3", "0-7,12,16-19"},
-      [](string_view text) { return GetIntegerList(text, ',', -1); }, IntegersByHand);
+      [](string_view text) { return String2Integer(text, 0); }, IntegerByHand,
+      Peer{"abseil", IntegerByAbseil});
+  AddTextPair("GetIntegerList", {"1", "1,2,3", "0-7,12,16-19"}, ReadList, IntegersByHand,
+              Peer{"abseil", IntegersByAbseil});
+  AddGrowth("GetIntegerList", JoinIntegers(1000), JoinIntegers(16000), ReadList);
   AddTextPair(
       "GetDoubleList", {"0.5", "0.5-4", "1,2.5,10-12"},
       [](string_view text) { return GetDoubleList(text, ',', -1, 0.5); }, DoublesByHand);
   AddTextPair(
       "Split", {"C6", "C6; C8; C10", "Random; ExitOnFail; RunDeviceCheck"},
-      [](string_view text) { return Split(text, ';', true); }, SplitByHand);
+      [](string_view text) { return Split(text, ';', true); }, SplitByHand,
+      Peer{"abseil", SplitByAbseil});
   AddTextPair(
       "StringContainsKeyword", {"ExitOnFail", "Random; Sx_Legacy; ExitOnFail", "Random"},
       [](string_view text) { return StringContainsKeyword(text, "ExitOnFail", ';', false); },
@@ -178,9 +252,19 @@ void AddPairs() {
         StringReplaceSubstring(replaced, ", ", "; ");
         return replaced;
       },
-      ReplaceByHand);
+      ReplaceByHand, Peer{"abseil", ReplaceByAbseil});
   AddTextPair("ParseOnTimeType", {"msec:80", "sec:10", "sec:1-3", "min:2", "hour:1"},
               ParseOnTimeType, OnTimeByHand);
+  AddComparison<Duration>(
+      "ParseOnTimeType, one duration", {{"msec:80", "80ms"}, {"sec:10", "10s"}, {"hour:1", "1h"}},
+      [](const Duration& duration) { return ParseOnTimeType(duration.text).avgMs; },
+      Peer{"abseil, its own spelling", DurationByAbseil});
+  AddComparison<PackageCore>(
+      "GetPkgCoreInfo", {{0, 7}, {1, 119}},
+      [](const PackageCore& place) {
+        return VexorLogging::GetPkgCoreInfo(place.package, place.core);
+      },
+      Peer{"fmt", LabelByFmt});
   AddTextPair(
       "ParseUnitTime", {"msec:80", "sec:10", "min:2", "hour:1"},
       [](string_view text) { return ParseUnitTime(text, 0, 0); }, UnitTimeByHand);
@@ -191,13 +275,4 @@ void AddPairs() {
   AddTextPair(
       "ParseExeCycleTimeType", {"100", "sec:10", "min:5"},
       [](string_view text) { return ParseExeCycleTimeType(text, 1, 15, 5); }, ExeCyclesByHand);
-}
-
-}  // namespace
-
-int main(int argc, char** argv) {
-  benchmark::Initialize(&argc, argv);
-  if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-  AddPairs();
-  return vexor::RunPairs();
 }

@@ -1,16 +1,15 @@
 // Writing a configuration against building and printing the same document by hand, in one run.
-#include <benchmark/benchmark.h>
 #include <tinyxml2.h>
 
-#include <algorithm>
-#include <chrono>
 #include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "comparison.h"
 #include "vexor/config/reader.h"
 #include "vexor/config/writer.h"
+#include "works.h"
 
 namespace {
 
@@ -71,55 +70,34 @@ void AddByHand(const Node& node, tinyxml2::XMLNode& parent) {
   for (const Node& child : node.children) AddByHand(child, *element);
 }
 
-void PrintByHand(const Node& root, tinyxml2::XMLPrinter& printer) {
-  tinyxml2::XMLDocument document;
-  AddByHand(root, document);
-  document.Print(&printer);
-}
+struct Document {
+  _XML_FULL_CFG cfg;
+  Node root;
+};
 
-double Seconds(const auto& work) {
-  const auto start = std::chrono::steady_clock::now();
-  work();
-  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
-// The two are timed in turn, so that a machine that slows down slows both. The counter is the
-// median of the pairs' ratios.
-void FormatAgainstHand(benchmark::State& state) {
-  const _XML_FULL_CFG cfg = MakeRecord(static_cast<std::size_t>(state.range(0)));
-  const std::string expected = vexor::FormatXMLConfig(cfg);
+Document MakeDocument(std::size_t repeats) {
+  Document document = {.cfg = MakeRecord(repeats), .root = {}};
   tinyxml2::XMLDocument parsed;
-  parsed.Parse(expected.c_str());
-  const Node root = CopyNode(*parsed.RootElement());
-  tinyxml2::XMLPrinter check;
-  PrintByHand(root, check);
-  if (check.CStr() != expected) state.SkipWithError("the documents differ");
-  std::vector<double> ratios;
-  for (auto _ : state) {
-    const double by_hand = Seconds([&root] {
-      tinyxml2::XMLPrinter printer;
-      PrintByHand(root, printer);
-      benchmark::DoNotOptimize(printer.CStr());
-    });
-    const double format =
-        Seconds([&cfg] { benchmark::DoNotOptimize(vexor::FormatXMLConfig(cfg)); });
-    state.SetIterationTime(format);
-    ratios.push_back(format / by_hand);
-  }
-  if (ratios.empty()) return;
-  std::ranges::nth_element(ratios, ratios.begin() + static_cast<std::ptrdiff_t>(ratios.size() / 2));
-  state.counters["ratio_to_hand"] = ratios[ratios.size() / 2];
-  state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) *
-                          static_cast<std::int64_t>(expected.size()));
+  parsed.Parse(vexor::FormatXMLConfig(document.cfg).c_str());
+  document.root = CopyNode(*parsed.RootElement());
+  return document;
 }
 
-BENCHMARK(FormatAgainstHand)
-    ->Arg(1)
-    ->Arg(1000)
-    ->UseManualTime()
-    ->Unit(benchmark::kMicrosecond)
-    ->MinTime(2);
+std::string Format(const Document& document) { return vexor::FormatXMLConfig(document.cfg); }
+
+std::string PrintByHand(const Document& document) {
+  tinyxml2::XMLDocument tree;
+  AddByHand(document.root, tree);
+  tinyxml2::XMLPrinter printer;
+  tree.Print(&printer);
+  return printer.CStr();
+}
 
 }  // namespace
 
-BENCHMARK_MAIN();
+void vexor::AddWriting() {
+  const Peer by_hand{"tree built and printed by hand", PrintByHand};
+  AddComparison<Document>("FormatXMLConfig, the lab's record", {MakeDocument(1)}, Format, by_hand);
+  AddComparison<Document>("FormatXMLConfig, 1.3 MB", {MakeDocument(1000)}, Format, by_hand);
+  AddGrowth("FormatXMLConfig", MakeDocument(100), MakeDocument(1600), Format);
+}

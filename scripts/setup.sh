@@ -20,7 +20,7 @@ declare -A packages_of=(
   [clang]="clang"
   [lint]="clang clang-format clang-tidy shellcheck"
   [coverage]="gcovr"
-  [bench]="libbenchmark-dev"
+  [bench]="libbenchmark-dev libabsl-dev libfmt-dev libspdlog-dev libboost-dev"
 )
 packages=()
 for group in build "$@"; do

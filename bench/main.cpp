@@ -1,0 +1,25 @@
+// Measures the library against what the same work costs otherwise, in one run:
+//
+//   vexor_bench [--benchmark_filter=REGEX]
+//
+// The repetitions of all benchmarks are mixed, so that a machine that slows down slows all of them.
+#include <vector>
+
+#include "comparison.h"
+#include "works.h"
+
+int main(int argc, char** argv) {
+  std::string interleave = "--benchmark_enable_random_interleaving=true";
+  std::vector<char*> arguments = {argv[0], interleave.data()};
+  for (int i = 1; i < argc; ++i) arguments.push_back(argv[i]);
+  int count = static_cast<int>(arguments.size());
+  benchmark::Initialize(&count, arguments.data());
+  if (benchmark::ReportUnrecognizedArguments(count, arguments.data())) return 1;
+  vexor::AddReading();
+  vexor::AddWriting();
+  vexor::AddUtilities();
+  vexor::AddSyntaxes();
+  vexor::TableReporter reporter;
+  benchmark::RunSpecifiedBenchmarks(&reporter);
+  benchmark::Shutdown();
+}

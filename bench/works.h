@@ -1,0 +1,11 @@
+// What is measured, a file each.
+#pragma once
+
+namespace vexor {
+
+void AddReading();
+void AddWriting();
+void AddUtilities();
+void AddSyntaxes();
+
+}  // namespace vexor

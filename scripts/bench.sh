@@ -1,0 +1,16 @@
+#!/usr/bin/env bash
+# Usage: scripts/bench.sh [FOLDER]
+#
+# Sets up the machine, builds the benchmarks and prints one table: what the library needs beside the
+# least that the work costs and beside other libraries, each row measured in one run; below 1 the
+# library is the faster. The logs are written to FOLDER, or build/bench-logs: a real disk it must be,
+# and nothing else should keep the machine busy.
+set -euo pipefail
+source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
+check_arguments 1 "$@"
+
+logs=$(realpath -ms -- "${1-$root/build/bench-logs}")
+"$root/scripts/setup.sh" bench
+build_preset release
+"$root/build/release/bin/vexor_bench" 2>/dev/null
+"$root/build/release/bin/log_bench" "$logs"
