@@ -8,6 +8,7 @@
 #   clang     compile with clang
 #   lint      check format, code and scripts
 #   coverage  measure the tests' coverage
+#   docs      make the reference of the public headers
 #   bench     build the benchmarks
 #   all       all of these
 set -euo pipefail
@@ -20,6 +21,7 @@ declare -A packages_of=(
   [clang]="clang"
   [lint]="clang clang-format clang-tidy shellcheck"
   [coverage]="gcovr"
+  [docs]="doxygen"
   [bench]="libbenchmark-dev libabsl-dev libfmt-dev libspdlog-dev libboost-dev"
 )
 packages=()

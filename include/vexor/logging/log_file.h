@@ -159,8 +159,9 @@ class VEXOR_EXPORT VexorLogging {
   [[nodiscard]] TRACE_LEVEL GetGlobalLogLevel() const;
   void SetGlobalTraceLevel(TRACE_LEVEL level);
 
-  // A buffer of `kBufferSize` characters for the owner's use, zeros at the start.
   static constexpr std::size_t kBufferSize = 4096;
+
+  // Returns a buffer of `kBufferSize` characters for the owner's use, zeros at the start.
   char* GetBuffer();
 
   // The routing of threads, one for the process. The first registration of a thread counts for
