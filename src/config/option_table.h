@@ -211,12 +211,14 @@ consteval OptionRow EraseRecord(const auto& row) {
 }
 
 // A row has a name, one home, and one sentence about it; words stand where its grammar needs them.
+// Flags are those of workloads, which nobody writes.
 consteval bool IsWellFormed(const OptionRow& row) {
   const int homes =
       (row.text != nullptr ? 1 : 0) + (row.flag != nullptr ? 1 : 0) + (row.list != nullptr ? 1 : 0);
   const bool needs_words = row.syntax == Syntax::kWord || row.syntax == Syntax::kWordList;
   return !row.name.empty() && homes == 1 && row.about.ends_with('.') &&
-         needs_words == !row.words.empty() && (row.item.empty() || row.list != nullptr);
+         needs_words == !row.words.empty() && (row.item.empty() || row.list != nullptr) &&
+         (row.flag == nullptr || row.flow == Flow::kReadOnly);
 }
 
 // Every row well formed, no name twice.

@@ -70,7 +70,7 @@ class Lister {
       case Content::kOption:
         return AddOption(element, parent, path);
       case Content::kItem:
-        return AddItem(element, parent, path);
+        return AddItem(element, path);
       case Content::kVersion:
         Add(path, element.about).preset = GetVersionText();
         return;
@@ -120,13 +120,13 @@ class Lister {
     return static_cast<const _PM_TEST_NODE&>(*parent.record).KnobHint;
   }
 
-  void AddItem(const ElementModel& element, const ElementModel& parent, const std::string& path) {
+  void AddItem(const ElementModel& element, const std::string& path) {
     const OptionRow* const option = element.option;
     OptionInfo& info = option == nullptr ? Add(path, "An entry of the list.")
                                          : Add(path, option->about, option->syntax);
     info.repeats = true;
     if (option != nullptr) info.hint = JoinTexts(option->hint);
-    const SystemListRow* const list = option == nullptr ? FindList(path, parent.name) : nullptr;
+    const SystemListRow* const list = option == nullptr ? FindList(path) : nullptr;
     if (list != nullptr) info.hint = JoinTexts(list->hint);
   }
 
@@ -149,12 +149,11 @@ class Lister {
     }
   }
 
-  static const SystemListRow* FindList(std::string_view path, std::string_view name) {
-    for (const SystemListRow& row : kSystemLists) {
-      const std::string end = std::string(row.group).append("/").append(row.name).append("/ITEM");
-      if (row.name == name && path.ends_with(end)) return &row;
-    }
-    return nullptr;
+  static const SystemListRow* FindList(std::string_view path) {
+    const auto* const list = std::ranges::find_if(kSystemLists, [path](const SystemListRow& row) {
+      return path.ends_with(std::string(row.group).append("/").append(row.name).append("/ITEM"));
+    });
+    return list == std::end(kSystemLists) ? nullptr : list;
   }
 
   std::unique_ptr<FullRecords> records_ = std::make_unique<FullRecords>();

@@ -57,8 +57,6 @@ void WriteOptions(XmlWriter& out, std::span<const OptionRow> options, const Conf
     WriteHint(out, option.name, option.hint, knob_hint);
     if (option.text != nullptr) {
       out.TextElement(option.name, record.*option.text);
-    } else if (option.flag != nullptr) {
-      out.TextElement(option.name, TextOf(record.*option.flag));
     } else if (option.item.empty()) {
       WriteTexts(out, option.name, record.*option.list);
     } else {

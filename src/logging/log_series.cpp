@@ -13,22 +13,6 @@ namespace vexor {
 
 namespace {
 
-// Gives the text the line ends of this system's text files.
-void UseSystemLineEnds(std::string& text) {
-  if (kLineEnd == "\n") return;
-  std::string result;
-  char before = '\0';
-  for (const char c : text) {
-    if (c == '\n' && before != '\r') {
-      result += kLineEnd;
-    } else {
-      result += c;
-    }
-    before = c;
-  }
-  text = std::move(result);
-}
-
 std::uint32_t CountLineEnds(std::string_view text) {
   return static_cast<std::uint32_t>(std::count(text.begin(), text.end(), '\n'));
 }

@@ -40,6 +40,9 @@ void HintSpinWait();
 // What ends a line of a text file on this system.
 extern const std::string_view kLineEnd;
 
+// Gives the text such line ends in place of line feeds, but those that have a return before them.
+void UseSystemLineEnds(std::string& text);
+
 // Whether the C runtime's file-status query succeeds, for files and folders alike.
 bool HasFileStatus(const std::string& path);
 

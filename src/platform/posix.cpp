@@ -100,6 +100,8 @@ constinit const FileCalls kSystemFileCalls = {
 
 constinit const std::string_view kLineEnd = "\n";
 
+void UseSystemLineEnds(std::string& /*text*/) {}
+
 LocalTime ReadLocalTime() {
   timespec now = {};
   clock_gettime(CLOCK_REALTIME, &now);

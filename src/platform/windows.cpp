@@ -102,6 +102,17 @@ constinit const FileCalls kSystemFileCalls = {
 
 constinit const std::string_view kLineEnd = "\r\n";
 
+void UseSystemLineEnds(std::string& text) {
+  std::string result;
+  char before = '\0';
+  for (const char c : text) {
+    if (c == '\n' && before != '\r') result += '\r';
+    result += c;
+    before = c;
+  }
+  text = std::move(result);
+}
+
 LocalTime ReadLocalTime() {
   SYSTEMTIME now = {};
   ::GetLocalTime(&now);

@@ -7,6 +7,7 @@
 #include <set>
 
 #include "config/config_files.h"
+#include "config/option_reader.h"
 #include "config/pm_test_table.h"
 #include "config/syntax_table.h"
 #include "config/tables/common_node.h"
@@ -102,6 +103,15 @@ TEST(OptionTables, NameTheMembersInTheOrderOfTheRecord) {
             "DataSizeInDW Producers Consumers Log_Level");
   EXPECT_EQ(NamesByMember(_COPY_COMPARE_CFG(), workloads::kCopyCompare, 0),
             "Duration IdleTime StartDelayTime Source CopyTo Cycle DataSizeMB Thread Log_Level");
+}
+
+TEST(OptionTables, ResetEveryKindOfHome) {
+  _CPU_WORKLOAD_CFG workload;
+  workload.AutoRun = true;
+  workload.PkgAffinity = "1";
+  ResetOptions(workloads::kCpu, workload);
+  EXPECT_FALSE(workload.AutoRun);
+  EXPECT_EQ(workload.PkgAffinity, "");
 }
 
 TEST(OptionTables, LetNoMemberOfATestEscape) {

@@ -1,11 +1,10 @@
 #include <spawn.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <csignal>
 
 #include "platform/child_process.h"
-
-extern char** environ;
 
 ChildProcess::ChildProcess(const std::string& program, const std::string& argument) {
   std::string name = program;
