@@ -90,3 +90,7 @@ bool IsRelativePath(std::string_view path) {
   const bool has_drive = path.size() > 2 && IsLetter(path[0]) && path[1] == ':';
   return !has_drive || kSeparators.find(path[2]) == std::string_view::npos;
 }
+
+std::error_code vexor::SaveFile(const std::string& path, std::string_view content) {
+  return ReplaceFileContent(path, content);
+}

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 #include "vexor/export.h"
@@ -44,3 +45,12 @@ VEXOR_EXPORT std::vector<std::string> GetFilesInFolder(const std::string& folder
 // Returns whether the path is relative: it begins neither with a separator nor with a drive letter,
 // ":" and a separator. The answer is the same on every platform.
 VEXOR_EXPORT bool IsRelativePath(std::string_view path);
+
+namespace vexor {
+
+// Gives the file this content and returns no error once the new content is on the disk. After an
+// error the old content is there, whole. A link is followed and the file's permissions stay; what
+// is no regular file, such as a device, is written in place. The error compares with std::errc.
+VEXOR_EXPORT std::error_code SaveFile(const std::string& path, std::string_view content);
+
+}  // namespace vexor
