@@ -128,8 +128,17 @@ std::string NameSession(const testing::TestParamInfo<std::string>& session) {
 
 INSTANTIATE_TEST_SUITE_P(All, Session, testing::ValuesIn(ListSessions()), NameSession);
 
-TEST_F(Tool, HasACurrentManualPage) {
-  EXPECT_EQ(Run("vexorcfg manual").output, ReadText(Sources() / "docs/vexorcfg.1"));
+TEST_F(Tool, HasCurrentDocuments) {
+  const struct {
+    const char* command;
+    const char* document;
+  } kDocuments[] = {{"manual", "vexorcfg.1"}, {"schema", "vexor.xsd"}, {"reference", "options.md"}};
+  for (const auto& [command, document] : kDocuments) {
+    const std::string expected = ReadText(Sources() / "docs" / document);
+    const Answer answer = Run(std::string("vexorcfg ") + command);
+    EXPECT_EQ(answer.status, 0) << command;
+    EXPECT_TRUE(answer.output == expected) << "vexorcfg " << command << " >docs/" << document;
+  }
 }
 
 TEST_F(Tool, CompletesCommandsOptionsAndNames) {

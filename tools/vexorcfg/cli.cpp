@@ -83,6 +83,21 @@ constexpr const char* kExplainExamples =
     "\n"
     "Exit status: 0 the texts are good, 2 one is wrong, 3 nothing of that name.";
 
+constexpr const char* kReferenceExamples =
+    "Every element that a file may hold, with its meaning, syntax, default and valid words.\n"
+    "\n"
+    "Examples:\n"
+    "  vexorcfg reference options.md\n"
+    "  vexorcfg reference | less";
+
+constexpr const char* kSchemaExamples =
+    "For editors that complete and check elements as they are typed, and for validators. It knows\n"
+    "elements and words; vexorcfg check also knows what the texts mean.\n"
+    "\n"
+    "Examples:\n"
+    "  vexorcfg schema vexor.xsd\n"
+    "  xmllint --noout --schema vexor.xsd lab.xml";
+
 constexpr const char* kCompletionExamples =
     "Example, for the current shell:\n"
     "  source <(vexorcfg completion)";
@@ -154,10 +169,10 @@ void AddShow(CLI::App& app, Status& status) {
       ->excludes(all);
 }
 
-void AddDefaults(CLI::App& app, Status& status) {
-  const auto [command, arguments] = AddCommand<DefaultsArguments>(
-      app, status, "defaults", "Write a configuration file of all defaults.", kDefaultsExamples,
-      WriteDefaults);
+void AddWriter(CLI::App& app, Status& status, const char* name, const char* about,
+               const char* examples, Status (*write)(const WriteArguments&)) {
+  const auto [command, arguments] =
+      AddCommand<WriteArguments>(app, status, name, about, examples, write);
   command->add_option("FILE", arguments->file, "File to write; standard output without one");
   command->add_flag("-f,--force", arguments->force, "Replace a file that exists");
 }
@@ -200,10 +215,15 @@ std::unique_ptr<CLI::App> MakeCommandLine(Status& status) {
   app->footer(kTopExamples);
   AddCheck(*app, status);
   AddShow(*app, status);
-  AddDefaults(*app, status);
+  AddWriter(*app, status, "defaults", "Write a configuration file of all defaults.",
+            kDefaultsExamples, WriteDefaults);
   AddConvert(*app, status);
   AddDiff(*app, status);
   AddExplain(*app, status);
+  AddWriter(*app, status, "reference", "Write a reference of all options, as Markdown.",
+            kReferenceExamples, WriteReference);
+  AddWriter(*app, status, "schema", "Write an XML schema of configuration files.", kSchemaExamples,
+            WriteSchema);
   AddPrinter(*app, status, "completion", "Print a completion script for bash.", kCompletionExamples,
              PrintCompletion);
   AddPrinter(*app, status, "manual", "Print the manual page.", kManualExamples, PrintManual);

@@ -34,11 +34,14 @@ struct ShowArguments {
 };
 Status Show(const ShowArguments& arguments);
 
-struct DefaultsArguments {
+// Of the commands that write a document of their own making.
+struct WriteArguments {
   std::string file;  // empty for standard output
   bool force = false;
 };
-Status WriteDefaults(const DefaultsArguments& arguments);
+Status WriteDefaults(const WriteArguments& arguments);
+Status WriteSchema(const WriteArguments& arguments);
+Status WriteReference(const WriteArguments& arguments);
 
 struct ConvertArguments {
   std::string in;

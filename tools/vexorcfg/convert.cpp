@@ -143,7 +143,8 @@ Status Convert(const ConvertArguments& arguments) {
   if (!before) return kNotRun;
   const auto cfg = ReadRecord(arguments.in);
   if (cfg == nullptr) return kNotRun;
-  if (WriteRecord(arguments.out, *cfg, false, arguments.force) != kClean) return kNotRun;
+  const std::string document = vexor::FormatXMLConfig(*cfg);
+  if (WriteDocument(arguments.out, document, arguments.force) != kClean) return kNotRun;
 
   // The proof: what stands in the new file amounts to the same.
   Input out;

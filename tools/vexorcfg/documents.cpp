@@ -1,21 +1,26 @@
-#include <iostream>
 #include <memory>
 
 #include "commands.h"
 #include "files.h"
-#include "text_output.h"
+#include "vexor/config/full_config.h"
+#include "vexor/config/reference.h"
+#include "vexor/config/schema.h"
 #include "vexor/config/writer.h"
 
 namespace vexorcfg {
 
-Status WriteDefaults(const DefaultsArguments& arguments) {
+Status WriteDefaults(const WriteArguments& arguments) {
   const auto cfg = std::make_unique<_XML_FULL_CFG>();
-  if (arguments.file.empty() || arguments.file == "-") {
-    ResetVexorXmlConfiguration(*cfg);
-    std::cout << vexor::FormatXMLConfig(*cfg);
-    return kClean;
-  }
-  return WriteRecord(arguments.file, *cfg, true, arguments.force);
+  ResetVexorXmlConfiguration(*cfg);
+  return PutDocument(arguments, vexor::FormatXMLConfig(*cfg));
+}
+
+Status WriteSchema(const WriteArguments& arguments) {
+  return PutDocument(arguments, vexor::GetXMLSchema());
+}
+
+Status WriteReference(const WriteArguments& arguments) {
+  return PutDocument(arguments, vexor::GetOptionReference());
 }
 
 }  // namespace vexorcfg

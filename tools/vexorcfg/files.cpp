@@ -4,13 +4,14 @@
 #include <cerrno>
 #include <cstdio>
 #include <filesystem>
+#include <iostream>
 #include <stdexcept>
 #include <system_error>
 
 #include "terminal.h"
 #include "text_output.h"
 #include "vexor/config/reader.h"
-#include "vexor/config/writer.h"
+#include "vexor/util/files.h"
 
 namespace vexorcfg {
 namespace {
@@ -83,17 +84,26 @@ std::unique_ptr<_XML_FULL_CFG> ReadRecord(const std::string& path) {
   return nullptr;
 }
 
-Status WriteRecord(const std::string& path, _XML_FULL_CFG& cfg, bool defaults, bool force) {
+Status WriteDocument(const std::string& path, std::string_view content, bool force) {
   namespace fs = std::filesystem;
-  std::error_code ignored;
+  std::error_code error;
   const fs::path target = path;
-  if (!force && fs::is_regular_file(target, ignored) && fs::file_size(target, ignored) > 0) {
+  if (!force && fs::is_regular_file(target, error) && fs::file_size(target, error) > 0) {
     return Refuse(path, "exists; --force replaces it");
   }
-  if (WriteXMLConfig(path.c_str(), cfg, defaults)) return kClean;
   const bool has_folder =
-      !target.has_parent_path() || fs::is_directory(target.parent_path(), ignored);
-  return Refuse(path, has_folder ? "cannot be written" : "cannot be written: no such folder");
+      !target.has_parent_path() || fs::is_directory(target.parent_path(), error);
+  if (!has_folder) return Refuse(path, "cannot be written: no such folder");
+  error = vexor::SaveFile(path, content);
+  if (!error) return kClean;
+  return Refuse(path, "cannot be written: " + error.default_error_condition().message());
+}
+
+Status PutDocument(const WriteArguments& arguments, std::string_view content) {
+  const bool has_file = !arguments.file.empty() && arguments.file != "-";
+  if (has_file) return WriteDocument(arguments.file, content, arguments.force);
+  std::cout << content;
+  return kClean;
 }
 
 }  // namespace vexorcfg

@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "commands.h"
 #include "vexor/config/describe.h"
@@ -28,7 +29,11 @@ std::optional<vexor::Description> DescribeInput(const std::string& path, Input& 
 // error, when it changed meanwhile.
 std::unique_ptr<_XML_FULL_CFG> ReadRecord(const std::string& path);
 
-// Writes a record, or the defaults, to a file. A file with content is replaced with `force` only.
-Status WriteRecord(const std::string& path, _XML_FULL_CFG& cfg, bool defaults, bool force);
+// Writes a document to a file, which is whole at any time. A file with content is replaced with
+// `force` only.
+Status WriteDocument(const std::string& path, std::string_view content, bool force);
+
+// The same for a document that goes to standard output where no file is given.
+Status PutDocument(const WriteArguments& arguments, std::string_view content);
 
 }  // namespace vexorcfg
