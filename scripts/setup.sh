@@ -10,6 +10,7 @@
 #   coverage  measure the tests' coverage
 #   docs      make the reference of the public headers
 #   bench     build the benchmarks
+#   install   use the installed library with pkg-config, and make packages
 #   all       all of these
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
@@ -23,6 +24,7 @@ declare -A packages_of=(
   [coverage]="gcovr"
   [docs]="doxygen"
   [bench]="libbenchmark-dev libabsl-dev libfmt-dev libspdlog-dev libboost-dev"
+  [install]="pkgconf"
 )
 packages=()
 for group in build "$@"; do
