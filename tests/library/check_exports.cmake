@@ -1,36 +1,45 @@
-# Fails when the shared library LIBRARY exports symbols of other libraries, which would take part in
-# the symbol look-up of every program that loads it. NM and OBJDUMP are the target's.
+# Compares the names that the shared library LIBRARY exports with those in the file LIST and fails
+# where they differ, naming the command RENEW; without RENEW it writes LIST. NM and OBJDUMP are the
+# target's, CXXFILT turns symbols into names.
 cmake_minimum_required(VERSION 3.25)
 
 if(LIBRARY MATCHES "\\.dll$")
   set(command ${OBJDUMP} --private-headers ${LIBRARY})
-  set(line "\\[ *[0-9]+\\] ([A-Za-z_][^ ]*)")
+  set(line "^\t\\[ *[0-9]+\\] ([A-Za-z_].*)$")
 else()
   set(command ${NM} --dynamic --defined-only ${LIBRARY})
-  set(line "[0-9a-f]+ [A-Za-z] ([^ ]+)")
+  set(line "^[0-9a-f]+ [A-Za-z] (.+)$")
 endif()
-execute_process(COMMAND ${command} OUTPUT_VARIABLE output COMMAND_ERROR_IS_FATAL ANY)
-string(REPLACE "\n" ";" lines "${output}")
+execute_process(COMMAND ${command} COMMAND ${CXXFILT} OUTPUT_VARIABLE exports
+  COMMAND_ERROR_IS_FATAL ANY)
+# The names of the standard library's types that people know.
+string(REPLACE "std::basic_string_view<char, std::char_traits<char> >" "std::string_view"
+  exports "${exports}")
+string(REPLACE "std::__cxx11::basic_string<char, std::char_traits<char>, std::allocator<char> >"
+  "std::string" exports "${exports}")
+string(REPLACE "\n" ";" exports "${exports}")
+list(FILTER exports INCLUDE REGEX "${line}")
+list(TRANSFORM exports REPLACE "${line}" "\\1")
+list(REMOVE_DUPLICATES exports)  # several constructors, and destructors, have one name
+list(SORT exports)
+list(LENGTH exports count)
 
-set(own 0)
-set(foreign "")
-foreach(entry IN LISTS lines)
-  if(NOT entry MATCHES "${line}")
-    continue()
-  endif()
-  set(symbol ${CMAKE_MATCH_1})
-  # Functions and data of std, __gnu_cxx and tinyxml2, their virtual tables and type information.
-  if(symbol MATCHES "^_Z(GV|T[ICSTV])?Z?(N[VKRO]*)?(S[abdiost]|9__gnu_cxx|8tinyxml2)")
-    string(APPEND foreign "\n  ${symbol}")
-  elseif(symbol MATCHES "^_Z")
-    math(EXPR own "${own} + 1")
-  endif()
-endforeach()
+if(NOT DEFINED RENEW)
+  list(JOIN exports "\n" text)
+  file(WRITE ${LIST} "${text}\n")
+  message(STATUS "${LIST}: ${count} names")
+  return()
+endif()
 
-if(foreign)
-  message(FATAL_ERROR "${LIBRARY} exports symbols that are not its own:${foreign}")
+file(STRINGS ${LIST} listed)
+set(more ${exports})
+list(REMOVE_ITEM more ${listed})
+set(fewer ${listed})
+list(REMOVE_ITEM fewer ${exports})
+if(more OR fewer)
+  list(TRANSFORM more PREPEND "\n  + ")
+  list(TRANSFORM fewer PREPEND "\n  - ")
+  message(FATAL_ERROR "${LIBRARY} exports (+) what is not in ${LIST}, or does not export (-) what is:"
+    ${more} ${fewer} "\nWhere that is meant, renew the list:\n  ${RENEW}")
 endif()
-if(own EQUAL 0)
-  message(FATAL_ERROR "${LIBRARY} exports nothing")
-endif()
-message(STATUS "${own} symbols exported")
+message(STATUS "${count} names exported")
