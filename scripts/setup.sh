@@ -24,7 +24,7 @@ declare -A packages_of=(
   [coverage]="gcovr"
   [docs]="doxygen"
   [bench]="libbenchmark-dev libabsl-dev libfmt-dev libspdlog-dev libboost-dev"
-  [install]="pkgconf"
+  [install]="pkgconf dpkg-dev"
 )
 packages=()
 for group in build "$@"; do

@@ -4,7 +4,8 @@
 # Installs the library, shared and static, into folders of their own under build/install, and builds
 # and runs the program of a user (tests/install) against each, found as a CMake package and with
 # pkg-config. The static library is built as a part of the user's project. With "windows" all this
-# is done with the cross-built library, and the program runs under Wine.
+# is done with the cross-built library, and the program runs under Wine. The package that
+# scripts/package.sh makes is unpacked, and its tool has to run.
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 check_arguments 1 "$@"
@@ -19,7 +20,7 @@ work=build/install/${1-linux}
 prefix=$root/$work  # of "shared" and of "static"
 version=$(sed -n 's/^project(VexorUtils VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
 if [[ ${1-} == windows ]]; then
-  preset=windows suffix=.exe library=VexorUtils.dll targets=()
+  preset=windows suffix=.exe library=VexorUtils.dll
   compiler=(x86_64-w64-mingw32-g++-posix)
   toolchain=(-DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-w64.cmake"
     -DCMAKE_PREFIX_PATH="$root/build/windows-deps")
@@ -30,7 +31,7 @@ if [[ ${1-} == windows ]]; then
   trap '"$root/scripts/wine.sh" --stop' EXIT
   scripts/wine.sh --start
 else
-  preset=run suffix='' library=libVexorUtils.so targets=(vexorcfg_completion)
+  preset=run suffix='' library=libVexorUtils.so
   compiler=(c++ "-Wl,-rpath,$prefix/shared/lib")
   toolchain=()
   dependencies=$(pkgconf --variable=pc_path pkg-config)
@@ -83,10 +84,23 @@ install_moved() {
   mv "$work/elsewhere" "$work/$kind"
 }
 
-build_preset "$preset" --target VexorUtils vexorcfg "${targets[@]}"
+package=$(scripts/package.sh "$@")
 install_moved "build/$preset" shared
-output=$(launch "$work/shared/bin/vexorcfg$suffix" --version)
-[[ $output == "vexorcfg $version" ]] || fail "the installed vexorcfg printed '$output'"
+rm -rf "$work/package"
+mkdir "$work/package"
+if [[ $package == *.deb ]]; then
+  dpkg-deb -x "$package" "$work/package"
+else
+  (cd "$work/package" && cmake -E tar xf "$root/$package")
+fi
+for folder in "$work/shared" "$work"/package/*; do
+  program=$folder/bin/vexorcfg$suffix
+  echo "== $program" >&2
+  output=$(launch "$program" --version)
+  [[ $output == "vexorcfg $version" ]] || fail "$program --version printed '$output'"
+  launch "$program" check "$folder/share/doc/vexorutils/examples/lab.xml" >/dev/null ||
+    fail "$program refuses the example beside it"
+done
 
 build_user subproject -DUSE=subproject -DVEXOR_SOURCES="$root" -DVEXOR_INSTALL=ON
 run_user static "$work/subproject/user$suffix"
