@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <list>
 #include <string>
 
 #include "vexor/config/reader.h"
@@ -40,9 +41,8 @@ class TempFile {
 
 // Makes the library take the host's address from another file.
 inline void NameHostIpFile(const std::string& path) {
-  static std::string variable;  // the environment keeps the pointer
-  variable = "VEXOR_HOST_IP_FILE=" + path;
-  putenv(variable.data());
+  static std::list<std::string> variables;  // the environment keeps the pointer of the last one
+  putenv(variables.emplace_back("VEXOR_HOST_IP_FILE=" + path).data());
 }
 
 inline std::string Wrapped(const std::string& element, const std::string& content) {
