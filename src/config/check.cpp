@@ -16,6 +16,7 @@
 #include "config/fault_wording.h"
 #include "config/pm_test_table.h"
 #include "config/syntax_table.h"
+#include "config/tables/system_setup.h"
 #include "config/trace_entries.h"
 #include "config/version_rules.h"
 #include "config/word_list.h"
@@ -273,7 +274,7 @@ class Checker {
       case Content::kCounter:
         return;
       case Content::kPairs:
-        return CheckPairs(element, path);
+        return CheckPairs(element, model, path);
       case Content::kTraces:
         return CheckTraces(element, path);
     }
@@ -348,12 +349,15 @@ class Checker {
     }
   }
 
-  void CheckPairs(const XMLElement& element, const std::string& path) {
+  void CheckPairs(const XMLElement& element, const ElementModel& model, const std::string& path) {
     CheckStrayText(element, path);
     for (const XMLElement& child : ChildElements(element)) {
       const std::string child_path = PathOf(path, child.Name());
       CheckAttributes(child, child_path);
-      CheckLeaf(child, child_path);
+      if (!CheckLeaf(child, child_path)) continue;
+      for (const OptionRow& option : model.list->always) {
+        if (option.name == child.Name()) CheckText(child, child_path, TextOf(child), option);
+      }
     }
   }
 

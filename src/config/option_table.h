@@ -47,6 +47,8 @@ enum class Syntax : std::uint8_t {
   kRatioBytes,
   kSleepStates,
   kS0ixState,
+  kPowerScheme,
+  kPowerSource,
   kWakeEvents,
   kPeciCommands,
   kPeciServices,
@@ -88,19 +90,21 @@ struct HintedName {
 // Code that an option runs after its text was taken, for values that follow from other options.
 using Settle = void (*)(ConfigRecord&);
 
-// One option. Exactly one of text, flag and list is its home in the record.
+// One option. Exactly one of text, flag and list is its home in the record; none of them is that of
+// a named value, which stands among others.
 struct OptionRow {
   std::string_view name;
   std::string ConfigRecord::*text = nullptr;
   bool ConfigRecord::*flag = nullptr;
   std::vector<std::string> ConfigRecord::*list = nullptr;
-  std::string_view item;  // list: the entries' element inside this one; empty: this one repeats
+  std::string_view item =
+      {};  // list: the entries' element inside this one; empty: this one repeats
   Syntax syntax = Syntax::kFreeText;
-  std::string_view reset;     // text after a reset
-  std::string_view fallback;  // text when the element is missing
-  std::string_view words;     // kWord and kWordList: the known words, joined by ";"
-  std::string_view about;     // one sentence
-  Hint hint;
+  std::string_view reset = {};     // text after a reset
+  std::string_view fallback = {};  // text when the element is missing
+  std::string_view words = {};     // kWord and kWordList: the known words, joined by ";"
+  std::string_view about = {};     // one sentence
+  Hint hint = {};
   Flow flow = Flow::kReadWrite;
   Take take = Take::kAlways;
   Settle settle = nullptr;

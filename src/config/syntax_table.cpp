@@ -10,6 +10,7 @@
 #include "syntax/number_tuples_grammar.h"
 #include "syntax/peci_grammar.h"
 #include "syntax/plain_grammar.h"
+#include "syntax/power_scheme_grammar.h"
 #include "syntax/ratios_grammar.h"
 #include "syntax/sleep_states_grammar.h"
 #include "syntax/time_grammar.h"
@@ -106,6 +107,10 @@ constexpr auto kSyntaxes = std::to_array<SyntaxRow>({
      "flows joined by \";\", each with a time of its own as flow=time", "S0ix;S3;Warm-Reset",
      CheckSleepStates, "%w( ?=[^;]*)?", ";"},
     {Syntax::kS0ixState, "s0ix", "one of the words", "S0i3", CheckS0ixState, "%w"},
+    {Syntax::kPowerScheme, "power-scheme",
+     "Default, Balanced, Power-Saver, High-Performance, Random or All", "Balanced",
+     CheckPowerScheme, "%w"},
+    {Syntax::kPowerSource, "power-source", "Default, AC or DC", "AC", CheckBatteryOption, "%w"},
     {Syntax::kWakeEvents, "wake", R"(wake sources joined by ";" or ",")", "RTC;USB",
      CheckWakeEvents, "%w", ";,"},
     {Syntax::kPeciCommands, "peci", "PECI commands joined by \";\"", "Ping;GetTemp",

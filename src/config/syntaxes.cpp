@@ -144,8 +144,9 @@ class Lister {
       return row.group == group && row.name == element.name;
     });
     Add(path, "Named values: elements of any name, each with a text.").hint = JoinTexts(list->hint);
-    for (const HintedName& name : list->always) {
-      Add(path + "/" + std::string(name.name), "A named value.").hint = JoinTexts(name.hint);
+    for (const OptionRow& option : list->always) {
+      Add(path + "/" + std::string(option.name), option.about, option.syntax).hint =
+          JoinTexts(option.hint);
     }
   }
 

@@ -115,11 +115,11 @@ void WriteGlobalPm(XmlWriter& out, const _GLOBALPM_XMLCFG& pm) {
 
 // Writes the values in their order. Of the names that always stand, one without a value is written
 // empty, and so unread, where their own order puts it.
-void WritePairs(XmlWriter& out, const NamedValues& pairs, std::span<const HintedName> always) {
+void WritePairs(XmlWriter& out, const NamedValues& pairs, std::span<const OptionRow> always) {
   using Pair = NamedValues::value_type;
   const auto write_absent = [&] {
     for (; !always.empty(); always = always.subspan(1)) {
-      const HintedName& due = always.front();
+      const OptionRow& due = always.front();
       if (std::ranges::find(pairs, due.name, &Pair::first) != pairs.end()) return;
       WriteHint(out, due.name, due.hint);
       out.TextElement(due.name, "");
@@ -127,7 +127,7 @@ void WritePairs(XmlWriter& out, const NamedValues& pairs, std::span<const Hinted
   };
   write_absent();
   for (const auto& [name, value] : pairs) {
-    const auto known = std::ranges::find(always, name, &HintedName::name);
+    const auto known = std::ranges::find(always, name, &OptionRow::name);
     if (known != always.end()) WriteHint(out, name, known->hint);
     if (IsElementName(name)) out.TextElement(name, value);
     if (!always.empty() && name == always.front().name) {

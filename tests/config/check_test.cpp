@@ -140,6 +140,12 @@ TEST(Check, FindsElementsThatAreNotRead) {
         "1: warning: SysConfiguration/SYSTEM/KNOBS/X: \"y\": attribute, not read",
         "1: error: SysConfiguration/SYSTEM/KNOBS/X/b: \"b\": element in an option, not read; "
         "expected text"}},
+      {Global("SysConfiguration",  // the word of the hint comment, which no parser takes
+              "<SYSTEM><OS><Power_Scheme>Balance</Power_Scheme>\n"
+              "<Battery_Simulation>ac</Battery_Simulation><Plan>Balance</Plan></OS></SYSTEM>"),
+       {"1: error: SysConfiguration/SYSTEM/OS/Power_Scheme: \"Balance\": unknown power scheme; "
+        "expected Default, Balanced, Power-Saver, High-Performance, Random or All; did you mean "
+        "\"Balanced\"?"}},
       {Global("CustomConfiguration", "<MSR_CFG><MSR/><MSR><Adress>1</Adress></MSR></MSR_CFG>"),
        {"1: error: CustomConfiguration/MSR_CFG/MSR[2]/Adress: \"Adress\": unknown element, not "
         "read; did you mean \"Address\"?"}},

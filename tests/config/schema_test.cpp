@@ -42,6 +42,7 @@ std::map<Syntax, const OptionRow*> OptionsBySyntax() {
   }
   for (const OptionRow& option : kOverwriteOptions) options.emplace(option.syntax, &option);
   for (const OptionRow& option : kSettingOptions) options.emplace(option.syntax, &option);
+  for (const OptionRow& option : kOsValues) options.emplace(option.syntax, &option);
   return options;
 }
 

@@ -141,20 +141,26 @@ struct SystemListRow {
   std::string_view name;
   std::vector<std::string> _GLOBALCONFIG_XMLCFG::*items = nullptr;
   NamedValues _GLOBALCONFIG_XMLCFG::*pairs = nullptr;
-  std::string_view about = {};              // one sentence
-  Hint hint = {};                           // comments at the head of the list
-  std::span<const HintedName> always = {};  // names that are written even without a value
+  std::string_view about = {};             // one sentence
+  Hint hint = {};                          // comments at the head of the list
+  std::span<const OptionRow> always = {};  // values that are written even without a value
 };
 
 constexpr Hint Comments(const std::array<std::string_view, 4>& texts) {
   return {.kind = Hint::Kind::kPlain, .texts = texts};
 }
 
-inline constexpr HintedName kOsNames[] = {
-    {"Power_Scheme",
-     {.kind = Hint::Kind::kOptions,
-      .texts = {"Default,Balance,Power-Saver,High-Performance,Random,All"}}},
-    {"Battery_Simulation", {.kind = Hint::Kind::kOptions, .texts = {"Default,AC,DC"}}},
+// Named values that have a grammar.
+inline constexpr OptionRow kOsValues[] = {
+    {.name = "Power_Scheme",
+     .syntax = Syntax::kPowerScheme,
+     .about = "Power plan of the operating system.",
+     .hint = {.kind = Hint::Kind::kOptions,
+              .texts = {"Default,Balance,Power-Saver,High-Performance,Random,All"}}},
+    {.name = "Battery_Simulation",
+     .syntax = Syntax::kPowerSource,
+     .about = "Power source that is simulated.",
+     .hint = {.kind = Hint::Kind::kOptions, .texts = {"Default,AC,DC"}}},
 };
 
 // In the order in which they are written; lists of one group stand together.
@@ -170,7 +176,7 @@ inline constexpr SystemListRow kSystemLists[] = {
      .name = "OS",
      .pairs = &_GLOBALCONFIG_XMLCFG::OS,
      .about = "Settings of the operating system.",
-     .always = kOsNames},
+     .always = kOsValues},
     {.group = "SYSTEM",
      .name = "KNOBS",
      .pairs = &_GLOBALCONFIG_XMLCFG::KNOBS,
