@@ -44,7 +44,7 @@ class Report {
 
   void Add(const std::string& file) {
     const Input input = ReadInput(file);
-    OpenFile(input);
+    OpenFile(input, file);
     if (!input.failure.empty()) {
       ++unread_;
       if (!arguments_.json) Refuse(input.name, input.failure);
@@ -66,11 +66,11 @@ class Report {
   }
 
  private:
-  void OpenFile(const Input& input) {
+  void OpenFile(const Input& input, const std::string& path) {
     last_file_ = input.name;
     if (!arguments_.json) return;
     json_ += json_.empty() ? "\n  {\"file\": " : ",\n  {\"file\": ";
-    AppendJson(json_, input.name);
+    AppendJson(json_, path == "-" ? input.name : path);
     if (!input.failure.empty()) {
       json_ += ", \"failure\": ";
       AppendJson(json_, input.failure);

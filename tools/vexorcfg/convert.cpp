@@ -60,7 +60,8 @@ bool IsFault(const Finding& finding) { return finding.severity != Severity::kNot
 std::vector<std::string> ListSettled(const Input& in, const Description& description,
                                      const std::vector<Finding>& left) {
   std::vector<std::string> settled;
-  for (const Finding& finding : vexor::CheckXMLConfigText(in.content)) {
+  const std::vector<Finding> findings = vexor::CheckXMLConfigText(in.content);
+  for (const Finding& finding : findings) {
     const bool is_left = std::ranges::any_of(left, [&finding](const Finding& other) {
       return other.text == finding.text && other.what == finding.what;
     });
@@ -69,7 +70,11 @@ std::vector<std::string> ListSettled(const Input& in, const Description& descrip
     }
   }
   for (const vexor::Setting& setting : description.settings) {
-    if (setting.origin != Origin::kCorrected) continue;
+    const bool is_told = std::ranges::any_of(findings, [&setting](const Finding& finding) {
+      return finding.line == setting.line &&
+             finding.expected.find(setting.value) != std::string::npos;
+    });
+    if (setting.origin != Origin::kCorrected || is_told) continue;
     settled.push_back(At(in.name, setting.line) + setting.path + ": means " + Quote(setting.value) +
                       " by what else the older file says");
   }
@@ -116,6 +121,11 @@ Losses ListLosses(const Input& in, const Input& out, const Comparison& compariso
   return losses;
 }
 
+Losses ForeseeLosses(const Input& in, const Description& before, const std::string& document) {
+  const Description after = vexor::DescribeXMLConfigText(document);
+  return ListLosses(in, {.name = {}, .content = document, .failure = {}}, Compare(before, after));
+}
+
 std::size_t CountDefaults(const Description& description) {
   return static_cast<std::size_t>(
       std::ranges::count(description.settings, Origin::kDefault, &vexor::Setting::origin));
@@ -137,6 +147,9 @@ Status PrintDiff(const ConvertArguments& arguments) {
 Status Convert(const ConvertArguments& arguments) {
   if (arguments.in == "-" || arguments.out == "-") return Refuse("-", "a file is needed");
   if (arguments.diff) return PrintDiff(arguments);
+  if (KindOf(arguments.out) == FileKind::kDevice) {
+    return Refuse(arguments.out, "cannot be read again as a proof: it is a device");
+  }
   if (arguments.out.empty()) return Refuse(arguments.in, "convert to which file? (or --diff)");
   Input in;
   const std::optional<Description> before = DescribeInput(arguments.in, in);
@@ -144,6 +157,13 @@ Status Convert(const ConvertArguments& arguments) {
   const auto cfg = ReadRecord(arguments.in);
   if (cfg == nullptr) return kNotRun;
   const std::string document = vexor::FormatXMLConfig(*cfg);
+  if (AreOneFile(arguments.in, arguments.out)) {
+    const Losses losses = ForeseeLosses(in, *before, document);
+    PrintList("Not carried by the written form:", losses.stated);
+    if (!losses.stated.empty()) {
+      return Refuse(arguments.out, "left as it is; convert to another file to keep what it holds");
+    }
+  }
   if (WriteDocument(arguments.out, document, arguments.force) != kClean) return kNotRun;
 
   // The proof: what stands in the new file amounts to the same.

@@ -182,7 +182,11 @@ std::string Hex(std::uint32_t bits) {
 
 Status ExplainError(const std::string& test_name, const std::string& code_text) {
   const VEXOR_PM_TEST_ID test = FindTest(test_name);
-  if (test == PM_TEST_MAX) return Refuse("explain error", "no test " + Quote(test_name));
+  if (test == PM_TEST_MAX) {
+    return Refuse("explain error", "no test " + Quote(test_name) +
+                                       ", expected a name such as CSTATES; vexorcfg explain option "
+                                       "AutoRunCfg lists them");
+  }
   constexpr std::uint64_t kLargest = 0xFFFFFFFF;
   if (vexor::CheckSyntax("mask", code_text) || String2Integer(code_text, kLargest + 1) > kLargest) {
     return Refuse("explain error", Quote(code_text) +

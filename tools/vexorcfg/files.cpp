@@ -1,5 +1,7 @@
 #include "files.h"
 
+#include <sys/stat.h>
+
 #include <array>
 #include <cerrno>
 #include <cstdio>
@@ -39,15 +41,41 @@ void ReadAll(std::FILE* file, Input& input) {
 
 }  // namespace
 
+FileKind KindOf(const std::string& path) {
+  struct stat found = {};
+  if (stat(path.c_str(), &found) != 0) return FileKind::kNone;
+  const auto type = found.st_mode & S_IFMT;
+  if (type == S_IFDIR) return FileKind::kFolder;
+  return type == S_IFREG ? FileKind::kFile : FileKind::kDevice;
+}
+
+bool AreOneFile(const std::string& a, const std::string& b) {
+  if (a == b) return true;
+  try {
+    std::error_code ignored;
+    return std::filesystem::equivalent(a, b, ignored);
+  } catch (const std::system_error&) {
+    return false;  // a name that the system's characters cannot spell
+  }
+}
+
 Input ReadInput(const std::string& path) {
   Input input;
   if (path == "-") {
     input.name = "<stdin>";
+    if (std::feof(stdin) != 0) {
+      input.failure = "cannot be read twice";
+      return input;
+    }
     UseBinaryInput();
     ReadAll(stdin, input);
     return input;
   }
-  input.name = path;
+  input.name = NameFile(path);
+  if (KindOf(path) == FileKind::kFolder) {
+    input.failure = "cannot be read: it is a folder";
+    return input;
+  }
   const std::unique_ptr<std::FILE, FileCloser> file(std::fopen(path.c_str(), "rb"));
   if (file == nullptr) {
     input.failure = "cannot be read: " + LastError();
@@ -85,18 +113,16 @@ std::unique_ptr<_XML_FULL_CFG> ReadRecord(const std::string& path) {
 }
 
 Status WriteDocument(const std::string& path, std::string_view content, bool force) {
-  namespace fs = std::filesystem;
-  std::error_code error;
-  const fs::path target = path;
-  if (!force && fs::is_regular_file(target, error) && fs::file_size(target, error) > 0) {
+  const FileKind kind = KindOf(path);
+  if (kind == FileKind::kFolder) return Refuse(path, "cannot be written: it is a folder");
+  if (kind == FileKind::kFile && !force && !IsFileEmpty(path)) {
     return Refuse(path, "exists; --force replaces it");
   }
-  const bool has_folder =
-      !target.has_parent_path() || fs::is_directory(target.parent_path(), error);
-  if (!has_folder) return Refuse(path, "cannot be written: no such folder");
-  error = vexor::SaveFile(path, content);
+  const std::error_code error = vexor::SaveFile(path, content);
   if (!error) return kClean;
-  return Refuse(path, "cannot be written: " + error.default_error_condition().message());
+  return Refuse(path, "cannot be written: " + (error == std::errc::no_such_file_or_directory
+                                                   ? "no such folder"
+                                                   : error.default_error_condition().message()));
 }
 
 Status PutDocument(const WriteArguments& arguments, std::string_view content) {

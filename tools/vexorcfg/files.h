@@ -1,6 +1,7 @@
 // The files that the commands read and write.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -17,6 +18,12 @@ struct Input {
   std::string content;
   std::string failure;  // why it could not be read; empty when it was
 };
+
+enum class FileKind : std::uint8_t { kNone, kFile, kFolder, kDevice };
+FileKind KindOf(const std::string& path);
+
+// Returns whether the two paths lead to one file.
+bool AreOneFile(const std::string& a, const std::string& b);
 
 // Reads a file, or standard input for "-".
 Input ReadInput(const std::string& path);

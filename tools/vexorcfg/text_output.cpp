@@ -101,9 +101,13 @@ std::string Count(std::size_t count, std::string_view noun) {
   return std::to_string(count).append(" ").append(noun).append(count == 1 ? "" : "s");
 }
 
+std::string NameFile(std::string_view path) {
+  return path.empty() ? "\"\"" : OneLine(path, std::string::npos);
+}
+
 Status Refuse(std::string_view file, std::string_view reason) {
   std::cout.flush();
-  std::cerr << "vexorcfg: " << file << ": " << reason << '\n';
+  std::cerr << "vexorcfg: " << NameFile(file) << ": " << reason << '\n';
   return kNotRun;
 }
 

@@ -25,6 +25,10 @@ void AppendJson(std::string& out, std::string_view text);
 // Returns "1 error", "2 errors".
 std::string Count(std::size_t count, std::string_view noun);
 
+// Returns a file's name as messages call it: on one line, in quotes when there would be nothing to
+// see.
+std::string NameFile(std::string_view path);
+
 // Prints "vexorcfg: FILE: REASON" to standard error, behind what was printed so far, and returns
 // the status of a command that could not run.
 Status Refuse(std::string_view file, std::string_view reason);
