@@ -97,8 +97,7 @@ struct OptionRow {
   std::string ConfigRecord::*text = nullptr;
   bool ConfigRecord::*flag = nullptr;
   std::vector<std::string> ConfigRecord::*list = nullptr;
-  std::string_view item =
-      {};  // list: the entries' element inside this one; empty: this one repeats
+  std::string_view item = {};  // list: the entries' element in this one; empty: this one repeats
   Syntax syntax = Syntax::kFreeText;
   std::string_view reset = {};     // text after a reset
   std::string_view fallback = {};  // text when the element is missing
