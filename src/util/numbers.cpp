@@ -131,9 +131,13 @@ bool AppendDoubles(std::string_view item, double step, std::vector<double>& valu
   const auto second = ReadPlainDecimal<double>(bounds.second);
   if (!second || !(step > 0)) return false;
   const auto [low, high] = std::minmax(*first, *second);
-  if (!((high - low) / step < static_cast<double>(kMaxRangeValues))) ThrowTooLong(item);
+  const double steps = (high - low) / step;
+  if (!(steps < static_cast<double>(kMaxRangeValues))) ThrowTooLong(item);
+  // A step may be too small to change the value: the count ends the range as well. It forgives a
+  // quotient that was rounded down.
+  const int count = static_cast<int>(steps * (1 + 1e-9)) + 1;
   double value = low;
-  for (int i = 1; value <= high; ++i) {
+  for (int i = 1; value <= high && i <= count; ++i) {
     values.push_back(value);
     value = low + i * step;
   }

@@ -148,6 +148,7 @@ TEST(Numbers, GetDoubleListStepsThroughRanges) {
       {"1-2", -1, {kBad}, "a negative step leads nowhere"},
       {"1-2", std::nan(""), {kBad}, "no number is no step"},
       {"1-2", kInfinity, {1}, "the largest step"},
+      {"2-2", 1e-300, {2}, "a step too small to lead on"},
   };
   for (const Case& c : cases) {
     const Doubles values = GetDoubleList(c.text, ',', kBad, c.step);
