@@ -7,7 +7,6 @@
 #include <memory>
 #include <optional>
 #include <span>
-#include <sstream>
 #include <stdexcept>
 
 #include "config/document_model.h"
@@ -21,6 +20,7 @@
 #include "config/version_rules.h"
 #include "config/word_list.h"
 #include "config/xml_error.h"
+#include "util/read_stream.h"
 #include "util/text.h"
 #include "vexor/util/version.h"
 #include "vexor/vocabulary/pm_tests.h"
@@ -511,9 +511,7 @@ std::vector<Finding> CheckXMLConfig(const std::string& path) {
     finding.expected = "a configuration file";
     return {finding};
   }
-  std::ostringstream content;
-  if (!file.eof()) content << file.rdbuf();
-  return CheckXMLConfigText(content.view());
+  return CheckXMLConfigText(ReadRest(file));
 }
 
 }  // namespace vexor

@@ -12,6 +12,7 @@
 #include "config/tables/system_setup.h"
 #include "config/version_rules.h"
 #include "platform/paths.h"
+#include "util/read_stream.h"
 #include "vexor/config/element_access.h"
 #include "vexor/util/ipv4.h"
 #include "vexor/util/strings.h"
@@ -98,7 +99,7 @@ std::string ReadHostIpFile() {
   const char* const other = std::getenv("VEXOR_HOST_IP_FILE");
   std::ifstream file(other == nullptr ? vexor::platform::kHostIpFile : other);
   std::string line;
-  std::getline(file, line);
+  vexor::ReadLine(file, line);
   if (line.ends_with('\r')) line.pop_back();
   return Trim(line);
 }

@@ -2,6 +2,7 @@
 
 #include <tinyxml2.h>
 
+#include <array>
 #include <cstdio>
 #include <iostream>
 #include <memory>
@@ -37,8 +38,12 @@ void ReadSections(const tinyxml2::XMLElement& root, _XML_FULL_CFG& cfg) {
 
 namespace {
 
+// Memory may have run out: the message is printed without any, and in one piece.
 bool RefuseFile(tinyxml2::XMLError error) {
-  std::cout << "XML parse error! ID: " + std::to_string(error) + "\n";
+  std::array<char, 48> message = {};
+  const int length =
+      std::snprintf(message.data(), message.size(), "XML parse error! ID: %d\n", int{error});
+  std::cout.write(message.data(), length);
   return false;
 }
 

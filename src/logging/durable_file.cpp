@@ -48,7 +48,7 @@ bool DurableFile::Flush(std::uint64_t count) {
     flushing_ = true;
     lock.unlock();
     const std::uint64_t covered = GatherGroup();
-    const std::error_code error = FlushNow();
+    const std::error_code error = FlushNow();  // throws nothing: others wait for its end
     lock.lock();
     flushing_ = false;
     flushed_ = covered;
@@ -74,7 +74,7 @@ std::uint64_t DurableFile::GatherGroup() {
   return appended;
 }
 
-std::error_code DurableFile::FlushNow() {
+std::error_code DurableFile::FlushNow() noexcept {
   if (const std::error_code error = file_.Flush()) return error;
   if (name_on_disk_) return {};
   const std::error_code error = File::SyncName(path_);

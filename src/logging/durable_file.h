@@ -48,7 +48,7 @@ class DurableFile {
 
  private:
   std::uint64_t GatherGroup();
-  std::error_code FlushNow();
+  std::error_code FlushNow() noexcept;
 
   std::string path_;
   std::string name_;

@@ -2,7 +2,9 @@
 
 #include <array>
 #include <atomic>
+#include <deque>
 #include <exception>
+#include <iostream>
 #include <span>
 #include <utility>
 
@@ -43,6 +45,17 @@ std::unique_lock<std::mutex> LockSoon(std::mutex& mutex) {
   return std::unique_lock(mutex);
 }
 
+// Runs a step of a destructor, which nothing may leave. Memory may have run out: the report needs
+// none.
+template <class Step>
+void RunAndReport(const Step& step) {
+  try {
+    step();
+  } catch (const std::exception& error) {
+    std::cout << error.what() << '\n';
+  }
+}
+
 }  // namespace
 
 // Not constinit: mingw's mutex has no constant initializer.
@@ -73,7 +86,7 @@ struct VexorLogging::Impl {
   // The rest is guarded by `m_mFileHandleMutex`.
   vexor::LogSeries series;
   vexor::CsvHeader columns;
-  std::vector<std::string> kept;  // lines that wait for the log to be unlocked
+  std::deque<std::string> kept;  // lines that wait for the log to be unlocked
   bool unexpected = false;
   std::string path;
   std::string override_options;
@@ -99,7 +112,7 @@ void VexorLogging::Impl::Take(std::string_view line, Aftermath& after) {
 }
 
 void VexorLogging::Impl::WriteKept(Aftermath& after) {
-  for (const std::string& line : std::exchange(kept, {})) series.Write(line, after);
+  for (; !kept.empty(); kept.pop_front()) series.Write(kept.front(), after);
 }
 
 std::string VexorLogging::Impl::MakeRow(std::span<const CsvCell> cells,
@@ -176,8 +189,9 @@ void VexorLogging::LogHeaderLine() {
 
 void VexorLogging::UpdateHeaderLine(std::string_view header_line) {
   const std::lock_guard lock(m_mFileHandleMutex);
+  vexor::CsvHeader columns(header_line);
   impl_->series.SetHeader(header_line);
-  impl_->columns = vexor::CsvHeader(header_line);
+  impl_->columns = std::move(columns);
 }
 
 void VexorLogging::ResetInitHeaderLine() {
@@ -194,8 +208,8 @@ void VexorLogging::UnlockLogging() {
   Aftermath after;
   {
     const std::lock_guard lock(m_mFileHandleMutex);
-    impl_->locked = false;
     impl_->WriteKept(after);
+    impl_->locked = false;
   }
   impl_->Settle(after);
 }
@@ -211,12 +225,8 @@ VexorLogging::VexorLogging(std::string_view header_line) : impl_(std::make_uniqu
 }
 
 VexorLogging::~VexorLogging() {
-  try {
-    CloseFile(true);
-    ForgetLog();
-  } catch (const std::exception& error) {
-    vexor::PrintLine(error.what());
-  }
+  RunAndReport([this] { CloseFile(true); });
+  RunAndReport([this] { ForgetLog(); });  // whatever became of the file
 }
 
 bool VexorLogging::Initialize(std::string_view path, std::string_view name, TRACE_LEVEL level,
@@ -368,8 +378,8 @@ void VexorLogging::SetLinesLimitToSplit(std::uint32_t limit) {
 void VexorLogging::SetAutoRunInfo(ContextUtils* context,
                                   const std::tuple<std::string, unsigned char>& info) {
   const std::lock_guard lock(m_mFileHandleMutex);
-  impl_->context = context;
   std::tie(impl_->script, impl_->flags) = info;
+  impl_->context = context;
 }
 
 std::string VexorLogging::GetLogFile() const {

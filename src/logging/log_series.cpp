@@ -28,6 +28,24 @@ bool EndsInsideLine(const std::string& path) {
   return file.seekg(-1, std::ios::end) && file.get() != '\n';
 }
 
+struct Content {
+  std::uint32_t lines = 0;  // the one included that the file ends in the middle of
+  bool torn = false;        // there is such a line
+};
+
+Content LookInto(const std::string& path) {
+  Content content;
+  std::ifstream file(path, std::ios::binary);
+  std::array<char, 65536> bytes = {};
+  do {
+    file.read(bytes.data(), bytes.size());
+    content.lines += CountLineEnds({bytes.data(), static_cast<std::size_t>(file.gcount())});
+  } while (file);
+  content.torn = EndsInsideLine(path);
+  if (content.torn) ++content.lines;
+  return content;
+}
+
 void PrintFault(std::string_view name, std::string_view what, const std::error_code& error) {
   std::string text = "Log File: ";
   text.append(name).append(" ").append(what);
@@ -55,12 +73,19 @@ std::error_code LogSeries::Open(const std::string& name, const std::string& path
   std::error_code error;
   std::shared_ptr<DurableFile> opened = DurableFile::Open(path, name, mode, error);
   if (error) return error;
+  const bool is_empty = opened->IsEmpty();
+  const Content content = is_empty ? Content() : LookInto(path);
+  std::string its_name = name;
+  std::string its_path = path;
+  // Nothing is thrown from here on.
   file_ = std::move(opened);
-  name_ = name;
-  path_ = path;
+  name_ = std::move(its_name);
+  path_ = std::move(its_path);
   lost_ = false;
   header_due_ = true;
-  CountLinesOnFile();
+  lines_ = content.lines;
+  torn_ = content.torn;
+  has_logged_line_ = !is_empty;
   return {};
 }
 
@@ -78,21 +103,6 @@ bool LogSeries::Reopen() {
     has_logged_line_ = false;
   }
   return true;
-}
-
-void LogSeries::CountLinesOnFile() {
-  lines_ = 0;
-  torn_ = false;
-  has_logged_line_ = !file_->IsEmpty();
-  if (file_->IsEmpty()) return;
-  std::ifstream file(path_, std::ios::binary);
-  std::array<char, 65536> bytes = {};
-  do {
-    file.read(bytes.data(), bytes.size());
-    lines_ += CountLineEnds({bytes.data(), static_cast<std::size_t>(file.gcount())});
-  } while (file);
-  torn_ = EndsInsideLine(path_);
-  if (torn_) ++lines_;
 }
 
 // False when there is no file to write to.

@@ -62,7 +62,6 @@ class LogSeries {
   bool EnsureOpen(Aftermath& after);
   bool FileSplitter(Aftermath& after);
   void FlushAndClose();
-  void CountLinesOnFile();
   [[nodiscard]] std::string MakeBlock(std::optional<std::string_view> line) const;
   [[nodiscard]] bool IsFullFor(std::string_view block) const;
   bool Append(std::optional<std::string_view> line, Aftermath& after);

@@ -25,6 +25,11 @@ Value FindFirst(const std::vector<Key>& keys, Key key, const std::vector<Value>&
   return values[static_cast<std::size_t>(found - keys.begin())];
 }
 
+template <class Value>
+void MakeRoomForOne(std::vector<Value>& values) {
+  if (values.size() == values.capacity()) values.reserve(2 * values.size() + 1);
+}
+
 }  // namespace
 
 // A thread that is registered already is registered again, and the later entry is never found: a
@@ -35,8 +40,13 @@ void VexorLogging::SetThreadTestLog(std::thread::id thread, VEXOR_PM_TEST_ID tes
   AppendRoute(thread, test, level, log);
 }
 
+// The entry is made whole or, when memory runs out, not at all.
 void VexorLogging::AppendRoute(std::thread::id thread, VEXOR_PM_TEST_ID test, TRACE_LEVEL level,
                                VexorLogging* log) {
+  MakeRoomForOne(m_vThreadsId);
+  MakeRoomForOne(m_vLogTestId);
+  MakeRoomForOne(m_vFlowLogLevel);
+  MakeRoomForOne(m_vLogFileReference);
   m_vThreadsId.push_back(thread);
   m_vLogTestId.push_back(test);
   m_vFlowLogLevel.push_back(level);

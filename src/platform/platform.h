@@ -71,7 +71,8 @@ struct FileStatus {
 };
 
 // The system calls behind open files and ReplaceFileContent. Every file is opened to append, for
-// other programs to read and write meanwhile, and is not inherited by child processes.
+// other programs to read and write meanwhile, and is not inherited by child processes. No call
+// throws.
 struct FileCalls {
   std::error_code (*open)(const std::string& path, OpenMode mode, FileHandle& handle);
   // One call of the system: it may take fewer bytes than it was given without an error.

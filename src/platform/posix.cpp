@@ -4,16 +4,22 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <climits>
 #include <cstdlib>
 #include <filesystem>
+#include <memory>
 
 #include "platform/platform.h"
 
 namespace vexor {
 
 namespace {
+
+struct FreeMemory {
+  void operator()(char* text) const { std::free(text); }
+};
 
 std::error_code LastError() { return {errno, std::system_category()}; }
 
@@ -68,10 +74,13 @@ std::error_code CutFile(FileHandle handle, std::uint64_t size) {
 
 void CloseFile(FileHandle handle) { close(Descriptor(handle)); }
 
+// Needs no memory: after a rename there is no way back.
 std::error_code SyncName(const std::string& path) {
-  const std::size_t separator = path.find_last_of('/');
-  const std::string folder = separator == std::string::npos ? "." : path.substr(0, separator + 1);
-  const int descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  const std::size_t length = path.find_last_of('/') + 1;  // 0 when there is none
+  std::array<char, PATH_MAX> folder = {'.'};
+  if (length >= folder.size()) return {ENAMETOOLONG, std::system_category()};
+  std::copy_n(path.begin(), length, folder.begin());
+  const int descriptor = open(folder.data(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   if (descriptor < 0) return LastError();
   const std::error_code error = fsync(descriptor) < 0 ? FlushError() : std::error_code();
   close(descriptor);
@@ -147,10 +156,8 @@ ReplaceTarget ResolveReplaceTarget(const std::string& path) {
   if (stat(path.c_str(), &found) != 0) return target;
   target.in_place = !S_ISREG(found.st_mode);
   if (access(path.c_str(), W_OK) != 0) target.refused = LastError();
-  if (char* resolved = realpath(path.c_str(), nullptr)) {
-    target.path = resolved;
-    std::free(resolved);
-  }
+  const std::unique_ptr<char, FreeMemory> resolved(realpath(path.c_str(), nullptr));
+  if (resolved) target.path = resolved.get();
   return target;
 }
 

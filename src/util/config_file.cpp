@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "platform/platform.h"
+#include "util/read_stream.h"
 #include "util/text.h"
 
 namespace {
@@ -51,7 +52,7 @@ void ParseLine(std::string_view line, std::map<std::string, std::string>& conten
 ConfigFile::ConfigFile(const std::string& file_name) : file_name_(file_name) {
   std::ifstream file(file_name_, std::ios::binary);
   std::string text;
-  while (std::getline(file, text)) {
+  while (vexor::ReadLine(file, text)) {
     if (!text.empty() && text.back() == '\r') text.pop_back();
     const std::string_view line = RemoveComment(text);
     if (!IsOnlyBlanks(line)) ParseLine(line, contents_);
@@ -66,7 +67,7 @@ std::string ConfigFile::GetValueOfKey(const std::string& key) const {
 }
 
 bool ConfigFile::WriteKeyValue(const std::string& key, const std::string& value) {
-  contents_[key] = value;
+  contents_.insert_or_assign(key, value);
   std::string text;
   for (const auto& [name, setting] : contents_) {
     text.append(name).append("=").append(setting).append(vexor::kLineEnd);

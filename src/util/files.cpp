@@ -2,9 +2,9 @@
 
 #include <fstream>
 #include <iostream>
-#include <sstream>
 
 #include "platform/platform.h"
+#include "util/read_stream.h"
 
 namespace {
 
@@ -20,7 +20,7 @@ bool IsLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 // The number of the first line with the text and the line itself, or 0.
 std::int32_t FindInLines(std::istream& lines, std::string_view text, std::string& line) {
   std::string candidate;
-  for (std::int32_t number = 1; std::getline(lines, candidate); ++number) {
+  for (std::int32_t number = 1; vexor::ReadLine(lines, candidate); ++number) {
     if (!candidate.empty() && candidate.back() == '\r') candidate.pop_back();
     if (candidate.find(text) == std::string::npos) continue;
     line = std::move(candidate);
@@ -75,9 +75,9 @@ std::int32_t FindStrInFile(const std::string& file, std::string_view text) {
 }
 
 std::string ReadFile(const std::string& file, bool unify_line_ends) {
-  std::ostringstream bytes;
-  bytes << std::ifstream(file, std::ios::binary).rdbuf();
-  return unify_line_ends ? UnifyLineEnds(bytes.view()) : bytes.str();
+  std::ifstream stream(file, std::ios::binary);
+  std::string bytes = vexor::ReadRest(stream);
+  return unify_line_ends ? UnifyLineEnds(bytes) : bytes;
 }
 
 std::vector<std::string> GetFilesInFolder(const std::string& folder) {
