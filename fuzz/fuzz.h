@@ -1,0 +1,65 @@
+// What the fuzz targets share. A target is a function over bytes under the sanitizers: whatever the
+// bytes are, nothing crashes, hangs or leaks, and no promise of the library is broken.
+#pragma once
+
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <cctype>
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <iostream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
+
+inline std::string_view TextOf(const std::uint8_t* data, std::size_t size) {
+  return {reinterpret_cast<const char*>(data), size};
+}
+
+// Ends the process, so that the fuzzer keeps the input, where a promise is broken.
+inline void Require(bool holds, std::string_view promise, std::string_view text = {}) {
+  if (holds) return;
+  std::cerr << "broken promise: " << promise << ": " << text << '\n';
+  std::abort();
+}
+
+// Whether a range of the text may have so many values that it takes long to expand, and yet not so
+// many that it is refused.
+inline bool HasLongRange(std::string_view text) {
+  std::size_t digits = 0;  // of a number, behind its leading zeros
+  for (const char c : text) {
+    if (c == '[' || c == ']') continue;  // passed over inside numbers, too
+    const bool is_digit = std::isxdigit(static_cast<unsigned char>(c)) != 0;
+    if (!is_digit && digits >= 5 && digits <= 8) break;
+    digits = is_digit && (digits > 0 || c != '0') ? digits + 1 : 0;
+  }
+  return digits >= 5 && digits <= 8 && text.find('-') != std::string_view::npos;
+}
+
+// The texts between the line ends; at least one.
+inline std::vector<std::string> SplitLines(std::string_view input) {
+  std::vector<std::string> lines(1);
+  for (const char c : input) {
+    if (c == '\n') {
+      lines.emplace_back();
+    } else {
+      lines.back() += c;
+    }
+  }
+  return lines;
+}
+
+// The path of a file in memory that holds the text until the next call.
+inline const std::string& HoldInFile(std::string_view text) {
+  static const int file = memfd_create("fuzz", MFD_CLOEXEC);
+  static const std::string path = "/proc/self/fd/" + std::to_string(file);
+  Require(ftruncate(file, 0) == 0 &&
+              pwrite(file, text.data(), text.size(), 0) == static_cast<ssize_t>(text.size()),
+          "a file in memory can be written");
+  return path;
+}
