@@ -6,6 +6,7 @@
 #   build     compile and test the library and its tools (always included)
 #   windows   cross-compile for Windows and run the programs under Wine
 #   clang     compile with clang
+#   fuzz      build and run the fuzz targets
 #   lint      check format, code and scripts
 #   coverage  measure the tests' coverage
 #   docs      make the reference of the public headers
@@ -20,6 +21,7 @@ declare -A packages_of=(
   [build]="g++ cmake ninja-build libtinyxml2-dev libgtest-dev libcli11-dev libxml2-utils"
   [windows]="g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 wine wine64 googletest dpkg-dev"
   [clang]="clang"
+  [fuzz]="clang libclang-rt-14-dev"
   [lint]="clang clang-format clang-tidy shellcheck"
   [coverage]="gcovr"
   [docs]="doxygen"
