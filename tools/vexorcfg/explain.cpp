@@ -35,11 +35,17 @@ Status ListSyntaxes() {
   return kClean;
 }
 
+// The columns that a text in UTF-8 takes.
+std::size_t WidthOf(std::string_view text) {
+  return static_cast<std::size_t>(std::ranges::count_if(
+      text, [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; }));
+}
+
 // Shows the text with a mark below its first wrong byte.
 void PrintFault(std::string_view text, const vexor::TextFault& fault) {
   const std::string before = OneLine(text.substr(0, fault.at), std::string::npos);
-  std::cout << "  " << OneLine(text, std::string::npos) << "\n  " << std::string(before.size(), ' ')
-            << "^ " << fault.what << '\n';
+  std::cout << "  " << OneLine(text, std::string::npos) << "\n  "
+            << std::string(WidthOf(before), ' ') << "^ " << fault.what << '\n';
   PrintRow("expected", fault.expected);
 }
 
@@ -153,7 +159,8 @@ Status ExplainOption(const std::string& name) {
   const std::vector<OptionInfo> found = vexor::FindOptions(name);
   if (found.empty()) {
     const std::string nearest = vexor::FindNearestOption(name);
-    const std::string hint = nearest.empty() ? "" : "; did you mean " + Quote(nearest) + "?";
+    const std::string hint = nearest.empty() ? "; vexorcfg reference lists them all"
+                                             : "; did you mean " + Quote(nearest) + "?";
     return Refuse("explain option", "no option or element of the name " + Quote(name) + hint);
   }
   std::vector<const OptionInfo*> of_the_name;
