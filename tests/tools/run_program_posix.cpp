@@ -1,10 +1,9 @@
 #include <fcntl.h>
 #include <spawn.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include "run_program.h"
-
-extern char** environ;
 
 namespace {
 
@@ -22,6 +21,7 @@ void AddStream(posix_spawn_file_actions_t& actions, int stream, const std::strin
 int RunProgram(const std::vector<std::string>& words, const Streams& streams) {
   std::vector<std::string> texts = words;
   std::vector<char*> arguments;
+  arguments.reserve(texts.size() + 1);
   for (std::string& text : texts) arguments.push_back(text.data());
   arguments.push_back(nullptr);
   posix_spawn_file_actions_t actions;

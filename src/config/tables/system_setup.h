@@ -151,7 +151,7 @@ constexpr Hint Comments(const std::array<std::string_view, 4>& texts) {
 }
 
 // Named values that have a grammar.
-inline constexpr OptionRow kOsValues[] = {
+inline constexpr auto kOsValues = std::to_array<OptionRow>({
     {.name = "Power_Scheme",
      .syntax = Syntax::kPowerScheme,
      .about = "Power plan of the operating system.",
@@ -161,7 +161,7 @@ inline constexpr OptionRow kOsValues[] = {
      .syntax = Syntax::kPowerSource,
      .about = "Power source that is simulated.",
      .hint = {.kind = Hint::Kind::kOptions, .texts = {"Default,AC,DC"}}},
-};
+});
 
 // In the order in which they are written; lists of one group stand together.
 inline constexpr SystemListRow kSystemLists[] = {
