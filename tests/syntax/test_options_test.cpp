@@ -105,9 +105,12 @@ TEST(TestOptions, WhatIsWrongIsReportedAndChangesNothing) {
        "!unknown test \"/max\", the nearest test is /hwp"},
   };
   for (const auto& [arguments, nodes] : cases) EXPECT_EQ(Read(arguments), nodes);
-  const std::string fault = Read({"/hwp", "-" + std::string(1 << 20, 'x')});
-  EXPECT_EQ(fault, "2{}!unknown option \"-" + std::string(59, 'x') +
-                       "...\" for /hwp, the nearest option is -coreexcl");
+  const std::string longest_shown = "-" + std::string(59, 'x');
+  EXPECT_EQ(Read({"/hwp", longest_shown}), "2{}!unknown option \"" + longest_shown +
+                                               "\" for /hwp, the nearest option is -coreexcl");
+  EXPECT_EQ(
+      Read({"/hwp", longest_shown + std::string(1 << 20, 'x')}),
+      "2{}!unknown option \"" + longest_shown + "...\" for /hwp, the nearest option is -coreexcl");
   std::vector<std::string> faults;
   char* none[] = {nullptr, nullptr};
   EXPECT_TRUE(getCmdPMTestsOptions(none, 2, faults).empty());
