@@ -12,5 +12,8 @@ check_arguments 1 "$@"
 logs=$(realpath -ms -- "${1-$root/build/bench-logs}")
 "$root/scripts/setup.sh" bench
 build_preset release
-"$root/build/release/bin/vexor_bench" 2>/dev/null
+if ! "$root/build/release/bin/vexor_bench" 2>"$root/build/bench.log"; then
+  cat "$root/build/bench.log" >&2
+  exit 1
+fi
 "$root/build/release/bin/log_bench" "$logs"
