@@ -28,17 +28,17 @@ inline void Require(bool holds, std::string_view promise, std::string_view text 
   std::abort();
 }
 
-// Whether a range of the text may have so many values that it takes long to expand, and yet not so
-// many that it is refused.
+// Whether the text may have a range of so many values that it takes long to expand.
 inline bool HasLongRange(std::string_view text) {
+  constexpr std::size_t kBeyond64Bits = 21;
   std::size_t digits = 0;  // of a number, behind its leading zeros
   for (const char c : text) {
     if (c == '[' || c == ']') continue;  // passed over inside numbers, too
     const bool is_digit = std::isxdigit(static_cast<unsigned char>(c)) != 0;
-    if (!is_digit && digits >= 5 && digits <= 8) break;
+    if (!is_digit && digits >= 5 && digits < kBeyond64Bits) break;
     digits = is_digit && (digits > 0 || c != '0') ? digits + 1 : 0;
   }
-  return digits >= 5 && digits <= 8 && text.find('-') != std::string_view::npos;
+  return digits >= 5 && digits < kBeyond64Bits && text.find('-') != std::string_view::npos;
 }
 
 // The texts between the line ends; at least one.
