@@ -118,7 +118,7 @@ class Report {
   }
 
   void PrintJson() const {
-    std::cout << "{\"format\": \"vexorcfg check\", \"version\": 1, \"status\": " << GetStatus()
+    std::cout << R"({"format": "vexorcfg check", "version": 1, "status": )" << GetStatus()
               << ",\n \"errors\": " << CountOf(Severity::kError)
               << ", \"warnings\": " << CountOf(Severity::kWarning)
               << ", \"notes\": " << CountOf(Severity::kNote) << ", \"unread\": " << unread_

@@ -86,7 +86,7 @@ Comparison Compare(const Description& a, const Description& b) {
 }
 
 std::string PlaceOf(const std::string& file, const Setting& setting) {
-  const std::string line = file + ":" + std::to_string(setting.line);
+  std::string line = file + ":" + std::to_string(setting.line);
   switch (setting.origin) {
     case vexor::Origin::kFile:
     case vexor::Origin::kOlderName:

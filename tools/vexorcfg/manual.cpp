@@ -64,7 +64,7 @@ void PrintCommand(const CLI::App& command) {
 }  // namespace
 
 Status PrintManual(const CLI::App& app) {
-  std::cout << ".TH VEXORCFG 1 \"\" \"VexorUtils " << vexor::GetVersionText()
+  std::cout << R"(.TH VEXORCFG 1 "" "VexorUtils )" << vexor::GetVersionText()
             << "\" \"User Commands\"\n"
                ".SH NAME\nvexorcfg \\- keep configuration files of the power-management test suite "
                "in order\n"
