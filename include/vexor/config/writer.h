@@ -23,7 +23,8 @@
 #include "vexor/export.h"
 
 // Writes the record to the file at `path` and returns whether it is there, complete and on the
-// disk. Otherwise, or when `path` is null, an existing file is as it was before. With
+// disk. Otherwise, or when `path` is null, an existing file is as it was before; where only the
+// disk did not take the file's new name for certain, the new one may be there, complete. With
 // `writeDefaults` the record is first reset like by ResetVexorXmlConfiguration: the caller holds
 // what was written, whether or not that succeeded. The knob hints of the graphics tests are set in
 // the record. One thread at a time may use a record; files may be written at the same time.

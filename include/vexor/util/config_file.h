@@ -32,8 +32,8 @@ class VEXOR_EXPORT ConfigFile {
 
   // Sets the key, new or not, and rewrites the file: every entry as key=value, sorted by key,
   // without the comments and empty lines it had. Returns whether the new file is in place and on
-  // the disk; otherwise the old one is untouched. Key and value must be such that a line of them
-  // can be read again: they are written as they are.
+  // the disk; otherwise the old one is there, or the new one, whole. Key and value must be such
+  // that a line of them can be read again: they are written as they are.
   bool WriteKeyValue(const std::string& key, const std::string& value);
 
  private:

@@ -49,8 +49,9 @@ VEXOR_EXPORT bool IsRelativePath(std::string_view path);
 namespace vexor {
 
 // Gives the file this content and returns no error once the new content is on the disk. After an
-// error the old content is there, whole. A link is followed and the file's permissions stay; what
-// is no regular file, such as a device, is written in place. The error compares with std::errc.
+// error the old content is there, or the new one, whole. A link is followed and the file's
+// permissions stay; what is no regular file, such as a device, is written in place. The error
+// compares with std::errc.
 VEXOR_EXPORT std::error_code SaveFile(const std::string& path, std::string_view content);
 
 }  // namespace vexor
