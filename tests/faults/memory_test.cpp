@@ -215,7 +215,7 @@ char** Arguments() {
 
 constexpr int kArguments = 7;
 
-const Entry kEntries[] = {
+constexpr Entry kEntries[] = {
     {"ReadXMLPar", ReadsAFile, "false"},
     {"WriteXMLConfig", WritesAFile, "false"},
     {"ResetVexorXmlConfiguration",
@@ -344,7 +344,7 @@ const Entry kEntries[] = {
     {"ReadHostIpFile",
      [] {
        NameHostIpFile(PathOf("host", std::string(3000, ' ') + "192.168.100.100"));
-       const std::string address = Faults::Arm(ReadHostIpFile);
+       std::string address = Faults::Arm(ReadHostIpFile);
        NameHostIpFile("no such file");
        return address;
      }},
