@@ -2,7 +2,9 @@
 
 #include <tinyxml2.h>
 
+#include <algorithm>
 #include <memory>
+#include <ranges>
 #include <stdexcept>
 
 #include "config/document_model.h"
@@ -164,11 +166,11 @@ class Describer {
   }
 
   static VEXOR_PM_TEST_ID GetSwitchTest(std::string_view name) {
-    for (int id = kFirstAutoRunTest; id <= kLastAutoRunTest; ++id) {
-      const auto test = static_cast<VEXOR_PM_TEST_ID>(id);
-      if (GetPMTestName(test) == name) return test;
-    }
-    return PM_TEST_MAX;
+    const auto has_name = [name](int id) {
+      return GetPMTestName(static_cast<VEXOR_PM_TEST_ID>(id)) == name;
+    };
+    const auto ids = std::views::iota(kFirstAutoRunTest, kLastAutoRunTest + 1);
+    return static_cast<VEXOR_PM_TEST_ID>(*std::ranges::find_if(ids, has_name));
   }
 
   // The texts of a list, with the lines of the elements that hold one.

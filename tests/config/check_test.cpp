@@ -174,6 +174,21 @@ TEST(Check, FindsElementsThatAreNotRead) {
   }
 }
 
+TEST(Check, MendsNoMoreThanFifteenWords) {
+  for (const bool mends : {true, false}) {
+    const auto list = [mends](const std::string& word) {
+      std::string words = word;
+      for (int i = mends ? 15 : 16; i > 1; --i) words += ";" + word;
+      return words;
+    };
+    const auto findings =
+        CheckXMLConfigText(Pm("SYSTEM", Wrapped("GSTATES", Wrapped("WakeEvent", list("Externl")))));
+    const auto fault = std::ranges::find(findings, Severity::kError, &Finding::severity);
+    ASSERT_NE(fault, findings.end());
+    EXPECT_EQ(fault->suggestion, mends ? list("External") : "");
+  }
+}
+
 TEST(Check, FindsTextsThatReadAsSomethingElse) {
   struct Case {
     std::string document;
