@@ -2,10 +2,12 @@
 #include <tinyxml2.h>
 
 #include <boost/property_tree/xml_parser.hpp>
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <string>
+#include <vector>
 
 #include "comparison.h"
 #include "vexor/config/check.h"
@@ -39,11 +41,30 @@ std::string MakeConfiguration(std::size_t size) {
   return lab;
 }
 
+// Files that go at the end of the run.
+class TemporaryFiles {
+ public:
+  TemporaryFiles() = default;
+  TemporaryFiles(const TemporaryFiles&) = delete;
+  TemporaryFiles& operator=(const TemporaryFiles&) = delete;
+  ~TemporaryFiles() {
+    for (const std::string& path : paths_) std::remove(path.c_str());
+  }
+
+  const std::string& Add(const std::filesystem::path& path) {
+    return paths_.emplace_back(path.string());
+  }
+
+ private:
+  std::vector<std::string> paths_;
+};
+
 std::string WriteConfiguration(std::size_t size) {
-  const auto path = std::filesystem::temp_directory_path() /
-                    ("vexor_read_bench_" + std::to_string(size) + ".xml");
+  static TemporaryFiles files;
+  const std::string& path = files.Add(std::filesystem::temp_directory_path() /
+                                      ("vexor_read_bench_" + std::to_string(size) + ".xml"));
   std::ofstream(path, std::ios::binary) << MakeConfiguration(size);
-  return path.string();
+  return path;
 }
 
 bool Read(const std::string& path) {
