@@ -7,7 +7,6 @@
 #include <iostream>
 #include <memory>
 #include <new>
-#include <stdexcept>
 
 #include "config/read_sections.h"
 #include "vexor/config/legacy.h"
@@ -78,8 +77,6 @@ bool VexorConfigParser::ReadXMLPar(const std::string& path, _XML_FULL_CFG* cfg, 
   try {
     return vexor::ReadFile(path, *cfg, verifyVersion, strictVersion);
   } catch (const std::bad_alloc&) {
-    return vexor::RefuseFile(tinyxml2::XML_ERROR_FILE_READ_ERROR);
-  } catch (const std::length_error&) {
     return vexor::RefuseFile(tinyxml2::XML_ERROR_FILE_READ_ERROR);
   }
 }

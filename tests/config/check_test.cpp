@@ -53,6 +53,8 @@ std::string Global(const std::string& section, const std::string& content) {
 }
 
 TEST(Check, SaysWhatIsWrongWithADocument) {
+  std::string too_deep;
+  for (int i = 0; i < 1000; ++i) too_deep += "<VEXOR>";
   struct Case {
     std::string document;
     Texts expected;
@@ -71,6 +73,7 @@ TEST(Check, SaysWhatIsWrongWithADocument) {
        {"1: error: : \"\": not well-formed XML: a malformed or misplaced declaration"}},
       {"<VEXOR><!a", {"1: error: : \"\": not well-formed XML: markup without an end"}},
       {"<VEXOR><1/></VEXOR>", {"1: error: : \"\": not well-formed XML: a malformed tag"}},
+      {too_deep, {"1: error: : \"\": not well-formed XML: elements nested too deep"}},
       {"<!-- no more -->", {"0: error: : \"\": no element; expected the root VEXOR"}},
       {"<Vexor/>",
        {"1: error: Vexor: \"Vexor\": wrong root, and nothing is read; expected VEXOR; did you mean "

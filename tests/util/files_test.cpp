@@ -97,6 +97,7 @@ TEST(Files, FindTheFirstLineWithAText) {
 
   std::string line = "-";
   EXPECT_EQ(FindStrInFile(folder / "missing", "x"), -1);
+  EXPECT_LE(FindStrInFile(folder.path(), ""), 0) << "a folder has no lines, and may not be opened";
   testing::internal::CaptureStdout();
   EXPECT_FALSE(FindLineInFile(folder / "missing", "x", line));
   EXPECT_EQ(testing::internal::GetCapturedStdout(), "can't open\n");
