@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <memory>
-#include <ranges>
 #include <stdexcept>
 
 #include "config/document_model.h"
@@ -166,11 +165,9 @@ class Describer {
   }
 
   static VEXOR_PM_TEST_ID GetSwitchTest(std::string_view name) {
-    const auto has_name = [name](int id) {
-      return GetPMTestName(static_cast<VEXOR_PM_TEST_ID>(id)) == name;
-    };
-    const auto ids = std::views::iota(kFirstAutoRunTest, kLastAutoRunTest + 1);
-    return static_cast<VEXOR_PM_TEST_ID>(*std::ranges::find_if(ids, has_name));
+    int id = kFirstAutoRunTest;
+    while (id < kLastAutoRunTest && GetPMTestName(static_cast<VEXOR_PM_TEST_ID>(id)) != name) ++id;
+    return static_cast<VEXOR_PM_TEST_ID>(id);
   }
 
   // The texts of a list, with the lines of the elements that hold one.
