@@ -4,7 +4,8 @@
 # Feeds the library with made-up input under the sanitizers: each target of fuzz/, or the TARGETs
 # named, for so many SECONDS (30), two at a time, from its seeds and what earlier runs have found.
 # What is new to a target is kept in build/fuzz/corpus. An input that crashes or hangs the library,
-# or breaks one of its promises, is shown and kept in build/fuzz/finds, and the script fails.
+# or breaks one of its promises, is shown and kept in build/fuzz/finds, and the script fails. From
+# the same seeds it makes up the same input, unless VEXOR_FUZZ_SEED is another number; 0 is random.
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 check_arguments 99 "$@"
@@ -48,8 +49,9 @@ fuzz() {
       ;;
     values | round_trip) options=(-max_len=2048) ;;
   esac
-  "$work/bin/fuzz_$target" -max_total_time="$seconds" -rss_limit_mb=2048 -timeout=10 \
-    -close_fd_mask=1 -print_final_stats=1 -artifact_prefix="$work/finds/$target-" \
+  "$work/bin/fuzz_$target" -max_total_time="$seconds" -seed="${VEXOR_FUZZ_SEED-1}" \
+    -rss_limit_mb=2048 -timeout=10 -close_fd_mask=1 -print_final_stats=1 \
+    -artifact_prefix="$work/finds/$target-" \
     "${options[@]}" "${inputs[@]}" >"$work/$target.log" 2>&1 </dev/null
 }
 
