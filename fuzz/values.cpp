@@ -107,7 +107,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (given == values.end() || setting.origin != vexor::Origin::kFile) continue;
     const auto& [option, text] = given->second;
     if (option->syntax.name == "boolean") continue;
-    if (text.find_first_not_of(" \t\n") == std::string::npos) continue;  // reads as its fallback
+    // White space, as the XML library counts it, reads as the fallback.
+    if (text.find_first_not_of(" \t\n\v\f") == std::string::npos) continue;
     Require(text.find(setting.value) != std::string::npos, "an option is read as it is written",
             setting.path);
   }
