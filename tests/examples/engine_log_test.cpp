@@ -3,51 +3,26 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <map>
 #include <string>
-#include <vector>
+
+#include "logging/log_test_tools.h"
 
 namespace {
 
-using Row = std::vector<std::string>;
-
 std::filesystem::path log_folder;
 
-std::vector<Row> ParseCsv(const std::string& text) {
-  std::vector<Row> rows(1, Row(1));
-  bool quoted = false;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    std::string& cell = rows.back().back();
-    if (text[i] == '"' && quoted && i + 1 < text.size() && text[i + 1] == '"') {
-      cell += text[++i];
-    } else if (text[i] == '"') {
-      quoted = !quoted;
-    } else if (text[i] == ',' && !quoted) {
-      rows.back().emplace_back();
-    } else if (text[i] == '\n' && !quoted) {
-      rows.emplace_back(1);
-    } else if (text[i] != '\r' || quoted) {
-      cell += text[i];
-    }
-  }
-  EXPECT_FALSE(quoted);
-  EXPECT_EQ(rows.back(), Row(1)) << "the last line has no end";
-  rows.pop_back();
+Rows ReadRows(const std::filesystem::path& path) {
+  Rows rows = ParseCsv(ReadLog(path.generic_string()));
+  EXPECT_FALSE(rows.empty()) << path;
   return rows;
-}
-
-std::vector<Row> ReadLog(const std::filesystem::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  return ParseCsv({std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()});
 }
 
 TEST(EngineLogs, AreCleanTables) {
   std::map<std::string, std::size_t> cycles;  // by test
   for (const auto& entry : std::filesystem::directory_iterator(log_folder)) {
     SCOPED_TRACE(entry.path().filename());
-    const std::vector<Row> rows = ReadLog(entry.path());
+    const Rows rows = ReadRows(entry.path());
     ASSERT_GT(rows.size(), 1u);
     EXPECT_EQ(rows[0].front(), "Time");
     EXPECT_EQ(rows[0].back(), " Level");
@@ -71,7 +46,7 @@ TEST(EngineLogs, AreCleanTables) {
 
 TEST(EngineLogs, ExplainTheFailure) {
   bool explained = false;
-  for (const Row& row : ReadLog(log_folder / "Weekend.csv")) {
+  for (const auto& row : ReadRows(log_folder / "Weekend.csv")) {
     explained = explained || row[9].starts_with("GSTATES failed: EC_SX_STATE;");
   }
   EXPECT_TRUE(explained);

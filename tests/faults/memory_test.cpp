@@ -5,6 +5,7 @@
 #include <tinyxml2.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <iostream>
 #include <memory>
 #include <new>
@@ -289,6 +290,13 @@ constexpr Entry kEntries[] = {
          ParseOnTimeType("msec:100000000000000-200000000000000");
          ParseExeCycleTimeType("PerSet:300000000000000", 3, 1, 1);
          TimeUnitVerifyFormat("300000000000000:msec", true, true, "sec");
+         GetUnitTimeString(ParseOnTimeType("sec:100000000000-200000000000"));
+         vexor::ParseRatioSpread("1;2;3;4;5;6;7;8");
+         vexor::ParseSagvRatios("1;2-5;P0");
+         vexor::ParseTrendRatios("Specific:1,2,3-40");
+         vexor::ParseTurboActivationRatios("1;2;3-9");
+         vexor::ParseScope("Package;Module;Core;Thread");
+         vexor::ParseTimeout("msec:100000000000000");
        });
      }},
     {"numbers and strings",
@@ -301,6 +309,15 @@ constexpr Entry kEntries[] = {
          Splits("an item longer than a text itself, and another", ',', items);
          StringContainsKeyword("an item longer than a text itself; C8", "c8", ';', true);
          GetDoubleValue("12345678901234567890.5", 0);
+         BitsCount2List(40);
+         IntergerList2DecString(GetIntergerRange("3-50"), true);
+         RemoveZerosFromNumber(1e300);
+         SplitByString("an item longer than a text itself, and another", ", ");
+         ConcatCharVec({"an item longer", "than a text itself"}, ", ", "; ", true, true);
+         std::string text = PrependtoRange("a prefix longer than a text", "1-3,5");
+         StringReplaceSubstring(text, "r", "a text longer than what it replaces");
+         RemoveUnits(StringToUpper(Trim(StringReplace(text, 'a', 'b'))));
+         UpdateknobsOptions(text, "ExitOnFail", "eof", "true");
        });
      }},
     {"time stamps",
@@ -338,7 +355,8 @@ constexpr Entry kEntries[] = {
        std::string line;
        return Faults::Arm([&] {
          FindLineInFile(path, "sought", line);
-         return ReadFile(path, true) + line + std::to_string(FindStrInFile(path, "sought"));
+         return ReadFile(path, true) + line + std::to_string(FindStrInFile(path, "sought")) +
+                GetFileBaseName(path) + GetFilePath(VexorLogging::BuildLogFile(path, ""));
        });
      }},
     {"ReadHostIpFile",
@@ -374,6 +392,22 @@ constexpr Entry kEntries[] = {
          log.SetLogOvrOptions("options that are longer than a text itself");
        });
      }},
+    {"GetWorkLoadsXML",
+     [] {
+       const std::string text = "a duration that is longer than a text itself";
+       tinyxml2::XMLDocument document;
+       document.Parse(
+           Document(Wrapped("WORKLOADS", Wrapped("CopyCompare", Wrapped("Duration", text))))
+               .c_str());
+       const auto workloads = std::make_unique<_WORKLOADS_XMLCFG>();
+       Faults::Arm([&] { GetWorkLoadsXML(*workloads, document.RootElement()); });
+       return workloads->CopyCompare.Duration;
+     }},
+    {"SaveFile",
+     [] {
+       const std::string path = PathOf("saved", "old");
+       return Faults::Arm([&] { return vexor::SaveFile(path, "new").message(); }) + ReadBytes(path);
+     }},
     {"CreateXMLElement",
      [] {
        tinyxml2::XMLDocument document;
@@ -382,17 +416,19 @@ constexpr Entry kEntries[] = {
        Faults::Arm([&] {
          VexorConfigParser().CreateXMLElement(parent, &document, "a-name", std::string(40, 't'));
        });
-       return GetXMLText(parent, "a-name", "");
+       return Faults::Arm([&] { return GetXMLText(parent, "a-name", ""); });
      }},
 };
 
 // Fails allocation after allocation of the entry, until it passes. Behind the first ones some are
-// left out, the more the further: schema and reference make tens of thousands.
+// left out, the more the further, unless VEXOR_EVERY_ALLOCATION is set: schema and reference make
+// thousands.
 int RunOutOfMemory(const Entry& entry, Faults::Kind kind) {
+  static const bool is_every = std::getenv("VEXOR_EVERY_ALLOCATION") != nullptr;
   Faults::Set(0, kind);
   const std::string expected = entry.run();
   int faults = 0;
-  for (std::uint64_t nth = 1;; nth += 1 + nth / 30, ++faults) {
+  for (std::uint64_t nth = 1;; nth += is_every ? 1 : 1 + nth / 30, ++faults) {
     Faults::Set(nth, kind);
     std::string result;
     bool threw = false;

@@ -253,35 +253,6 @@ TEST(Faults, OfANewFileEndWhenItCanBeCreated) {
   EXPECT_EQ(ReadLog(folder / "run_1.csv"), "4\n");
 }
 
-TEST(Faults, LoseAndDoubleNoLineWhicheverCallFails) {
-  constexpr TestDisk::Step kSteps[] = {TestDisk::kOpen, TestDisk::kWrite, TestDisk::kFlush,
-                                       TestDisk::kSyncName, TestDisk::kCut};
-  const QuietConsole quiet;
-  for (const TestDisk::Step step : kSteps) {
-    for (int spared = 0; spared < 12; ++spared) {
-      const TemporaryFolder folder;
-      const TestDisk disk;
-      TestDisk::PretendFlushes({});
-      VexorLogging log("header");
-      log.SetLinesLimitToSplit(4);
-      CaptureStdout();
-      TestDisk::Break(step, std::errc::io_error, spared);
-      log.Initialize(folder.path(), "run", TRACE_DEBUG, LOG_FILE_NEW, false, true);
-      const bool was_open = log.IsInitialized();
-      for (int i = 0; i < 12; ++i) {
-        if (i == 9) TestDisk::Repair(step);
-        log.LogLine("line " + std::to_string(i), TRACE_DEBUG);
-      }
-      std::map<std::string, int> lines = CountLines(folder.path(), "run");
-      EXPECT_EQ(lines.contains("line 11"), was_open);
-      for (const std::string& line : Lines(GetCapturedStdout())) ++lines[line];
-      for (int i = 0; i < 12; ++i) EXPECT_EQ(lines["line " + std::to_string(i)], 1) << i;
-      log.CloseFile(true);
-      EXPECT_EQ(TestDisk::OpenFiles(), 0);
-    }
-  }
-}
-
 TEST(LogFile, LeavesNoFileOpen) {
   const QuietConsole quiet;
   const TemporaryFolder folder;

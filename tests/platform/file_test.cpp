@@ -44,28 +44,6 @@ TEST(File, GoesOnAfterShortWritesAndLeavesNothingOfAFailedOne) {
   EXPECT_EQ(ReadBytes(folder / "f"), "12345678xyz");
 }
 
-TEST(ReplaceFileContent, LeavesTheOldContentOrTheNewWhateverFails) {
-  constexpr TestDisk::Step kSteps[] = {TestDisk::kOpen, TestDisk::kWrite, TestDisk::kFlush,
-                                       TestDisk::kRename, TestDisk::kSyncName};
-  const TemporaryFolder folder;
-  const std::string path = folder / "settings";
-  const std::string content(100, 'n');
-  for (const TestDisk::Step step : kSteps) {
-    for (int spared = 0; spared < 4; ++spared) {
-      WriteBytes(path, "old");
-      const TestDisk disk;
-      TestDisk::LimitWrite(40);
-      TestDisk::Break(step, std::errc::io_error, spared);
-      const bool failed = static_cast<bool>(vexor::ReplaceFileContent(path, content));
-      EXPECT_EQ(failed, TestDisk::Calls(step) > spared) << step << ' ' << spared;
-      const bool in_place = !failed || step == TestDisk::kSyncName;
-      EXPECT_EQ(ReadBytes(path), in_place ? content : "old") << step << ' ' << spared;
-      EXPECT_EQ(vexor::ListFiles(folder.path()), std::vector<std::string>{"settings"});
-      EXPECT_EQ(TestDisk::OpenFiles(), 0);
-    }
-  }
-}
-
 TEST(ReplaceFileContent, FlushesBeforeItRenames) {
   const TemporaryFolder folder;
   const TestDisk disk;

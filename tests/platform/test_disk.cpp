@@ -16,14 +16,15 @@ using vexor::kSystemFileCalls;
 using vexor::OpenMode;
 
 struct Fault {
-  bool broken = false;
+  int times = 0;
   std::errc error = {};
   int spared = 0;
   int calls = 0;
 };
 
 struct State {
-  std::array<Fault, TestDisk::kSteps> faults;
+  std::array<Fault, TestDisk::kAny + 1> faults;
+  int faulty_calls = 0;
   std::uint64_t space = TestDisk::kUnlimited;
   std::uint64_t most = TestDisk::kUnlimited;
   std::optional<std::chrono::microseconds> pretended;
@@ -39,11 +40,17 @@ State state;
 
 std::error_code Check(TestDisk::Step step) {
   const std::lock_guard lock(mutex);
-  Fault& fault = state.faults[step];
-  ++fault.calls;
-  if (!fault.broken || fault.spared-- > 0) return {};
-  fault.spared = 0;
-  return std::make_error_code(fault.error);
+  std::error_code error;
+  for (const TestDisk::Step broken : {step, TestDisk::kAny}) {
+    Fault& fault = state.faults[broken];
+    ++fault.calls;
+    if (fault.times == 0 || fault.spared-- > 0) continue;
+    fault.spared = 0;
+    --fault.times;
+    error = std::make_error_code(fault.error);
+  }
+  if (error) ++state.faulty_calls;
+  return error;
 }
 
 std::error_code Open(const std::string& path, OpenMode mode, FileHandle& handle) {
@@ -62,6 +69,7 @@ std::error_code Write(FileHandle handle, std::string_view bytes, std::size_t& wr
     most = std::min(state.space, state.most);
     if (state.space != TestDisk::kUnlimited)
       state.space -= std::min<std::uint64_t>(most, bytes.size());
+    if (most < bytes.size()) ++state.faulty_calls;
   }
   if (most == 0) return std::make_error_code(std::errc::no_space_on_device);
   return kSystemFileCalls.write(handle, bytes.substr(0, most), written);
@@ -96,6 +104,11 @@ std::error_code SyncName(const std::string& path) {
   return error;
 }
 
+std::error_code ReadStatus(FileHandle handle, FileStatus& status) {
+  if (const auto error = Check(TestDisk::kStatus)) return error;
+  return kSystemFileCalls.read_status(handle, status);
+}
+
 std::error_code Rename(const std::string& from, const std::string& to) {
   if (const auto error = Check(TestDisk::kRename)) return error;
   return kSystemFileCalls.rename(from, to);
@@ -121,7 +134,7 @@ TestDisk::TestDisk() {
       .open = Open,
       .write = Write,
       .flush = Flush,
-      .read_status = kSystemFileCalls.read_status,
+      .read_status = ReadStatus,
       .cut = Cut,
       .close = Close,
       .sync_name = SyncName,
@@ -134,15 +147,15 @@ TestDisk::TestDisk() {
 
 TestDisk::~TestDisk() { vexor::file_calls = &kSystemFileCalls; }
 
-void TestDisk::Break(Step step, std::errc error, int spared) {
+void TestDisk::Break(Step step, std::errc error, int spared, int times) {
   const std::lock_guard lock(mutex);
-  state.faults[step] = {
-      .broken = true, .error = error, .spared = spared, .calls = state.faults[step].calls};
+  Fault& fault = state.faults[step];
+  fault = {.times = times, .error = error, .spared = spared, .calls = fault.calls};
 }
 
 void TestDisk::Repair(Step step) {
   const std::lock_guard lock(mutex);
-  state.faults[step].broken = false;
+  state.faults[step].times = 0;
 }
 
 void TestDisk::LimitSpace(std::uint64_t bytes) {
@@ -178,6 +191,11 @@ int TestDisk::OpenFiles() {
 int TestDisk::Calls(Step step) {
   const std::lock_guard lock(mutex);
   return state.faults[step].calls;
+}
+
+int TestDisk::Faults() {
+  const std::lock_guard lock(mutex);
+  return state.faulty_calls;
 }
 
 std::map<std::string, std::uint64_t> TestDisk::DurableSizes() {

@@ -14,7 +14,7 @@
 // calls still reach the real files.
 class TestDisk {
  public:
-  enum Step : std::uint8_t { kOpen, kWrite, kFlush, kSyncName, kRename, kCut, kSteps };
+  enum Step : std::uint8_t { kOpen, kWrite, kFlush, kStatus, kSyncName, kRename, kCut, kAny };
   static constexpr std::uint64_t kUnlimited = std::numeric_limits<std::uint64_t>::max();
 
   TestDisk();
@@ -22,8 +22,10 @@ class TestDisk {
   TestDisk& operator=(const TestDisk&) = delete;
   ~TestDisk();
 
-  // From now on calls of this step fail, after `spared` more of them have succeeded.
-  static void Break(Step step, std::errc error = std::errc::io_error, int spared = 0);
+  // From now on calls of this step fail, after `spared` more of them have succeeded; no more than
+  // `times`.
+  static void Break(Step step, std::errc error = std::errc::io_error, int spared = 0,
+                    int times = std::numeric_limits<int>::max());
   static void Repair(Step step);
 
   // So many more bytes can be written; then the disk is full.
@@ -41,6 +43,9 @@ class TestDisk {
 
   static int OpenFiles();
   static int Calls(Step step);
+
+  // How many calls have failed, or were cut short.
+  static int Faults();
 
   // What a power cut at this moment would leave: the sizes, as they were when their last completed
   // flush began, of the files whose names are on the disk.
