@@ -116,7 +116,7 @@ std::string Log(const Call& call) {
   const TemporaryFolder folder;
   VexorLogging log("Time no more,Notes that are longer than a text itself");
   log.SetLinesLimitToSplit(4);
-  EXPECT_TRUE(log.Initialize(folder.path(), "run", TRACE_DEBUG, LOG_FILE_NEW, false, true));
+  EXPECT_TRUE(Open(log, folder, "run"));
   log.LogLine("first line", TRACE_DEBUG);
   std::exception_ptr failed;
   try {
@@ -147,7 +147,7 @@ std::string KeepsLines() {
   const TemporaryFolder folder;
   VexorLogging log("header");
   log.SetLinesLimitToSplit(3);
-  EXPECT_TRUE(log.Initialize(folder.path(), "run", TRACE_DEBUG, LOG_FILE_NEW, true, true));
+  EXPECT_TRUE(Open(log, folder, "run", TRACE_DEBUG, LOG_FILE_NEW, true));
   for (const char c : {'1', '2', '3', '4'}) log.LogLine(line + c, TRACE_DEBUG);
   std::exception_ptr failed;
   try {
@@ -170,10 +170,7 @@ std::string KeepsLines() {
 std::string StartsALog() {
   const TemporaryFolder folder;
   VexorLogging log("header");
-  const auto start = [&] {
-    return log.Initialize(folder.path(), "a name longer than a text itself", TRACE_DEBUG,
-                          LOG_FILE_NEW, false, true);
-  };
+  const auto start = [&] { return Open(log, folder, "a name longer than a text itself"); };
   bool started = false;
   try {
     started = Faults::Arm(start);
@@ -191,7 +188,7 @@ std::string EndsALog() {
   const std::thread::id self = std::this_thread::get_id();
   const TemporaryFolder folder;
   auto log = std::make_unique<VexorLogging>("header");
-  EXPECT_TRUE(log->Initialize(folder.path(), "run", TRACE_DEBUG, LOG_FILE_NEW, true, true));
+  EXPECT_TRUE(Open(*log, folder, "run", TRACE_DEBUG, LOG_FILE_NEW, true));
   log->LogLine(std::string(40, 'k'), TRACE_DEBUG);
   Faults::Arm([&] { log.reset(); });
   EXPECT_EQ(VexorLogging::GetThreadLogFileReference(self), nullptr);

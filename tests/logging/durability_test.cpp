@@ -85,7 +85,7 @@ TEST(Durability, SurvivesAPowerCut) {
   TestDisk::PretendFlushes(std::chrono::microseconds(500));
   VexorLogging log("header");
   log.SetLinesLimitToSplit(50);
-  ASSERT_TRUE(log.Initialize(folder.path(), "run", TRACE_DEBUG, LOG_FILE_NEW, false, true));
+  ASSERT_TRUE(Open(log, folder, "run"));
   std::array<std::atomic<int>, kThreads> returned = {};
   std::vector<std::thread> threads;
   for (int thread = 0; thread < kThreads; ++thread) {
@@ -171,8 +171,7 @@ TEST(Faults, AreReportedOnceWhileTheTestGoesOn) {
   const std::string file = folder / "run.csv";
   const TestDisk disk;
   VexorLogging log("header");
-  ASSERT_TRUE(
-      log.Initialize(folder.path(), "run", TRACE_DEBUG, LOG_FILE_NEW, false, true, false, true));
+  ASSERT_TRUE(Open(log, folder, "run"));
   const auto printed_by = [&](const std::vector<std::string>& lines) {
     CaptureStdout();
     for (const std::string& line : lines) log.LogLine(line, TRACE_DEBUG);
@@ -207,8 +206,7 @@ TEST(Faults, AreReportedOnceWhileTheTestGoesOn) {
   EXPECT_FALSE(log.FlushToDisk());  // what a failed flush lost stays lost
   EXPECT_EQ(ReadLog(file), "header\n1\n2\n3\ntor\n4\n5\n6\n7\n");
 
-  ASSERT_TRUE(
-      log.Initialize(folder.path(), "next", TRACE_DEBUG, LOG_FILE_NEW, false, true, false, true));
+  ASSERT_TRUE(Open(log, folder, "next"));
   EXPECT_TRUE(log.FlushToDisk());
   TestDisk::Break(TestDisk::kSyncName);
   EXPECT_EQ(printed_by({"1", "2"}).size(), 1U);
@@ -218,8 +216,7 @@ TEST(Faults, OfALostFileEndWhenItCanBeOpenedAgain) {
   const TemporaryFolder folder;
   const std::string file = folder / "run.csv";
   VexorLogging log("header");
-  ASSERT_TRUE(
-      log.Initialize(folder.path(), "run", TRACE_DEBUG, LOG_FILE_NEW, false, true, false, true));
+  ASSERT_TRUE(Open(log, folder, "run"));
   log.LogLine("1", TRACE_DEBUG);
   std::error_code in_use;
   if (!std::filesystem::remove(file, in_use)) GTEST_SKIP() << "open files cannot be removed here";
@@ -290,8 +287,7 @@ TEST(Threads, LogRegisterSplitAndSwitchAtOnce) {
   VexorLogging first("header");
   VexorLogging second("header");
   first.SetLinesLimitToSplit(25);
-  ASSERT_TRUE(first.Initialize(folder.path(), "first", TRACE_DEBUG, LOG_FILE_NEW, false, true));
-  ASSERT_TRUE(second.Initialize(folder.path(), "second", TRACE_DEBUG, LOG_FILE_NEW, false, true));
+  ASSERT_TRUE(Open(first, folder, "first") && Open(second, folder, "second"));
   std::vector<std::thread> threads;
   for (int thread = 0; thread < kThreads; ++thread) {
     threads.emplace_back([&, thread] {

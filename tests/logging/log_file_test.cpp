@@ -173,8 +173,7 @@ TEST(LogFile, PutsTheHeaderAboveTheFirstLineThatIsWritten) {
   const std::string file = folder / "run.csv";
   VexorLogging log("A,B\n");
   const auto initialize = [&](bool continues) {
-    return log.Initialize(folder.path(), "run", TRACE_CRITICAL, LOG_FILE_APPEND, false, true,
-                          continues, true);
+    return Open(log, folder, "run", TRACE_CRITICAL, LOG_FILE_APPEND, false, continues);
   };
   ASSERT_TRUE(initialize(false));
   log.LogLine("dropped", TRACE_DEBUG);
@@ -228,8 +227,7 @@ TEST(LogFile, BeginsWithAHeaderAndAVersionNoteThatMakeATable) {
 TEST(LogFile, ComposesRowsUnderItsHeader) {
   const TemporaryFolder folder;
   VexorLogging log("Time,TestType,Iter,Affinity,Scope,Request,Status,Notes, Level");
-  ASSERT_TRUE(
-      log.Initialize(folder.path(), "run", TRACE_DEBUG, LOG_FILE_NEW, false, true, false, true));
+  ASSERT_TRUE(Open(log, folder, "run"));
   std::thread([&] {
     const std::thread::id thread = std::this_thread::get_id();
     VexorLogging::SetThreadTestLog(thread, PM_TEST_CSTATES, TRACE_DEBUG, &log);
@@ -297,44 +295,35 @@ TEST(LockedLog, KeepsItsLinesUntilItIsUnlockedSavedOrClosed) {
   EXPECT_EQ(ReadLog(file), "1\n2\n3\n4\n5\n");
 }
 
-// What a log of `count` numbered lines leaves in its folder: the names of the files, each with its
-// lines joined by blanks.
-std::vector<std::string> Series(const TemporaryFolder& folder) {
-  std::vector<std::string> files;
+// The files of the folder, each with its lines: "run_0.csv: 1 2 run_1.csv: 3 ".
+std::string Series(const TemporaryFolder& folder) {
+  std::string files;
   for (const std::string& name : GetFilesInFolder(folder.path())) {
-    std::string text = ReadLog(folder / name);
-    std::replace(text.begin(), text.end(), '\n', ' ');
-    files.push_back(name + ": " + text);
+    files += name + ": " + ReadLog(folder / name);
   }
+  std::ranges::replace(files, '\n', ' ');
   return files;
 }
-
-using Files = std::vector<std::string>;
 
 TEST(LogSeries, SplitsBeforeTheLineThatWouldGoOverTheLimit) {
   const QuietConsole quiet;
   const struct {
     const char* header;
-    bool note;
     std::uint32_t limit;
-    Files files;
+    const char* files;
   } kSeries[] = {
-      {"", false, 2, {"run_0.csv: 1 2 ", "run_1.csv: 3 4 ", "run_2.csv: 5 "}},
-      {"H", false, 3, {"run_0.csv: H 1 2 ", "run_1.csv: H 3 4 ", "run_2.csv: H 5 "}},
-      {"H", false, 5, {"run_0.csv: H 1 2 3 4 ", "run_1.csv: H 5 "}},
-      {"H", false, 6, {"run_0.csv: H 1 2 3 4 5 "}},
-      {"H", false, 0, {"run.csv: H 1 2 3 4 5 "}},
-      {"H1\nH2",
-       false,
-       4,
-       {"run_0.csv: H1 H2 1 2 ", "run_1.csv: H1 H2 3 4 ", "run_2.csv: H1 H2 5 "}},
+      {"", 2, "run_0.csv: 1 2 run_1.csv: 3 4 run_2.csv: 5 "},
+      {"H", 3, "run_0.csv: H 1 2 run_1.csv: H 3 4 run_2.csv: H 5 "},
+      {"H", 5, "run_0.csv: H 1 2 3 4 run_1.csv: H 5 "},
+      {"H", 6, "run_0.csv: H 1 2 3 4 5 "},
+      {"H", 0, "run.csv: H 1 2 3 4 5 "},
+      {"H1\nH2", 4, "run_0.csv: H1 H2 1 2 run_1.csv: H1 H2 3 4 run_2.csv: H1 H2 5 "},
   };
   for (const auto& series : kSeries) {
     const TemporaryFolder folder;
     VexorLogging log(series.header);
     log.SetLinesLimitToSplit(series.limit);
-    ASSERT_TRUE(log.Initialize(folder.path(), "run", TRACE_CRITICAL, LOG_FILE_NEW, false, true,
-                               false, true));
+    ASSERT_TRUE(Open(log, folder, "run"));
     for (const char* line : {"1", "2", "3", "4", "5"}) log.LogLine(line, TRACE_CRITICAL);
     EXPECT_EQ(Series(folder), series.files);
   }
@@ -344,14 +333,13 @@ TEST(LogSeries, KeepsOneLoggedLineAFileWhateverTheLimit) {
   const TemporaryFolder folder;
   VexorLogging log("H");
   log.SetLinesLimitToSplit(1);
-  ASSERT_TRUE(
-      log.Initialize(folder.path(), "run", TRACE_CRITICAL, LOG_FILE_NEW, false, true, false, true));
+  ASSERT_TRUE(Open(log, folder, "run"));
   log.LogHeaderLine();
   CaptureStdout();
   for (const char* line : {"1\n2", "3", "4"}) log.LogLine(line, TRACE_CRITICAL);
   EXPECT_EQ(GetCapturedStdout(), "Continue on Log File: " + (folder / "run_1.csv") +
                                      "\nContinue on Log File: " + (folder / "run_2.csv") + "\n");
-  EXPECT_EQ(Series(folder), (Files{"run_0.csv: H 1 2 ", "run_1.csv: H 3 ", "run_2.csv: H 4 "}));
+  EXPECT_EQ(Series(folder), "run_0.csv: H 1 2 run_1.csv: H 3 run_2.csv: H 4 ");
   EXPECT_EQ(log.GetLogFile(), folder / "run_2.csv");
   EXPECT_EQ(log.GetLogPath(), folder.path());
 }
@@ -365,7 +353,7 @@ TEST(LogSeries, CountsTheLinesThatAFileHas) {
   log.SetLinesLimitToSplit(3);
   ASSERT_TRUE(OpenPlain(log, folder, "run", LOG_FILE_APPEND));
   for (const char* line : {"1", "2"}) log.LogLine(line, TRACE_CRITICAL);
-  EXPECT_EQ(Series(folder), (Files{"run_0.csv: a b 1 ", "run_1.csv: 2 "}));
+  EXPECT_EQ(Series(folder), "run_0.csv: a b 1 run_1.csv: 2 ");
 }
 
 TEST(LogSeries, BeginsWhenALimitComesLater) {
@@ -376,7 +364,7 @@ TEST(LogSeries, BeginsWhenALimitComesLater) {
   for (const char* line : {"1", "2", "3"}) log.LogLine(line, TRACE_CRITICAL);
   log.SetLinesLimitToSplit(2);
   for (const char* line : {"4", "5", "6"}) log.LogLine(line, TRACE_CRITICAL);
-  EXPECT_EQ(Series(folder), (Files{"run.csv: 1 2 3 ", "run_1.csv: 4 5 ", "run_2.csv: 6 "}));
+  EXPECT_EQ(Series(folder), "run.csv: 1 2 3 run_1.csv: 4 5 run_2.csv: 6 ");
 }
 
 TEST(LogSeries, IsResumedBehindTheNumberOfTheName) {
@@ -385,19 +373,17 @@ TEST(LogSeries, IsResumedBehindTheNumberOfTheName) {
     const char* name;
     bool locked;
     bool unexpected;
-    Files files;
+    const char* files;
   } kSeries[] = {
-      {"run_7", true, false, {"run_7.csv: 1 ", "run_8.csv: 2 "}},
-      {"run_7.CSV", false, true, {"run_7.CSV: 1 ", "run_8.CSV: 2 "}},
-      {"run_7", false, false, {"run_7_0.csv: 1 ", "run_7_1.csv: 2 "}},
-      {"run", true, true, {"run.csv: 1 ", "run_1.csv: 2 "}},
-      {"run_x", false, true, {"run_x.csv: 1 ", "run_x_1.csv: 2 "}},
-      {"run_0x1F", false, true, {"run_0x1F.csv: 1 ", "run_0x1F_32.csv: 2 "}},
-      {"run_99999999999999999999",
-       false,
-       true,
-       {"run_99999999999999999999.csv: 1 ", "run_99999999999999999999_1.csv: 2 "}},
-      {"run_4294967295", false, true, {"run_4294967295.csv: 1 ", "run_4294967295_1.csv: 2 "}},
+      {"run_7", true, false, "run_7.csv: 1 run_8.csv: 2 "},
+      {"run_7.CSV", false, true, "run_7.CSV: 1 run_8.CSV: 2 "},
+      {"run_7", false, false, "run_7_0.csv: 1 run_7_1.csv: 2 "},
+      {"run", true, true, "run.csv: 1 run_1.csv: 2 "},
+      {"run_x", false, true, "run_x.csv: 1 run_x_1.csv: 2 "},
+      {"run_0x1F", false, true, "run_0x1F.csv: 1 run_0x1F_32.csv: 2 "},
+      {"run_99999999999999999999", false, true,
+       "run_99999999999999999999.csv: 1 run_99999999999999999999_1.csv: 2 "},
+      {"run_4294967295", false, true, "run_4294967295.csv: 1 run_4294967295_1.csv: 2 "},
   };
   for (const auto& series : kSeries) {
     const TemporaryFolder folder;
@@ -422,11 +408,9 @@ TEST(LogSeries, GoesOnWhenItContinues) {
   log.SetLinesLimitToSplit(1);
   ASSERT_TRUE(OpenPlain(log, folder, "run"));
   for (const char* line : {"1", "2", "3"}) log.LogLine(line, TRACE_CRITICAL);
-  ASSERT_TRUE(log.Initialize(folder.path(), "other", TRACE_CRITICAL, LOG_FILE_NEW, false, true,
-                             true, true));
+  ASSERT_TRUE(Open(log, folder, "other", TRACE_CRITICAL, LOG_FILE_NEW, false, true));
   for (const char* line : {"4", "5"}) log.LogLine(line, TRACE_CRITICAL);
-  EXPECT_EQ(Series(folder), (Files{"other.csv: 4 ", "other_3.csv: 5 ", "run_0.csv: 1 ",
-                                   "run_1.csv: 2 ", "run_2.csv: 3 "}));
+  EXPECT_EQ(Series(folder), "other.csv: 4 other_3.csv: 5 run_0.csv: 1 run_1.csv: 2 run_2.csv: 3 ");
   ASSERT_TRUE(OpenPlain(log, folder, "anew"));
   for (const char* line : {"6", "7"}) log.LogLine(line, TRACE_CRITICAL);
   EXPECT_EQ(ReadLog(folder / "anew_1.csv"), "7\n");
@@ -462,10 +446,10 @@ TEST(LogAutoRun, IsUpdatedWhenTheLogHasMoved) {
   EXPECT_EQ(log_two(), "");
   log.SetAutoRunInfo(&front_end, {"script", static_cast<unsigned char>(0xFF)});
   EXPECT_EQ(log_two(), "Update VexorPanel auto-run\n");
-  EXPECT_EQ(front_end.calls, Files{});
+  EXPECT_TRUE(front_end.calls.empty());
   log.SetAutoRunInfo(&front_end, {"script", static_cast<unsigned char>(0xFD)});
   log_two();
-  EXPECT_EQ(front_end.calls, (Files{"script:253"}));
+  EXPECT_EQ(front_end.calls, (std::vector<std::string>{"script:253"}));
   EXPECT_EQ(ReadLog(log.GetLogFile()), "2\nfrom the front end\n");
 
   CaptureStdout();

@@ -43,11 +43,18 @@ inline Rows ParseCsv(std::string_view text) {
 // The text of a log, with "\n" for every line end.
 inline std::string ReadLog(const std::string& path) { return ReadFile(path, true); }
 
+// Opens a log without an announcement and a note of the version.
+inline bool Open(VexorLogging& log, const TemporaryFolder& folder, std::string_view name,
+                 TRACE_LEVEL level = TRACE_DEBUG, LOG_FILE_OPTIONS option = LOG_FILE_NEW,
+                 bool locked = false, bool continues = false) {
+  return log.Initialize(folder.path(), name, level, option, locked, true, continues, true);
+}
+
 // Opens a log of rows without columns: only what a test logs is in the file.
 inline bool OpenPlain(VexorLogging& log, const TemporaryFolder& folder, std::string_view name,
                       LOG_FILE_OPTIONS option = LOG_FILE_NEW, bool locked = false) {
   log.UpdateHeaderLine("");
-  return log.Initialize(folder.path(), name, TRACE_INFORMATION, option, locked, true, false, true);
+  return Open(log, folder, name, TRACE_INFORMATION, option, locked);
 }
 
 // Keeps the announcements of a test's logs off the console.

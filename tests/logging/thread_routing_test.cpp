@@ -45,8 +45,7 @@ TEST(Routing, BeginsAnewWithALogThatDoesNotContinue) {
   VexorLogging::SetThreadAffinityLog(thread.get_id(), 1, 2, 3, 4);
   VexorLogging log;
   const auto initialize = [&](bool continues) {
-    return log.Initialize(folder.path(), "run", TRACE_CRITICAL, LOG_FILE_NEW, false, true,
-                          continues, true);
+    return Open(log, folder, "run", TRACE_CRITICAL, LOG_FILE_NEW, false, continues);
   };
   ASSERT_TRUE(initialize(true));
   EXPECT_EQ(VexorLogging::GetThreadTestId(thread.get_id()), PM_TEST_SAGV);

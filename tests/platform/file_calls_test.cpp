@@ -95,8 +95,7 @@ void WriteLog(const Fault& fault, int nth) {
     VexorLogging log("header");
     log.SetLinesLimitToSplit(3);
     fault.set(nth, 1);
-    log.Initialize(folder.path(), "run", TRACE_DEBUG, LOG_FILE_NEW, true, true, false, true);
-    is_open = log.IsInitialized();
+    is_open = Open(log, folder, "run", TRACE_DEBUG, LOG_FILE_NEW, true);
     log.LogLine("line 0.", TRACE_DEBUG);
     log.UnlockLogging();
     for (const char c : {'1', '2', '3', '4', '5'}) {
