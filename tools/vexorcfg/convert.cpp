@@ -142,6 +142,35 @@ Status PrintDiff(const ConvertArguments& arguments) {
   return diff.empty() ? kClean : kWarnings;
 }
 
+// Reads the new file and tells what became of the old one: the proof that what stands in the new
+// one amounts to the same.
+Status ReportProof(const ConvertArguments& arguments, const Input& in, const Description& before) {
+  Input out;
+  const std::optional<Description> after = DescribeInput(arguments.out, out);
+  if (!after) return kNotRun;
+  const Comparison comparison = Compare(before, *after);
+  const Losses losses = ListLosses(in, out, comparison);
+  std::vector<Finding> left = vexor::CheckXMLConfigText(out.content);
+  std::erase_if(left, [](const Finding& finding) { return !IsFault(finding); });
+  PrintList("Brought to the current form:", ListSettled(in, before, left));
+  const std::size_t relied_on = CountDefaults(before);
+  const std::size_t unwritten = CountDefaults(*after);
+  if (unwritten < relied_on) {
+    std::cout << "Written out: " << Count(relied_on - unwritten, "default")
+              << " that the file did not state\n";
+  }
+  PrintList("Not carried by the written form:", losses.stated);
+  PrintList("Defaults that the written form leaves out, so that they read otherwise:",
+            losses.defaults);
+  if (!left.empty()) {
+    std::cout << "Still wrong: " << Count(left.size(), "fault") << ", see vexorcfg check "
+              << out.name << '\n';
+  }
+  std::cout << out.name << ": written and read again, " << Count(comparison.equal, "setting")
+            << " mean the same, " << losses.stated.size() << " not carried\n";
+  return losses.stated.empty() ? kClean : kWarnings;
+}
+
 }  // namespace
 
 Status Convert(const ConvertArguments& arguments) {
@@ -165,32 +194,7 @@ Status Convert(const ConvertArguments& arguments) {
     }
   }
   if (WriteDocument(arguments.out, document, arguments.force) != kClean) return kNotRun;
-
-  // The proof: what stands in the new file amounts to the same.
-  Input out;
-  const std::optional<Description> after = DescribeInput(arguments.out, out);
-  if (!after) return kNotRun;
-  const Comparison comparison = Compare(*before, *after);
-  const Losses losses = ListLosses(in, out, comparison);
-  std::vector<Finding> left = vexor::CheckXMLConfigText(out.content);
-  std::erase_if(left, [](const Finding& finding) { return !IsFault(finding); });
-  PrintList("Brought to the current form:", ListSettled(in, *before, left));
-  const std::size_t relied_on = CountDefaults(*before);
-  const std::size_t unwritten = CountDefaults(*after);
-  if (unwritten < relied_on) {
-    std::cout << "Written out: " << Count(relied_on - unwritten, "default")
-              << " that the file did not state\n";
-  }
-  PrintList("Not carried by the written form:", losses.stated);
-  PrintList("Defaults that the written form leaves out, so that they read otherwise:",
-            losses.defaults);
-  if (!left.empty()) {
-    std::cout << "Still wrong: " << Count(left.size(), "fault") << ", see vexorcfg check "
-              << out.name << '\n';
-  }
-  std::cout << out.name << ": written and read again, " << Count(comparison.equal, "setting")
-            << " mean the same, " << losses.stated.size() << " not carried\n";
-  return losses.stated.empty() ? kClean : kWarnings;
+  return ReportProof(arguments, in, *before);
 }
 
 }  // namespace vexorcfg

@@ -1,0 +1,17 @@
+#!/usr/bin/env bash
+# Usage: scripts/soak.sh [SECONDS]
+#
+# What takes too long for every change: lets every single allocation of the library's calls fail,
+# under the sanitizers, kills a process that logs 3,000 times, and runs each fuzzer for so many
+# SECONDS (3600) from a random seed, two at a time.
+set -euo pipefail
+source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
+check_arguments 1 "$@"
+
+"$root/scripts/setup.sh" build
+build_preset sanitize
+VEXOR_EVERY_ALLOCATION=1 "$root/build/sanitize/bin/vexor_fault_tests"
+build_preset dev
+VEXOR_KILL_ROUNDS=3000 "$root/build/dev/bin/vexor_internal_tests" \
+  --gtest_filter=Durability.SurvivesTheEndOfTheProcess
+VEXOR_FUZZ_SEED=0 "$root/scripts/fuzz.sh" "${1-3600}"
