@@ -58,7 +58,7 @@ TEST(Durability, SurvivesTheEndOfTheProcess) {
     if (asked_for == nullptr && round >= 20 && steady_clock::now() > end) break;
     const TemporaryFolder folder;
     {
-      const ChildProcess child(VEXOR_LOG_CHILD, folder.path());
+      const ChildProcess child({VEXOR_LOG_CHILD, folder.path()}, {});
       ASSERT_TRUE(child.started());
       if (round % 4 != 0) {
         while (IsFileEmpty(folder / "returned0")) std::this_thread::yield();

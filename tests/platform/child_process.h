@@ -1,13 +1,20 @@
-// A program that a test starts and may end without warning.
+// Programs that tests run, without a shell, so that a command means the same on every system.
 #pragma once
 
 #include <cstdint>
 #include <string>
+#include <vector>
+
+struct Streams {
+  std::string input = {};   // the file that is standard input; empty for none
+  std::string output = {};  // the file that standard output is appended to; empty for a closed one
+  std::string errors = {};  // the same for standard error
+};
 
 class ChildProcess {
  public:
-  // Starts the program with one argument.
-  ChildProcess(const std::string& program, const std::string& argument);
+  // Starts the program, the first of the words, which is searched for in PATH.
+  ChildProcess(const std::vector<std::string>& words, const Streams& streams);
   ChildProcess(const ChildProcess&) = delete;
   ChildProcess& operator=(const ChildProcess&) = delete;
 
@@ -15,6 +22,9 @@ class ChildProcess {
   ~ChildProcess();
 
   [[nodiscard]] bool started() const { return process_ != 0; }
+
+  // Returns the exit status once it has ended; -1 when it was not started or did not end by itself.
+  int Wait();
 
  private:
   std::intptr_t process_ = 0;

@@ -20,7 +20,7 @@
 #include <string>
 #include <vector>
 
-#include "run_program.h"
+#include "platform/child_process.h"
 #include "source_dir.h"
 #include "temporary_folder.h"
 
@@ -94,7 +94,7 @@ class Tool : public testing::Test {
         words.push_back(word);
       } else if (word == "|") {
         streams.output = "pipe.txt";
-        RunProgram(words, streams);
+        ChildProcess(words, streams).Wait();
         words.clear();
         streams = {.input = "pipe.txt", .output = "output.txt", .errors = "output.txt"};
       } else {
@@ -102,7 +102,7 @@ class Tool : public testing::Test {
         file = word == ">&-" ? "" : word.substr(1);
       }
     }
-    answer.status = RunProgram(words, streams);
+    answer.status = ChildProcess(words, streams).Wait();
     answer.output = ReadText("output.txt");
     return answer;
   }
