@@ -1,16 +1,15 @@
 // The parsers of option texts, the name tables and the error words against loops written by hand
-// for the same inputs. The loops know what the texts look like: they read no other form, detect no
-// bad text, and are inlined.
+// for the same inputs.
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cstdint>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
+#include "by_hand.h"
 #include "comparison.h"
 #include "vexor/syntax/affinity.h"
 #include "vexor/syntax/cstates.h"
@@ -30,6 +29,9 @@ namespace {
 using std::string_view;
 using vexor::AddComparison;
 using vexor::AddTextPair;
+using vexor::ForEachItemByHand;
+using vexor::ForEachNumberByHand;
+using vexor::ReadByHand;
 
 constexpr char ToUpperByHand(char c) {
   return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
@@ -43,21 +45,6 @@ bool EqualsByHand(string_view a, string_view b) {
   return true;
 }
 
-template <class Use>
-void ForEachItemByHand(string_view text, char delimiter, Use use) {
-  while (!text.empty()) {
-    const std::size_t end = std::min(text.find(delimiter), text.size());
-    use(text.substr(0, end));
-    text.remove_prefix(std::min(end + 1, text.size()));
-  }
-}
-
-int NumberByHand(string_view text) {
-  int number = 0;
-  std::from_chars(text.data(), text.data() + text.size(), number);
-  return number;
-}
-
 std::vector<int> AffinityByHand(string_view text) {
   std::vector<int> list;
   if (text == "All") return {0x7FFF};
@@ -67,12 +54,7 @@ std::vector<int> AffinityByHand(string_view text) {
   } else {
     list.push_back(0x7FFF);
   }
-  ForEachItemByHand(text, ',', [&](string_view item) {
-    const std::size_t dash = item.find('-');
-    const int low = NumberByHand(item.substr(0, dash));
-    const int high = dash == string_view::npos ? low : NumberByHand(item.substr(dash + 1));
-    for (int number = low; number <= high; ++number) list.push_back(number);
-  });
+  ForEachNumberByHand(text, [&](int number) { list.push_back(number); });
   return list;
 }
 
@@ -113,8 +95,8 @@ std::vector<int> SettingByHand(string_view text) {
   std::vector<int> values(11);
   ForEachItemByHand(text, ';', [&](string_view item) {
     const std::size_t colon = item.find(':');
-    const int state = NumberByHand(item.substr(1, colon - 1));
-    values[static_cast<std::size_t>(state)] = NumberByHand(item.substr(colon + 1));
+    const int state = ReadByHand(item.substr(1, colon - 1));
+    values[static_cast<std::size_t>(state)] = ReadByHand(item.substr(colon + 1));
   });
   return values;
 }
@@ -225,7 +207,7 @@ std::vector<std::uint16_t> RatiosByHand(string_view text) {
     return ratios;
   }
   ForEachItemByHand(text, ',', [&](string_view item) {
-    ratios.push_back(static_cast<std::uint16_t>((NumberByHand(item) + 2) / 3 * 3));
+    ratios.push_back(static_cast<std::uint16_t>((ReadByHand(item) + 2) / 3 * 3));
   });
   return ratios;
 }

@@ -1,6 +1,5 @@
 // The string and number helpers and the time parsers against loops written by hand for the same
-// texts, over std::string_view and std::from_chars. The loops know what the texts look like: they
-// read no other form, detect no bad text, and are inlined.
+// texts.
 
 #include <absl/strings/numbers.h>
 #include <absl/strings/str_replace.h>
@@ -17,6 +16,7 @@
 #include <string_view>
 #include <vector>
 
+#include "by_hand.h"
 #include "comparison.h"
 #include "vexor/logging/log_file.h"
 #include "vexor/syntax/time.h"
@@ -29,26 +29,13 @@ namespace {
 
 using std::string_view;
 using vexor::AddTextPair;
-
-template <class Number>
-Number ReadByHand(string_view text, int base = 10) {
-  Number number = 0;
-  std::from_chars(text.data(), text.data() + text.size(), number, base);
-  return number;
-}
+using vexor::ForEachItemByHand;
+using vexor::ForEachNumberByHand;
+using vexor::ReadByHand;
 
 std::uint64_t IntegerByHand(string_view text) {
   if (text.starts_with("0x")) return ReadByHand<std::uint64_t>(text.substr(2), 16);
   return ReadByHand<std::uint64_t>(text);
-}
-
-template <class Use>
-void ForEachItemByHand(string_view text, char delimiter, Use use) {
-  while (!text.empty()) {
-    const std::size_t end = std::min(text.find(delimiter), text.size());
-    use(text.substr(0, end));
-    text.remove_prefix(std::min(end + 1, text.size()));
-  }
 }
 
 string_view TrimByHand(string_view text) {
@@ -72,12 +59,7 @@ bool KeywordByHand(string_view text) {
 
 std::vector<int> IntegersByHand(string_view text) {
   std::vector<int> values;
-  ForEachItemByHand(text, ',', [&](string_view item) {
-    const std::size_t dash = item.find('-');
-    const int low = ReadByHand<int>(item.substr(0, dash));
-    const int high = dash == string_view::npos ? low : ReadByHand<int>(item.substr(dash + 1));
-    for (int i = low; i <= high; ++i) values.push_back(i);
-  });
+  ForEachNumberByHand(text, [&](int number) { values.push_back(number); });
   return values;
 }
 
