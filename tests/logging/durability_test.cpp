@@ -215,6 +215,7 @@ TEST(Faults, AreReportedOnceWhileTheTestGoesOn) {
 TEST(Faults, OfALostFileEndWhenItCanBeOpenedAgain) {
   const TemporaryFolder folder;
   const std::string file = folder / "run.csv";
+  const TestDisk disk;
   VexorLogging log("header");
   ASSERT_TRUE(Open(log, folder, "run"));
   log.LogLine("1", TRACE_DEBUG);
@@ -228,6 +229,7 @@ TEST(Faults, OfALostFileEndWhenItCanBeOpenedAgain) {
   log.LogLine("4", TRACE_DEBUG);
   EXPECT_EQ(GetCapturedStdout(), "Log File: " + file + " was removed and begins anew\n2\n3\n");
   EXPECT_EQ(ReadLog(file), "header\n4\n");
+  EXPECT_EQ(TestDisk::Calls(TestDisk::kSyncName), 2);  // of either file
 }
 
 TEST(Faults, OfANewFileEndWhenItCanBeCreated) {
