@@ -451,6 +451,12 @@ TEST(LogAutoRun, IsUpdatedWhenTheLogHasMoved) {
   log_two();
   EXPECT_EQ(front_end.calls, (std::vector<std::string>{"script:253"}));
   EXPECT_EQ(ReadLog(log.GetLogFile()), "2\nfrom the front end\n");
+  log.LockLogging();
+  for (const char* line : {"3", "4", "5"}) log.LogLine(line, TRACE_CRITICAL);
+  CaptureStdout();
+  log.UnlockLogging();  // two moves
+  GetCapturedStdout();
+  EXPECT_EQ(front_end.calls.size(), 3U);
 
   CaptureStdout();
   EXPECT_FALSE(ContextUtils().CreateAutoRun("script", 'x'));

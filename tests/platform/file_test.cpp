@@ -24,6 +24,8 @@ TEST(File, AppendsBesideOthersInOneCallAndKnowsThatItWasRemoved) {
   EXPECT_FALSE(first.Append("three"));
   EXPECT_EQ(TestDisk::Calls(TestDisk::kWrite), 3);
   EXPECT_EQ(ReadBytes(folder / "f"), "one two three");
+  const auto rights = std::filesystem::status(folder / "f").permissions();
+  EXPECT_NE(rights & std::filesystem::perms::owner_read, std::filesystem::perms::none);
   EXPECT_FALSE(first.IsRemoved());
   std::error_code in_use;  // not every system removes a file that is open
   const bool removed = std::filesystem::remove(folder / "f", in_use);
