@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <atomic>
-#include <charconv>
 #include <cmath>
 #include <optional>
 
@@ -48,6 +47,8 @@ const TimeUnit* FindExactUnit(std::string_view word) {
 constinit std::atomic<unsigned> g_drawn_times = 0;
 
 // 0 for a bad number.
+std::uint64_t ReadNumber(std::string_view text) { return ParseUnsigned(text).value_or(0); }
+
 std::uint64_t ReadNumber(std::string_view text, FaultNote& note) {
   const std::optional<std::uint64_t> number = ParseUnsigned(text);
   if (!number) note.At(text, "not a number", kNumberForm);
@@ -128,62 +129,6 @@ ONTIME_TYPE ReadOnTime(std::string_view text, FaultNote& note) {
   return time;
 }
 
-struct UnitTime {
-  std::uint32_t factor = 1;
-  std::uint64_t low = 0;
-  std::uint64_t high = 0;
-  bool is_range = false;
-};
-
-std::optional<UnitTime> ReadUnitTime(std::string_view text, FaultNote& note) {
-  const auto parts = SplitUnitAndValue(text);
-  if (!parts) {
-    note.AtEnd("not a unit and a value",
-               "unit:value or unit:low-high with msec, sec, min or hour (for example msec:80)");
-    return std::nullopt;
-  }
-  UnitTime time;
-  if (const TimeUnit* const unit = FindUnit(parts->unit)) {
-    time.factor = unit->milliseconds;
-  } else {
-    note.At(parts->unit, "unknown unit", "msec, sec, min or hour");
-  }
-  time.is_range = FindByte(parts->value, '-') != std::string_view::npos;
-  if (!time.is_range) {
-    time.low = ReadUnits(parts->value, time.factor, note);
-    return time;
-  }
-  // Unlike the bounds of `ReadOnTime`, these are items: trimmed, empty ones passed over.
-  std::string_view rest = parts->value;
-  for (std::uint64_t* const bound : {&time.low, &time.high}) {
-    std::string_view item;
-    if (TakeFilledItem(rest, '-', item)) {
-      *bound = ReadUnits(TrimBlanks(item), time.factor, note);
-    } else {
-      note.At(rest, "missing bound", "low-high");
-    }
-  }
-  return time;
-}
-
-std::uint32_t ReadBracketTime(std::string_view text, FaultNote& note) {
-  const std::size_t open = FindByte(text, '[');
-  if (open == std::string_view::npos) {
-    note.AtEnd("no unit in brackets", "number[unit] with sec, min or hour (for example 10[sec])");
-    return 0;
-  }
-  const std::string_view rest = text.substr(open + 1);
-  const std::string_view word = rest.substr(0, FindByte(rest, ']'));
-  const TimeUnit* const unit = FindExactUnit(word);
-  // Deliberately no "msec": this form has never known it.
-  if (unit == nullptr || unit->milliseconds == 1) {
-    note.At(word, "unknown unit", "sec, min or hour, in lower case");
-    return 0;
-  }
-  const std::uint64_t number = ReadUnits(text.substr(0, open), unit->milliseconds, note);
-  return unit->milliseconds * static_cast<std::uint32_t>(number);
-}
-
 // An execution length as it is written.
 struct ExeLength {
   std::uint64_t number = 0;
@@ -206,7 +151,7 @@ ExeLength ReadExeLength(std::string_view text, FaultNote& note) {
   } else {
     length.is_per_set = ContainsIgnoreCase(text, "PerSet") || ContainsIgnoreCase(text, "#Set");
     if (!length.is_per_set) note.At(first, "unknown unit", "msec, sec, min, hour, PerSet or #Set");
-    length.number = ParseUnsigned(second).value_or(0);
+    length.number = ReadNumber(second);
     if (length.number == 0) length.number = ReadNumber(first, note);
   }
   if (TakeFilledItem(rest, ':', first)) note.At(first, "a third item", "an end");
@@ -227,18 +172,6 @@ std::optional<Fault> CheckDuration(std::string_view text) {
   return note.First();
 }
 
-std::optional<Fault> CheckUnitTime(std::string_view text) {
-  FaultNote note(text);
-  ReadUnitTime(text, note);
-  return note.First();
-}
-
-std::optional<Fault> CheckBracketTime(std::string_view text) {
-  FaultNote note(text);
-  ReadBracketTime(text, note);
-  return note.First();
-}
-
 std::optional<Fault> CheckExeCycles(std::string_view text) {
   FaultNote note(text);
   if (!text.empty()) ReadExeLength(text, note);
@@ -253,17 +186,31 @@ unsigned int DecodeTimeUnits(std::string_view unit) {
 }
 
 unsigned int ParseUnitTime(std::string_view text, unsigned int seed, unsigned int default_ms) {
-  FaultNote unused(text);
-  const auto time = ReadUnitTime(text, unused);
-  if (!time) return default_ms;
-  if (!time->is_range) return time->factor * static_cast<std::uint32_t>(time->low);
+  const auto parts = SplitUnitAndValue(text);
+  if (!parts) return default_ms;
+  const std::uint32_t factor = DecodeTimeUnits(parts->unit);
+  std::string_view rest = parts->value;
+  if (FindByte(rest, '-') == std::string_view::npos) {
+    return factor * static_cast<std::uint32_t>(ReadNumber(rest));
+  }
+  // Unlike the bounds of `ReadOnTime`, these are items: trimmed, empty ones passed over.
+  std::array<long, 2> bounds{};
+  std::string_view item;
+  for (long& bound : bounds) {
+    if (TakeFilledItem(rest, '-', item)) bound = static_cast<long>(ReadNumber(TrimBlanks(item)));
+  }
   UserRand random(seed + g_drawn_times.fetch_add(1, std::memory_order_relaxed));
-  return time->factor * random.Next32(static_cast<long>(time->low), static_cast<long>(time->high));
+  return factor * random.Next32(bounds[0], bounds[1]);
 }
 
 unsigned int GetTime(std::string_view text) {
-  FaultNote unused(text);
-  return ReadBracketTime(text, unused);
+  const std::size_t open = FindByte(text, '[');
+  if (open == std::string_view::npos) return 0;
+  const std::string_view rest = text.substr(open + 1);
+  const TimeUnit* const unit = FindExactUnit(rest.substr(0, FindByte(rest, ']')));
+  // Deliberately no "msec": this form has never known it.
+  if (unit == nullptr || unit->milliseconds == 1) return 0;
+  return unit->milliseconds * static_cast<std::uint32_t>(ReadNumber(text.substr(0, open)));
 }
 
 ONTIME_TYPE ParseOnTimeType(std::string_view text) {

@@ -12,12 +12,6 @@ namespace vexor {
 // Of `ParseOnTimeType`. Empty and "Invalid" are good.
 std::optional<Fault> CheckDuration(std::string_view text);
 
-// Of `ParseUnitTime`.
-std::optional<Fault> CheckUnitTime(std::string_view text);
-
-// Of `GetTime`.
-std::optional<Fault> CheckBracketTime(std::string_view text);
-
 // Of `ParseExeCycleTimeType`. Empty is good.
 std::optional<Fault> CheckExeCycles(std::string_view text);
 
