@@ -8,6 +8,7 @@
 #include "vexor/vocabulary/device_names.h"
 #include "vexor/vocabulary/feature_names.h"
 #include "vexor/vocabulary/platform_names.h"
+#include "vexor/vocabulary/pm_tests.h"
 #include "vexor/vocabulary/report_labels.h"
 #include "vexor/vocabulary/state_names.h"
 
@@ -40,21 +41,19 @@ struct Table {
   const char* names;    // joined by ";"
 };
 
+constexpr const char* kCoreNames =
+    "Orvel RateGlide;Turbo Mode;HWP;Race-To-Halt;Thermal Monitor;Clock Modulation;"
+    "P-Control;Energy Turbo;Fast-MSR;Turbo Activation Ratio;SDC;Time Mwait;C1-E;"
+    "C1 Demotion;C1 UnDemotion;C3 Demotion;C3 UnDemotion;PCx Demotion;PCx UnDemotion;"
+    "Pkg Cstate Limit";
+
 constexpr auto kTables = std::to_array<Table>({
     {GetNameOfPower, AsInt<ParseIDOfPower>, 255, "",
      "RAPL_Pkg_Power_Limit1;RAPL_Pkg_Clamp_Limit1;RAPL_Pkg_Power_Limit2;"
      "RAPL_Pkg_Clamp_Limit2;Pkg_Power_Limit1_(W);Pkg_Time_Limit1;Pkg_Power_Limit2_(W);"
      "Pkg_Time_Limit2"},
-    {GetNameOfCore, AsInt<ParseIDOfCore>, 255, "",
-     "Orvel RateGlide;Turbo Mode;HWP;Race-To-Halt;Thermal Monitor;Clock Modulation;"
-     "P-Control;Energy Turbo;Fast-MSR;Turbo Activation Ratio;SDC;Time Mwait;C1-E;"
-     "C1 Demotion;C1 UnDemotion;C3 Demotion;C3 UnDemotion;PCx Demotion;PCx UnDemotion;"
-     "Pkg Cstate Limit"},
-    {GetNameOfCore, AsInt<ParsePMFeatureID>, 255, "",
-     "Orvel RateGlide;Turbo Mode;HWP;Race-To-Halt;Thermal Monitor;Clock Modulation;"
-     "P-Control;Energy Turbo;Fast-MSR;Turbo Activation Ratio;SDC;Time Mwait;C1-E;"
-     "C1 Demotion;C1 UnDemotion;C3 Demotion;C3 UnDemotion;PCx Demotion;PCx UnDemotion;"
-     "Pkg Cstate Limit"},
+    {GetNameOfCore, AsInt<ParseIDOfCore>, 255, "", kCoreNames},
+    {GetNameOfCore, AsInt<ParsePMFeatureID>, 255, "", kCoreNames},
     {GetNameOfCstateLatency, AsInt<ParseIdOfCstateLatency>, 255, "",
      "Latency CTL 0;Latency CTL 1;Latency CTL 2;Latency CTL 3;Latency CTL 4;Latency CTL 5"},
     {GetPrivateRegisterName, AsInt<ParsePrivateRegisterID>, 255, "",
@@ -116,6 +115,10 @@ constexpr auto kTables = std::to_array<Table>({
      "APIC;BERT;BGRT;CPEP;DBG2;DMAR;DSDT;ECDT;EINJ;ERST;FACP;FACS;FPDT;GTDT;HEST;HPET;"
      "LPIT;MCFG;MPST;MSCT;NFIT;PCCT;PMTT;PPTT;PSDT;RASF;RSDT;SBST;SDEI;SLIT;SRAT;SSDT;"
      "TPM2;UEFI;WAET;XSDT"},
+    {GetPMTestNameByID, AsIntInForm<ParsePMTestID, false>, PM_TEST_MAX, "",
+     "vexor;cstate;hwp;pstate;tstate;sdc;gstate;peci;dvfs;rc6;dgdvfs;dgrc6;dgsagv;dgreset;dgfan;"
+     "gcdrc6;gcddvfs;mediarc6;mediadvfs;vpudvfs;ipups;ipuis;ufs;sagv;psf0;meshgv;icep;icec;fact;"
+     "link;gen;dxstates;testcontrol;all;max;start;end"},
     {GetDefSysInfoName, nullptr, 0, "",
      "CPUID;LPC-ID;Patch ID;Virtual CPU;Total Sockets;Module-Per-Socket;Cores-Per-Socket;"
      "Theads-Per-Socket;Hybrid Cores;System Power States;CPU Power States;IA Px[Pn:P1:P0];"
@@ -163,6 +166,7 @@ TEST(NameTables, CaseMatters) {
   EXPECT_EQ(ParseTestModeID("verify"), TEST_MODE_UNKNOWN);
   EXPECT_EQ(ParseSysConfigID("hpr_cause0_check"), SYS_CFG_UNKNOWN);
   EXPECT_EQ(ParseIDOfCore("hwp"), CF_CORE_UNKNOWN);
+  EXPECT_EQ(ParsePMTestID("CSTATE", false), PM_TEST_MAX);
 }
 
 TEST(NameTables, OlderMaskNamesAreAccepted) {
