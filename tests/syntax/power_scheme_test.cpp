@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <string>
 
 namespace {
 
@@ -32,24 +33,18 @@ TEST(PowerScheme, WordsInAnyCase) {
 }
 
 TEST(PowerScheme, ChoicesHaveNoNameOfTheirOwn) {
-  struct Case {
-    int value;
-    const char* scheme;
-    const char* source;
-  };
-  for (const Case& row : std::to_array<Case>({
-           {-1, "User Defined", "User Defined"},
-           {0, "User Defined", "Default"},
-           {1, "Balanced", "AC"},
-           {2, "Power-Saver", "DC"},
-           {3, "High-Performance", "User Defined"},
-           {4, "User Defined", "User Defined"},
-           {5, "User Defined", "User Defined"},
-           {7, "User Defined", "User Defined"},
-       })) {
-    EXPECT_STREQ(PowerSchemeName(row.value), row.scheme) << row.value;
-    EXPECT_STREQ(BatterySimName(row.value), row.source) << row.value;
+  std::string schemes;
+  std::string sources;
+  for (int value = -1; value <= 7; ++value) {
+    schemes.append(PowerSchemeName(value)).append(";");
+    sources.append(BatterySimName(value)).append(";");
   }
+  EXPECT_EQ(schemes,
+            "User Defined;User Defined;Balanced;Power-Saver;High-Performance;User Defined;"
+            "User Defined;User Defined;User Defined;");
+  EXPECT_EQ(sources,
+            "User Defined;Default;AC;DC;User Defined;User Defined;User Defined;User Defined;"
+            "User Defined;");
 }
 
 }  // namespace
