@@ -4,6 +4,7 @@
 
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "vexor/syntax/ice_states.h"
@@ -64,66 +65,45 @@ TEST(Cstates, LimitMergesNumbersAndNotBits) {
   EXPECT_EQ(ParseLimitCstates("C6;C8"), 0);
 }
 
-struct Conditions {
-  bool ok = false;
-  std::vector<CSTATE_PER_STATE_CFG> slots = std::vector<CSTATE_PER_STATE_CFG>(3, {1, 1, 1});
-  bool a = false;
-  bool b = false;
-  bool c = false;
-  bool d = false;
-};
-
-void Decode(const char* word, Conditions& conditions) {
-  conditions.ok = ParsePerStateConditions(word, conditions.slots, conditions.a, conditions.b,
-                                          conditions.c, conditions.d);
+// One slot as a text: its four conditions, then the rest; "-" for one of zeros.
+std::string Show(const CSTATE_PER_STATE_CFG& slot) {
+  std::string text = " ";
+  for (const int field : {slot.cond0, slot.cond1, slot.cond2, slot.cond3, slot.noConditions,
+                          slot.globalBit1, slot.globalBit2, slot.field2BitA, slot.field2BitB}) {
+    text += std::to_string(field);
+  }
+  return text == " 000000000" ? " -" : text;
 }
 
-// One slot as a text: its four conditions, then the rest.
-std::string Show(const CSTATE_PER_STATE_CFG& slot) {
-  std::string text;
-  for (const int field : {slot.cond0, slot.cond1, slot.cond2, slot.cond3})
-    text += std::to_string(field);
-  for (const int field :
-       {slot.noConditions, slot.globalBit1, slot.globalBit2, slot.field2BitA, slot.field2BitB}) {
-    text += " " + std::to_string(field);
-  }
+// What a word makes of the flags that are set before: those set then and the slots, or "bad".
+std::string Decode(const char* word, std::string_view before) {
+  bool flags[4] = {};
+  for (std::size_t i = 0; i < 4; ++i) flags[i] = before.find("abcd"[i]) != std::string_view::npos;
+  std::vector<CSTATE_PER_STATE_CFG> slots(3, {1, 1, 1});
+  std::string text =
+      ParsePerStateConditions(word, slots, flags[0], flags[1], flags[2], flags[3]) ? "" : "bad ";
+  for (std::size_t i = 0; i < 4; ++i) text.append(flags[i] ? 1 : 0, "abcd"[i]);
+  for (const CSTATE_PER_STATE_CFG& slot : slots) text += Show(slot);
   return text;
 }
 
 TEST(Cstates, ConditionWordsFillTheirSlots) {
-  Conditions conditions;
-  Decode("0x00000F00", conditions);
-  ASSERT_EQ(conditions.slots.size(), 8U);
-  EXPECT_EQ(Show(conditions.slots[2]), "1111 0 0 0 0 0");
-  EXPECT_EQ(Show(conditions.slots[3]), "0000 0 0 0 0 0");
-  EXPECT_TRUE(conditions.ok && !conditions.a && !conditions.b && !conditions.c && !conditions.d);
-
-  conditions.d = true;
-  Decode("0x8421849A", conditions);
-  const char* const slots[] = {"0000 0 0 0 0 0", "0000 0 0 0 0 0", "0010 0 1 0 1 2",
-                               "0001 0 1 0 1 2", "1000 0 1 0 1 2", "0100 0 1 0 1 2",
-                               "0010 0 1 0 1 2", "0001 0 1 0 1 2"};
-  for (std::size_t slot = 0; slot < 8; ++slot) EXPECT_EQ(Show(conditions.slots[slot]), slots[slot]);
-  EXPECT_TRUE(conditions.a) << "bit 3";
-  EXPECT_FALSE(conditions.d) << "bit 0 is assigned";
-
-  conditions.c = true;
-  Decode("0x5", conditions);
-  EXPECT_EQ(Show(conditions.slots[7]), "0010 0 0 1 0 0") << "an incoming flag holds for every slot";
-  EXPECT_TRUE(conditions.a) << "never cleared";
-  EXPECT_TRUE(conditions.d);
-  conditions.c = false;
-  conditions.b = true;
-  Decode("", conditions);
-  EXPECT_EQ(Show(conditions.slots[2]), "0001 1 0 0 0 0") << "an empty word is 0";
-  EXPECT_EQ(Show(conditions.slots[1]), "0000 0 0 0 0 0");
-
+  struct Case {
+    const char* word;
+    const char* flags;
+    const char* result;
+  };
+  const Case cases[] = {
+      {"0x00000F00", "", " - - 111100000 - - - - -"},
+      // Bit 3 sets the first flag, bit 0 is assigned to the last.
+      {"0x8421849A", "d", "a - - 001001012 000101012 100001012 010001012 001001012 000101012"},
+      // A flag that is set holds for every slot and is never cleared; an empty word is 0.
+      {"0x5", "ac", "acd - - 001000100 001000100 001000100 001000100 001000100 001000100"},
+      {"", "b", "b - - 000110000 000110000 000110000 000110000 000110000 000110000"},
+  };
+  for (const Case& row : cases) EXPECT_EQ(Decode(row.word, row.flags), row.result) << row.word;
   for (const char* word : {"x", "0x", "-1", "0xDEADBEEF", "3735928559", "18446744073709551616"}) {
-    conditions.d = true;
-    Decode(word, conditions);
-    EXPECT_FALSE(conditions.ok) << word;
-    EXPECT_TRUE(conditions.d) << word;
-    EXPECT_EQ(Show(conditions.slots.at(7)), "0000 0 0 0 0 0") << word;
+    EXPECT_EQ(Decode(word, "d"), "bad d - - - - - - - -") << word;
   }
 }
 
