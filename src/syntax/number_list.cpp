@@ -33,8 +33,7 @@ struct Range {
 
 std::optional<Range> ReadRange(std::string_view text, NumberBase base) {
   const auto read = [base](std::string_view bound) {
-    const bool is_hex = base == NumberBase::kHexadecimal && !HasHexPrefix(bound);
-    const UnsignedText number = is_hex ? ReadDigits<16>(bound) : ReadUnsigned(bound);
+    const UnsignedText number = ReadUnsigned(bound, base);
     return number.kind == UnsignedText::Kind::kNumber ? number.value : kNoNumber64;
   };
   const std::size_t dash = text.find('-');

@@ -6,11 +6,9 @@
 #include <vector>
 
 #include "syntax/fault_note.h"
+#include "util/text.h"
 
 namespace vexor {
-
-// How numbers without "0x" are read.
-enum class NumberBase { kDecimal, kHexadecimal };
 
 // Appends the numbers of the list to `numbers`, unless that is null, each stored in 32 bits. A bad
 // item takes what the list has given before it along.

@@ -1,14 +1,11 @@
 #include "syntax/tuple_reader.h"
 
-#include "util/text.h"
-
 namespace vexor {
 
 std::optional<std::uint32_t> ReadLimitedNumber(std::string_view text, const NumberLimit& limit,
                                                FaultNote& note, NumberBase base) {
   using Kind = UnsignedText::Kind;
-  const bool is_hex = base == NumberBase::kHexadecimal && !HasHexPrefix(text);
-  const UnsignedText number = is_hex ? ReadDigits<16>(text) : ReadUnsigned(text);
+  const UnsignedText number = ReadUnsigned(text, base);
   if (number.kind == Kind::kNumber && number.value <= limit.largest) {
     return static_cast<std::uint32_t>(number.value);
   }

@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include "syntax/fault_note.h"
-#include "syntax/number_list.h"
+#include "util/text.h"
 
 namespace vexor {
 

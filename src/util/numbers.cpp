@@ -98,11 +98,9 @@ ItemBounds SplitRange(std::string_view item) {
 }
 
 // Appends the values of one item; false for a bad one.
-bool AppendIntegers(std::string_view item, bool hexadecimal, std::vector<int>& values) {
-  const auto read = [hexadecimal](std::string_view bound) {
-    return ValueOr(
-        hexadecimal && !HasHexPrefix(bound) ? ReadDigits<16>(bound) : ReadUnsigned(bound),
-        kNoNumber64);
+bool AppendIntegers(std::string_view item, NumberBase base, std::vector<int>& values) {
+  const auto read = [base](std::string_view bound) {
+    return ValueOr(ReadUnsigned(bound, base), kNoNumber64);
   };
   const ItemBounds bounds = SplitRange(item);
   std::uint64_t low = read(bounds.first);
@@ -207,12 +205,13 @@ double GetDoubleValue(std::string_view text, double default_value) {
 
 std::vector<int> GetIntegerList(std::string_view text, char delimiter, int default_value,
                                 bool hexadecimal) {
+  const NumberBase base = hexadecimal ? NumberBase::kHexadecimal : NumberBase::kDecimal;
   std::string buffer;
   std::string_view rest = RemoveBrackets(text, buffer);
   std::vector<int> values;
   for (std::string_view item; TakeItem(rest, delimiter, item);) {
     // Deliberately goes on behind a bad item: the default stands for all up to it.
-    if (!AppendIntegers(item, hexadecimal, values)) values.assign(1, default_value);
+    if (!AppendIntegers(item, base, values)) values.assign(1, default_value);
   }
   return values;
 }

@@ -118,9 +118,13 @@ UnsignedText ReadDigits(std::string_view text) {
   return {.kind = Kind::kNumber, .value = value};
 }
 
-// Reads a whole text of decimal digits, or of "0x" or "0X" and hexadecimal digits.
-inline UnsignedText ReadUnsigned(std::string_view text) {
-  return HasHexPrefix(text) ? ReadDigits<16>(text.substr(2)) : ReadDigits<10>(text);
+// How digits without "0x" are read.
+enum class NumberBase : std::uint8_t { kDecimal, kHexadecimal };
+
+// Reads a whole text of digits of the base, or of "0x" or "0X" and hexadecimal digits.
+inline UnsignedText ReadUnsigned(std::string_view text, NumberBase base = NumberBase::kDecimal) {
+  if (HasHexPrefix(text)) return ReadDigits<16>(text.substr(2));
+  return base == NumberBase::kHexadecimal ? ReadDigits<16>(text) : ReadDigits<10>(text);
 }
 
 // The number that `ReadUnsigned` finds; nothing for any other text and for a number beyond 64 bits.

@@ -96,7 +96,7 @@ TEST(Cstates, ConditionWordsFillTheirSlots) {
   const Case cases[] = {
       {"0x00000F00", "", " - - 111100000 - - - - -"},
       // Bit 3 sets the first flag, bit 0 is assigned to the last.
-      {"0x8421849A", "d", "a - - 001001012 000101012 100001012 010001012 001001012 000101012"},
+      {"0x842184EA", "d", "a - - 001001023 000101023 100001023 010001023 001001023 000101023"},
       // A flag that is set holds for every slot and is never cleared; an empty word is 0.
       {"0x5", "ac", "acd - - 001000100 001000100 001000100 001000100 001000100 001000100"},
       {"", "b", "b - - 000110000 000110000 000110000 000110000 000110000 000110000"},
