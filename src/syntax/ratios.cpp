@@ -126,15 +126,6 @@ constexpr auto kPoints = std::to_array<Word<RatioPoint>>({
 constexpr std::string_view kRatioForm =
     "P0, P1, Pe, Pn, Pn--, P0++, P0Pn, All, a number from 0 to 254 (0xFE) or two of them as 8-12";
 
-// Calls `read` with each item of a list at "," or ";", without its outer blanks. Empty items are
-// passed over.
-template <class Read>
-void ForEachItem(std::string_view text, Read read) {
-  for (std::string_view group; TakeFilledItem(text, ';', group);) {
-    for (std::string_view item; TakeFilledItem(group, ',', item);) read(TrimBlanks(item));
-  }
-}
-
 std::optional<std::uint16_t> ReadRatioNumber(std::string_view text) {
   const std::uint64_t number = ParseUnsigned(text).value_or(kNoNumber64);
   if (number > kLargestRatio) return std::nullopt;

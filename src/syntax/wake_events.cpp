@@ -5,7 +5,6 @@
 #include "syntax/fault_note.h"
 #include "syntax/wake_events_grammar.h"
 #include "syntax/words.h"
-#include "util/text.h"
 
 using namespace vexor;
 
@@ -31,16 +30,13 @@ constexpr auto kEvents = std::to_array<Word<WAKE_EVENT>>({
 
 std::vector<WAKE_EVENT> ReadWakeEvents(std::string_view text, FaultNote& note) {
   std::vector<WAKE_EVENT> events;
-  for (std::string_view group; TakeFilledItem(text, ';', group);) {
-    for (std::string_view item; TakeFilledItem(group, ',', item);) {
-      item = TrimBlanks(item);
-      if (const auto* const event = FindWord(kEvents, item)) {
-        events.push_back(event->value);
-      } else {
-        note.At(item, "unknown wake event", kListOf<kEvents>);
-      }
+  ForEachItem(text, [&](std::string_view item) {
+    if (const auto* const event = FindWord(kEvents, item)) {
+      events.push_back(event->value);
+    } else {
+      note.At(item, "unknown wake event", kListOf<kEvents>);
     }
-  }
+  });
   return events;
 }
 

@@ -1,4 +1,4 @@
-// Words that stand for values. A word is compared as a whole and in any case.
+// Words that stand for values, and lists of them. A word is compared as a whole and in any case.
 #pragma once
 
 #include <array>
@@ -29,6 +29,15 @@ constexpr auto FindWord(const Rows& rows, std::string_view text) -> decltype(row
     if (EqualsIgnoreCase(TextOf(row), text)) return &row;
   }
   return nullptr;
+}
+
+// Calls `read` with each item of a list at "," or ";", without its outer blanks. Empty items are
+// passed over.
+template <class Read>
+constexpr void ForEachItem(std::string_view text, Read read) {
+  for (std::string_view group; TakeFilledItem(text, ';', group);) {
+    for (std::string_view item; TakeFilledItem(group, ',', item);) read(TrimBlanks(item));
+  }
 }
 
 // The texts of a constant table as one text, made at compile time: "AC, DC or Default".
