@@ -1,7 +1,9 @@
 #include "syntax/plain_grammar.h"
 
+#include "syntax/words.h"
 #include "util/text.h"
 #include "vexor/vocabulary/state_names.h"
+#include "vocabulary/state_tables.h"
 
 namespace vexor {
 
@@ -44,15 +46,12 @@ std::optional<Fault> CheckBoolean(std::string_view text) {
 
 std::optional<Fault> CheckTestMode(std::string_view text) {
   if (text.empty() || ParseTestModeID(text) != TEST_MODE_UNKNOWN) return std::nullopt;
-  return Fault{.what = "unknown test mode", .expected = "Default, Verify, Exercise or Monitor"};
+  return Fault{.what = "unknown test mode", .expected = kListOf<kTestModes>};
 }
 
 std::optional<Fault> CheckS0ixState(std::string_view text) {
   if (text.empty() || ParseS0ixStatesID(text) != S0IX_UNKNOWN) return std::nullopt;
-  return Fault{.what = "unknown state",
-               .expected =
-                   "S0iR, S0i1, S0i2, S0i3, PS-ON, IDLE1, IDLE2, IDLE3, IVR-S0IX, S0i2-0, S0i2-1, "
-                   "S0i2-2, S0i3-0, S0i3-1, S0i3-2, S0i3-3 or S0i3-4"};
+  return Fault{.what = "unknown state", .expected = kListOf<kS0ixStates>};
 }
 
 }  // namespace vexor

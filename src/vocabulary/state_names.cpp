@@ -3,16 +3,9 @@
 #include <array>
 
 #include "vocabulary/name_table.h"
+#include "vocabulary/state_tables.h"
 
 namespace {
-
-constexpr auto kTestModes = std::to_array<std::string_view>({
-    "Default",
-    "Verify",
-    "Exercise",
-    "Monitor",
-});
-static_assert(kTestModes.size() == TEST_MODE_UNKNOWN);
 
 constexpr auto kTestControls = std::to_array<std::string_view>({
     "start",
@@ -36,33 +29,12 @@ constexpr auto kFlowInitMessages = std::to_array<std::string_view>({
 });
 static_assert(kFlowInitMessages.size() == FLOW_INIT_BAD_TEST_CONTROL + 1);
 
-constexpr auto kS0ixStates = std::to_array<std::string_view>({
-    "S0iR",
-    "S0i1",
-    "S0i2",
-    "S0i3",
-    "PS-ON",
-    "IDLE1",
-    "IDLE2",
-    "IDLE3",
-    "IVR-S0IX",
-    "S0i2-0",
-    "S0i2-1",
-    "S0i2-2",
-    "S0i3-0",
-    "S0i3-1",
-    "S0i3-2",
-    "S0i3-3",
-    "S0i3-4",
-});
-static_assert(kS0ixStates.size() == S0IX_UNKNOWN && vexor::AllDistinct(kS0ixStates));
-
 }  // namespace
 
-const char* GetTestModeName(int value) { return vexor::NameOf(kTestModes, value); }
+const char* GetTestModeName(int value) { return vexor::NameOf(vexor::kTestModes, value); }
 
 TEST_MODE ParseTestModeID(std::string_view text) {
-  return vexor::ValueOf(kTestModes, text, TEST_MODE_UNKNOWN);
+  return vexor::ValueOf(vexor::kTestModes, text, TEST_MODE_UNKNOWN);
 }
 
 const char* GetTestControlNameByID(int value) { return vexor::NameOf(kTestControls, value); }
@@ -73,8 +45,8 @@ TEST_CONTROL_ID ParseTestControlID(std::string_view text) {
 
 const char* GetFlowInitStatusMsg(int value) { return vexor::NameOf(kFlowInitMessages, value); }
 
-const char* GetS0ixStatesName(int value) { return vexor::NameOf(kS0ixStates, value); }
+const char* GetS0ixStatesName(int value) { return vexor::NameOf(vexor::kS0ixStates, value); }
 
 S0IX_STATES ParseS0ixStatesID(std::string_view text) {
-  return vexor::ValueOf(kS0ixStates, text, S0IX_UNKNOWN);
+  return vexor::ValueOf(vexor::kS0ixStates, text, S0IX_UNKNOWN);
 }
