@@ -2,9 +2,8 @@
 //
 //   name      "C0", "C1", "C3", "C6", "C6r", "C7", "C7s", "C8", "C9" or "C10", exactly
 //   list      names joined by ";", such as "C1;C6"; ParseLimitCstates alone takes ","
-//   setting   items joined by ";", each "name:number" or a number alone, which holds for all
-//   states:
-//             "C1:5;C6:2", "5" or "5;C6:2"
+//   setting   items joined by ";", each "name:number" or a number alone, which holds for every
+//             state: "C1:5;C6:2", "5" or "5;C6:2"
 //   lists     items joined by ";", each "name:[numbers]" or "[numbers]": "C1:[];C6:[0,2-4]"
 //   word      a 32-bit number, such as "0x00000F00"
 //
@@ -85,7 +84,8 @@ VEXOR_EXPORT bool ParsePerStateConditions(std::string_view word,
 // other item, "C0", "C6r" and "C7s" among them, is passed over.
 VEXOR_EXPORT int ParseLimitCstates(std::string_view list);
 
-// Returns the bits of the states of a list, in its order; nothing at all when one is unknown.
+// Returns the bits of the states of a list, in its order; nothing at all when an item is unknown or
+// empty. A trailing ";" gives no item.
 VEXOR_EXPORT std::vector<CSTATE_MASK> ParseExeCstates(std::string_view list);
 
 // Brings `values` to 11 entries, new ones 0, and stores each number (0 to 2147483647) at its

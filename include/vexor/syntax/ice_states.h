@@ -25,5 +25,6 @@ enum ICE_POWER_STATES : std::int32_t {
 // off, D0, D0I3, D3, wherever it stands. ICE_STATE_UNKNOWN when no word is known.
 VEXOR_EXPORT ICE_POWER_STATES ParseIceState(std::string_view list);
 
-// Returns the states of a list, in its order; nothing at all when one is unknown.
+// Returns the states of a list, in its order; nothing at all when an item is unknown or empty.
+// A trailing ";" gives no item.
 VEXOR_EXPORT std::vector<int> ParseExeIceSleepStates(std::string_view list);

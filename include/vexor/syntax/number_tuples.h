@@ -4,8 +4,8 @@
 //            "packages:modules:cores:threads", such as "100:0:0"
 //   spread   how much of the low, the medium and the high ratios there is, as hexadecimal bytes:
 //            "low:medium:high", such as "FF:FF:FF"
-//   timeout  how long to wait and how often: "seconds:times", such as "120:5", or "seconds" for
-//   once
+//   timeout  how long to wait and how often: "seconds:times", such as "120:5", or "seconds", which
+//            is once
 //
 // Blanks around a number are passed over. Any thread may call.
 #pragma once

@@ -84,7 +84,8 @@ VEXOR_EXPORT std::string TimeUnitVerifyFormat(std::string_view text, bool unit_f
 // Returns an execution length. A cycle takes the sum of the two parts in milliseconds, 0.005 if
 // that is 0. Units in any case; "PerSet" or "#Set" anywhere in a text with ":" multiplies the
 // number by `set_count`. All zero for an empty text and a time of 0; not valid for a bad or zero
-// number of cycles. Numbers too large to hold become the largest.
+// number of cycles. Products wrap in 64 bits; what the cycle's length makes too large to hold
+// becomes the largest number.
 VEXOR_EXPORT _EXECYCLETIME ParseExeCycleTimeType(std::string_view text, unsigned int set_count,
                                                  float cycle_part_a, float cycle_part_b);
 
