@@ -136,7 +136,7 @@ TEST(OptionGrammar, GoodTextsHaveNoFault) {
       {CheckTimeout, {"120:5"}},
       {CheckPeciInterface, {"eSPI"}},
       {CheckPeciCommands, {"Ping;RdPkgConfig"}},
-      {CheckPeciServices, {"Pkg-Id;0x1A;"}},
+      {CheckPeciServices, {"Pkg-Id;;0x1A;"}},
       {CheckPeciParameters, {"0;;0xFFFF"}},
       {CheckPeciData, {"0xFFFFFFFF"}},
       {CheckPeciRegisters, {"0x1A2;Perf-Status:3"}},

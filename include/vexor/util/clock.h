@@ -3,7 +3,7 @@
 //   const auto start = std::chrono::steady_clock::now();
 //   SleepMicroS(50);                                  // exact: spins
 //   GetDeltaMicroSeconds(start);                      // 50
-//   GetCurTimeStamp();                                // 2024-3-07 09:05:02.017
+//   GetCurTimeStamp();                                // 2024-03-07 09:05:02.017
 //
 // Any thread may call.
 #pragma once
