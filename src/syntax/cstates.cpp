@@ -139,22 +139,32 @@ void ReadNumbers(std::string_view text, std::vector<int>* values, FaultNote& not
 
 void ReadLists(std::string_view text, std::vector<std::vector<int>>* lists, NumberBase base,
                FaultNote& note) {
+  std::string_view list;
   std::vector<int> numbers;
-  std::size_t total = 0;  // of all lists, those included that a later one replaces
-  const auto read = [&](std::string_view list) {
-    if (list.size() < 2 || list.front() != '[' || list.back() != ']') {
+  std::uint64_t size = 0;
+  std::uint64_t total = 0;  // of all lists, those included that a later one replaces
+  const auto count = [&] {
+    total += size;
+    if (total <= kMaxRangeValues) return;
+    if (lists != nullptr) throw std::length_error("more than 16777216 values in the lists");
+    note.At(list, "too many numbers", "at most 16777216 in all lists");
+  };
+  const auto read = [&](std::string_view value) {
+    list = value;
+    if (!list.starts_with('[') || !list.ends_with(']')) {
       note.At(list, "not a list", "numbers in brackets, such as [0,2-4] or []");
       return false;
     }
     FaultNote list_note(list);
     numbers.clear();
-    ReadNumberList(list, lists != nullptr ? &numbers : nullptr, list_note, base);
-    total += numbers.size();
-    if (total > kMaxRangeValues) throw std::length_error("more than 16777216 values in the lists");
-    if (list_note.First()) note.Within(list, *list_note.First());
-    return !list_note.First();
+    size = ReadNumberList(list, lists != nullptr ? &numbers : nullptr, list_note, base);
+    if (!list_note.First()) return true;
+    note.Within(list, *list_note.First());
+    count();  // what is dropped takes its time, too
+    return false;
   };
   ReadSettings(text, note, read, [&](std::size_t number) {
+    count();
     if (lists != nullptr) (*lists)[number] = numbers;
   });
 }

@@ -56,8 +56,8 @@ void AppendRange(const Range& range, std::vector<int>& numbers) {
 
 }  // namespace
 
-void ReadNumberList(std::string_view text, std::vector<int>* numbers, FaultNote& note,
-                    NumberBase base) {
+std::uint64_t ReadNumberList(std::string_view text, std::vector<int>* numbers, FaultNote& note,
+                             NumberBase base) {
   const std::size_t first = numbers != nullptr ? numbers->size() : 0;
   std::uint64_t count = 0;  // with the dropped ones: they take their time, too
   std::string_view rest = text;
@@ -77,11 +77,12 @@ void ReadNumberList(std::string_view text, std::vector<int>* numbers, FaultNote&
     if (is_too_long && numbers != nullptr) ThrowTooLong(item);
     if (is_too_long) {
       note.At(item, "too many numbers", "at most 16777216 in a list");
-      return;
+      break;
     }
     count += width + 1;
     if (numbers != nullptr) AppendRange(*range, *numbers);
   }
+  return count;
 }
 
 }  // namespace vexor

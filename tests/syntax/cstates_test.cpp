@@ -166,7 +166,9 @@ TEST(Cstates, ListsPerState) {
     EXPECT_EQ(lists[6], row.c6) << row.text;
   }
   Lists lists;
-  EXPECT_THROW(ParsePerCStateSetting("C1:[0-4294967295]", lists, false), std::length_error);
+  for (const char* text : {"C1:[0-4294967295]", "[0-2396745]", "C1:[0-8388608];C1:[x,0-8388607]"}) {
+    EXPECT_THROW(ParsePerCStateSetting(text, lists, false), std::length_error) << text;
+  }
 }
 
 TEST(Cstates, HexadecimalNumbersBehindTwoCharacters) {

@@ -96,7 +96,8 @@ VEXOR_EXPORT bool ParsePerCStateSetting(std::string_view text, std::vector<int>&
 // Brings `lists` to 11 entries, new ones empty, and replaces the list at each state's number (1, 3,
 // 6 to 10). `hexadecimal` says that numbers without "0x" are hexadecimal too. Returns whether the
 // whole text was understood; an item that was not changes nothing.
-// Throws std::length_error for lists of more than 16,777,216 numbers in all.
+// Throws std::length_error for lists of more than 16,777,216 numbers in all; a list that holds for
+// every state counts for each.
 VEXOR_EXPORT bool ParsePerCStateSetting(std::string_view text, std::vector<std::vector<int>>& lists,
                                         bool hexadecimal);
 
