@@ -112,9 +112,13 @@ TEST(TestOptions, WhatIsWrongIsReportedAndChangesNothing) {
       Read({"/hwp", longest_shown + std::string(1 << 20, 'x')}),
       "2{}!unknown option \"" + longest_shown + "...\" for /hwp, the nearest option is -coreexcl");
   std::vector<std::string> faults;
-  char* none[] = {nullptr, nullptr};
-  EXPECT_TRUE(getCmdPMTestsOptions(none, 2, faults).empty());
   EXPECT_TRUE(getCmdPMTestsOptions(nullptr, -1, faults).empty() && faults.empty());
+  std::string texts[] = {"/hwp", "-core", "-r"};
+  char* nulls[] = {nullptr, texts[0].data(), texts[1].data(), nullptr, texts[2].data(), nullptr};
+  const auto nodes = getCmdPMTestsOptions(nulls, 6, faults);
+  ASSERT_EQ(nodes.size(), 1U);
+  EXPECT_EQ(nodes[0].options.size(), 1U) << "the switch stands alone";
+  EXPECT_EQ(faults.size(), 3U) << "what is no text is no value";
 }
 
 TEST(TestOptions, KnobsAreSwitchedInTheirList) {
