@@ -149,6 +149,7 @@ TEST(Numbers, GetDoubleListStepsThroughRanges) {
       {"1-2", std::nan(""), {kBad}, "no number is no step"},
       {"1-2", kInfinity, {1}, "the largest step"},
       {"2-2", 1e-300, {2}, "a step too small to lead on"},
+      {"0.2-0.5", 0.1, {0.2, 0.3, 0.4, 0.5}, "the steps that fit are not rounded down"},
   };
   for (const Case& c : cases) {
     const Doubles values = GetDoubleList(c.text, ',', kBad, c.step);
