@@ -33,7 +33,6 @@ TEST(PmTests, NamesGoOutAndComeBack) {
 }
 
 TEST(PmTests, LongNamesHonourCaseExceptOne) {
-  EXPECT_EQ(GetPMTestID("cstates", true), PM_TEST_CSTATES);
   EXPECT_EQ(GetPMTestID("cstates", false), PM_TEST_MAX);
   EXPECT_EQ(GetPMTestID("DGFX-SAGV", false), PM_TEST_DGFX_SAGV);
   EXPECT_EQ(GetPMTestID("dgfx-sagv", false), PM_TEST_DGFX_SAGV);
