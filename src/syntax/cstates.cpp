@@ -287,7 +287,8 @@ int ParseNum(std::string_view hex_text) {
   char* end = nullptr;
   const long long number = std::strtoll(digits.c_str(), &end, 16);
   if (end == digits.c_str()) throw std::invalid_argument("invalid stoi argument");
-  if (number < std::numeric_limits<int>::min() || number > std::numeric_limits<int>::max()) {
+  // A sign leaves room for seven digits: no number is too small.
+  if (number > std::numeric_limits<int>::max()) {
     throw std::out_of_range("stoi argument out of range");
   }
   return static_cast<int>(number);
