@@ -97,8 +97,10 @@ ItemBounds SplitRange(std::string_view item) {
   return {item.substr(0, dash), item.substr(dash + 1), true};
 }
 
-// Appends the values of one item; false for a bad one.
-bool AppendIntegers(std::string_view item, NumberBase base, std::vector<int>& values) {
+// Appends the values of one item; false for a bad one. Its range, if it is one, is taken off
+// `left`, the number of values that ranges may still have.
+bool AppendIntegers(std::string_view item, NumberBase base, std::uint64_t& left,
+                    std::vector<int>& values) {
   const auto read = [base](std::string_view bound) {
     return ValueOr(ReadUnsigned(bound, base), kNoNumber64);
   };
@@ -112,13 +114,15 @@ bool AppendIntegers(std::string_view item, NumberBase base, std::vector<int>& va
   std::uint64_t high = read(bounds.second);
   if (low == kNoNumber64 || high == kNoNumber64) return false;
   if (low > high) std::swap(low, high);
-  if (high - low >= kMaxRangeValues) ThrowTooLong(item);
+  if (high - low >= left) ThrowTooLong(item);
+  left -= high - low + 1;
   for (std::uint64_t i = 0; i <= high - low; ++i) values.push_back(static_cast<int>(low + i));
   return true;
 }
 
-// Appends the values of one item; false for a bad one and for a step that leads nowhere.
-bool AppendDoubles(std::string_view item, double step, std::vector<double>& values) {
+// The same for numbers that are not whole; false, too, for a step that leads nowhere.
+bool AppendDoubles(std::string_view item, double step, std::uint64_t& left,
+                   std::vector<double>& values) {
   const ItemBounds bounds = SplitRange(item);
   const auto first = ReadPlainDecimal<double>(bounds.first);
   if (!first) return false;
@@ -130,7 +134,8 @@ bool AppendDoubles(std::string_view item, double step, std::vector<double>& valu
   if (!second || !(step > 0)) return false;
   const auto [low, high] = std::minmax(*first, *second);
   const double steps = (high - low) / step;
-  if (!(steps < static_cast<double>(kMaxRangeValues))) ThrowTooLong(item);
+  if (!(steps < static_cast<double>(left))) ThrowTooLong(item);
+  left -= static_cast<std::uint64_t>(steps);
   // A step may be too small to change the value: the count ends the range as well. It forgives a
   // quotient that was rounded down.
   const int count = static_cast<int>(steps * (1 + 1e-9)) + 1;
@@ -209,9 +214,10 @@ std::vector<int> GetIntegerList(std::string_view text, char delimiter, int defau
   std::string buffer;
   std::string_view rest = RemoveBrackets(text, buffer);
   std::vector<int> values;
+  std::uint64_t left = kMaxRangeValues;  // what a bad item replaces took its time, too
   for (std::string_view item; TakeItem(rest, delimiter, item);) {
     // Deliberately goes on behind a bad item: the default stands for all up to it.
-    if (!AppendIntegers(item, base, values)) values.assign(1, default_value);
+    if (!AppendIntegers(item, base, left, values)) values.assign(1, default_value);
   }
   return values;
 }
@@ -221,8 +227,9 @@ std::vector<double> GetDoubleList(std::string_view text, char delimiter, double 
   std::string buffer;
   std::string_view rest = RemoveBrackets(text, buffer);
   std::vector<double> values;
+  std::uint64_t left = kMaxRangeValues;
   for (std::string_view item; TakeItem(rest, delimiter, item);) {
-    if (!AppendDoubles(item, step, values)) return {default_value};
+    if (!AppendDoubles(item, step, left, values)) return {default_value};
   }
   return values;
 }

@@ -161,8 +161,9 @@ TEST(Numbers, GetDoubleListStepsThroughRanges) {
 
 TEST(Numbers, RangesTooLongEndAtOnce) {
   EXPECT_EQ(GetIntegerList("1-16777216", ',', 0).size(), 16'777'216U);
-  for (const char* text : {"0-16777216", "18446744073709551615-0", "5,0-4294967295"}) {
-    const std::string range = std::string(text).substr(std::string(text).find(',') + 1);
+  for (const char* text :
+       {"0-16777216", "18446744073709551615-0", "5,0-4294967295", "1-9999999,x,1-7777777"}) {
+    const std::string range = std::string(text).substr(std::string(text).rfind(',') + 1);
     EXPECT_NE(TextOfThrown<std::length_error>([text] { GetIntegerList(text, ',', 0); }).find(range),
               std::string::npos)
         << text;
@@ -170,6 +171,7 @@ TEST(Numbers, RangesTooLongEndAtOnce) {
   const std::string infinite(400, '9');
   EXPECT_THROW(GetDoubleList("0-16777216", ',', 0, 1), std::length_error);
   EXPECT_THROW(GetDoubleList("0-1", ',', 0, 1e-300), std::length_error);
+  EXPECT_THROW(GetDoubleList("1-9999999,1-7777777", ',', 0, 1), std::length_error);
   EXPECT_THROW(GetDoubleList(infinite + "-" + infinite, ',', 0, 1), std::length_error);
   EXPECT_THROW(BitsCount2List(16'777'217), std::length_error);
   EXPECT_THROW(GetIntegerList(kBeyond64Bits, ',', 0), std::out_of_range);

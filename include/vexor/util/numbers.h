@@ -21,7 +21,7 @@ namespace vexor {
 inline constexpr std::uint32_t kNoNumber32 = 0xDEADBEEF;
 inline constexpr std::uint64_t kNoNumber64 = 0xDEADBEEFDEADBEEF;
 
-// A range of more values than these is refused.
+// Ranges of more values than these in all are refused.
 inline constexpr std::uint64_t kMaxRangeValues = 16'777'216;
 
 }  // namespace vexor
@@ -47,15 +47,15 @@ VEXOR_EXPORT double GetDoubleValue(std::string_view text, double default_value);
 // Returns the values of a list, ranges expanded in ascending order, each stored in 32 bits. With
 // `hexadecimal` every bound is hexadecimal, "0x" before it or not. A bad item, empty or negative
 // ones included, replaces everything so far by `default_value`; reading goes on behind it.
-// Throws std::out_of_range like `String2Integer`, and std::length_error for a range of more than
-// 16,777,216 values.
+// Throws std::out_of_range like `String2Integer`, and std::length_error for ranges of more than
+// 16,777,216 values in all.
 VEXOR_EXPORT std::vector<int> GetIntegerList(std::string_view text, char delimiter,
                                              int default_value, bool hexadecimal = false);
 
 // Returns the values of a list of numbers such as "0.5"; a range "low-high" stands for low,
 // low + step, low + 2 step ... up to high at most. The first bad item, or a range with a step that
 // is not positive, makes the result the single `default_value`.
-// Throws std::length_error for a range of more than 16,777,216 values.
+// Throws std::length_error for ranges of more than 16,777,216 values in all.
 VEXOR_EXPORT std::vector<double> GetDoubleList(std::string_view text, char delimiter,
                                                double default_value, double step);
 
