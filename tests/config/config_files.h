@@ -3,41 +3,12 @@
 
 #include <gtest/gtest.h>
 
-#include <atomic>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <list>
 #include <string>
 
+#include "temporary_folder.h"
 #include "vexor/config/reader.h"
-
-// A file of the given content that goes with its object.
-class TempFile {
- public:
-  explicit TempFile(const std::string& content, const std::string& name = "config.xml") {
-    static std::atomic<int> counter = 0;
-    const auto stamp = std::chrono::steady_clock::now().time_since_epoch().count();
-    folder_ = std::filesystem::temp_directory_path() /
-              ("vexor_" + std::to_string(stamp) + "_" + std::to_string(counter++));
-    std::filesystem::create_directory(folder_);
-    path_ = (folder_ / name).string();
-    std::ofstream(path_, std::ios::binary) << content;
-  }
-  TempFile(const TempFile&) = delete;
-  TempFile& operator=(const TempFile&) = delete;
-  ~TempFile() {
-    std::error_code ignored;
-    std::filesystem::remove_all(folder_, ignored);
-  }
-
-  [[nodiscard]] const std::string& path() const { return path_; }
-  [[nodiscard]] std::string folder() const { return folder_.string(); }
-
- private:
-  std::filesystem::path folder_;
-  std::string path_;
-};
 
 // Makes the library take the host's address from another file.
 inline void NameHostIpFile(const std::string& path) {
@@ -62,10 +33,11 @@ struct ReadResult {
 // Reads a document into the record as it stands.
 inline ReadResult ReadInto(_XML_FULL_CFG& cfg, const std::string& document, bool verify = false,
                            bool strict = false) {
-  const TempFile file(document);
+  const TemporaryFolder folder;
+  WriteBytes(folder / "config.xml", document);
   testing::internal::CaptureStdout();
   ReadResult result;
-  result.read = VexorConfigParser().ReadXMLPar(file.path(), &cfg, verify, strict);
+  result.read = VexorConfigParser().ReadXMLPar(folder / "config.xml", &cfg, verify, strict);
   result.output = testing::internal::GetCapturedStdout();
   return result;
 }

@@ -129,15 +129,16 @@ TEST(GlobalConfig, SettlesTheHostIp) {
       {"10.0.0", "1.2.3.4", ""},
       {"99999999999999999999.0.0.1", nullptr, ""},
   };
+  const TemporaryFolder folder;
   for (const Case& c : cases) {
     SCOPED_TRACE(c.element);
-    const TempFile file(c.file == nullptr ? "" : c.file, "HostIP.txt");
-    NameHostIpFile(c.file == nullptr ? file.path() + ".none" : file.path());
+    NameHostIpFile(folder / (c.file == nullptr ? "missing.txt" : "HostIP.txt"));
+    if (c.file != nullptr) WriteBytes(folder / "HostIP.txt", c.file);
     const std::string content = Wrapped("SETTING", Wrapped("Host_IP_Config", c.element));
     EXPECT_EQ(ReadGlobal(Wrapped("SystemSetup", content)).GlobalConfig.Host_IP_Config, c.expected);
   }
-  const TempFile file("5.6.7.8\n", "HostIP.txt");
-  NameHostIpFile(file.path());
+  WriteBytes(folder / "HostIP.txt", "5.6.7.8\n");
+  NameHostIpFile(folder / "HostIP.txt");
   _XML_FULL_CFG cfg;
   ResetVexorXmlConfiguration(cfg);
   EXPECT_EQ(cfg.GlobalConfig.Host_IP_Config, "5.6.7.8");

@@ -98,10 +98,10 @@ TEST(ReadXMLPar, ReportsFilesThatAreNoConfiguration) {
 }
 
 TEST(ReadXMLPar, ReportsPathsThatCannotBeRead) {
-  const TempFile file("");
+  const TemporaryFolder folder;
   VexorConfigParser parser;
   _XML_FULL_CFG cfg;
-  for (const std::string& path : {file.path() + ".missing", file.folder(), std::string()}) {
+  for (const std::string& path : {folder / "missing.xml", folder.path(), std::string()}) {
     testing::internal::CaptureStdout();
     EXPECT_FALSE(parser.ReadXMLPar(path, &cfg, false, false));
     const std::string output = testing::internal::GetCapturedStdout();
@@ -109,7 +109,7 @@ TEST(ReadXMLPar, ReportsPathsThatCannotBeRead) {
         << path << ": " << output;
   }
   testing::internal::CaptureStdout();
-  EXPECT_FALSE(parser.ReadXMLPar(file.path(), nullptr, false, false));
+  EXPECT_FALSE(parser.ReadXMLPar(folder / "missing.xml", nullptr, false, false));
   EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
 }
 
@@ -147,11 +147,13 @@ TEST(ReadXMLPar, TakesTheFirstOfSectionsAndIgnoresStrangers) {
 }
 
 TEST(ReadXMLPar, ReadsTwoRecordsAtOnce) {
-  const TempFile file(Document(kSections));
-  const auto read = [&file](_XML_FULL_CFG& cfg) {
+  const TemporaryFolder folder;
+  const std::string path = folder / "config.xml";
+  WriteBytes(path, Document(kSections));
+  const auto read = [&path](_XML_FULL_CFG& cfg) {
     for (int i = 0; i < 20; ++i) {
       ResetVexorXmlConfiguration(cfg);
-      ASSERT_TRUE(VexorConfigParser().ReadXMLPar(file.path(), &cfg, true, true));
+      ASSERT_TRUE(VexorConfigParser().ReadXMLPar(path, &cfg, true, true));
     }
   };
   _XML_FULL_CFG first;

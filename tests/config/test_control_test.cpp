@@ -150,13 +150,15 @@ TEST(TestTrace, RefusesMalformedEntriesAndVersions) {
       {"", "", true},
       {"3.21.522.0", "", false},
   };
+  const TemporaryFolder folder;
+  const std::string path = folder / "config.xml";
   for (const Case& c : cases) {
     SCOPED_TRACE(std::string(c.version) + " " + c.traces);
-    const TempFile file(ControlDocument(Wrapped("TestTraceCfg", c.traces), c.version));
+    WriteBytes(path, ControlDocument(Wrapped("TestTraceCfg", c.traces), c.version));
     _XML_FULL_CFG cfg;
     std::string error;
     try {
-      VexorConfigParser().ReadXMLPar(file.path(), &cfg, false, false);
+      VexorConfigParser().ReadXMLPar(path, &cfg, false, false);
     } catch (const std::out_of_range& e) {
       error = e.what();
     }
