@@ -7,6 +7,8 @@
 
 namespace {
 
+using Texts = std::vector<std::string>;
+
 bool Read(_WORKLOADS_XMLCFG& workloads, const std::string& content) {
   tinyxml2::XMLDocument document(true, tinyxml2::PRESERVE_WHITESPACE);
   document.Parse(Wrapped("VEXOR", content).c_str());
@@ -14,43 +16,33 @@ bool Read(_WORKLOADS_XMLCFG& workloads, const std::string& content) {
 }
 
 TEST(Workloads, FillsEachRecordFromItsOwnElement) {
-  const auto marked = [](const char* name) {
-    return Wrapped(name, "<AutoRun>true</AutoRun>" + Wrapped("Duration", name));
+  const auto marked = [](const std::vector<const char*>& names) {
+    std::string elements;
+    for (const char* const name : names) {
+      elements += Wrapped(name, "<AutoRun>true</AutoRun>" + Wrapped("Duration", name));
+    }
+    return elements;
   };
-  std::string cpu;
-  for (const char* name : {"SSE2", "AVX128", "AVX128Lite", "AVX256", "AVX256Lite", "AVX512",
-                           "AVX512Lite", "AVX512-VNNI", "DGEMM"}) {
-    cpu += marked(name);
-  }
-  std::string memory;
-  for (const char* name : {"L1", "L2", "L3", "DRAM", "Splits", "ProCon"}) memory += marked(name);
-  const std::string graphics = marked("BouncingBall") + marked("Media3DPTV");
+  const std::string cpu = marked({"SSE2", "AVX128", "AVX128Lite", "AVX256", "AVX256Lite", "AVX512",
+                                  "AVX512Lite", "AVX512-VNNI", "DGEMM"});
+  const std::string memory = marked({"L1", "L2", "L3", "DRAM", "Splits", "ProCon"});
+  const std::string graphics = marked({"BouncingBall", "Media3DPTV"});
   _WORKLOADS_XMLCFG w;
   w.SpareWord = 5;
   w.CopyCompare.Source = "kept unless missing";
   ASSERT_TRUE(
       Read(w, Wrapped("WORKLOADS", Wrapped("IAPowerStress", cpu) + Wrapped("MemoryStress", memory) +
-                                       marked("CopyCompare") + Wrapped("GtStress", graphics))));
+                                       marked({"CopyCompare"}) + Wrapped("GtStress", graphics))));
   EXPECT_EQ(w.SpareWord, 5u);
-  EXPECT_EQ(w.SSE2.Duration, "SSE2");
-  EXPECT_EQ(w.AVX128.Duration, "AVX128");
-  EXPECT_EQ(w.AVX128Lite.Duration, "AVX128Lite");
-  EXPECT_EQ(w.AVX256.Duration, "AVX256");
-  EXPECT_EQ(w.AVX256Lite.Duration, "AVX256Lite");
-  EXPECT_EQ(w.AVX512.Duration, "AVX512");
-  EXPECT_EQ(w.AVX512Lite.Duration, "AVX512Lite");
-  EXPECT_EQ(w.AVX512_VNNI.Duration, "AVX512-VNNI");
-  EXPECT_EQ(w.DGEMM.Duration, "DGEMM");
-  EXPECT_EQ(w.L1.Duration, "L1");
-  EXPECT_EQ(w.L2.Duration, "L2");
-  EXPECT_EQ(w.L3.Duration, "L3");
-  EXPECT_EQ(w.DRAM.Duration, "DRAM");
-  EXPECT_EQ(w.Splits.Duration, "Splits");
-  EXPECT_EQ(w.ProCon.Duration, "ProCon");
-  EXPECT_EQ(w.CopyCompare.Duration, "CopyCompare");
-  EXPECT_EQ(w.CopyCompare.Source, "");
-  EXPECT_EQ(w.BouncingBall.Duration, "BouncingBall");
-  EXPECT_EQ(w.Media3DPTV.Duration, "Media3DPTV");
+  EXPECT_EQ(
+      Texts({w.SSE2.Duration, w.AVX128.Duration, w.AVX128Lite.Duration, w.AVX256.Duration,
+             w.AVX256Lite.Duration, w.AVX512.Duration, w.AVX512Lite.Duration,
+             w.AVX512_VNNI.Duration, w.DGEMM.Duration, w.L1.Duration, w.L2.Duration, w.L3.Duration,
+             w.DRAM.Duration, w.Splits.Duration, w.ProCon.Duration, w.CopyCompare.Duration,
+             w.BouncingBall.Duration, w.Media3DPTV.Duration, w.CopyCompare.Source}),
+      Texts({"SSE2", "AVX128", "AVX128Lite", "AVX256", "AVX256Lite", "AVX512", "AVX512Lite",
+             "AVX512-VNNI", "DGEMM", "L1", "L2", "L3", "DRAM", "Splits", "ProCon", "CopyCompare",
+             "BouncingBall", "Media3DPTV", ""}));
   EXPECT_TRUE(w.SSE2.AutoRun && w.L1.AutoRun && w.BouncingBall.AutoRun && w.Media3DPTV.AutoRun);
 }
 
