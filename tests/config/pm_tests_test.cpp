@@ -12,70 +12,59 @@ _GLOBALPM_XMLCFG ReadPm(const std::string& content) {
   return ReadDocument(Document(Wrapped("GLOBALPM", content))).GlobalPM;
 }
 
-_GLOBALPM_XMLCFG ReadTest(const std::string& group, const std::string& test,
-                          const std::string& options) {
-  return ReadPm(Wrapped(group, Wrapped(test, options)));
-}
-
 TEST(PmTests, EachTestHasItsGroupElementAndRecord) {
-  using Pm = _GLOBALPM_XMLCFG;
+  _XML_FULL_CFG cfg;
+  const _GLOBALPM_XMLCFG& pm = cfg.GlobalPM;
   struct Case {
     const char* group;
-    const char* test;
-    const std::string& (*text)(const Pm&);
+    std::vector<const char*> tests;
+    std::vector<const _PM_TEST_NODE*> records;
   };
-#define VEXOR_TEXT(member) [](const Pm& pm) -> const std::string& { return pm.member.AllOptions; }
   const Case cases[] = {
-      {"CORE", "CSTATES", VEXOR_TEXT(CSTATES)},
-      {"CORE", "PSTATES", VEXOR_TEXT(PSTATES)},
-      {"CORE", "HWP", VEXOR_TEXT(HWP)},
-      {"CORE", "TSTATES", VEXOR_TEXT(TSTATES)},
-      {"CORE", "SDC", VEXOR_TEXT(SDC)},
-      {"CORE", "FACT", VEXOR_TEXT(FACT)},
-      {"ICE", "Ice-Cstates", VEXOR_TEXT(Ice_Cstates)},
-      {"ICE", "Ice-Pstates", VEXOR_TEXT(Ice_Pstates)},
-      {"SYSTEM", "GSTATES", VEXOR_TEXT(GSTATES)},
-      {"SYSTEM", "PECI", VEXOR_TEXT(PECI)},
-      {"GT", "iGFX-DVFS", VEXOR_TEXT(iGFX_DVFS)},
-      {"GT", "GT-DVFS", VEXOR_TEXT(iGFX_DVFS)},
-      {"GT", "iGFX-RC6", VEXOR_TEXT(iGFX_RC6)},
-      {"GT", "GT-RC6", VEXOR_TEXT(iGFX_RC6)},
-      {"GT", "dGFX-DVFS", VEXOR_TEXT(dGFX_DVFS)},
-      {"GT", "dGFX-RC6", VEXOR_TEXT(dGFX_RC6)},
-      {"GT", "dGFX-SAGV", VEXOR_TEXT(dGFX_SAGV)},
-      {"GT", "DGFX-RESET", VEXOR_TEXT(DGFX_RESET)},
-      {"GT", "GCD-RC6", VEXOR_TEXT(GCD_RC6)},
-      {"GT", "GCD-DVFS", VEXOR_TEXT(GCD_DVFS)},
-      {"GT", "SAMedia-RC6", VEXOR_TEXT(SAMedia_RC6)},
-      {"GT", "SAMedia-DVFS", VEXOR_TEXT(SAMedia_DVFS)},
-      {"GT", "FANSPEED-CTR", VEXOR_TEXT(FANSPEED_CTR)},
-      {"Device", "PCIe-Link", VEXOR_TEXT(PCIe_Link)},
-      {"Device", "PCIe-Link-DState", VEXOR_TEXT(PCIe_Link)},
-      {"Device", "PCIe-Link-DState", VEXOR_TEXT(Dx_States)},
-      {"Device", "Dx-States", VEXOR_TEXT(Dx_States)},
-      {"Device", "PCIe-GenWidth", VEXOR_TEXT(PCIe_GenWidth)},
-      {"IPU", "IS-DVFS", VEXOR_TEXT(IS_DVFS)},
-      {"IPU", "PS-DVFS", VEXOR_TEXT(PS_DVFS)},
-      {"UNCORE", "SAGV", VEXOR_TEXT(SAGV)},
-      {"UNCORE", "PSF0-GV", VEXOR_TEXT(PSF0_GV)},
-      {"UNCORE", "UFS", VEXOR_TEXT(UFS)},
-      {"UNCORE", "MESH-GV", VEXOR_TEXT(MESH_GV)},
-      {"Vpu", "Vpu-DVFS", VEXOR_TEXT(Vpu_DVFS)},
+      {"CORE",
+       {"CSTATES", "PSTATES", "HWP", "TSTATES", "SDC", "FACT"},
+       {&pm.CSTATES, &pm.PSTATES, &pm.HWP, &pm.TSTATES, &pm.SDC, &pm.FACT}},
+      {"ICE", {"Ice-Cstates", "Ice-Pstates"}, {&pm.Ice_Cstates, &pm.Ice_Pstates}},
+      {"SYSTEM", {"GSTATES", "PECI"}, {&pm.GSTATES, &pm.PECI}},
+      {"GT",
+       {"iGFX-DVFS", "iGFX-RC6", "dGFX-DVFS", "dGFX-RC6", "dGFX-SAGV", "DGFX-RESET"},
+       {&pm.iGFX_DVFS, &pm.iGFX_RC6, &pm.dGFX_DVFS, &pm.dGFX_RC6, &pm.dGFX_SAGV, &pm.DGFX_RESET}},
+      {"GT",
+       {"GCD-RC6", "GCD-DVFS", "SAMedia-RC6", "SAMedia-DVFS", "FANSPEED-CTR"},
+       {&pm.GCD_RC6, &pm.GCD_DVFS, &pm.SAMedia_RC6, &pm.SAMedia_DVFS, &pm.FANSPEED_CTR}},
+      {"Device",
+       {"PCIe-Link", "Dx-States", "PCIe-GenWidth"},
+       {&pm.PCIe_Link, &pm.Dx_States, &pm.PCIe_GenWidth}},
+      {"IPU", {"IS-DVFS", "PS-DVFS"}, {&pm.IS_DVFS, &pm.PS_DVFS}},
+      {"UNCORE",
+       {"SAGV", "PSF0-GV", "UFS", "MESH-GV"},
+       {&pm.SAGV, &pm.PSF0_GV, &pm.UFS, &pm.MESH_GV}},
+      {"Vpu", {"Vpu-DVFS"}, {&pm.Vpu_DVFS}},
   };
-#undef VEXOR_TEXT
   for (const Case& c : cases) {
-    SCOPED_TRACE(c.test);
-    EXPECT_EQ(c.text(ReadTest(c.group, c.test, "<a> x </a><b/>")), "<a>x  <b/>  ");
-    EXPECT_EQ(c.text(ReadTest("Elsewhere", c.test, "<a/>")), "");
+    std::string strangers;
+    std::string tests;
+    for (const char* const test : c.tests) {
+      strangers += Wrapped(test, "<c/>");
+      tests += Wrapped(test, Wrapped(test, " x ") + "<b/>");
+    }
+    const std::string groups = Wrapped("Elsewhere", strangers) + Wrapped(c.group, tests);
+    EXPECT_TRUE(ReadInto(cfg, Document(Wrapped("GLOBALPM", groups))).read);
+  }
+  for (const Case& c : cases) {
+    for (std::size_t i = 0; i < c.tests.size(); ++i) {
+      EXPECT_EQ(c.records[i]->AllOptions, "<" + std::string(c.tests[i]) + ">x  <b/>  ");
+    }
   }
 }
 
 TEST(PmTests, ReadsTheNewerOfTwoElements) {
   const auto pm = ReadPm(
-      "<GT><GT-DVFS><Ratios>old</Ratios></GT-DVFS><iGFX-DVFS><Ratios>new"
-      "</Ratios></iGFX-DVFS></GT><Device><PCIe-Link-DState><ConfigState>old"
+      "<GT><GT-DVFS><Ratios>old</Ratios></GT-DVFS><iGFX-DVFS><Ratios>new</Ratios></iGFX-DVFS>"
+      "<GT-RC6><Ratios>old</Ratios></GT-RC6></GT><Device><PCIe-Link-DState><ConfigState>old"
       "</ConfigState></PCIe-Link-DState><PCIe-Link/></Device>");
   EXPECT_EQ(pm.iGFX_DVFS.Ratios, "new");
+  EXPECT_EQ(pm.iGFX_RC6.Ratios, "old");
   EXPECT_EQ(pm.PCIe_Link.ConfigState, Texts());
   EXPECT_FALSE(pm.PCIe_Link.FromLegacyElement);
   EXPECT_EQ(pm.Dx_States.ConfigState, Texts({"old"}));
@@ -94,48 +83,36 @@ TEST(PmTests, LeavesAbsentTestsAlone) {
 
 TEST(PmTests, DerivesAMissingSwitchTime) {
   struct Case {
-    const char* group;
-    const char* test;
     const char* options;
-    std::string _PM_TEST_NODE::*text;
-    const char* expected;
-    const _PM_TEST_NODE& (*record)(const _GLOBALPM_XMLCFG&);
+    Texts expected;  // of PSTATES, FACT, SDC, Ice-Pstates, Ice-Cstates and iGFX-RC6
   };
-  const auto pstates = [](const _GLOBALPM_XMLCFG& pm) -> const _PM_TEST_NODE& {
-    return pm.PSTATES;
-  };
-  const auto fact = [](const _GLOBALPM_XMLCFG& pm) -> const _PM_TEST_NODE& { return pm.FACT; };
-  const auto ice = [](const _GLOBALPM_XMLCFG& pm) -> const _PM_TEST_NODE& {
-    return pm.Ice_Pstates;
-  };
-  const auto icec = [](const _GLOBALPM_XMLCFG& pm) -> const _PM_TEST_NODE& {
-    return pm.Ice_Cstates;
-  };
-  const auto rc6 = [](const _GLOBALPM_XMLCFG& pm) -> const _PM_TEST_NODE& { return pm.iGFX_RC6; };
-  const auto sdc = [](const _GLOBALPM_XMLCFG& pm) -> const _PM_TEST_NODE& { return pm.SDC; };
-  const char* const times =
-      "<ActiveTime>msec:500</ActiveTime><InStateTime>sec:1-2</InStateTime><RC0Time>sec:9</RC0Time>";
   const Case cases[] = {
-      {"CORE", "PSTATES", times, &_PM_TEST_NODE::SwitchTime, "msec:1500-2500", pstates},
-      {"CORE", "PSTATES", "<SwitchTime>x</SwitchTime>", &_PM_TEST_NODE::SwitchTime, "x", pstates},
-      {"CORE", "PSTATES", "", &_PM_TEST_NODE::SwitchTime, "hour:0", pstates},
-      {"CORE", "FACT", times, &_PM_TEST_NODE::SwitchTime, "", fact},
-      {"CORE", "SDC", times, &_PM_TEST_NODE::SwitchTime, "", sdc},
-      {"ICE", "Ice-Pstates", times, &_PM_TEST_NODE::SwitchTime, "msec:80", ice},
-      {"ICE", "Ice-Pstates", "<SwitchTime>x</SwitchTime>", &_PM_TEST_NODE::SwitchTime, "x", ice},
-      {"ICE", "Ice-Cstates", times, &_PM_TEST_NODE::SwitchTime, "msec:1500-2500", icec},
-      {"GT", "iGFX-RC6", times, &_PM_TEST_NODE::SwitchTime, "msec:1500-2500", rc6},
-      {"GT", "iGFX-RC6", times, &_PM_TEST_NODE::ActiveTime, "sec:9", rc6},
-      {"GT", "iGFX-RC6", times, &_PM_TEST_NODE::InStateTime, "sec:1-2", rc6},
-      {"GT", "iGFX-RC6", "<InStateTime>a</InStateTime><RC6Time/>", &_PM_TEST_NODE::InStateTime, "a",
-       rc6},
-      {"CORE", "PSTATES", "<ActiveTime>sec:99999999999999999999</ActiveTime>",
-       &_PM_TEST_NODE::SwitchTime, "hour:0", pstates},
+      {"<ActiveTime>msec:500</ActiveTime><InStateTime>sec:1-2</InStateTime><RC0Time>sec:9</"
+       "RC0Time>",
+       {"msec:1500-2500", "", "", "msec:80", "msec:1500-2500", "msec:1500-2500"}},
+      {"<SwitchTime>x</SwitchTime>", {"x", "x", "x", "x", "x", "x"}},
+      {"", {"hour:0", "", "", "msec:80", "hour:0", "hour:0"}},
+      {"<ActiveTime>sec:99999999999999999999</ActiveTime>",
+       {"hour:0", "", "", "msec:80", "hour:0", "hour:0"}},
   };
   for (const Case& c : cases) {
-    SCOPED_TRACE(std::string(c.test) + " " + c.options);
-    EXPECT_EQ(c.record(ReadTest(c.group, c.test, c.options)).*c.text, c.expected);
+    const auto test = [&c](const char* name) { return Wrapped(name, c.options); };
+    const auto pm = ReadPm(Wrapped("CORE", test("PSTATES") + test("FACT") + test("SDC")) +
+                           Wrapped("ICE", test("Ice-Pstates") + test("Ice-Cstates")) +
+                           Wrapped("GT", test("iGFX-RC6")));
+    EXPECT_EQ(Texts({pm.PSTATES.SwitchTime, pm.FACT.SwitchTime, pm.SDC.SwitchTime,
+                     pm.Ice_Pstates.SwitchTime, pm.Ice_Cstates.SwitchTime, pm.iGFX_RC6.SwitchTime}),
+              c.expected)
+        << c.options;
   }
+}
+
+TEST(PmTests, TakesTheTimesOfRc6TestsByTheirOwnNamesFirst) {
+  const auto pm = ReadPm(
+      "<GT><iGFX-RC6><RC0Time>a</RC0Time><ActiveTime>b</ActiveTime><InStateTime>c</InStateTime>"
+      "<RC6Time/></iGFX-RC6></GT>");
+  EXPECT_EQ(pm.iGFX_RC6.ActiveTime, "a");
+  EXPECT_EQ(pm.iGFX_RC6.InStateTime, "c");
 }
 
 TEST(PmTests, ReadsListsOfStatesAndCommands) {
@@ -169,41 +146,20 @@ TEST(PmTests, TakesTheFirstArgumentOfAName) {
   EXPECT_EQ(pm.MESH_GV.RatioPUnit3, "r3");
 }
 
-TEST(PmTests, ResetGivesTheTextsOfALab) {
+// Fields that stand neither in a written file nor in the reference of the options.
+TEST(PmTests, ResetReachesTheFieldsThatNoFileHolds) {
   _XML_FULL_CFG cfg;
+  _SDC_CFG& sdc = cfg.GlobalPM.SDC;
+  sdc.PxMxCxTxScope = sdc.AllOptions = "gone";
+  sdc.SpareNumber = 5;
+  cfg.GlobalPM.Dx_States.FromLegacyElement = true;
   ResetVexorXmlConfiguration(cfg);
-  const _GLOBALPM_XMLCFG& pm = cfg.GlobalPM;
-  const _PM_TEST_NODE& common = pm.SDC;
-  EXPECT_EQ(
-      Texts({common.PxMxCxScope, common.PxMxCxTxScope, common.PkgAffinity, common.ModuleAffinity,
-             common.CoreAffinity, common.ActiveTime, common.InStateTime, common.SwitchTime,
-             common.ExeCycles, common.ConfigLoop, common.StartDelayTime, common.FailTolerance,
-             common.SanityEarlyExit, common.TestMode, common.Log_Level, common.KNOBS,
-             common.KnobHint, common.AllOptions, common.SpareTime}),
-      Texts({"100:0:0", "", "All", "All", "All", "Invalid", "Invalid", "Invalid", "100", "1",
-             "msec:10", "5", "0", "Verify", "Information", "", "", "", "msec:10"}));
-  const _CSTATES_CFG& c = pm.CSTATES;
-  const char* const no_cores = "C1:[];C3:[];C6:[];C7:[];C8:[];C9:[];C10:[]";
-  EXPECT_EQ(Texts({c.ActiveTime, c.InStateTime, c.ExeCycles, c.FailTolerance, c.SanityEarlyExit,
-                   c.CoreExclusion, c.SubStates, c.IceState, c.PerStateCond, c.ExeCstates,
-                   c.RandomPkgVoting, c.IdleMethod, c.StartDelayTime}),
-            Texts({"msec:200", "msec:200", "10", "C1:5;C3:5;C6:5;C7:5;C8:5;C9:5;C10:5",
-                   "C1:0;C3:0;C6:0;C7:0;C8:0;C9:0;C10:0", no_cores, no_cores, "None", "0x00000000",
-                   "", "", "OS-Native", "msec:10"}));
-  const _GSTATES_CFG& g = pm.GSTATES;
-  EXPECT_EQ(
-      Texts({g.ActiveTime, g.InStateTime, g.ExeCycles, g.ConfigLoop, g.StartDelayTime, g.KavritTime,
-             g.WakeEvent, g.LoopEachSx, g.S0ixFailureLevel, g.WakeUpTimeout, g.HoldPower}),
-      Texts({"sec:60", "sec:60", "2:PerSet", "1", "msec:100", "10", "RTC", "1", "S0iR", "120:5",
-             "sec:5"}));
-  for (const _GFX_CFG* const gfx : {&pm.iGFX_DVFS, &pm.dGFX_RC6, &pm.SAGV, &pm.UFS}) {
-    EXPECT_EQ(Texts({gfx->SwitchTime, gfx->InStateTime, gfx->ActiveTime, gfx->ExeCycles,
-                     gfx->Ratios, gfx->ExitOnPassRatios, gfx->Device, gfx->Tile,
-                     gfx->ForceIdleDelay, gfx->Rc0Method, gfx->LimitReasonMask}),
-              Texts({"sec:1", "sec:1", "msec:100", "10", "", "ALL", "All", "All", "usec:0", "Force",
-                     "0x0"}));
-  }
-  EXPECT_EQ(pm.PSTATES.ExePstates + pm.PSTATES.RatioDistLoMeHi, "P0...PnFF:FF:FF");
+  EXPECT_EQ(Texts({sdc.PxMxCxScope, sdc.PxMxCxTxScope, sdc.ModuleAffinity, sdc.CoreAffinity,
+                   sdc.SanityEarlyExit, sdc.AllOptions, sdc.SpareTime}),
+            Texts({"100:0:0", "", "All", "All", "0", "", "msec:10"}));
+  EXPECT_EQ(sdc.SpareNumber, 0);
+  EXPECT_EQ(cfg.GlobalPM.CSTATES.IdleMethod, "OS-Native");
+  EXPECT_FALSE(cfg.GlobalPM.Dx_States.FromLegacyElement);
 }
 
 }  // namespace
