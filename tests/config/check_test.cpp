@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <filesystem>
+#include <span>
 
 #include "config/config_files.h"
 #include "source_dir.h"
@@ -38,6 +38,17 @@ Texts Lines(const std::vector<Finding>& findings, Severity least = Severity::kWa
   return lines;
 }
 
+struct Case {
+  std::string document;
+  Texts expected;
+};
+
+void ExpectFindings(std::span<const Case> cases, Severity least = Severity::kWarning) {
+  for (const Case& row : cases) {
+    EXPECT_EQ(Lines(CheckXMLConfigText(row.document), least), row.expected) << row.document;
+  }
+}
+
 std::string Pm(const std::string& group, const std::string& content) {
   return Document(Wrapped("GLOBALPM", Wrapped(group, content)));
 }
@@ -52,28 +63,34 @@ std::string Global(const std::string& section, const std::string& content) {
   return Document(Wrapped("GLOBALCONFIGURATION", Wrapped(section, content)));
 }
 
-TEST(Check, SaysWhatIsWrongWithADocument) {
+TEST(Check, SaysWhyADocumentIsNoXml) {
   std::string too_deep;
   for (int i = 0; i < 1000; ++i) too_deep += "<VEXOR>";
-  struct Case {
+  const struct {
     std::string document;
-    Texts expected;
+    int line;
+    const char* reason;
+  } cases[] = {
+      {"", 0, "an empty document"},
+      {"<VEXOR>\n<a>\n</VEXOR>", 2, "an element without its closing tag"},
+      {"<VEXOR><a b=1/></VEXOR>", 1, "a malformed attribute"},
+      {"<VEXOR>a", 1, "text without an end"},
+      {"<VEXOR><![CDATA[a</VEXOR>", 1, "a CDATA section without an end"},
+      {"<VEXOR><!-- a</VEXOR>", 1, "a comment without an end"},
+      {"<VEXOR><?a?></VEXOR>", 1, "a malformed or misplaced declaration"},
+      {"<VEXOR><!a", 1, "markup without an end"},
+      {"<VEXOR><1/></VEXOR>", 1, "a malformed tag"},
+      {too_deep, 1, "elements nested too deep"},
   };
+  for (const auto& row : cases) {
+    EXPECT_EQ(
+        Lines(CheckXMLConfigText(row.document)),
+        Texts{std::to_string(row.line) + ": error: : \"\": not well-formed XML: " + row.reason});
+  }
+}
+
+TEST(Check, SaysWhatIsWrongWithADocument) {
   const Case cases[] = {
-      {"", {"0: error: : \"\": not well-formed XML: an empty document"}},
-      {"<VEXOR>\n<a>\n</VEXOR>",
-       {"2: error: : \"\": not well-formed XML: an element without its closing tag"}},
-      {"<VEXOR><a b=1/></VEXOR>", {"1: error: : \"\": not well-formed XML: a malformed attribute"}},
-      {"<VEXOR>a", {"1: error: : \"\": not well-formed XML: text without an end"}},
-      {"<VEXOR><![CDATA[a</VEXOR>",
-       {"1: error: : \"\": not well-formed XML: a CDATA section without an end"}},
-      {"<VEXOR><!-- a</VEXOR>",
-       {"1: error: : \"\": not well-formed XML: a comment without an end"}},
-      {"<VEXOR><?a?></VEXOR>",
-       {"1: error: : \"\": not well-formed XML: a malformed or misplaced declaration"}},
-      {"<VEXOR><!a", {"1: error: : \"\": not well-formed XML: markup without an end"}},
-      {"<VEXOR><1/></VEXOR>", {"1: error: : \"\": not well-formed XML: a malformed tag"}},
-      {too_deep, {"1: error: : \"\": not well-formed XML: elements nested too deep"}},
       {"<!-- no more -->", {"0: error: : \"\": no element; expected the root VEXOR"}},
       {"<Vexor/>",
        {"1: error: Vexor: \"Vexor\": wrong root, and nothing is read; expected VEXOR; did you mean "
@@ -91,16 +108,10 @@ TEST(Check, SaysWhatIsWrongWithADocument) {
         "verified; expected 3.21.522.0"}},
       {Document("", " 3.21.522.0\n"), {}},
   };
-  for (const Case& row : cases) {
-    EXPECT_EQ(Lines(CheckXMLConfigText(row.document)), row.expected) << row.document;
-  }
+  ExpectFindings(cases);
 }
 
 TEST(Check, FindsElementsThatAreNotRead) {
-  struct Case {
-    std::string document;
-    Texts expected;
-  };
   const Case cases[] = {
       {Document("<LoopTraker/>"),
        {"1: error: LoopTraker: \"LoopTraker\": unknown element, not read; did you mean "
@@ -172,9 +183,7 @@ TEST(Check, FindsElementsThatAreNotRead) {
        {"1: warning: UNCORE/MESH-GV/-switchTime: \"1-2\": reads as empty: randVal is never read; "
         "expected the attribute val"}},
   };
-  for (const Case& row : cases) {
-    EXPECT_EQ(Lines(CheckXMLConfigText(row.document)), row.expected) << row.document;
-  }
+  ExpectFindings(cases);
 }
 
 TEST(Check, MendsNoMoreThanFifteenWords) {
@@ -193,10 +202,6 @@ TEST(Check, MendsNoMoreThanFifteenWords) {
 }
 
 TEST(Check, FindsTextsThatReadAsSomethingElse) {
-  struct Case {
-    std::string document;
-    Texts expected;
-  };
   const std::string levels = "expected No-Log, Critical, Information or Debug";
   const Case cases[] = {
       {Cstates("<ActiveTime>msek:80</ActiveTime>"),
@@ -263,16 +268,10 @@ TEST(Check, FindsTextsThatReadAsSomethingElse) {
         "1: warning: TestTraceCfg/e[5]: \"nothing_b_c\": trace entry of an unknown test; expected "
         "the name of a test"}},
   };
-  for (const Case& row : cases) {
-    EXPECT_EQ(Lines(CheckXMLConfigText(row.document)), row.expected) << row.document;
-  }
+  ExpectFindings(cases);
 }
 
 TEST(Check, KnowsWhichOlderElementsHaveAnEffect) {
-  struct Case {
-    std::string document;
-    Texts expected;
-  };
   const std::string option =
       "1: warning: SystemSetup/SETTING/Ordered_Flow_Interleave: "
       "\"Ordered_Flow_Interleave\": older name";
@@ -299,16 +298,10 @@ TEST(Check, KnowsWhichOlderElementsHaveAnEffect) {
       {Control("<AutoRunCfg><iGFX-DVFS>true</iGFX-DVFS><GT-DVFS>yes</GT-DVFS></AutoRunCfg>"),
        {name + beside + "; expected iGFX-DVFS"}},
   };
-  for (const Case& row : cases) {
-    EXPECT_EQ(Lines(CheckXMLConfigText(row.document)), row.expected) << row.document;
-  }
+  ExpectFindings(cases);
 }
 
 TEST(Check, NotesWhatIsAbsent) {
-  struct Case {
-    std::string document;
-    Texts expected;
-  };
   const Case cases[] = {
       {Pm("SYSTEM",
           "<PECI><StartDelayTime/><ExeCycles/><FailTolerance/><SanityEarlyExit/>"
@@ -328,10 +321,7 @@ TEST(Check, NotesWhatIsAbsent) {
        {"1: note: AutoRunCfg/HWP: \"true\": the test runs with the defaults alone; expected its "
         "options in GLOBALPM/CORE/HWP"}},
   };
-  for (const Case& row : cases) {
-    EXPECT_EQ(Lines(CheckXMLConfigText(row.document), Severity::kNote), row.expected)
-        << row.document;
-  }
+  ExpectFindings(cases, Severity::kNote);
 }
 
 TEST(Check, FindsNoFaultInTheExamples) {
