@@ -145,54 +145,27 @@ TEST(GlobalConfig, SettlesTheHostIp) {
 }
 
 TEST(CustomRegisters, ReadsTheItemsOfEachContainer) {
-  const auto item = [](const std::string& container, const std::string& item_name,
-                       const std::string& fields) {
-    return Wrapped(container, Wrapped(item_name, fields));
-  };
+  const std::pair<const char*, const char*> containers[] = {
+      {"MSR_CFG", "MSR"},    {"PCIE_CFG", "PCIE"},     {"PMC-MMIO", "MMIO"}, {"GT-MMIO", "MMIO"},
+      {"P2SB-MMIO", "MMIO"}, {"ISP-MMIO", "MMIO"},     {"MMIO", "MMIO"},     {"CRBCFG", "CRB"},
+      {"IOSFCFG", "IOSF"},   {"MailBoxCfg", "MailBox"}};
+  std::string content;
+  Texts expected;
+  for (const auto& [container, item] : containers) {
+    const std::string in = std::string("of ") + container;
+    content += Wrapped(
+        container, "<CORE>stranger</CORE>" + Wrapped(item, Wrapped("OrMask", in) + "<Offset/>"));
+    expected.push_back("<OrMask>" + in + "  <Offset/>  ");
+  }
   const _CUSTOM_XMLCFG c =
-      ReadGlobal(
-          Wrapped(
-              "CustomConfiguration",
-              "<MSR_CFG><CORE>stranger</CORE><MSR><Address>0x1A0</Address><AndMask>a</"
-              "AndMask><OrMask>o"
-              "</OrMask><Pkg>p</Pkg><Module>m</Module><CORE> c "
-              "</CORE></MSR><MSR><Address>2</Address>"
-              "<Pkg/></MSR></MSR_CFG>" +
-                  item("PMC-MMIO", "MMIO", "<Offset>pmc</Offset>") +
-                  item("GT-MMIO", "MMIO", "<Offset>gt</Offset>") +
-                  item("P2SB-MMIO", "MMIO", "<Port>p</Port><Address>a</Address>") +
-                  item("ISP-MMIO", "MMIO", "<Offset>isp</Offset>") +
-                  item("MMIO", "MMIO", "<Offset>o</Offset><AndMask>a</AndMask><OrMask>r</OrMask>") +
-                  item("PCIE_CFG", "PCIE",
-                       "<Segment>s</Segment><Bus>b</Bus><Device>d</Device><Function>f</Function>"
-                       "<Offset>o</Offset>") +
-                  item("CRBCFG", "CRB", "<Type>t</Type><CORE>c</CORE>") +
-                  item("IOSFCFG", "IOSF", "<Port>p</Port><Register>r</Register>") +
-                  item("MailBoxCfg", "MailBox",
-                       "<Command>c</Command><Sub-Command>s</Sub-Command><Value>v</Value>"
-                       "<ReadWriteType>w</ReadWriteType><Type>t</Type><Offset>o</Offset>")))
-          .GlobalConfig.CustomConfiguration;
-  ASSERT_EQ(c.MSR_CFG.size(), 2u);
-  const _MSR_ITEM& msr = c.MSR_CFG[0];
-  EXPECT_EQ(Texts({msr.Address, msr.AndMask, msr.OrMask, msr.Pkg, msr.Module, msr.CORE, msr.Spare}),
-            Texts({"0x1A0", "a", "o", "p", "m", "c", ""}));
-  EXPECT_EQ(c.MSR_CFG[1].Pkg, "");
-  EXPECT_EQ(c.MSR_CFG[1].ItemText, "<Address>2  <Pkg/>  ");
-  EXPECT_EQ(Texts({c.PMC_MMIO.at(0).Offset, c.GT_MMIO.at(0).Offset, c.P2SB_MMIO.at(0).Port,
-                   c.P2SB_MMIO[0].Address, c.ISP_MMIO.at(0).Offset}),
-            Texts({"pmc", "gt", "p", "a", "isp"}));
-  EXPECT_EQ(Texts({c.MMIO.at(0).Offset, c.MMIO[0].AndMask, c.MMIO[0].OrMask}),
-            Texts({"o", "a", "r"}));
-  const _PCIE_ITEM& pcie = c.PCIE_CFG.at(0);
-  EXPECT_EQ(Texts({pcie.Segment, pcie.Bus, pcie.Device, pcie.Function, pcie.Offset}),
-            Texts({"s", "b", "d", "f", "o"}));
-  EXPECT_EQ(
-      Texts({c.CRBCFG.at(0).Type, c.CRBCFG[0].CORE, c.IOSFCFG.at(0).Port, c.IOSFCFG[0].Register}),
-      Texts({"t", "c", "p", "r"}));
-  const _MAILBOX_ITEM& mail = c.MailBoxCfg.at(0);
-  EXPECT_EQ(Texts({mail.Command, mail.Sub_Command, mail.Value, mail.Type, mail.ReadWriteType,
-                   mail.Offset}),
-            Texts({"c", "s", "v", "t", "w", "o"}));
+      ReadGlobal(Wrapped("CustomConfiguration", content)).GlobalConfig.CustomConfiguration;
+  EXPECT_EQ(Texts({c.MSR_CFG.at(0).ItemText, c.PCIE_CFG.at(0).ItemText, c.PMC_MMIO.at(0).ItemText,
+                   c.GT_MMIO.at(0).ItemText, c.P2SB_MMIO.at(0).ItemText, c.ISP_MMIO.at(0).ItemText,
+                   c.MMIO.at(0).ItemText, c.CRBCFG.at(0).ItemText, c.IOSFCFG.at(0).ItemText,
+                   c.MailBoxCfg.at(0).ItemText}),
+            expected);
+  EXPECT_EQ(Texts({c.MSR_CFG[0].OrMask, c.MSR_CFG[0].Spare, c.MMIO[0].OrMask, c.MMIO[0].Offset}),
+            Texts({"of MSR_CFG", "", "of MMIO", ""}));
 }
 
 TEST(CustomRegisters, AContainerReplacesItsListAndAnAbsentOneKeepsIt) {

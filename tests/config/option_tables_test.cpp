@@ -1,5 +1,5 @@
-// The tables against the records: what the rows say is what reading and resetting do, and no member
-// escapes its table.
+// The tables against the records: what the rows say is what reading, resetting and checking do, and
+// no member escapes its table.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -9,12 +9,12 @@
 #include "config/config_files.h"
 #include "config/option_reader.h"
 #include "config/pm_test_table.h"
-#include "config/syntax_table.h"
 #include "config/tables/common_node.h"
 #include "config/tables/custom_register_tables.h"
 #include "config/tables/system_setup.h"
 #include "config/tables/test_control_table.h"
 #include "config/tables/workload_tables.h"
+#include "vexor/config/check.h"
 
 namespace vexor {
 namespace {
@@ -96,6 +96,21 @@ TEST(OptionTables, NameTheMembersInTheOrderOfTheRecord) {
             "TopoMode Seeds Ordered_Interleave_ICE_Flow Ignore_Error_Code MailBox_Max_Busy_Check "
             "Host_IP_Config Log_Path Log_File_Name Log_Add_Option Log_Level Read_Interval "
             "Collect-Crashlog-AllResets Spare2 Spare3 Spare4 Flow_Config Check_Bios_Knobs");
+  const char* const mmio = "Offset AndMask OrMask";
+  const std::map<std::string_view, const char*> registers = {
+      {"MSR_CFG", "Address AndMask OrMask Pkg Module CORE"},
+      {"P2SB-MMIO", "Port Address AndMask OrMask"},
+      {"PCIE_CFG", "Segment Bus Device Function Offset AndMask OrMask"},
+      {"CRBCFG", "Address AndMask OrMask Type Pkg CORE"},
+      {"IOSFCFG", "Port Register AndMask OrMask"},
+      {"MailBoxCfg", "Command Sub-Command Value Type ReadWriteType Offset"},
+  };
+  _CUSTOM_XMLCFG custom;
+  for (const CustomTableRow& table : kCustomTables) {
+    const auto expected = registers.find(table.container);
+    EXPECT_EQ(NamesByMember(table.list.append(custom), table.options, 0),
+              expected == registers.end() ? mmio : expected->second);
+  }
   EXPECT_EQ(NamesByMember(_CPU_WORKLOAD_CFG(), workloads::kCpu, 0),
             "PkgAffinity ModuleAffinity CoreAffinity StartDelayTime Duration Log_Level");
   EXPECT_EQ(NamesByMember(_MEMORY_WORKLOAD_CFG(), workloads::kMemory, 0),
@@ -114,98 +129,36 @@ TEST(OptionTables, ResetEveryKindOfHome) {
   EXPECT_EQ(workload.PkgAffinity, "");
 }
 
+// The records of the tests stand one behind the other: each ends where the next one begins.
 TEST(OptionTables, LetNoMemberOfATestEscape) {
   _GLOBALPM_XMLCFG pm;
+  std::set<const void*> ends = {&pm + 1};
+  for (const PmTestRow& test : PmTests()) ends.insert(&test.look(pm));
   for (const PmTestRow& test : PmTests()) {
-    std::set<std::ptrdiff_t> own;
-    std::size_t covered = 0;
+    const ConfigRecord& record = test.look(pm);
+    std::map<std::ptrdiff_t, std::size_t> members;
     for (const OptionRow& option : test.options) {
-      const std::ptrdiff_t offset = OffsetOf(test.look(pm), option);
-      if (offset < static_cast<std::ptrdiff_t>(sizeof(_PM_TEST_NODE))) continue;
-      if (own.insert(offset).second) {
-        covered += option.text != nullptr ? sizeof(std::string) : sizeof(std::vector<std::string>);
-      }
+      members[OffsetOf(record, option)] =
+          option.text != nullptr ? sizeof(std::string) : sizeof(std::vector<std::string>);
     }
-    const std::size_t flag = test.from_older == nullptr ? 0 : alignof(std::string);
-    const std::map<VEXOR_PM_TEST_ID, std::size_t> sizes = {
-        {PM_TEST_CSTATES, sizeof(_CSTATES_CFG)},
-        {PM_TEST_PSTATES, sizeof(_PSTATES_CFG)},
-        {PM_TEST_HWP, sizeof(_HWP_CFG)},
-        {PM_TEST_TSTATES, sizeof(_TSTATES_CFG)},
-        {PM_TEST_SDC, sizeof(_SDC_CFG)},
-        {PM_TEST_FACT, sizeof(_FACT_CFG)},
-        {PM_TEST_GSTATES, sizeof(_GSTATES_CFG)},
-        {PM_TEST_PECI, sizeof(_PECI_CFG)},
-        {PM_TEST_MESH_GV, sizeof(_MESH_GV_CFG)},
-        {PM_TEST_VPU_DVFS, sizeof(_VPU_DVFS_CFG)},
-        {PM_TEST_UFS, sizeof(_GFX_CFG)},
-        {PM_TEST_DX_STATES, sizeof(_PCIE_DEVICE_CFG)},
-        {PM_TEST_ICE_CSTATES, sizeof(_ICE_CSTATES_CFG)},
-        {PM_TEST_ICE_PSTATES, sizeof(_ICE_PSTATES_CFG)},
-        {PM_TEST_FANSPEED_CTR, sizeof(_FANSPEED_CTR_CFG)},
-        {PM_TEST_DGFX_RESET, sizeof(_DGFX_RESET_CFG)},
-    };
-    const auto size = sizes.find(test.id);
-    if (size == sizes.end()) continue;
-    EXPECT_EQ(sizeof(_PM_TEST_NODE) + covered + flag, size->second) << test.name;
-  }
-}
-
-// The element of one option with the given text.
-std::string OptionElement(const PmTestRow& test, const OptionRow& option, const std::string& text) {
-  const std::string name(option.name);
-  if (test.shape == PmTestRow::Shape::kArguments) {
-    return "<arg name=\"" + name + "\" val=\"" + text + "\"/>";
-  }
-  if (option.item.empty()) return Wrapped(name, text);
-  return Wrapped(name, Wrapped(std::string(option.item), text));
-}
-
-std::string ValueOf(const ConfigRecord& record, const OptionRow& option) {
-  if (option.text != nullptr) return record.*option.text;
-  std::string joined;
-  for (const std::string& item : record.*option.list) joined += item;
-  return joined;
-}
-
-// What an option holds when its test's element is there and it is not.
-std::string Missing(const OptionRow& option) {
-  if (!option.IsRead()) return std::string(option.text == nullptr ? "" : option.reset);
-  if (!option.fallback.empty()) return std::string(option.fallback);
-  return option.settle == nullptr ? "" : "hour:0";
-}
-
-bool SharesHome(const OptionRow& a, const OptionRow& b) {
-  return a.text != nullptr && a.text == b.text;
-}
-
-TEST(OptionTables, EachOptionReadsIntoItsOwnMemberAndNoOther) {
-  for (const PmTestRow& test : PmTests()) {
-    for (const OptionRow& option : test.options) {
-      SCOPED_TRACE(std::string(test.name) + "/" + std::string(option.name));
-      const std::string element = Wrapped(std::string(test.name), OptionElement(test, option, "@"));
-      const std::string document =
-          Document(Wrapped("GLOBALPM", Wrapped(std::string(test.group), element)));
-      const _XML_FULL_CFG cfg = ReadDocument(document);
-      const ConfigRecord& record = test.look(cfg.GlobalPM);
-      for (const OptionRow& other : test.options) {
-        if (!SharesHome(option, other) && &option != &other) {
-          EXPECT_EQ(ValueOf(record, other), Missing(other)) << other.name;
-        }
-      }
-      EXPECT_EQ(ValueOf(record, option), option.IsRead() ? "@" : Missing(option));
+    std::size_t covered = test.from_older == nullptr ? 0 : alignof(std::string);
+    for (const auto& [offset, size] : members) {
+      if (offset >= std::ptrdiff_t{sizeof(_PM_TEST_NODE)}) covered += size;
     }
+    const auto* const end = static_cast<const char*>(*ends.upper_bound(&record));
+    EXPECT_EQ(end - reinterpret_cast<const char*>(&record), sizeof(_PM_TEST_NODE) + covered)
+        << test.name;
   }
+  constexpr std::size_t kSpareNumber = alignof(std::string);
+  EXPECT_EQ(common::kAllFields.size() * sizeof(std::string) + kSpareNumber, sizeof(_PM_TEST_NODE));
 }
 
 TEST(OptionTables, CommonFieldsOutsideATestsRowsKeepTheirValue) {
   for (const PmTestRow& test : PmTests()) {
     _XML_FULL_CFG cfg;
-    auto& record = static_cast<_PM_TEST_NODE&>(test.record(cfg.GlobalPM));
-    for (const OptionRow& field : common::kAllFields) {
-      static_cast<ConfigRecord&>(record).*field.text = "kept";
-    }
-    const std::string element = "<" + std::string(test.name) + "/>";
+    ConfigRecord& record = test.record(cfg.GlobalPM);
+    for (const OptionRow& field : common::kAllFields) record.*field.text = "kept";
+    const std::string element = Wrapped(std::string(test.name), "");
     EXPECT_TRUE(
         ReadInto(cfg, Document(Wrapped("GLOBALPM", Wrapped(std::string(test.group), element))))
             .read);
@@ -214,31 +167,42 @@ TEST(OptionTables, CommonFieldsOutsideATestsRowsKeepTheirValue) {
                            std::ranges::any_of(test.options, [&field](const OptionRow& option) {
                              return option.text == field.text && option.IsRead();
                            });
-      EXPECT_EQ(ValueOf(record, field) == "kept", !is_read) << test.name << "/" << field.name;
+      EXPECT_EQ(record.*field.text == "kept", !is_read) << test.name << "/" << field.name;
     }
   }
 }
 
-// "Invalid" is what a time holds until a file sets it, and good; all the rest is to be readable.
-TEST(OptionTables, EveryResetTextPassesItsOwnGrammar) {
-  const auto check = [](std::string_view element, std::span<const OptionRow> options) {
-    for (const OptionRow& option : options) {
-      for (const std::string_view text : {option.reset, option.fallback}) {
-        const std::optional<Fault> fault = CheckOption(option, text);
-        EXPECT_FALSE(fault.has_value())
-            << element << "/" << option.name << ": " << text << ": " << fault->what;
-      }
+// Bad by every grammar.
+constexpr const char* kBadText = "no such text!";
+
+std::string BadElement(const PmTestRow& test, const OptionRow& option) {
+  const std::string name(option.name);
+  if (test.shape == PmTestRow::Shape::kArguments) {
+    return "<arg name='" + name + "' val='" + kBadText + "'/>";
+  }
+  return Wrapped(name,
+                 option.item.empty() ? kBadText : Wrapped(std::string(option.item), kBadText));
+}
+
+TEST(OptionTables, EachOptionIsCheckedByItsGrammar) {
+  for (const PmTestRow& test : PmTests()) {
+    std::string elements;
+    std::vector<std::string> expected;
+    for (const OptionRow& option : test.options) {
+      if (option.flow == Flow::kResetOnly) continue;
+      elements += BadElement(test, option);
+      if (option.syntax == Syntax::kFreeText) continue;
+      std::string& path = expected.emplace_back(test.group);
+      path.append("/").append(test.name).append("/").append(option.name);
+      if (!option.item.empty()) path.append("/").append(option.item).append("[1]");
     }
-  };
-  for (const PmTestRow& test : PmTests()) check(test.name, test.options);
-  check("OverwriteCfg", kOverwriteOptions);
-  check("SETTING", kSettingOptions);
-  check("WorkloadCfg", kWorkloadRunnerOptions);
-  for (const SyntaxRow& syntax : Syntaxes()) {
-    if (syntax.check != nullptr) {
-      EXPECT_FALSE(syntax.check(syntax.example).has_value()) << syntax.name;
-      EXPECT_TRUE(syntax.check("no such text!").has_value()) << syntax.name;
+    const std::string section = Wrapped(std::string(test.name), elements);
+    std::vector<std::string> found;
+    for (const Finding& finding : CheckXMLConfigText(
+             Document(Wrapped("GLOBALPM", Wrapped(std::string(test.group), section))))) {
+      if (finding.severity == Severity::kError) found.push_back(finding.path);
     }
+    EXPECT_EQ(found, expected);
   }
 }
 
