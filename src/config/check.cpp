@@ -49,11 +49,6 @@ std::string_view OwnText(const XMLNode& node) {
   return node.ToText() == nullptr ? std::string_view() : TrimSpace(node.Value());
 }
 
-const XMLElement* FindElement(const XMLElement* parent, std::string_view name) {
-  return parent == nullptr || name.empty() ? nullptr
-                                           : parent->FirstChildElement(std::string(name).c_str());
-}
-
 // Where an element stands: "GLOBALPM/CORE" for a test of that group.
 std::string PlaceOf(const XMLElement& element) {
   std::string path;

@@ -54,8 +54,8 @@ class Describer {
     const ElementModel model = MakeDocumentModel(records_);
     for (const ElementModel& section : model.children) {
       if (section.content == Content::kVersion || section.content == Content::kCounter) continue;
-      DescribeElement(section, root.FirstChildElement(std::string(section.name).c_str()),
-                      std::string(section.name), Origin::kFile);
+      DescribeElement(section, FindElement(&root, section.name), std::string(section.name),
+                      Origin::kFile);
     }
   }
 
@@ -78,29 +78,25 @@ class Describer {
       } else if (child.content == Content::kSwitch) {
         DescribeSwitch(child, model, element, child_path);
       } else if (child.content == Content::kTraces) {
-        DescribeTraces(Below(element, child.name), child_path);
+        DescribeTraces(FindElement(element, child.name), child_path);
       } else if (child.list != nullptr) {
-        DescribeSystemList(*child.list, Below(element, child.name), child_path);
+        DescribeSystemList(*child.list, FindElement(element, child.name), child_path);
       } else if (child.table != nullptr) {
-        DescribeRegisters(*child.table, Below(element, child.name), child_path);
+        DescribeRegisters(*child.table, FindElement(element, child.name), child_path);
       } else {
         DescribeGroup(child, model, element, child_path, origin);
       }
     }
   }
 
-  static const XMLElement* Below(const XMLElement* element, std::string_view name) {
-    return element == nullptr ? nullptr : element->FirstChildElement(std::string(name).c_str());
-  }
-
   // An element that an older file names differently is described under its current name.
   void DescribeGroup(const ElementModel& group, const ElementModel& parent,
                      const XMLElement* element, const std::string& path, Origin origin) {
-    const XMLElement* found = Below(element, group.name);
+    const XMLElement* found = FindElement(element, group.name);
     for (const ElementModel& older : parent.children) {
       if (found != nullptr) break;
       if (!older.StandsFor(group.name)) continue;
-      found = Below(element, older.name);
+      found = FindElement(element, older.name);
       if (found != nullptr) origin = Origin::kOlderName;
     }
     DescribeElement(group, found, path, origin);
@@ -111,7 +107,7 @@ class Describer {
     const OptionRow& option = *child.option;
     if (option.list != nullptr) {
       const XMLElement* list = element;
-      if (!option.item.empty()) list = Below(element, option.name);
+      if (!option.item.empty()) list = FindElement(element, option.name);
       DescribeTexts(group.record->*option.list, child.is_read ? list : nullptr, path,
                     option.item.empty() ? option.name : option.item, origin);
       return;
@@ -149,12 +145,12 @@ class Describer {
                       const XMLElement* element, const std::string& path) {
     const VEXOR_PM_TEST_ID test = GetSwitchTest(child.name);
     const bool runs = IsAutoRun(records_.config.TestControl, test);
-    const XMLElement* source = Below(element, child.name);
+    const XMLElement* source = FindElement(element, child.name);
     Origin origin = Origin::kFile;
     bool is_on = source != nullptr && IsTrue(*source);
     for (const ElementModel& older : group.children) {
       const XMLElement* const second =
-          older.StandsFor(child.name) ? Below(element, older.name) : nullptr;
+          older.StandsFor(child.name) ? FindElement(element, older.name) : nullptr;
       if (is_on || second == nullptr || (source != nullptr && !IsTrue(*second))) continue;
       source = second;
       origin = Origin::kOlderName;
@@ -227,7 +223,7 @@ class Describer {
       const ConfigRecord& record = table.list.at(custom, i);
       const std::string item_path = Entry(Join(path, item), i + 1);
       for (const OptionRow& option : table.options) {
-        const XMLElement* const source = Below(element, option.name);
+        const XMLElement* const source = FindElement(element, option.name);
         Add(Join(item_path, option.name), record.*option.text,
             source == nullptr ? Origin::kMissing : Origin::kFile, source);
       }

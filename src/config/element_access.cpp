@@ -20,6 +20,10 @@ const char* FirstText(const tinyxml2::XMLElement& element) {
 
 }  // namespace
 
+const tinyxml2::XMLElement* FindElement(const tinyxml2::XMLElement* parent, std::string_view name) {
+  return parent == nullptr ? nullptr : parent->FirstChildElement(std::string(name).c_str());
+}
+
 std::optional<std::string_view> TrimmedText(const tinyxml2::XMLElement& element) {
   const char* const text = FirstText(element);
   if (text == nullptr) return std::nullopt;

@@ -37,6 +37,9 @@ class ChildElements {
   const tinyxml2::XMLElement* first_;
 };
 
+// Returns the first child element of that name; null when there is none or the parent is null.
+const tinyxml2::XMLElement* FindElement(const tinyxml2::XMLElement* parent, std::string_view name);
+
 // Returns the element's own text, trimmed of white space: its first child node, when that is text.
 std::optional<std::string_view> TrimmedText(const tinyxml2::XMLElement& element);
 

@@ -23,11 +23,6 @@ namespace {
 
 using tinyxml2::XMLElement;
 
-const XMLElement* FindChild(const XMLElement* parent, std::string_view name) {
-  if (parent == nullptr) return nullptr;
-  return parent->FirstChildElement(std::string(name).c_str());
-}
-
 void ReadPairs(const XMLElement& element, NamedValues& pairs) {
   for (const XMLElement& child : ChildElements(element)) {
     const std::string_view text = TrimmedText(child).value_or("");
@@ -38,7 +33,7 @@ void ReadPairs(const XMLElement& element, NamedValues& pairs) {
 // Every list is taken as complete: it is emptied even when the file does not name it.
 void ReadSystemLists(_GLOBALCONFIG_XMLCFG& cfg, const XMLElement& parent) {
   for (const SystemListRow& row : kSystemLists) {
-    const XMLElement* const list = FindChild(FindChild(&parent, row.group), row.name);
+    const XMLElement* const list = FindElement(FindElement(&parent, row.group), row.name);
     if (row.items != nullptr) {
       (cfg.*row.items).clear();
       if (list != nullptr) ReadItems(*list, "ITEM", cfg.*row.items);
@@ -51,7 +46,7 @@ void ReadSystemLists(_GLOBALCONFIG_XMLCFG& cfg, const XMLElement& parent) {
 
 void ReadCustomTables(_CUSTOM_XMLCFG& cfg, const XMLElement& parent) {
   for (const CustomTableRow& table : kCustomTables) {
-    const XMLElement* const container = FindChild(&parent, table.container);
+    const XMLElement* const container = FindElement(&parent, table.container);
     if (container == nullptr) continue;
     table.list.clear(cfg);
     for (const XMLElement& child : ChildElements(*container)) {
@@ -63,11 +58,11 @@ void ReadCustomTables(_CUSTOM_XMLCFG& cfg, const XMLElement& parent) {
 }
 
 void ReadSystemSetup(_GLOBALCONFIG_XMLCFG& cfg, const XMLElement& parent) {
-  const XMLElement* const setup = FindChild(&parent, "SystemSetup");
-  if (const XMLElement* const overwrite = FindChild(setup, "OverwriteCfg")) {
+  const XMLElement* const setup = FindElement(&parent, "SystemSetup");
+  if (const XMLElement* const overwrite = FindElement(setup, "OverwriteCfg")) {
     ReadOptions(*overwrite, kOverwriteOptions, cfg, &cfg.OverwriteCfg, Flatten::kWithoutDefaults);
   }
-  if (const XMLElement* const setting = FindChild(setup, "SETTING")) {
+  if (const XMLElement* const setting = FindElement(setup, "SETTING")) {
     ReadOptions(*setting, kSettingOptions, cfg, &cfg.SETTING, Flatten::kWithoutDefaults);
   }
 }

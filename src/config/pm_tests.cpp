@@ -81,8 +81,7 @@ bool GetGlobalPMXML(_GLOBALPM_XMLCFG& pm, const tinyxml2::XMLElement* root) {
   for (auto tests = vexor::PmTests(); !tests.empty();) {
     const auto group = vexor::FirstGroup(tests);
     tests = tests.subspan(group.size());
-    const std::string name(group.front().group);
-    const tinyxml2::XMLElement* const element = section->FirstChildElement(name.c_str());
+    const auto* const element = vexor::FindElement(section, group.front().group);
     if (element != nullptr) vexor::ReadGroup(*element, group, pm);
   }
   return true;

@@ -1,5 +1,7 @@
 #include "config/version_rules.h"
 
+#include <algorithm>
+
 #include "vexor/util/strings.h"
 #include "vexor/util/version.h"
 

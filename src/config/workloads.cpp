@@ -2,6 +2,7 @@
 
 #include <tinyxml2.h>
 
+#include "config/element_walk.h"
 #include "config/option_reader.h"
 #include "config/tables/workload_tables.h"
 
@@ -10,11 +11,6 @@ namespace {
 
 using tinyxml2::XMLElement;
 
-const XMLElement* FindGroup(const XMLElement& section, std::string_view group) {
-  if (group.empty()) return &section;
-  return section.FirstChildElement(std::string(group).c_str());
-}
-
 void ReadWorkload(const XMLElement& group, const WorkloadRow& workload,
                   _WORKLOADS_XMLCFG& workloads) {
   ConfigRecord& record = workload.record(workloads);
@@ -22,7 +18,7 @@ void ReadWorkload(const XMLElement& group, const WorkloadRow& workload,
     static_cast<_GFX_WORKLOAD_CFG&>(record).AutoRun = false;
     record.*workload.name_home = workload.name;
   }
-  const XMLElement* const element = group.FirstChildElement(std::string(workload.name).c_str());
+  const XMLElement* const element = FindElement(&group, workload.name);
   if (element != nullptr) ReadOptions(*element, workload.options, record, nullptr);
 }
 
@@ -33,7 +29,8 @@ bool GetWorkLoadsXML(_WORKLOADS_XMLCFG& workloads, const tinyxml2::XMLElement* r
   const auto* const section = root == nullptr ? nullptr : root->FirstChildElement("WORKLOADS");
   if (section == nullptr) return false;
   for (const vexor::WorkloadRow& workload : vexor::kWorkloads) {
-    const auto* const group = vexor::FindGroup(*section, workload.group);
+    const auto* const group =
+        workload.group.empty() ? section : vexor::FindElement(section, workload.group);
     if (group != nullptr) vexor::ReadWorkload(*group, workload, workloads);
   }
   return true;
