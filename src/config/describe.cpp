@@ -32,9 +32,7 @@ const XMLElement* FindOption(const XMLElement& parent, const ElementModel& group
   return nullptr;
 }
 
-bool HasText(const XMLElement* element) {
-  return element != nullptr && !TrimmedText(*element).value_or("").empty();
-}
+bool HasText(const XMLElement* element) { return element != nullptr && !TextOf(*element).empty(); }
 
 // The path of an entry of a list, counted from 1.
 std::string Entry(const std::string& path, std::size_t number) {
@@ -132,8 +130,7 @@ class Describer {
       if (other.option->take == Take::kWhenEmpty) origin = Origin::kOlderName;
     }
     if (source != nullptr) {
-      const bool is_derived =
-          option.settle != nullptr && value != TrimmedText(*source).value_or("");
+      const bool is_derived = option.settle != nullptr && value != TextOf(*source);
       return Add(path, value, is_derived ? Origin::kDerived : origin, source);
     }
     if (value.empty()) return Add(path, value, Origin::kMissing, nullptr);
@@ -185,7 +182,7 @@ class Describer {
     const TraceMigration migration(records_.config.GlobalConfig.Version);
     std::size_t count = 0;
     for (const XMLElement& child : ChildElements(*list)) {
-      const std::string entry(TrimmedText(child).value_or(""));
+      const std::string entry(TextOf(child));
       std::vector<std::string> currents;
       if (!entry.empty()) migration.Append(entry, currents);
       for (const std::string& current : currents) {

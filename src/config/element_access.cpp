@@ -30,6 +30,10 @@ std::optional<std::string_view> TrimmedText(const tinyxml2::XMLElement& element)
   return TrimSpace(text);
 }
 
+std::string_view TextOf(const tinyxml2::XMLElement& element) {
+  return TrimmedText(element).value_or("");
+}
+
 bool IsTrue(const tinyxml2::XMLElement& element) {
   const tinyxml2::XMLNode* const child = element.FirstChild();
   return child != nullptr && std::string_view(child->Value()) == "true";

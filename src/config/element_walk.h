@@ -43,6 +43,9 @@ const tinyxml2::XMLElement* FindElement(const tinyxml2::XMLElement* parent, std:
 // Returns the element's own text, trimmed of white space: its first child node, when that is text.
 std::optional<std::string_view> TrimmedText(const tinyxml2::XMLElement& element);
 
+// The same, with empty text for an element whose first child node is no text.
+std::string_view TextOf(const tinyxml2::XMLElement& element);
+
 // Returns whether the element's first child node is exactly "true", blanks and case included.
 bool IsTrue(const tinyxml2::XMLElement& element);
 

@@ -25,7 +25,7 @@ using tinyxml2::XMLElement;
 
 void ReadPairs(const XMLElement& element, NamedValues& pairs) {
   for (const XMLElement& child : ChildElements(element)) {
-    const std::string_view text = TrimmedText(child).value_or("");
+    const std::string_view text = TextOf(child);
     if (!text.empty()) pairs.emplace_back(child.Name(), text);
   }
 }

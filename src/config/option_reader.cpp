@@ -69,7 +69,7 @@ void ReadItems(const tinyxml2::XMLElement& element, std::string_view item,
                std::vector<std::string>& items) {
   for (const tinyxml2::XMLElement& child : ChildElements(element)) {
     if (item != child.Name()) continue;
-    const std::string_view text = TrimmedText(child).value_or("");
+    const std::string_view text = TextOf(child);
     if (!text.empty()) items.emplace_back(text);
   }
 }
@@ -105,7 +105,7 @@ void ReadArguments(const tinyxml2::XMLElement& element, std::span<const OptionRo
   for (const tinyxml2::XMLElement& child : ChildElements(element)) {
     const std::string_view element_name = child.Name();
     if (flattened != nullptr) {
-      AppendFlattened(element_name, TrimmedText(child).value_or(""), Flatten::kAll, *flattened);
+      AppendFlattened(element_name, TextOf(child), Flatten::kAll, *flattened);
     }
     const char* const name = element_name == "arg" ? child.Attribute("name") : nullptr;
     if (name == nullptr) continue;

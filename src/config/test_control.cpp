@@ -52,7 +52,7 @@ void ReadTraces(_WL_CUSTOMERS_XMLCFG& control, const XMLElement& section,
   if (traces == nullptr) return;
   const TraceMigration migration(version);
   for (const XMLElement& child : ChildElements(*traces)) {
-    const std::string entry(TrimmedText(child).value_or(""));
+    const std::string entry(TextOf(child));
     if (!entry.empty()) migration.Append(entry, control.TestTraceCfg);
   }
 }

@@ -1,0 +1,80 @@
+#include "config/content_check.h"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+#include "config/fault_wording.h"
+#include "config/syntax_table.h"
+#include "util/text.h"
+
+namespace vexor {
+namespace {
+
+using tinyxml2::XMLElement;
+using tinyxml2::XMLNode;
+
+// The text of a node, without white space; empty for a node that is no text.
+std::string_view OwnText(const XMLNode& node) {
+  return node.ToText() == nullptr ? std::string_view() : TrimSpace(node.Value());
+}
+
+}  // namespace
+
+void CheckStrayText(const XMLNode& parent, const std::string& path, Findings& findings) {
+  for (const XMLNode* node = parent.FirstChild(); node != nullptr; node = node->NextSibling()) {
+    const std::string_view text = OwnText(*node);
+    if (!text.empty()) findings.AddError(*node, path, text, "text between elements, not read");
+  }
+}
+
+void CheckAttributes(const XMLElement& element, const std::string& path, Findings& findings,
+                     std::span<const std::string_view> known) {
+  for (const tinyxml2::XMLAttribute* a = element.FirstAttribute(); a != nullptr; a = a->Next()) {
+    if (std::ranges::find(known, a->Name()) != known.end()) continue;
+    findings.AddWarning(element, path, a->Name(), "attribute, not read");
+  }
+}
+
+bool CheckLeaf(const XMLElement& element, const std::string& path, Findings& findings) {
+  const XMLNode* const first = element.FirstChild();
+  for (const XMLNode* node = first; node != nullptr; node = node->NextSibling()) {
+    if (const XMLElement* const child = node->ToElement()) {
+      findings
+          .AddError(*child, path + "/" + child->Name(), child->Name(),
+                    "element in an option, not read")
+          .expected = "text";
+    } else if (node != first && !OwnText(*node).empty()) {
+      findings.AddError(*node, path, OwnText(*node),
+                        "not read: it follows a comment or an element");
+    }
+  }
+  return first == nullptr || first->ToText() != nullptr;
+}
+
+void CheckText(const XMLElement& at, const std::string& path, std::string_view text,
+               const OptionRow& option, Findings& findings) {
+  const std::optional<Fault> fault = CheckOption(option, text);
+  if (!fault) return;
+  FaultWording wording = WordFault(option, text, *fault);
+  Finding& finding = findings.AddError(at, path, text, std::move(wording.what));
+  finding.expected = std::move(wording.expected);
+  finding.suggestion = std::move(wording.suggestion);
+}
+
+// Only the exact text switches on.
+void CheckSwitch(const XMLElement& element, const std::string& path, Findings& findings) {
+  const XMLNode* const child = element.FirstChild();
+  const std::string_view text = child == nullptr ? "" : child->Value();
+  const std::string_view word = TrimSpace(text);
+  if (word.empty() || text == "true" || text == "false") return;
+  const bool means_false = EqualsIgnoreCase(word, "false");
+  Finding& finding = means_false ? findings.AddWarning(element, path, text,
+                                                       "reads as false, like any text but true")
+                                 : findings.AddError(element, path, text, "reads as false");
+  finding.expected = "true or false";
+  if (means_false) finding.suggestion = "false";
+  if (EqualsIgnoreCase(word, "true")) finding.suggestion = "true";
+}
+
+}  // namespace vexor
