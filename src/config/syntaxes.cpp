@@ -70,7 +70,7 @@ class Lister {
       case Content::kOption:
         return AddOption(element, parent, path);
       case Content::kItem:
-        return AddItem(element, path);
+        return AddItem(element, parent, path);
       case Content::kVersion:
         Add(path, element.about).preset = GetVersionText();
         return;
@@ -83,7 +83,7 @@ class Lister {
         Add(path + "/Name", element.about).repeats = true;
         return;
       case Content::kPairs:
-        return AddPairs(parent.name, element, path);
+        return AddPairs(*element.list, path);
       case Content::kChildren:
       case Content::kArguments:
         if (element.IsOlder()) return;
@@ -120,14 +120,14 @@ class Lister {
     return static_cast<const _PM_TEST_NODE&>(*parent.record).KnobHint;
   }
 
-  void AddItem(const ElementModel& element, const std::string& path) {
+  // An item of an option, or of a list under "SysConfiguration".
+  void AddItem(const ElementModel& element, const ElementModel& parent, const std::string& path) {
     const OptionRow* const option = element.option;
     OptionInfo& info = option == nullptr ? Add(path, "An entry of the list.")
                                          : Add(path, option->about, option->syntax);
     info.repeats = true;
     if (option != nullptr) info.hint = JoinTexts(option->hint);
-    const SystemListRow* const list = option == nullptr ? FindList(path) : nullptr;
-    if (list != nullptr) info.hint = JoinTexts(list->hint);
+    if (parent.list != nullptr) info.hint = JoinTexts(parent.list->hint);
   }
 
   void AddSwitch(const ElementModel& element, const std::string& path) {
@@ -139,22 +139,12 @@ class Lister {
     info.is_written = false;
   }
 
-  void AddPairs(std::string_view group, const ElementModel& element, const std::string& path) {
-    const auto list = std::ranges::find_if(kSystemLists, [&](const SystemListRow& row) {
-      return row.group == group && row.name == element.name;
-    });
-    Add(path, "Named values: elements of any name, each with a text.").hint = JoinTexts(list->hint);
-    for (const OptionRow& option : list->always) {
+  void AddPairs(const SystemListRow& list, const std::string& path) {
+    Add(path, "Named values: elements of any name, each with a text.").hint = JoinTexts(list.hint);
+    for (const OptionRow& option : list.always) {
       Add(path + "/" + std::string(option.name), option.about, option.syntax).hint =
           JoinTexts(option.hint);
     }
-  }
-
-  static const SystemListRow* FindList(std::string_view path) {
-    const auto* const list = std::ranges::find_if(kSystemLists, [path](const SystemListRow& row) {
-      return path.ends_with(std::string(row.group).append("/").append(row.name).append("/ITEM"));
-    });
-    return list == std::end(kSystemLists) ? nullptr : list;
   }
 
   std::unique_ptr<FullRecords> records_ = std::make_unique<FullRecords>();
