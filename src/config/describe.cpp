@@ -115,27 +115,42 @@ class Describer {
                                   ? std::string(group.record->*option.flag ? "true" : "false")
                                   : group.record->*option.text;
     if (element == nullptr) return Add(path, value, Origin::kDefault, nullptr);
-    const XMLElement* source = FindOption(*element, group, option.name);
+    const Source source = FindSource(option, group, *element);
+    Add(path, value, OriginOf(option, value, source, origin), source.element);
+  }
+
+  // Where an option's text was read: nowhere, or in an element of its name or of an older one.
+  struct Source {
+    const XMLElement* element;
+    bool is_older = false;
+  };
+
+  static Source FindSource(const OptionRow& option, const ElementModel& group,
+                           const XMLElement& element) {
+    Source source{FindOption(element, group, option.name)};
     for (const ElementModel& other : group.children) {
       if (other.option == nullptr || other.option == &option || option.text == nullptr ||
           other.option->text != option.text) {
         continue;
       }
-      const XMLElement* const second = FindOption(*element, group, other.option->name);
+      const XMLElement* const second = FindOption(element, group, other.option->name);
       const bool wins = other.option->take == Take::kWhenGiven
                             ? HasText(second)
-                            : second != nullptr && !HasText(source);
-      if (!wins) continue;
-      source = second;
-      if (other.option->take == Take::kWhenEmpty) origin = Origin::kOlderName;
+                            : second != nullptr && !HasText(source.element);
+      if (wins) source = {second, other.option->take == Take::kWhenEmpty};
     }
-    if (source != nullptr) {
-      const bool is_derived = option.settle != nullptr && value != TextOf(*source);
-      return Add(path, value, is_derived ? Origin::kDerived : origin, source);
-    }
-    if (value.empty()) return Add(path, value, Origin::kMissing, nullptr);
-    const bool is_derived = option.settle != nullptr && value != option.fallback;
-    Add(path, value, is_derived ? Origin::kDerived : Origin::kDefault, nullptr);
+    return source;
+  }
+
+  // `origin` is that of a text that was read.
+  static Origin OriginOf(const OptionRow& option, std::string_view value, const Source& source,
+                         Origin origin) {
+    if (source.element == nullptr && value.empty()) return Origin::kMissing;
+    const std::string_view text =
+        source.element == nullptr ? option.fallback : TextOf(*source.element);
+    if (option.settle != nullptr && value != text) return Origin::kDerived;
+    if (source.element == nullptr) return Origin::kDefault;
+    return source.is_older ? Origin::kOlderName : origin;
   }
 
   void DescribeSwitch(const ElementModel& child, const ElementModel& group,
