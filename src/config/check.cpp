@@ -215,7 +215,8 @@ class Checker {
   }
 
   void CheckVersion(const XMLElement& element, const std::string& path) {
-    if (!CheckLeaf(element, path, findings_) || version_ == GetVersionText()) return;
+    CheckLeaf(element, path, findings_);
+    if (version_ == GetVersionText()) return;
     Finding& finding =
         IsCompatibleVersion(version_)
             ? findings_.AddWarning(element, path, version_, "another version, but compatible")

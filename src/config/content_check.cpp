@@ -64,6 +64,7 @@ void CheckText(const XMLElement& at, const std::string& path, std::string_view t
 
 // Only the exact text switches on.
 void CheckSwitch(const XMLElement& element, const std::string& path, Findings& findings) {
+  if (!CheckLeaf(element, path, findings)) return;
   const XMLNode* const child = element.FirstChild();
   const std::string_view text = child == nullptr ? "" : child->Value();
   const std::string_view word = TrimSpace(text);

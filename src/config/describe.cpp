@@ -119,7 +119,8 @@ class Describer {
     Add(path, value, OriginOf(option, value, source, origin), source.element);
   }
 
-  // Where an option's text was read: nowhere, or in an element of its name or of an older one.
+  // Where an option's text was read: nowhere, also for an empty element that reads as the fallback,
+  // or in an element of its name or of an older one.
   struct Source {
     const XMLElement* element;
     bool is_older = false;
@@ -139,7 +140,9 @@ class Describer {
                             : second != nullptr && !HasText(source.element);
       if (wins) source = {second, other.option->take == Take::kWhenEmpty};
     }
-    return source;
+    const bool falls_back = !option.fallback.empty() && source.element != nullptr &&
+                            !TrimmedText(*source.element).has_value();
+    return falls_back ? Source{nullptr} : source;
   }
 
   // `origin` is that of a text that was read.

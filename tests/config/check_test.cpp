@@ -107,6 +107,9 @@ TEST(Check, SaysWhatIsWrongWithADocument) {
        {"1: error: Version: \"4.21.522.0\": incompatible version, refused where versions are "
         "verified; expected 3.21.522.0"}},
       {Document("", " 3.21.522.0\n"), {}},
+      {Document("", "<!-- 3.21.522.0 -->"),
+       {"1: error: Version: \"\": incompatible version, refused where versions are verified; "
+        "expected 3.21.522.0"}},
   };
   ExpectFindings(cases);
 }
@@ -249,6 +252,10 @@ TEST(Check, FindsTextsThatReadAsSomethingElse) {
         "1: warning: AutoRunCfg/HWP: \" false\": reads as false, like any text but true; expected "
         "true or false; did you mean \"false\"?",
         "1: error: AutoRunCfg/SDC: \"1\": reads as false; expected true or false"}},
+      {Control("<AutoRunCfg><CSTATES>true<b/></CSTATES><HWP><!-- off -->true</HWP>"
+               "<SDC><!-- off --></SDC></AutoRunCfg>"),
+       {"1: error: AutoRunCfg/CSTATES/b: \"b\": element in an option, not read; expected text",
+        "1: error: AutoRunCfg/HWP: \"true\": not read: it follows a comment or an element"}},
       {Document("<WORKLOADS><GtStress><BouncingBall><AutoRun>yes</AutoRun></BouncingBall>"
                 "</GtStress></WORKLOADS>"),
        {"1: error: GtStress/BouncingBall/AutoRun: \"yes\": reads as false; expected true or "

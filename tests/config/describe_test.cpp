@@ -65,7 +65,7 @@ constexpr const char* kDocument = R"(<VEXOR>
 </CORE>
 <ICE>
 <Ice-Cstates/>
-<Ice-Pstates/>
+<Ice-Pstates><SwitchTime/></Ice-Pstates>
 </ICE>
 <SYSTEM>
 <PECI>
