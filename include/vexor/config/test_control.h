@@ -36,7 +36,7 @@ struct _WL_CUSTOMERS_XMLCFG : vexor::ConfigRecord {
 // defaults, when there is none or `root` is null. `version` is the file's version text: it decides
 // how trace entries are brought up to date. Throws std::out_of_range ("invalid vector<T>
 // subscript") when there is a "TestTraceCfg" and the version has fewer than four pieces, an entry
-// has fewer than three fields, or its third field is empty.
+// has fewer than three fields, or its third field is empty or of ":" alone.
 VEXOR_EXPORT bool GetTestControlXML(_WL_CUSTOMERS_XMLCFG& control, const tinyxml2::XMLElement* root,
                                     const std::string& version);
 

@@ -32,7 +32,8 @@ VEXOR_EXPORT bool WriteXMLConfig(const char* path, _XML_FULL_CFG& cfg, bool writ
 
 namespace vexor {
 
-// Returns the document that WriteXMLConfig would save for the record, lines ended by LF.
+// Returns the document that WriteXMLConfig would save for the record, lines ended by LF. The record
+// stays as it is, knob hints too. Throws std::bad_alloc only.
 VEXOR_EXPORT std::string FormatXMLConfig(const _XML_FULL_CFG& cfg);
 
 }  // namespace vexor
