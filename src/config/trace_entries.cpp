@@ -25,10 +25,11 @@ std::int32_t VersionNumber(const std::string& piece) {
       static_cast<std::uint32_t>(ParseUnsigned(piece).value_or(kNoNumber32)));
 }
 
+// The fields are trimmed, and so is what they make.
 std::string JoinFields(const std::vector<std::string>& fields) {
   std::string text = fields.front();
   for (std::size_t i = 1; i < fields.size(); ++i) text += "_" + fields[i];
-  return Trim(text);
+  return text;
 }
 
 std::string Renamed(std::string entry, const std::string& from, const std::string& to) {

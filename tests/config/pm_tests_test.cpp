@@ -58,11 +58,11 @@ TEST(PmTests, EachTestHasItsGroupElementAndRecord) {
   }
 }
 
-TEST(PmTests, ReadsTheNewerOfTwoElements) {
+TEST(PmTests, ReadsTheNewerOfTwoElementsAndTheFirstOfAName) {
   const auto pm = ReadPm(
       "<GT><GT-DVFS><Ratios>old</Ratios></GT-DVFS><iGFX-DVFS><Ratios>new</Ratios></iGFX-DVFS>"
-      "<GT-RC6><Ratios>old</Ratios></GT-RC6></GT><Device><PCIe-Link-DState><ConfigState>old"
-      "</ConfigState></PCIe-Link-DState><PCIe-Link/></Device>");
+      "<GT-RC6><Ratios>old</Ratios></GT-RC6><iGFX-DVFS/><GT-RC6/></GT><Device><PCIe-Link-DState>"
+      "<ConfigState>old</ConfigState></PCIe-Link-DState><PCIe-Link/></Device>");
   EXPECT_EQ(pm.iGFX_DVFS.Ratios, "new");
   EXPECT_EQ(pm.iGFX_RC6.Ratios, "old");
   EXPECT_EQ(pm.PCIe_Link.ConfigState, Texts());

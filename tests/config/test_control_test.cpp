@@ -41,7 +41,7 @@ TEST(AutoRun, TriesOlderNamesWhereTheCurrentOneIsNotTrue) {
       {"<GT-RC6>true</GT-RC6>", {9}},
       {"<PCIe-Link-DState>true</PCIe-Link-DState>", {29, 31}},
       {"<PCIe-Link>true</PCIe-Link><PCIe-Link-DState>no</PCIe-Link-DState>", {29}},
-      {"<FANSPEED-CTR>true</FANSPEED-CTR>", {14}},
+      {"<FANSPEED-CTR>true</FANSPEED-CTR><FANSPEED-CTR/><SDC/><SDC>true</SDC>", {14}},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.switches);
