@@ -36,6 +36,28 @@ TEST(Syntaxes, PointAtTheFault) {
   EXPECT_TRUE(CheckSyntax("tme", "msec:80"));
 }
 
+TEST(Syntaxes, AreToldFromTheirNeighbours) {
+  struct Case {
+    const char* good;
+    const char* bad;
+    const char* text;  // by the first syntax good, by the second bad
+  };
+  const Case cases[] = {
+      {"peci-data", "peci-parameters", "65536"},
+      {"sagv", "low-high", "Med"},
+      {"exit-ratios", "ratios", "all"},
+      {"state-lists", "state-counts", "C1:[]"},
+      {"scope", "timeout", "1:2:3"},
+      {"address", "mask", "Default"},
+      {"affinity", "packages", "EvenCores"},
+      {"peci-registers", "peci-services", "A:3"},
+  };
+  for (const Case& c : cases) {
+    EXPECT_FALSE(CheckSyntax(c.good, c.text)) << c.good;
+    EXPECT_TRUE(CheckSyntax(c.bad, c.text)) << c.bad;
+  }
+}
+
 // What the library reads from a file is known, and what it presets is good.
 TEST(Options, CoverEverySetting) {
   std::set<std::string> paths;
