@@ -65,8 +65,13 @@ TEST(GlobalConfig, TakesSystemListsAsComplete) {
   EXPECT_EQ(lists.KNOBS, NamedValues({{"K", "5"}, {"K", "6"}}));
 
   EXPECT_EQ(ReadGlobal("").GlobalConfig.KNOBS, DefaultKnobs());
-  EXPECT_EQ(ReadGlobal("<SysConfiguration><CORE/></SysConfiguration>").GlobalConfig.KNOBS,
-            NamedValues());
+  _XML_FULL_CFG cfg;
+  cfg.GlobalConfig.CORE_CONFIG = {"gone"};
+  cfg.GlobalConfig.KNOBS = {{"gone", "1"}};
+  EXPECT_TRUE(ReadInto(cfg, Document("<GLOBALCONFIGURATION><SysConfiguration><CORE/>"
+                                     "</SysConfiguration></GLOBALCONFIGURATION>"))
+                  .read);
+  EXPECT_TRUE(cfg.GlobalConfig.CORE_CONFIG.empty() && cfg.GlobalConfig.KNOBS.empty());
 }
 
 TEST(GlobalConfig, ReadsEverySettingOfAPresentElement) {
