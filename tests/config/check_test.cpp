@@ -127,6 +127,9 @@ TEST(Check, FindsElementsThatAreNotRead) {
       {Pm("CORE", "<PECI/>"),
        {"1: error: CORE/PECI: \"PECI\": misplaced element, not read; expected to stand in "
         "GLOBALPM/SYSTEM"}},
+      {Pm("CORE", "<PECI><KNOBS/></PECI>"),
+       {"1: error: CORE/PECI: \"PECI\": misplaced element, not read; expected to stand in "
+        "GLOBALPM/SYSTEM"}},
       {Pm("CORE", "<PECI>true</PECI>"),
        {"1: error: CORE/PECI: \"PECI\": misplaced element, not read; expected to stand in "
         "TEST_CONTROL_CFG/AutoRunCfg"}},
@@ -312,9 +315,10 @@ TEST(Check, NotesWhatIsAbsent) {
   const Case cases[] = {
       {Pm("SYSTEM",
           "<PECI><StartDelayTime/><ExeCycles/><FailTolerance/><SanityEarlyExit/>"
-          "<TestMode/><Log_Level/></PECI>"),
+          "<TestMode/><Log_Level/>\n<Stranger/></PECI>"),
        {"1: note: SYSTEM/PECI: \"ActiveTime, InStateTime, ConfigLoop, Interface\": absent, and "
-        "read as empty, not as the default"}},
+        "read as empty, not as the default",
+        "2: error: SYSTEM/PECI/Stranger: \"Stranger\": unknown element, not read"}},
       {Pm("UNCORE",
           "<MESH-GV><arg name='-switchTime' val=''/><arg name='-exeCycles' val=''/>"
           "<arg name='-startDelayTime' val=''/><arg name='-failTolerance' val=''/>"

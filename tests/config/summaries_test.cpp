@@ -46,8 +46,9 @@ TEST(Summaries, OfAConfiguration) {
       "<GLOBALCONFIGURATION><SystemSetup><OverwriteCfg><CPU>X</CPU><PCH>Default</PCH>"
       "</OverwriteCfg><SETTING><TopoMode>OS</TopoMode><Seeds/></SETTING></SystemSetup>"
       "<SysConfiguration><CORE><CONFIG><ITEM>0;SDC;Enable</ITEM><ITEM>b</ITEM></CONFIG>"
-      "<SETTING><ITEM>c</ITEM></SETTING></CORE><UNCORE><CONFIG><A>1</A><B>Default</B></CONFIG>"
-      "<SETTING><C>false</C></SETTING></UNCORE><SYSTEM><KNOBS><D>false</D><E>5</E><F>Default</F>"
+      "<SETTING><ITEM>c</ITEM></SETTING></CORE><POWER><CONFIG><ITEM>d</ITEM></CONFIG></POWER>"
+      "<UNCORE><CONFIG><A>1</A><B>Default</B></CONFIG><SETTING><C>false</C></SETTING></UNCORE>"
+      "<SYSTEM><GSTATES><H>1</H></GSTATES><KNOBS><D>false</D><E>5</E><F>Default</F>"
       "<G>true</G></KNOBS></SYSTEM></SysConfiguration><CustomConfiguration><MSR_CFG><MSR>"
       "<Address>1</Address><OrMask/></MSR><MSR><Address>2</Address></MSR></MSR_CFG><P2SB-MMIO>"
       "<MMIO><Port>9</Port></MMIO></P2SB-MMIO></CustomConfiguration></GLOBALCONFIGURATION>"));
@@ -60,7 +61,9 @@ TEST(Summaries, OfAConfiguration) {
   EXPECT_EQ(lines[0], "<OverwriteCfg>,<CPU>X  ");
   EXPECT_EQ(lines[1], "<SystemSetup>,<TopoMode>OS  ");
   EXPECT_EQ(lines[2], "<SysConfiguration><CORE>,<CONFIG>0;SDC;Enable  <CONFIG>b  <SETTING>c  ");
+  EXPECT_EQ(lines[3], "<SysConfiguration><POWER>,<CONFIG>d  ");
   EXPECT_EQ(lines[4], "<SysConfiguration><UNCORE>,<A>1  <C>false");
+  EXPECT_EQ(lines[5] + lines[6], "<SysConfiguration><GSTATES>,<H>1<SysConfiguration><OS>,");
   EXPECT_EQ(lines[7], "<SysConfiguration><KNOBS>,<E>5  <G>true");
   EXPECT_EQ(lines[8], "<MSR_CFG>,<Address>1  <OrMask/>  ;  <Address>2  ");
   EXPECT_EQ(lines[14], "<P2SB-MMIO>,<Port>9  ");
