@@ -326,6 +326,12 @@ TEST(Check, NotesWhatIsAbsent) {
           "<arg name='-exitOnPassRatios' val=''/></MESH-GV>"),
        {"1: note: UNCORE/MESH-GV: \"-sanityEarlyExit, -logLevel\": absent, and read as empty, not "
         "as the default"}},
+      {Pm("CORE", "<PSTATES/>"),  // the switch time is derived
+       {"1: note: CORE/PSTATES: \"PkgAffinity, ModuleAffinity, CoreAffinity, PxMxCxScope, "
+        "ExeCycles, "
+        "StartDelayTime, ConfigLoop, FailTolerance, SanityEarlyExit, TestMode, Log_Level, "
+        "LimitReasonMask, TurboLimitCores, ExePstates, RatioDistLoMeHi, FreqTolerance, "
+        "ExitOnPassRatios\": absent, and read as empty, not as the default"}},
       {Control("<WorkloadCfg/>"), {}},  // these keep their defaults
       {Control("<AutoRunCfg><HWP>true</HWP><SDC>false</SDC><TestControl>true</TestControl>"
                "</AutoRunCfg>"),
