@@ -59,11 +59,6 @@ TEST(Writer, WritesWhatTheRecordHoldsInItsPlace) {
        "<LoopTracker>18446744073709551615</LoopTracker>"},
       {"the version is the library's", [](auto& cfg) { cfg.GlobalConfig.Version = "1.2.3.4"; },
        "<VEXOR><Version>3.21.522.0</Version>"},
-      {"tests are switched by identifier",
-       [](auto& cfg) { cfg.TestControl.AutoRunCfg[2] = cfg.TestControl.AutoRunCfg[31] = true; },
-       "<HWP>false</HWP><PSTATES>true</PSTATES>"},
-      {"the last switch", [](auto& cfg) { cfg.TestControl.AutoRunCfg[31] = true; },
-       "<TestControl>true</TestControl></AutoRunCfg>"},
       {"traces",
        [](auto& cfg) {
          cfg.TestControl.TestTraceCfg = {"a_b_c", "", "d"};
@@ -76,21 +71,6 @@ TEST(Writer, WritesWhatTheRecordHoldsInItsPlace) {
        "</SwitchTime><ConfigState>1</ConfigState><ConfigState>2</ConfigState></FACT>"},
       {"unread resets", [](auto& cfg) { cfg.GlobalPM.DGFX_RESET.ConfigState = {"1"}; },
        "</KNOBS><ConfigState>1</ConfigState></DGFX-RESET>"},
-      {"device states", [](auto& cfg) { cfg.GlobalPM.Dx_States.ConfigState = {"D3"}; },
-       "</KNOBS><ConfigState>D3</ConfigState></Dx-States>"},
-      {"PCI commands",
-       [](auto& cfg) {
-         cfg.GlobalPM.PECI.WrPCIConfigLocal = {"1", "2"};
-         cfg.GlobalPM.PECI.RdPCIConfig = {"3"};
-       },
-       "<WrPCIConfig/><WrPCIConfigLocal><PCIE>1</PCIE><PCIE>2</PCIE></WrPCIConfigLocal>"
-       "<RdPCIConfig><PCIE>3</PCIE></RdPCIConfig><RdPCIConfigLocal/></PECI>"},
-      {"RC6 tests have their own names of the times",
-       [](auto& cfg) {
-         cfg.GlobalPM.GCD_RC6.ActiveTime = "a";
-         cfg.GlobalPM.GCD_RC6.InStateTime = "i";
-       },
-       "<RC0Time>a</RC0Time><RC6Time>i</RC6Time>"},
       {"ranges of the first four go elsewhere",
        [](auto& cfg) {
          _MESH_GV_CFG& mesh = cfg.GlobalPM.MESH_GV;
@@ -100,17 +80,9 @@ TEST(Writer, WritesWhatTheRecordHoldsInItsPlace) {
        R"(<arg name="-switchTime" randVal="1-2"/><arg name="-checkDelayTime" randVal="1-2"/>)"
        R"(<arg name="-startDelayTime" randVal="1-2"/><arg name="-exeCycles" randVal="1-2"/>)"
        R"(<arg name="-failTolerance" val="3-4"/>)"},
-      {"no other test has ranges elsewhere",
-       [](auto& cfg) { cfg.GlobalPM.Vpu_DVFS.SwitchTime = "1-2"; },
-       R"(<arg name="SwitchTime" val="1-2"/>)"},
       {"a knob hint of the record cannot end its comment",
        [](auto& cfg) { cfg.GlobalPM.CSTATES.KnobHint = "a--b-->-\x01-"; },
        "<!--Valid options for tag KNOBS:a- -b- ->- - --><KNOBS></KNOBS><ActiveTime>"},
-      {"items",
-       [](auto& cfg) {
-         cfg.GlobalConfig.POWER_SETTING = {"p", ""};
-       },
-       "Pkg_Time_Limit2--><ITEM>p</ITEM><ITEM></ITEM></SETTING></POWER>"},
       {"names that are no names are left out",
        [](auto& cfg) {
          cfg.GlobalConfig.UNCORE_SETTING = {{"A-1.b_", "v"}, {"1", "v"}, {"a b", "v"},
