@@ -15,6 +15,7 @@ struct FaultWording {
   std::string suggestion;  // the whole text as it was probably meant; may be empty
 };
 
+// Returns what to say of the fault that `CheckOption` found in the option's text.
 FaultWording WordFault(const OptionRow& option, std::string_view text, const Fault& fault);
 
 }  // namespace vexor

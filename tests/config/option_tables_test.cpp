@@ -40,7 +40,7 @@ std::string NamesByMember(const ConfigRecord& record, std::span<const OptionRow>
   return text;
 }
 
-TEST(OptionTables, NameTheMembersInTheOrderOfTheRecord) {
+TEST(OptionTables, NameTheMembersOfTheTestsInTheirOrder) {
   EXPECT_EQ(NamesByMember(_PM_TEST_NODE(), common::kAllFields, 0),
             "PxMxCxScope PxMxCxTxScope PkgAffinity ModuleAffinity CoreAffinity ActiveTime "
             "InStateTime SwitchTime ExeCycles ConfigLoop StartDelayTime FailTolerance "
@@ -89,6 +89,9 @@ TEST(OptionTables, NameTheMembersInTheOrderOfTheRecord) {
               expected == own.end() ? graphics : expected->second)
         << test.name;
   }
+}
+
+TEST(OptionTables, NameTheMembersOfTheOtherRecordsInTheirOrder) {
   EXPECT_EQ(NamesByMember(_GLOBALCONFIG_XMLCFG(), kOverwriteOptions, 0),
             "CPU PCH Power_Base MCH_Base GTTM_Address ISP_MMIO_Base P2SB_Base PCIeExt_Address "
             "CrashLog_Base XRAM_Base");
@@ -116,6 +119,8 @@ TEST(OptionTables, NameTheMembersInTheOrderOfTheRecord) {
   EXPECT_EQ(NamesByMember(_MEMORY_WORKLOAD_CFG(), workloads::kMemory, 0),
             "Algorithm PkgAffinity ModuleAffinity CoreAffinity Duration IdleTime StartDelayTime "
             "DataSizeInDW Producers Consumers Log_Level");
+  EXPECT_EQ(NamesByMember(_GFX_WORKLOAD_CFG(), workloads::kGraphics, 0),
+            "IdleTime StartDelayTime Duration Log_Level");
   EXPECT_EQ(NamesByMember(_COPY_COMPARE_CFG(), workloads::kCopyCompare, 0),
             "Duration IdleTime StartDelayTime Source CopyTo Cycle DataSizeMB Thread Log_Level");
 }
