@@ -15,14 +15,19 @@
 #include "syntax/sleep_states_grammar.h"
 #include "syntax/time_grammar.h"
 #include "syntax/wake_events_grammar.h"
+#include "syntax/words.h"
 #include "util/text.h"
 #include "vexor/logging/console.h"
 #include "vexor/util/ipv4.h"
+#include "vocabulary/state_tables.h"
 
 namespace vexor {
 namespace {
 
 using Result = std::optional<Fault>;
+
+constexpr std::string_view kIpv4Form = "four numbers from 0 to 255 joined by points";
+constexpr std::string_view kLogLevels = "No-Log, Critical, Information or Debug";
 
 Result Unless(bool good, std::string_view what, std::string_view expected) {
   if (good) return std::nullopt;
@@ -30,14 +35,12 @@ Result Unless(bool good, std::string_view what, std::string_view expected) {
 }
 
 Result CheckIpv4(std::string_view text) {
-  return Unless(IsIpv4Address(text), "no IPv4 address, and reads as empty",
-                "four numbers from 0 to 255 joined by points");
+  return Unless(IsIpv4Address(text), "no IPv4 address, and reads as empty", kIpv4Form);
 }
 
 Result CheckLogLevel(std::string_view text) {
   constexpr auto kUnknown = static_cast<TRACE_LEVEL>(-1);
-  return Unless(ParseTraceLevelID(text, kUnknown) != kUnknown, "unknown level",
-                "No-Log, Critical, Information or Debug");
+  return Unless(ParseTraceLevelID(text, kUnknown) != kUnknown, "unknown level", kLogLevels);
 }
 
 Result CheckExitRatios(std::string_view text) {
@@ -54,12 +57,9 @@ constexpr auto kSyntaxes = std::to_array<SyntaxRow>({
     {Syntax::kMask, "mask", "a decimal or 0x number", "0xFFFFFFFF", CheckMask, "%n"},
     {Syntax::kAddress, "address", "Default, or a decimal or 0x number", "0xC0000000", CheckAddress,
      "Default|%n"},
-    {Syntax::kIpv4, "ipv4", "four numbers from 0 to 255 joined by points", "192.168.1.1", CheckIpv4,
-     R"(%n(\.%n){3})"},
-    {Syntax::kLogLevel, "level", "No-Log, Critical, Information or Debug", "Information",
-     CheckLogLevel, "%w"},
-    {Syntax::kTestMode, "mode", "Default, Verify, Exercise or Monitor", "Verify", CheckTestMode,
-     "%w"},
+    {Syntax::kIpv4, "ipv4", kIpv4Form, "192.168.1.1", CheckIpv4, R"(%n(\.%n){3})"},
+    {Syntax::kLogLevel, "level", kLogLevels, "Information", CheckLogLevel, "%w"},
+    {Syntax::kTestMode, "mode", kListOf<kTestModes>, "Verify", CheckTestMode, "%w"},
     {Syntax::kDuration, "time",
      "unit:value or unit:low-high with usec, msec, sec, min or hour; Invalid is no time",
      "msec:80-120", CheckDuration,

@@ -26,6 +26,8 @@ struct CstateRow {
   int number;  // index of the state's own entry in a list of settings; 0 when it has none
 };
 
+constexpr std::string_view TextOf(const CstateRow& row) { return row.name; }
+
 constexpr auto kCstates = std::to_array<CstateRow>({
     {"C0", CSTATE_MASK_C0, MWAIT_HINT_NONE, 0},
     {"C1", CSTATE_MASK_C1, MWAIT_HINT_C1, 1},
@@ -43,7 +45,6 @@ constexpr CstateRow kNoCstate = {{}, CSTATE_MASK_NONE, MWAIT_HINT_NONE, 0};
 
 constexpr std::size_t kSettings = 11;  // one entry a number, up to C10
 
-constexpr std::string_view kAnyState = "C0, C1, C3, C6, C6r, C7, C7s, C8, C9 or C10";
 constexpr std::string_view kNumberedState = "C1, C3, C6, C7, C8, C9 or C10";
 
 const CstateRow& FindCstate(std::string_view name) {
@@ -61,7 +62,7 @@ std::vector<CSTATE_MASK> ReadExeCstates(std::string_view list, FaultNote& note) 
   for (std::string_view item; TakeItem(list, ';', item);) {
     const CSTATE_MASK mask = FindCstate(item).mask;
     if (mask == CSTATE_MASK_NONE) {
-      note.At(item, "unknown C-state", kAnyState);
+      note.At(item, "unknown C-state", kListOf<kCstates>);
       return {};
     }
     masks.push_back(mask);
