@@ -18,7 +18,7 @@ source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 check_arguments 99 "$@"
 
 declare -A packages_of=(
-  [build]="g++ cmake ninja-build libtinyxml2-dev libgtest-dev libcli11-dev libxml2-utils"
+  [build]="g++ cmake ninja-build libtinyxml2-dev libgtest-dev libcli11-dev libxml2-utils locales"
   [windows]="g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 wine wine64 googletest dpkg-dev"
   [clang]="clang"
   [fuzz]="clang libclang-rt-14-dev"
