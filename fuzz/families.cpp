@@ -89,11 +89,6 @@ int ReadPlainWords(Text text) {
   return -1;
 }
 
-int ReadIceStates(Text text) {
-  ParseIceState(text);
-  return CountOf(ParseExeIceSleepStates(text));
-}
-
 using enum Agreement;
 
 constexpr Family kFamilies[] = {
@@ -119,7 +114,8 @@ constexpr Family kFamilies[] = {
     {"state-counts", ReadCounts, kAlike},
     {"state-lists", ReadLists, kAlike},
     {"condition", ReadConditions, kGoodIsRead},  // what is too large is read in 32 bits
-    {"ice", ReadIceStates},
+    {"ice", [](Text text) { return text == "None" ? 1 : int{ParseIceState(text) != 0}; }},
+    {"ice-states", [](Text text) { return CountOf(ParseExeIceSleepStates(text)); }, kAlike},
     {"pstates", [](Text text) { return CountOf(ParseExePstates(text).ratios); }},
     {"ratios", ReadRatios, kGoodIsRead},
     {"sagv", [](Text text) { return CountOf(ParseSagvRatios(text)); }, kGoodIsRead},

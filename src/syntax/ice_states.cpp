@@ -24,6 +24,13 @@ constexpr auto kStates = std::to_array<Word<ICE_POWER_STATES>>({
     {"None", ICE_STATE_UNKNOWN},
 });
 
+// All but the last: a list of what is executed knows no "None".
+constexpr auto kExecutedStates = [] {
+  std::array<Word<ICE_POWER_STATES>, kStates.size() - 1> states{};
+  std::copy_n(kStates.begin(), states.size(), states.begin());
+  return states;
+}();
+
 ICE_POWER_STATES ReadIceState(std::string_view list, FaultNote& note) {
   const auto* first = kStates.data() + kStates.size() - 1;
   for (std::string_view item; TakeFilledItem(list, ';', item);) {
@@ -37,11 +44,31 @@ ICE_POWER_STATES ReadIceState(std::string_view list, FaultNote& note) {
   return first->value;
 }
 
+std::vector<int> ReadExecutedStates(std::string_view list, FaultNote& note) {
+  std::vector<int> states;
+  for (std::string_view item; TakeItem(list, ';', item);) {
+    const auto* const state = FindWord(kExecutedStates, TrimBlanks(item));
+    if (state == nullptr) {
+      note.At(item, "unknown device state, and nothing of the list is read",
+              kListOf<kExecutedStates>);
+      return {};
+    }
+    states.push_back(state->value);
+  }
+  return states;
+}
+
 }  // namespace
 
 std::optional<Fault> vexor::CheckIceStates(std::string_view text) {
   FaultNote note(text);
   ReadIceState(text, note);
+  return note.First();
+}
+
+std::optional<Fault> vexor::CheckExeIceSleepStates(std::string_view text) {
+  FaultNote note(text);
+  ReadExecutedStates(text, note);
   return note.First();
 }
 
@@ -51,11 +78,6 @@ ICE_POWER_STATES ParseIceState(std::string_view list) {
 }
 
 std::vector<int> ParseExeIceSleepStates(std::string_view list) {
-  std::vector<int> states;
-  for (std::string_view item; TakeItem(list, ';', item);) {
-    const ICE_POWER_STATES state = ParseIceState(item);
-    if (state == ICE_STATE_UNKNOWN) return {};
-    states.push_back(state);
-  }
-  return states;
+  FaultNote unused(list);
+  return ReadExecutedStates(list, unused);
 }

@@ -8,8 +8,10 @@
 
 namespace vexor {
 
-// Of `ParseIceState` and `ParseExeIceSleepStates`. Empty text and "None" are good: no state is
-// asked for.
+// Of `ParseIceState`. Empty text and "None" are good: no state is asked for.
 std::optional<Fault> CheckIceStates(std::string_view text);
+
+// Of `ParseExeIceSleepStates`. Empty text is good.
+std::optional<Fault> CheckExeIceSleepStates(std::string_view text);
 
 }  // namespace vexor

@@ -190,11 +190,18 @@ std::string DescribeAddress(std::string_view text) {
   return text == "Default" ? "the detected one" : ToHex(String2Integer(text, 0));
 }
 
-std::string DescribeIceStates(std::string_view text) {
+std::string DescribeDeviceState(int state) {
   constexpr std::array<std::string_view, 6> kNames = {"none", "power off", "power on",
                                                       "D0",   "D3",        "D0I3"};
-  return Joined(ParseExeIceSleepStates(text),
-                [&](int state) { return std::string(kNames.at(static_cast<std::size_t>(state))); });
+  return std::string(kNames.at(static_cast<std::size_t>(state)));
+}
+
+std::string DescribeIceState(std::string_view text) {
+  return DescribeDeviceState(ParseIceState(text));
+}
+
+std::string DescribeIceStates(std::string_view text) {
+  return Joined(ParseExeIceSleepStates(text), DescribeDeviceState);
 }
 
 std::string DescribeRatio(const vexor::Ratio& ratio) {
@@ -306,7 +313,8 @@ constexpr MeaningRow kMeanings[] = {
     {"state-counts", DescribeCounts},
     {"state-lists", DescribeLists},
     {"condition", DescribeMask},
-    {"ice", DescribeIceStates},
+    {"ice", DescribeIceState},
+    {"ice-states", DescribeIceStates},
     {"pstates", DescribePstates},
     {"ratios", DescribeRatios},
     {"exit-ratios", DescribeExitRatios},
