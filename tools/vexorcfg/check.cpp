@@ -1,15 +1,15 @@
 #include "vexor/config/check.h"
 
 #include <array>
-#include <cstdlib>
 #include <iostream>
 
 #include "commands.h"
-#include "files.h"
-#include "terminal.h"
-#include "text_output.h"
+#include "common/files.h"
+#include "common/terminal.h"
+#include "common/text_output.h"
+#include "findings.h"
 
-namespace vexorcfg {
+namespace tools::vexorcfg {
 namespace {
 
 using vexor::Finding;
@@ -30,11 +30,6 @@ SeverityLook LookOf(Severity severity) {
       break;
   }
   return {.name = "error", .colour = "\x1b[1;31m"};
-}
-
-bool UsesColours() {
-  const char* const unwanted = std::getenv("NO_COLOR");
-  return (unwanted == nullptr || *unwanted == '\0') && OutputShowsColours();
 }
 
 class Report {
@@ -177,4 +172,4 @@ Status Check(const CheckArguments& arguments) {
   return report.Finish();
 }
 
-}  // namespace vexorcfg
+}  // namespace tools::vexorcfg

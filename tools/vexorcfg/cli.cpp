@@ -3,7 +3,16 @@
 #include <memory>
 #include <string>
 
-#include "vexor/util/version.h"
+namespace tools {
+
+const Program kProgram = {
+    .name = "vexorcfg",
+    .title = "keep configuration files of the power-management test suite in order",
+    .environment =
+        ".TP\n.B NO_COLOR\nWhen set and not empty, the findings of a check are not coloured. They "
+        "never are unless standard output is a terminal.\n"
+        ".TP\n.B VEXOR_HOST_IP_FILE\nThe file that the default of Host_IP_Config is read from.\n",
+};
 
 namespace vexorcfg {
 namespace {
@@ -106,43 +115,6 @@ constexpr const char* kManualExamples =
     "Example:\n"
     "  vexorcfg manual | man -l -";
 
-// Describes options by their names alone: what they take stands in their descriptions.
-class Formatter : public CLI::Formatter {
- public:
-  std::string make_option_opts(const CLI::Option* /*option*/) const override { return {}; }
-};
-
-std::shared_ptr<Formatter> MakeFormatter() {
-  auto formatter = std::make_shared<Formatter>();
-  formatter->label("SUBCOMMAND", "COMMAND");
-  formatter->label("Positionals", "Arguments");
-  return formatter;
-}
-
-template <class Arguments>
-struct Command {
-  CLI::App* app;
-  Arguments* arguments;
-};
-
-// Adds a command that runs `run` on its arguments, which the parser fills.
-template <class Arguments>
-Command<Arguments> AddCommand(CLI::App& app, Status& status, const char* name, const char* about,
-                              const char* examples, Status (*run)(const Arguments&)) {
-  const auto arguments = std::make_shared<Arguments>();
-  CLI::App* const command = app.add_subcommand(name, about);
-  command->group("Commands")->footer(examples);
-  command->callback([arguments, run, &status] { status = run(*arguments); });
-  return {command, arguments.get()};
-}
-
-void AddPrinter(CLI::App& app, Status& status, const char* name, const char* about,
-                const char* examples, Status (*print)(const CLI::App&)) {
-  CLI::App* const command = app.add_subcommand(name, about);
-  command->group("Commands")->footer(examples);
-  command->callback([print, &app, &status] { status = print(app); });
-}
-
 void AddCheck(CLI::App& app, Status& status) {
   const auto [command, arguments] = AddCommand<CheckArguments>(
       app, status, "check", "Tell every mistake in configuration files, with its line.",
@@ -207,12 +179,8 @@ void AddExplain(CLI::App& app, Status& status) {
 }  // namespace
 
 std::unique_ptr<CLI::App> MakeCommandLine(Status& status) {
-  auto app = std::make_unique<CLI::App>(
-      "Keeps the configuration files of the power-management test suite in order.", "vexorcfg");
-  app->set_version_flag("--version", std::string("vexorcfg ") + vexor::GetVersionText());
-  app->formatter(MakeFormatter());
-  app->allow_windows_style_options(false);  // "/lab/a.xml" is a file on every system
-  app->footer(kTopExamples);
+  auto app = MakeApp("Keeps the configuration files of the power-management test suite in order.",
+                     kTopExamples);
   AddCheck(*app, status);
   AddShow(*app, status);
   AddWriter(*app, status, "defaults", "Write a configuration file of all defaults.",
@@ -227,8 +195,8 @@ std::unique_ptr<CLI::App> MakeCommandLine(Status& status) {
   AddPrinter(*app, status, "completion", "Print a completion script for bash.", kCompletionExamples,
              PrintCompletion);
   AddPrinter(*app, status, "manual", "Print the manual page.", kManualExamples, PrintManual);
-  app->require_subcommand(1);
   return app;
 }
 
 }  // namespace vexorcfg
+}  // namespace tools

@@ -5,17 +5,15 @@
 #include <memory>
 
 #include "commands.h"
+#include "common/program.h"
 
-namespace vexorcfg {
+namespace tools::vexorcfg {
 
 // Makes the parser of the command line with all commands. Parsing runs the command that was given
 // and stores its exit status.
 std::unique_ptr<CLI::App> MakeCommandLine(Status& status);
 
-// Prints a completion script for bash, made of the parser's commands and options.
+// Prints a completion script for bash that knows the names of options, syntaxes and tests, too.
 Status PrintCompletion(const CLI::App& app);
 
-// Prints the manual page, made of the parser's help.
-Status PrintManual(const CLI::App& app);
-
-}  // namespace vexorcfg
+}  // namespace tools::vexorcfg

@@ -5,17 +5,10 @@
 #include <string>
 #include <vector>
 
-namespace vexorcfg {
+#include "common/files.h"
+#include "common/status.h"
 
-// The exit status of every command. `kWarnings` is also that of "diff" for files that differ, and
-// of "convert" for a file that was not carried over whole; `kErrors` that of "explain" for a text
-// that is wrong.
-enum Status : int {
-  kClean = 0,
-  kWarnings = 1,
-  kErrors = 2,
-  kNotRun = 3,
-};
+namespace tools::vexorcfg {
 
 struct CheckArguments {
   std::vector<std::string> files;  // "-" is standard input, here and in the other commands
@@ -34,11 +27,6 @@ struct ShowArguments {
 };
 Status Show(const ShowArguments& arguments);
 
-// Of the commands that write a document of their own making.
-struct WriteArguments {
-  std::string file;  // empty for standard output
-  bool force = false;
-};
 Status WriteDefaults(const WriteArguments& arguments);
 Status WriteSchema(const WriteArguments& arguments);
 Status WriteReference(const WriteArguments& arguments);
@@ -63,4 +51,4 @@ struct ExplainArguments {
 };
 Status Explain(const ExplainArguments& arguments);
 
-}  // namespace vexorcfg
+}  // namespace tools::vexorcfg

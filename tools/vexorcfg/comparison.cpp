@@ -6,7 +6,7 @@
 #include "meanings.h"
 #include "vexor/config/syntaxes.h"
 
-namespace vexorcfg {
+namespace tools::vexorcfg {
 namespace {
 
 using vexor::Description;
@@ -103,4 +103,4 @@ std::string PlaceOf(const std::string& file, const Setting& setting) {
   return "default";
 }
 
-}  // namespace vexorcfg
+}  // namespace tools::vexorcfg

@@ -7,7 +7,7 @@
 
 #include "vexor/config/describe.h"
 
-namespace vexorcfg {
+namespace tools::vexorcfg {
 
 // A setting that the two have differently; null where one has none of the path.
 struct Difference {
@@ -29,4 +29,4 @@ Comparison Compare(const vexor::Description& a, const vexor::Description& b);
 // Returns where a setting of a file comes from: "lab.xml:57", "default", ...
 std::string PlaceOf(const std::string& file, const vexor::Setting& setting);
 
-}  // namespace vexorcfg
+}  // namespace tools::vexorcfg

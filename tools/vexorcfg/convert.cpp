@@ -4,14 +4,16 @@
 #include <vector>
 
 #include "commands.h"
+#include "common/files.h"
+#include "common/text_output.h"
 #include "comparison.h"
-#include "files.h"
+#include "configurations.h"
+#include "findings.h"
 #include "line_diff.h"
-#include "text_output.h"
 #include "vexor/config/check.h"
 #include "vexor/config/writer.h"
 
-namespace vexorcfg {
+namespace tools::vexorcfg {
 namespace {
 
 using vexor::Description;
@@ -197,4 +199,4 @@ Status Convert(const ConvertArguments& arguments) {
   return ReportProof(arguments, in, *before);
 }
 
-}  // namespace vexorcfg
+}  // namespace tools::vexorcfg

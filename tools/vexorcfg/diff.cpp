@@ -2,11 +2,11 @@
 #include <optional>
 
 #include "commands.h"
+#include "common/text_output.h"
 #include "comparison.h"
-#include "files.h"
-#include "text_output.h"
+#include "configurations.h"
 
-namespace vexorcfg {
+namespace tools::vexorcfg {
 namespace {
 
 using vexor::Description;
@@ -46,4 +46,4 @@ Status Diff(const DiffArguments& arguments) {
   return comparison.differences.empty() && left->version == right->version ? kClean : kWarnings;
 }
 
-}  // namespace vexorcfg
+}  // namespace tools::vexorcfg

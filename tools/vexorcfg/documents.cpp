@@ -1,13 +1,13 @@
 #include <memory>
 
 #include "commands.h"
-#include "files.h"
+#include "common/files.h"
 #include "vexor/config/full_config.h"
 #include "vexor/config/reference.h"
 #include "vexor/config/schema.h"
 #include "vexor/config/writer.h"
 
-namespace vexorcfg {
+namespace tools::vexorcfg {
 
 Status WriteDefaults(const WriteArguments& arguments) {
   const auto cfg = std::make_unique<_XML_FULL_CFG>();
@@ -23,4 +23,4 @@ Status WriteReference(const WriteArguments& arguments) {
   return PutDocument(arguments, vexor::GetOptionReference());
 }
 
-}  // namespace vexorcfg
+}  // namespace tools::vexorcfg

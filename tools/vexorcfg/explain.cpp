@@ -4,15 +4,15 @@
 #include <optional>
 
 #include "commands.h"
+#include "common/text_output.h"
 #include "meanings.h"
-#include "text_output.h"
 #include "vexor/config/syntaxes.h"
 #include "vexor/syntax/error_codes.h"
 #include "vexor/syntax/keywords.h"
 #include "vexor/util/numbers.h"
 #include "vexor/util/strings.h"
 
-namespace vexorcfg {
+namespace tools::vexorcfg {
 namespace {
 
 using vexor::OptionInfo;
@@ -238,4 +238,4 @@ Status Explain(const ExplainArguments& arguments) {
   return Refuse("explain", Quote(subject) + " is no syntax; vexorcfg explain lists them");
 }
 
-}  // namespace vexorcfg
+}  // namespace tools::vexorcfg

@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-namespace vexorcfg {
+namespace tools::vexorcfg {
 namespace {
 
 constexpr std::size_t kContext = 3;
@@ -206,4 +206,4 @@ std::string DiffLines(std::string_view name_a, std::string_view a, std::string_v
   return std::string("--- ").append(name_a).append("\n+++ ").append(name_b).append("\n") + hunks;
 }
 
-}  // namespace vexorcfg
+}  // namespace tools::vexorcfg

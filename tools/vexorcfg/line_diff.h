@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace vexorcfg {
+namespace tools::vexorcfg {
 
 // Returns the difference in the unified form, with three lines around each change; empty when the
 // texts do not differ. White space at the ends of lines does not count. Costs time linear in the
@@ -12,4 +12,4 @@ namespace vexorcfg {
 std::string DiffLines(std::string_view name_a, std::string_view a, std::string_view name_b,
                       std::string_view b);
 
-}  // namespace vexorcfg
+}  // namespace tools::vexorcfg

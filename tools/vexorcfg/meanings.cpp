@@ -7,7 +7,7 @@
 #include <span>
 #include <vector>
 
-#include "text_output.h"
+#include "common/text_output.h"
 #include "vexor/config/syntaxes.h"
 #include "vexor/syntax/affinity.h"
 #include "vexor/syntax/cstates.h"
@@ -21,7 +21,7 @@
 #include "vexor/util/numbers.h"
 #include "vexor/util/strings.h"
 
-namespace vexorcfg {
+namespace tools::vexorcfg {
 namespace {
 
 // Returns the items' texts joined by ", ".
@@ -342,4 +342,4 @@ bool MeanTheSame(std::string_view syntax, std::string_view a, std::string_view b
   return !meaning.empty() && meaning == MeaningOf(syntax, b);
 }
 
-}  // namespace vexorcfg
+}  // namespace tools::vexorcfg

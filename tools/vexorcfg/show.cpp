@@ -4,12 +4,12 @@
 #include <span>
 
 #include "commands.h"
-#include "files.h"
-#include "text_output.h"
+#include "common/text_output.h"
+#include "configurations.h"
 #include "vexor/config/reader.h"
 #include "vexor/config/summaries.h"
 
-namespace vexorcfg {
+namespace tools::vexorcfg {
 namespace {
 
 using vexor::Description;
@@ -210,4 +210,4 @@ Status Show(const ShowArguments& arguments) {
   return kClean;
 }
 
-}  // namespace vexorcfg
+}  // namespace tools::vexorcfg

@@ -1,4 +1,4 @@
-#include "files.h"
+#include "common/files.h"
 
 #include <sys/stat.h>
 
@@ -7,15 +7,14 @@
 #include <cstdio>
 #include <filesystem>
 #include <iostream>
-#include <stdexcept>
+#include <memory>
 #include <system_error>
 
-#include "terminal.h"
-#include "text_output.h"
-#include "vexor/config/reader.h"
+#include "common/terminal.h"
+#include "common/text_output.h"
 #include "vexor/util/files.h"
 
-namespace vexorcfg {
+namespace tools {
 namespace {
 
 // More than any configuration has; a device without an end stops here.
@@ -85,33 +84,6 @@ Input ReadInput(const std::string& path) {
   return input;
 }
 
-std::optional<vexor::Description> DescribeInput(const std::string& path, Input& input) {
-  input = ReadInput(path);
-  if (!input.failure.empty()) {
-    Refuse(input.name, input.failure);
-    return std::nullopt;
-  }
-  vexor::Description description = vexor::DescribeXMLConfigText(input.content);
-  if (description.error.empty()) return description;
-  const int line = description.error_line;
-  Refuse(line == 0 ? input.name : input.name + ":" + std::to_string(line), description.error);
-  return std::nullopt;
-}
-
-std::unique_ptr<_XML_FULL_CFG> ReadRecord(const std::string& path) {
-  auto cfg = std::make_unique<_XML_FULL_CFG>();
-  ResetVexorXmlConfiguration(*cfg);
-  bool is_read = false;
-  try {
-    is_read = VexorConfigParser().ReadXMLPar(path, cfg.get(), false, false);
-  } catch (const std::out_of_range&) {
-    is_read = false;  // a trace entry
-  }
-  if (is_read) return cfg;
-  Refuse(path, "changed while it was read");
-  return nullptr;
-}
-
 Status WriteDocument(const std::string& path, std::string_view content, bool force) {
   const FileKind kind = KindOf(path);
   if (kind == FileKind::kFolder) return Refuse(path, "cannot be written: it is a folder");
@@ -132,4 +104,4 @@ Status PutDocument(const WriteArguments& arguments, std::string_view content) {
   return kClean;
 }
 
-}  // namespace vexorcfg
+}  // namespace tools

@@ -1,17 +1,13 @@
-// The files that the commands read and write.
+// The files that a command reads whole, and the documents that it writes.
 #pragma once
 
 #include <cstdint>
-#include <memory>
-#include <optional>
 #include <string>
 #include <string_view>
 
-#include "commands.h"
-#include "vexor/config/describe.h"
-#include "vexor/config/full_config.h"
+#include "common/status.h"
 
-namespace vexorcfg {
+namespace tools {
 
 struct Input {
   std::string name;  // as messages call it
@@ -28,19 +24,17 @@ bool AreOneFile(const std::string& a, const std::string& b);
 // Reads a file, or standard input for "-".
 Input ReadInput(const std::string& path);
 
-// Returns what the file at the path, or standard input, amounts to; nothing, with a message on
-// standard error, for one that is no configuration file. `input` keeps its content.
-std::optional<vexor::Description> DescribeInput(const std::string& path, Input& input);
-
-// Reads a file that DescribeInput has accepted into a record. Null, with a message on standard
-// error, when it changed meanwhile.
-std::unique_ptr<_XML_FULL_CFG> ReadRecord(const std::string& path);
-
 // Writes a document to a file, which is whole at any time. A file with content is replaced with
 // `force` only.
 Status WriteDocument(const std::string& path, std::string_view content, bool force);
 
+// The arguments of a command that writes a document of its own making.
+struct WriteArguments {
+  std::string file;  // empty or "-" for standard output
+  bool force = false;
+};
+
 // The same for a document that goes to standard output where no file is given.
 Status PutDocument(const WriteArguments& arguments, std::string_view content);
 
-}  // namespace vexorcfg
+}  // namespace tools

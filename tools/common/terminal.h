@@ -1,12 +1,15 @@
 // What the tool asks of the system it runs on: terminal_posix.cpp or terminal_windows.cpp.
 #pragma once
 
-namespace vexorcfg {
+namespace tools {
 
 // Returns whether standard output is a terminal that shows colours, and is ready to.
 bool OutputShowsColours();
 
+// The same, unless the user asked for none (NO_COLOR).
+bool UsesColours();
+
 // Makes standard input give its bytes as they are.
 void UseBinaryInput();
 
-}  // namespace vexorcfg
+}  // namespace tools

@@ -1,13 +1,13 @@
 // Texts from files, made fit for a line of output.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
-#include "commands.h"
-#include "vexor/config/check.h"
+#include "common/status.h"
 
-namespace vexorcfg {
+namespace tools {
 
 // Returns the text on one line whatever it holds: control characters are shown as "\n" or "\x1b",
 // and of a text of more than `most` bytes the beginning and its length.
@@ -15,9 +15,6 @@ std::string OneLine(std::string_view text, std::size_t most = 200);
 
 // Returns the same in double quotes.
 std::string Quote(std::string_view text);
-
-// Returns a finding behind its file and severity: PATH: "TEXT": what is wrong, what was expected.
-std::string FormatFinding(const vexor::Finding& finding);
 
 // Appends the text as a JSON string. Bytes that are no UTF-8 become U+FFFD.
 void AppendJson(std::string& out, std::string_view text);
@@ -29,8 +26,8 @@ std::string Count(std::size_t count, std::string_view noun);
 // see.
 std::string NameFile(std::string_view path);
 
-// Prints "vexorcfg: FILE: REASON" to standard error, behind what was printed so far, and returns
+// Prints "TOOL: FILE: REASON" to standard error, behind what was printed so far, and returns
 // the status of a command that could not run.
 Status Refuse(std::string_view file, std::string_view reason);
 
-}  // namespace vexorcfg
+}  // namespace tools

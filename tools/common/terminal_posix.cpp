@@ -3,9 +3,9 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "terminal.h"
+#include "common/terminal.h"
 
-namespace vexorcfg {
+namespace tools {
 
 bool OutputShowsColours() {
   const char* const terminal = std::getenv("TERM");
@@ -14,4 +14,4 @@ bool OutputShowsColours() {
 
 void UseBinaryInput() {}
 
-}  // namespace vexorcfg
+}  // namespace tools

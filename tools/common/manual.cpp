@@ -1,11 +1,12 @@
+#include <algorithm>
 #include <iostream>
 #include <string>
 #include <string_view>
 
-#include "cli.h"
+#include "common/program.h"
 #include "vexor/util/version.h"
 
-namespace vexorcfg {
+namespace tools {
 namespace {
 
 // Returns the text as roff reads it: no backslash, dash or point at the front of a line is taken
@@ -51,7 +52,8 @@ std::string SynopsisOf(const CLI::App& command) {
 }
 
 void PrintCommand(const CLI::App& command) {
-  std::cout << ".SS vexorcfg " << command.get_name() << ' ' << Escape(SynopsisOf(command)) << '\n'
+  std::cout << ".SS " << kProgram.name << ' ' << command.get_name() << ' '
+            << Escape(SynopsisOf(command)) << '\n'
             << Escape(command.get_description()) << '\n';
   for (const CLI::Option* const option : command.get_options()) {
     if (option == command.get_help_ptr()) continue;
@@ -64,21 +66,20 @@ void PrintCommand(const CLI::App& command) {
 }  // namespace
 
 Status PrintManual(const CLI::App& app) {
-  std::cout << R"(.TH VEXORCFG 1 "" "VexorUtils )" << vexor::GetVersionText()
+  std::string upper(kProgram.name);
+  std::ranges::transform(upper, upper.begin(), [](char c) { return c >= 'a' ? c - 'a' + 'A' : c; });
+  std::cout << ".TH " << upper << R"( 1 "" "VexorUtils )" << vexor::GetVersionText()
             << "\" \"User Commands\"\n"
-               ".SH NAME\nvexorcfg \\- keep configuration files of the power-management test suite "
-               "in order\n"
-               ".SH SYNOPSIS\n.B vexorcfg\n.I COMMAND\n[OPTION]... [ARGUMENT]...\n"
-               ".SH DESCRIPTION\n"
+            << ".SH NAME\n"
+            << kProgram.name << " \\- " << kProgram.title << '\n'
+            << ".SH SYNOPSIS\n.B " << kProgram.name << "\n.I COMMAND\n[OPTION]... [ARGUMENT]...\n"
+            << ".SH DESCRIPTION\n"
             << Escape(app.get_description()) << '\n';
   PrintLiteral(app.get_footer());
   std::cout << ".SH COMMANDS\n";
   for (const CLI::App* const command : app.get_subcommands(nullptr)) PrintCommand(*command);
-  std::cout << ".SH ENVIRONMENT\n.TP\n.B NO_COLOR\nWhen set and not empty, the findings of a check "
-               "are not coloured. They never are unless standard output is a terminal.\n"
-               ".TP\n.B VEXOR_HOST_IP_FILE\nThe file that the default of Host_IP_Config is read "
-               "from.\n";
+  std::cout << ".SH ENVIRONMENT\n" << kProgram.environment;
   return kClean;
 }
 
-}  // namespace vexorcfg
+}  // namespace tools

@@ -1,9 +1,11 @@
-#include "text_output.h"
+#include "common/text_output.h"
 
 #include <array>
 #include <iostream>
 
-namespace vexorcfg {
+#include "common/program.h"
+
+namespace tools {
 namespace {
 
 constexpr std::string_view kHexDigits = "0123456789abcdef";
@@ -64,20 +66,6 @@ std::string OneLine(std::string_view text, std::size_t most) {
 
 std::string Quote(std::string_view text) { return '"' + OneLine(text) + '"'; }
 
-std::string FormatFinding(const vexor::Finding& finding) {
-  std::string line = OneLine(finding.path);
-  const auto add = [&line](const std::string& part) {
-    line.append(line.empty() ? "" : ": ").append(part);
-  };
-  const bool ends_in_text = ("/" + finding.path).ends_with("/" + finding.text);
-  if (!finding.text.empty() && !ends_in_text) add(Quote(finding.text));
-  add(finding.what);
-  if (!finding.expected.empty()) line += ", expected " + finding.expected;
-  const bool has_suggestion = !finding.suggestion.empty() && finding.suggestion != finding.expected;
-  if (has_suggestion) line += "; did you mean " + Quote(finding.suggestion) + "?";
-  return line;
-}
-
 void AppendJson(std::string& out, std::string_view text) {
   out += '"';
   while (!text.empty()) {
@@ -107,8 +95,8 @@ std::string NameFile(std::string_view path) {
 
 Status Refuse(std::string_view file, std::string_view reason) {
   std::cout.flush();
-  std::cerr << "vexorcfg: " << NameFile(file) << ": " << reason << '\n';
+  std::cerr << kProgram.name << ": " << NameFile(file) << ": " << reason << '\n';
   return kNotRun;
 }
 
-}  // namespace vexorcfg
+}  // namespace tools

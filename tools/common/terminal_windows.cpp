@@ -4,9 +4,9 @@
 
 #include <cstdio>
 
-#include "terminal.h"
+#include "common/terminal.h"
 
-namespace vexorcfg {
+namespace tools {
 
 bool OutputShowsColours() {
   void* const output = GetStdHandle(STD_OUTPUT_HANDLE);
@@ -17,4 +17,4 @@ bool OutputShowsColours() {
 
 void UseBinaryInput() { static_cast<void>(_setmode(_fileno(stdin), _O_BINARY)); }
 
-}  // namespace vexorcfg
+}  // namespace tools

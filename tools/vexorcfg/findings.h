@@ -1,0 +1,13 @@
+// Findings of the checker as lines of output.
+#pragma once
+
+#include <string>
+
+#include "vexor/config/check.h"
+
+namespace tools::vexorcfg {
+
+// Returns a finding behind its file and severity: PATH: "TEXT": what is wrong, what was expected.
+std::string FormatFinding(const vexor::Finding& finding);
+
+}  // namespace tools::vexorcfg
