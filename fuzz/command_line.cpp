@@ -6,7 +6,6 @@
 #include "fuzz.h"
 #include "vexor/config/overrides.h"
 #include "vexor/syntax/keywords.h"
-#include "vexor/syntax/test_options.h"
 #include "vexor/util/strings.h"
 
 namespace {

@@ -34,7 +34,6 @@
 #include "vexor/syntax/ratios.h"
 #include "vexor/syntax/residency.h"
 #include "vexor/syntax/sleep_states.h"
-#include "vexor/syntax/test_options.h"
 #include "vexor/syntax/time.h"
 #include "vexor/syntax/wake_events.h"
 #include "vexor/util/clock.h"

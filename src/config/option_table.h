@@ -108,8 +108,12 @@ struct OptionRow {
   Flow flow = Flow::kReadWrite;
   Take take = Take::kAlways;
   Settle settle = nullptr;
-  bool range_attribute = false;  // argument lists: a value with "-" is written as "randVal"
+  bool range_attribute = false;   // argument lists: a value with "-" is written as "randVal"
+  std::string_view keyword = {};  // of a command line, where it is not the name
 
+  [[nodiscard]] constexpr std::string_view Keyword() const {
+    return keyword.empty() ? name : keyword;
+  }
   [[nodiscard]] constexpr bool IsRead() const {
     return flow == Flow::kReadWrite || flow == Flow::kReadOnly;
   }
@@ -136,6 +140,7 @@ struct OptionOf {
   Take take = Take::kAlways;
   Settle settle = nullptr;
   bool range_attribute = false;
+  std::string_view keyword = {};
 
   // The same option as another test has it.
   [[nodiscard]] constexpr OptionOf ResetTo(std::string_view value) const {
@@ -179,17 +184,19 @@ struct OptionOf {
     copy.about = value;
     return copy;
   }
+  // A name of a test's own; the command line keeps the common one.
   [[nodiscard]] constexpr OptionOf Named(std::string_view value) const {
     OptionOf copy = *this;
     copy.name = value;
+    copy.keyword = name;
     return copy;
   }
 
   // The row of a base record serves every record derived from it.
   template <class Derived>
   [[nodiscard]] constexpr OptionOf<Derived> For() const {
-    return {name,  text,  flag, list, item, syntax, reset,          fallback,
-            words, about, hint, flow, take, settle, range_attribute};
+    return {name,  text,  flag, list, item, syntax, reset,           fallback,
+            words, about, hint, flow, take, settle, range_attribute, keyword};
   }
 };
 
@@ -211,7 +218,8 @@ consteval OptionRow EraseRecord(const auto& row) {
           .flow = row.flow,
           .take = row.take,
           .settle = row.settle,
-          .range_attribute = row.range_attribute};
+          .range_attribute = row.range_attribute,
+          .keyword = row.keyword};
 }
 
 // A row has a name, one home, and one sentence about it; words stand where its grammar needs them.

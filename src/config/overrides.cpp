@@ -2,50 +2,41 @@
 
 #include <algorithm>
 
-#include "config/pm_test_table.h"
-#include "config/tables/common_node.h"
-#include "syntax/keyword_table.h"
+#include "config/option_target.h"
+#include "vexor/syntax/keywords.h"
 
 namespace vexor {
 namespace {
 
-// The keyword of an option: the common name where a test names a common field differently.
-std::string_view KeywordOf(const OptionRow& option) {
-  const auto field = std::ranges::find(common::kAllFields, option.text, &OptionRow::text);
-  return option.take == Take::kAlways && field != common::kAllFields.end() ? field->name
-                                                                           : option.name;
-}
-
-bool OverwriteTexts(ConfigRecord& record, std::span<const OptionRow> options,
-                    const TestOption& given) {
-  bool is_known = false;
-  for (const OptionRow& option : options) {
-    if (option.text == nullptr || !option.IsRead()) continue;
-    if (!IsOverwriteOption(KeywordOf(option), given.name)) continue;
-    record.*option.text = given.value;
-    is_known = true;
+void SetText(ConfigRecord& record, const OptionRow& option, const std::string& text,
+             bool is_first) {
+  if (option.list != nullptr) {
+    auto& texts = record.*option.list;
+    if (is_first) texts.clear();
+    if (!text.empty()) texts.push_back(text);
+  } else if (option.text != nullptr) {
+    record.*option.text = text;
   }
-  return is_known;
-}
-
-// What is no option of the test may be one of its knobs.
-void SwitchKnob(_PM_TEST_NODE& record, std::span<const OptionRow> options,
-                const TestOption& given) {
-  const Keyword* const keyword = FindShortName(given.name);
-  if (keyword == nullptr || keyword->kind != KeywordKind::kSwitch) return;
-  constexpr auto kKnobs = static_cast<std::string ConfigRecord::*>(&_PM_TEST_NODE::KNOBS);
-  if (std::ranges::find(options, kKnobs, &OptionRow::text) != options.end())
-    UpdateknobsOptions(record.KNOBS, keyword->name, given.name, given.value);
+  if (option.settle != nullptr) option.settle(record);
 }
 
 }  // namespace
 
 void ApplyTestOptions(_XML_FULL_CFG& cfg, const _PM_TEST_CONFIG_NODE& node) {
-  for (const PmTestRow& test : PmTests()) {
-    if (node.test != test.id && node.test != PM_TEST_ALL) continue;
-    auto& record = static_cast<_PM_TEST_NODE&>(test.record(cfg.GlobalPM));
-    for (const TestOption& given : node.options) {
-      if (!OverwriteTexts(record, test.options, given)) SwitchKnob(record, test.options, given);
+  for (const PmTestRow& test : TestsOfSection(node.test)) {
+    ConfigRecord& record = test.record(cfg.GlobalPM);
+    for (auto given = node.options.begin(); given != node.options.end(); ++given) {
+      const Keyword* const keyword = FindShortName(given->name);
+      if (keyword == nullptr) continue;
+      const OptionTarget target = FindTarget(test, *keyword);
+      if (target.option == nullptr) continue;
+      if (target.is_word) {
+        UpdateknobsOptions(record.*target.option->text, keyword->name, given->name, given->value);
+      } else {
+        const auto first =
+            std::ranges::find(node.options.begin(), given, given->name, &TestOption::name);
+        SetText(record, *target.option, given->value, first == given);
+      }
     }
   }
 }

@@ -12,6 +12,7 @@ namespace vexor {
 namespace {
 
 constexpr KeywordKind kSwitch = KeywordKind::kSwitch;
+constexpr KeywordKind kKnob = KeywordKind::kKnob;
 
 // "ExePstates" is "gvpoints", although what it lists are states: scripts type it so. The ratio
 // keywords carry a "-" that their short names do not.
@@ -20,7 +21,7 @@ constexpr auto kKeywords = std::to_array<Keyword>({
     {.name = "ExeCycles", .short_name = "c"},
     {.name = "CoreAffinity", .short_name = "core"},
     {.name = "StartDelayTime", .short_name = "dt", .unit = "msec:"},
-    {.name = "ExitOnFail", .short_name = "eof", .kind = kSwitch},
+    {.name = "ExitOnFail", .short_name = "eof", .kind = kKnob},
     {.name = "SanityEarlyExit", .short_name = "eop"},
     {.name = "FailTolerance", .short_name = "ftol"},
     {.name = "InStateTime", .short_name = "it", .unit = "msec:"},
@@ -29,41 +30,41 @@ constexpr auto kKeywords = std::to_array<Keyword>({
     {.name = "ModuleAffinity", .short_name = "mod"},
     {.name = "PkgAffinity", .short_name = "pkg"},
     {.name = "PxMxCxScope", .short_name = "scope"},
-    {.name = "Random", .short_name = "r", .kind = kSwitch},
+    {.name = "Random", .short_name = "r", .kind = kKnob},
     {.name = "SwitchTime", .short_name = "st", .unit = "msec:"},
     {.name = "ControlPoint", .short_name = "ctrlpoint"},
     {.name = "CoreExclusion", .short_name = "coreexcl"},
-    {.name = "autoEnable", .short_name = "autoEnable", .kind = kSwitch},
-    {.name = "D3", .short_name = "d3", .kind = kSwitch},
-    {.name = "D0I3", .short_name = "d0i3", .kind = kSwitch},
+    {.name = "autoEnable", .short_name = "autoEnable", .kind = kKnob},
+    {.name = "D3", .short_name = "d3", .kind = kKnob},
+    {.name = "D0I3", .short_name = "d0i3", .kind = kKnob},
     {.name = "HwpDesiredValid", .short_name = "desv", .kind = kSwitch},
     {.name = "Device", .short_name = "dev"},
     {.name = "DutyCycles", .short_name = "duty"},
     {.name = "HwpEppValid", .short_name = "eppv", .kind = kSwitch},
     {.name = "ExitOnPassRatios", .short_name = "eopratio"},
     {.name = "ForceIdleDelay", .short_name = "fid", .unit = "usec:"},
-    {.name = "FailOnLimitReason", .short_name = "flr", .kind = kSwitch},
+    {.name = "FailOnLimitReason", .short_name = "flr", .kind = kKnob},
     {.name = "FreqTolerance", .short_name = "fql"},
     {.name = "IceState", .short_name = "ice"},
     {.name = "ICeIDAffinity", .short_name = "idaff"},
     {.name = "AllPerICEIDScope", .short_name = "idscope"},
-    {.name = "AllMwaitReq", .short_name = "invmwait", .kind = kSwitch},
+    {.name = "AllMwaitReq", .short_name = "invmwait", .kind = kKnob},
     {.name = "LimitReasonMask", .short_name = "lrm"},
     {.name = "HwpMaxValid", .short_name = "maxv", .kind = kSwitch},
     {.name = "HwpMinValid", .short_name = "minv", .kind = kSwitch},
-    {.name = "NoErrOnDemotion", .short_name = "neodem", .kind = kSwitch},
-    {.name = "NoErrOnPromotion", .short_name = "neoprom", .kind = kSwitch},
-    {.name = "DisableRandPkgVoting", .short_name = "norpv", .kind = kSwitch},
-    {.name = "PassOnMinTurbo", .short_name = "passpOn", .kind = kSwitch},
-    {.name = "PassOnPromotion", .short_name = "passOnPro", .kind = kSwitch},
-    {.name = "M=M=D", .short_name = "mmd", .kind = kSwitch},
-    {.name = "PCxDispOn", .short_name = "pcxon", .kind = kSwitch},
-    {.name = "PassOnRaplPerfStatus", .short_name = "raplstat", .kind = kSwitch},
-    {.name = "VerifyPerfStatusOnly", .short_name = "perfstat", .kind = kSwitch},
+    {.name = "NoErrOnDemotion", .short_name = "neodem", .kind = kKnob},
+    {.name = "NoErrOnPromotion", .short_name = "neoprom", .kind = kKnob},
+    {.name = "DisableRandPkgVoting", .short_name = "norpv", .kind = kKnob},
+    {.name = "PassOnMinTurbo", .short_name = "passpOn", .kind = kKnob},
+    {.name = "PassOnPromotion", .short_name = "passOnPro", .kind = kKnob},
+    {.name = "M=M=D", .short_name = "mmd", .kind = kKnob},
+    {.name = "PCxDispOn", .short_name = "pcxon", .kind = kKnob},
+    {.name = "PassOnRaplPerfStatus", .short_name = "raplstat", .kind = kKnob},
+    {.name = "VerifyPerfStatusOnly", .short_name = "perfstat", .kind = kKnob},
     {.name = "HwpPkgMode", .short_name = "pkgmode", .kind = kSwitch},
-    {.name = "Power-Off", .short_name = "poweroff", .kind = kSwitch},
+    {.name = "Power-Off", .short_name = "poweroff", .kind = kKnob},
     {.name = "ExePstates", .short_name = "gvpoints"},
-    {.name = "QclkCheck", .short_name = "qclk", .kind = kSwitch},
+    {.name = "QclkCheck", .short_name = "qclk", .kind = kKnob},
     {.name = "RandomPkgVoting", .short_name = "rpv", .kind = kSwitch},
     {.name = "-ratioPUnit0", .short_name = "ratioPUnit0"},
     {.name = "-ratioPUnit1", .short_name = "ratioPUnit1"},
@@ -84,19 +85,21 @@ constexpr auto kKeywords = std::to_array<Keyword>({
     {.name = "SleepStates", .short_name = "ss"},
     {.name = "S0ixFailureLevel", .short_name = "sxfl"},
     {.name = "LoopEachSx", .short_name = "sxloop"},
-    {.name = "PreRequisiteSync", .short_name = "sync", .kind = kSwitch},
+    {.name = "PreRequisiteSync", .short_name = "sync", .kind = kKnob},
     {.name = "LPM_EN", .short_name = "lpm"},
-    {.name = "YellowBangCheck", .short_name = "chkyellow", .kind = kSwitch},
-    {.name = "MemoryCheck", .short_name = "chkmem", .kind = kSwitch},
-    {.name = "MCACheck", .short_name = "chkmca", .kind = kSwitch},
-    {.name = "Kavrit", .short_name = "chksoc", .kind = kSwitch},
+    {.name = "YellowBangCheck", .short_name = "chkyellow", .kind = kKnob},
+    {.name = "MemoryCheck", .short_name = "chkmem", .kind = kKnob},
+    {.name = "MCACheck", .short_name = "chkmca", .kind = kKnob},
+    {.name = "Kavrit", .short_name = "chksoc", .kind = kKnob},
 });
 
 static_assert(std::ranges::all_of(kKeywords, [](const Keyword& keyword) {
-  return keyword.short_name.size() <= kLongestCompared;
+  return std::max(keyword.name.size(), keyword.short_name.size()) <= kLongestCompared;
 }));
 
 }  // namespace
+
+std::span<const Keyword> Keywords() { return kKeywords; }
 
 const Keyword* FindKeyword(std::string_view name) {
   for (const Keyword& keyword : kKeywords) {
@@ -112,14 +115,39 @@ const Keyword* FindShortName(std::string_view short_name) {
   return nullptr;
 }
 
-std::string_view FindNearestShortName(std::string_view text) {
-  return FindNearest(text, kKeywords, [](const Keyword& keyword) { return keyword.short_name; });
-}
-
 }  // namespace vexor
 
+using namespace vexor;
+
 std::string GetKeywordShortName(std::string_view keyword) {
-  const vexor::Keyword* const row = vexor::FindKeyword(keyword);
+  const Keyword* const row = FindKeyword(keyword);
   if (row == nullptr) return {};
   return std::string(row->short_name);
+}
+
+bool IsOverwriteOption(std::string_view keyword, std::string_view option) {
+  const Keyword* const row = FindKeyword(keyword);
+  return row != nullptr && EqualsIgnoreCase(row->short_name, option);
+}
+
+bool UpdateknobsOptions(std::string& knobs, std::string_view knob, std::string_view option,
+                        std::string_view value) {
+  if (!IsOverwriteOption(knob, option)) return false;
+  const bool is_on = EqualsIgnoreCase(value, "true");
+  std::string kept;
+  bool stands_there = false;
+  std::string_view rest = knobs;
+  for (std::string_view item; TakeItem(rest, ';', item);) {
+    const bool is_knob = EqualsIgnoreCase(TrimBlanks(item), knob);
+    stands_there = stands_there || is_knob;
+    if (!is_knob) kept.append(kept.empty() ? "" : ";").append(item);
+  }
+  if (is_on && !stands_there) kept.append(kept.empty() ? "" : ";").append(knob);
+  if (is_on != stands_there) knobs = std::move(kept);
+  return true;
+}
+
+std::string PrependtoRange(std::string_view prefix, std::string_view text) {
+  const bool is_bare = !text.empty() && IsDecDigit(text.front());
+  return std::string(is_bare ? prefix : std::string_view{}).append(text);
 }

@@ -29,19 +29,26 @@ constexpr std::size_t CountEdits(std::string_view from, std::string_view to) {
   return row[to.size()];
 }
 
-// Returns the name of the row that takes the fewest edits, the first of several.
+// Returns the row whose name takes the fewest edits, the first of several; null for no rows.
 template <class Rows, class NameOf>
-std::string_view FindNearest(std::string_view text, const Rows& rows, NameOf name_of) {
-  std::string_view nearest;
+auto FindNearestRow(std::string_view text, const Rows& rows, NameOf name_of)
+    -> decltype(&*rows.begin()) {
+  decltype(&*rows.begin()) nearest = nullptr;
   std::size_t fewest = kLongestCompared + 1;  // more than any distance
   for (const auto& row : rows) {
-    const std::string_view name = name_of(row);
-    const std::size_t edits = CountEdits(text, name);
+    const std::size_t edits = CountEdits(text, name_of(row));
     if (edits >= fewest) continue;
     fewest = edits;
-    nearest = name;
+    nearest = &row;
   }
   return nearest;
+}
+
+// Returns the name of that row, empty text for no rows.
+template <class Rows, class NameOf>
+std::string_view FindNearest(std::string_view text, const Rows& rows, NameOf name_of) {
+  const auto* const nearest = FindNearestRow(text, rows, name_of);
+  return nearest == nullptr ? std::string_view() : std::string_view(name_of(*nearest));
 }
 
 }  // namespace vexor
