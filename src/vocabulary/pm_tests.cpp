@@ -105,9 +105,10 @@ VEXOR_PM_TEST_ID FindShortName(std::string_view name, Equals equals) {
   return PM_TEST_MAX;
 }
 
-bool SelectsTest(std::string_view argument) {
-  if (argument.find('/') == std::string_view::npos) return false;
+bool SelectsTest(const char* argument) {
+  if (argument == nullptr) return false;
   std::string token(argument);
+  if (token.find('/') == std::string::npos) return false;
   std::erase(token, '/');
   return ParsePMTestID(token, false) != PM_TEST_MAX;
 }
@@ -134,6 +135,5 @@ VEXOR_PM_TEST_ID ParsePMTestID(std::string_view token, bool ignore_case) {
 }
 
 bool HasPMTestId(char** argv, int argc) {
-  return std::any_of(argv, argv + std::max(argc, 0),
-                     [](const char* argument) { return SelectsTest(argument); });
+  return std::any_of(argv, argv + std::max(argc, 0), SelectsTest);
 }

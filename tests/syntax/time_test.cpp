@@ -175,6 +175,7 @@ TEST(Time, ExecutionLengths) {
       {"PerSet:3", 20, {true, true, 12, 1}, "times the sets"},
       {"3:of #set", 20, {true, true, 12, 1}, "in either order"},
       {"cycles:3", 20, {true, true, 3, 1}, "another word changes nothing"},
+      {"sec:2:PerSet", 20, {true, false, 100, 2}, "a time is never taken for each set"},
       {"5:0", 20, {true, true, 5, 1}, "a second item of 0 does not count"},
       {" 5", 20, {false, true, 0, 0}, "a single item is not trimmed"},
       {":5", 20, {false, true, 0, 0}, "nor split"},

@@ -68,6 +68,8 @@ TEST(PmTests, ArgumentsWithASlashSelectTests) {
   EXPECT_FALSE(Selects({"tool.exe", "cstate"}));
   EXPECT_FALSE(Selects({"tool.exe", "/max", "/CSTATE", "/"}));
   EXPECT_FALSE(HasPMTestId(nullptr, 0));
+  char* null = nullptr;
+  EXPECT_FALSE(HasPMTestId(&null, 1));
   std::string argument = "/cstate";
   char* one = argument.data();
   EXPECT_FALSE(HasPMTestId(&one, 0)) << "no argument is looked at";

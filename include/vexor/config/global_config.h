@@ -66,9 +66,11 @@ struct _GLOBALCONFIG_XMLCFG : vexor::ConfigRecord {
 
 // Reads the version and the "GLOBALCONFIGURATION" child of `root`. Sets the record's version text
 // (empty when the file has none) and its loop counter, and clears its version-match flag unless
-// the version equals the library's byte for byte. With `verifyVersion`, a version whose first and
-// fourth pieces differ from the library's (the fourth up to a "_") prints "Invalid XML Version: "
-// and the version, reads nothing more and returns false. False, too, for a null `root`.
+// the version equals the library's byte for byte. With `verifyVersion`, a version with fewer than
+// four pieces, or whose first or fourth piece (up to a "_") is not the library's, prints "Invalid
+// XML Version: " and the version, reads nothing more and returns false. False, too, for a null
+// `root`. A present "SysConfiguration" replaces all lists of its groups, "OverwriteCfg" and
+// "SETTING" all their texts; what is absent changes nothing.
 VEXOR_EXPORT bool GetGlobalCfgXML(_GLOBALCONFIG_XMLCFG& cfg, const tinyxml2::XMLElement* root,
                                   bool verifyVersion);
 

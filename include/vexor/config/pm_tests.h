@@ -6,9 +6,11 @@
 //   </GLOBALPM>
 //
 // A record keeps each option as the trimmed text of its element, in the member of the element's own
-// name ("_" for "-"). The tests turn the texts into values with the option-syntax parsers. An
-// element that a present test lacks leaves empty text; a test that is absent leaves its record as
-// it was. A record may be used by one thread at a time.
+// name ("_" for "-"); "Vpu-DVFS" and "MESH-GV" have "arg" elements, whose "val" is kept untrimmed.
+// The tests turn the texts into values with the option-syntax parsers. An element that a present
+// test lacks leaves empty text, but a SwitchTime that follows from the other times or is "msec:80"
+// ("Ice-Pstates"); a test that is absent leaves its record as it was. A record may be used by one
+// thread at a time.
 #pragma once
 
 #include <cstdint>

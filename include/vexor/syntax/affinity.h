@@ -3,7 +3,7 @@
 //   affinity  a keyword, in any case, that the text begins with: "All", "Random", ...
 //             "Specific:" and a list, such as "Specific:0,2-4"
 //             a list alone, such as "0,1" (packages and cores only)
-//   list      numbers and ranges joined by ","
+//   list      numbers and ranges joined by ",", without blanks; brackets around them are removed
 //
 // The result begins with the code of the mode; the listed numbers follow. A number that cannot be
 // read is left out, and with it what stands before it in the list. Any thread may call.
@@ -45,7 +45,7 @@ VEXOR_EXPORT std::vector<int> ParsePkgAffinity(std::string_view text);
 VEXOR_EXPORT std::vector<int> ParseUnitAffinity(std::string_view text, int enabled);
 
 // Returns the threads of a text: "All", "Random", "Any:" and a list or "Specific:" and a list;
-// "All" for any other text. A mode without a list is given twice. A list alone is no affinity here.
+// "All" for any other text. "All" and "Random" are given twice. A list alone is no affinity here.
 // Throws std::length_error like `ParsePkgAffinity`.
 VEXOR_EXPORT std::vector<int> ParseThreadAffinity(std::string_view text);
 

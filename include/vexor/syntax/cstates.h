@@ -5,7 +5,7 @@
 //   setting   items joined by ";", each "name:number" or a number alone, which holds for every
 //             state: "C1:5;C6:2", "5" or "5;C6:2"
 //   lists     items joined by ";", each "name:[numbers]" or "[numbers]": "C1:[];C6:[0,2-4]"
-//   word      a 32-bit number, such as "0x00000F00"
+//   word      a 32-bit number, such as "0x00000F00"; of a larger one the low 32 bits count
 //
 // Settings and lists know the states that have a number: C1, C3 and C6 to C10. Blanks around the
 // parts of their items are passed over; nowhere else are blanks. Any thread may call.

@@ -1,7 +1,8 @@
-// Idle states of the image-processing device.
+// Idle states of the image-compute engine.
 //
 //   list  state words joined by ";", in any case: "Power-On", "PowerOn", "Power-Off", "PowerOff",
-//         "D0", "D0I3", "D3"; blanks around a word are passed over
+//         "D0", "D0I3", "D3"; ParseIceState alone takes "None", too; blanks around a word are
+//         passed over
 //
 // Any thread may call.
 #pragma once
@@ -22,7 +23,8 @@ enum ICE_POWER_STATES : std::int32_t {
 };
 
 // Returns the one state that a list asks for: of several the first in the order power on, power
-// off, D0, D0I3, D3, wherever it stands. ICE_STATE_UNKNOWN when no word is known.
+// off, D0, D0I3, D3, wherever it stands; unknown words are passed over. ICE_STATE_UNKNOWN for
+// "None" and when no word is known.
 VEXOR_EXPORT ICE_POWER_STATES ParseIceState(std::string_view list);
 
 // Returns the states of a list, in its order; nothing at all when an item is unknown or empty.

@@ -1,9 +1,11 @@
 // Frequency ratios: keywords decoded against a machine's own ratios, and the ratio lists of tests.
 //
-//   ratio       "P0", "P1", "Pe", "Pn", "Pn--" (one below), "P0++" (one above), "P0Pn" (any pair),
-//               "XX" (any), "All", a number from 0 to 254 (0xFE), or two numbers joined by "-"
+//   ratio       "P0", "P1", "Pe", "Pn", "Pn--" or "Pn - -" (one below), "P0++" (one above), "P0Pn"
+//               (any pair), "XX" (any), "All" or "ALL", a number from 0 to 254 (0xFE), or two
+//               numbers joined by "-"
 //   ratios      ratios joined by "," or ";", such as "P0,0x10,8-12"; empty for all ratios
-//   P-states    "P0...Pn", "P1...Pn", "Turbo", "Specific:" and ratios, or ratios alone
+//   P-states    "P0...Pn", "P1...Pn" or "P1..Pn", "Turbo" or "P0..P1", "Specific:" and ratios, or
+//               ratios alone
 //   points      "Low", "Med", "High", "Dynamic", joined by "," or ";", in any case; empty for all
 //
 // Keywords are accepted exactly, except for points; blanks around an item are passed over, but not
@@ -30,10 +32,11 @@ VEXOR_EXPORT bool DecodeP0PnRatioEnums(std::string_view text, std::uint16_t p0, 
                                        std::uint16_t& result);
 
 // Appends the ratios of a text, nothing when the machine's are not known: "P0", "P1" or "Pn"; the
-// ranges "P0...Pn", "P0..P1" or "P1..Pn", walked down by `step`; else a number list at ",", each
-// number raised to a multiple of 3. Unless `bounded`, "Pn--", "P0++" and "P0Pn" (0xFFFF) too; when
-// `bounded`, listed numbers beyond Pn or P0 are left out. A bad number is left out, and with it
-// what stands before it. Throws std::length_error for a list of more than 16,777,216 numbers.
+// ranges "P0...Pn", "P0..P1" or "P1..Pn", walked down by `step` (0: their upper end alone); else a
+// number list at ",", each number taken in 16 bits and raised to a multiple of 3. Unless `bounded`,
+// "Pn--", "P0++" and "P0Pn" (0xFFFF) too; when `bounded`, listed numbers beyond Pn or P0 are left
+// out. A bad number is left out, and with it what stands before it. Throws std::length_error for a
+// list of more than 16,777,216 numbers.
 VEXOR_EXPORT void DecodeRatios(std::string_view text, _P0_PN_RATIOS ratios, bool bounded,
                                std::vector<std::uint16_t>& list, std::uint8_t step);
 

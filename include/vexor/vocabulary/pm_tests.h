@@ -55,10 +55,11 @@ enum VEXOR_PM_TEST_ID : std::int32_t {
 // written unless `ignore_case` is set. "FANSPEED-CTR" is a display name and is not accepted.
 VEXOR_EXPORT VEXOR_PM_TEST_ID GetPMTestID(std::string_view name, bool ignore_case);
 
-// Returns the long name, "NA" for PM_TEST_ALL, PM_TEST_MAX and any value that is no test.
+// Returns the long name, "NA" for PM_TEST_ALL, PM_TEST_MAX and any value outside 0 to 36.
 VEXOR_EXPORT std::string GetPMTestName(VEXOR_PM_TEST_ID id);
 
-// Returns the short name, empty text for a value that is no test.
+// Returns the short name, those of PM_TEST_ALL ("all") and PM_TEST_MAX ("max") included; empty text
+// for any value outside 0 to 36.
 VEXOR_EXPORT const char* GetPMTestNameByID(int id);
 
 // Returns the test of a short name; PM_TEST_MAX for any other text, and for "max" itself.
@@ -66,5 +67,5 @@ VEXOR_EXPORT VEXOR_PM_TEST_ID ParsePMTestID(std::string_view token, bool ignore_
 
 // Returns whether one of the `argc` arguments selects a test: it holds a "/" and is, without its
 // slashes, a short name other than "max", in lower case ("/cstate", "/all"). The program's own name
-// is examined like the others.
+// is examined like the others; a null argument selects nothing.
 VEXOR_EXPORT bool HasPMTestId(char** argv, int argc);
