@@ -119,15 +119,6 @@ class SectionReader {
     return Take();
   }
 
-  std::string_view TakeSwitchValue() {
-    for (const std::string_view word : {"true", "false"}) {
-      if (!EqualsIgnoreCase(Next(), word)) continue;
-      Take();
-      return word;
-    }
-    return "true";
-  }
-
   void OpenSection(std::string_view argument, bool is_first) {
     std::string name(argument);
     std::erase(name, '/');
@@ -155,13 +146,23 @@ class SectionReader {
     const Keyword* const keyword = FindShortName(argument.substr(1));
     if (keyword == nullptr) return RefuseName(argument, "unknown option");
     if (!HasOption(Tests(), *keyword)) return RefuseName(argument, "no option of this test");
+    const std::optional<std::string_view> value = TakeValue();
     if (keyword->kind != KeywordKind::kValue) {
-      Accept(*keyword, std::string(TakeSwitchValue()));
-    } else if (const auto value = TakeValue()) {
+      ReadSwitch(argument, *keyword, value.value_or("true"));
+    } else if (value) {
       ReadValue(argument, *keyword, *value);
     } else {
       RefuseWithoutValue(argument, *keyword);
     }
+  }
+
+  void ReadSwitch(std::string_view argument, const Keyword& keyword, std::string_view value) {
+    for (const std::string_view word : {"true", "false"}) {
+      if (EqualsIgnoreCase(value, word)) return Accept(keyword, std::string(word));
+    }
+    constexpr OptionRow kSwitch{.name = "switch", .syntax = Syntax::kBoolean};
+    const Fault fault{.what = "neither true nor false", .expected = "true or false"};
+    RefuseValue(argument, value, WordFault(kSwitch, value, fault));
   }
 
   void ReadValue(std::string_view argument, const Keyword& keyword, std::string_view value) {
@@ -170,13 +171,9 @@ class SectionReader {
       const OptionRow* const option = FindTarget(test, keyword).option;
       const auto fault = option == nullptr ? std::nullopt : CheckOption(*option, text);
       if (!fault) continue;
-      const FaultWording wording = WordFault(*option, text, *fault);
-      std::string what = Quote(value) + ": " + wording.what;
-      if (Section() == PM_TEST_ALL) what += " for " + SectionName(test.id);
-      what += ", expected " + wording.expected;
-      if (!wording.suggestion.empty()) what += "; did you mean " + Quote(wording.suggestion) + "?";
-      faults_.push_back(SectionName(Section()) + " " + std::string(argument) + " " + what);
-      return;
+      FaultWording wording = WordFault(*option, text, *fault);
+      if (Section() == PM_TEST_ALL) wording.what += " for " + SectionName(test.id);
+      return RefuseValue(argument, value, wording);
     }
     Accept(keyword, std::move(text));
   }
@@ -196,6 +193,13 @@ class SectionReader {
     Refuse(argument, what);
     while (TakeValue()) {
     }
+  }
+
+  void RefuseValue(std::string_view argument, std::string_view value, const FaultWording& wording) {
+    std::string line = SectionName(Section()).append(" ").append(argument).append(" ");
+    line += Quote(value) + ": " + wording.what + ", expected " + wording.expected;
+    if (!wording.suggestion.empty()) line += "; did you mean " + Quote(wording.suggestion) + "?";
+    faults_.push_back(std::move(line));
   }
 
   void RefuseWithoutValue(std::string_view argument, const Keyword& keyword) {

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "config/word_list.h"
-#include "vexor/syntax/keywords.h"
 
 namespace vexor {
 namespace {
@@ -22,12 +21,21 @@ bool HasWord(const OptionRow& option, std::string_view word) {
   return std::ranges::find(words, word) != words.end();
 }
 
+// Several keywords may share the short name.
+const OptionRow* FindOwnOption(const PmTestRow& test, std::string_view short_name) {
+  for (const Keyword& keyword : Keywords()) {
+    if (keyword.short_name != short_name) continue;
+    const OptionRow* const own = FindOption(
+        test, [&keyword](const OptionRow& option) { return option.Keyword() == keyword.name; });
+    if (own != nullptr) return own;
+  }
+  return nullptr;
+}
+
 }  // namespace
 
 OptionTarget FindTarget(const PmTestRow& test, const Keyword& keyword) {
-  const OptionRow* const own = FindOption(test, [&keyword](const OptionRow& option) {
-    return IsOverwriteOption(option.Keyword(), keyword.short_name);
-  });
+  const OptionRow* const own = FindOwnOption(test, keyword.short_name);
   if (own != nullptr || keyword.kind != KeywordKind::kKnob) return {.option = own};
   const OptionRow* const list = FindOption(
       test, [&keyword](const OptionRow& option) { return HasWord(option, keyword.name); });

@@ -74,9 +74,12 @@ TEST(TestOptions, WhatIsWrongIsReportedAndChangesNothing) {
        "did you mean \"Debug\"?"
        "!/all -ftol \"C1:5\": not a number for /pstate, expected decimal digits, or 0x and "
        "hexadecimal digits (for example 100)"},
-      {{"/cstate", "-r", "yes", "-core", "0", "2"},
-       "1{r=true core=0 }!/cstate \"yes\": value without an option, expected \"-\" and an option's "
-       "name!/cstate \"2\": value without an option, expected \"-\" and an option's name"},
+      {{"/cstate", "yes", "-r", "yes", "-eof", "Fals", "-core", "0", "2"},
+       "1{core=0 }!/cstate \"yes\": value without an option, expected \"-\" and an option's name"
+       "!/cstate -r \"yes\": neither true nor false, expected true or false"
+       "!/cstate -eof \"Fals\": neither true nor false, expected true or false; did you mean "
+       "\"false\"?"
+       "!/cstate \"2\": value without an option, expected \"-\" and an option's name"},
       {{"/cstate", "/cstates", "-at", "1", "/dxstate", "/PCIe-Link", "/HWP", "/max", "/end"},
        "1{}36{}!\"/cstates\": unknown test, the nearest is /cstate"
        "!\"/dxstate\": unknown test, the nearest is /dxstates"

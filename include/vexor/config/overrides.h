@@ -4,7 +4,7 @@
 //   section       "/" and the short name of a test, in lower case, then the options for that test;
 //                 "/all" gives options to every test that has them
 //   option        "-" and the short name of a keyword, in any case, then its value; a switch, such
-//                 as "-r", may stand alone, which means "true", or before "true" or "false"
+//                 as "-r", may stand alone, which means "true", or be followed by "true" or "false"
 //   value         an argument that begins with neither "-" nor "/", in the grammar of the option; a
 //                 time that begins with a digit is in milliseconds, for "-fid" in microseconds
 //
