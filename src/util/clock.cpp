@@ -1,6 +1,7 @@
 #include "vexor/util/clock.h"
 
 #include <array>
+#include <atomic>
 #include <cstdio>
 #include <ctime>
 #include <thread>
@@ -14,7 +15,31 @@ using std::chrono::steady_clock;
 // Long enough for any numbers.
 using StampText = std::array<char, 96>;
 
+constinit std::atomic<vexor::LocalClock> local_clock = nullptr;  // null: the system's
+
+vexor::LocalTime MakeLocalTime(vexor::LocalTimePoint time) {
+  const auto day = std::chrono::floor<std::chrono::days>(time);
+  const std::chrono::year_month_day date(day);
+  const std::chrono::hh_mm_ss clock(time - day);
+  vexor::LocalTime result;
+  result.calendar.tm_year = static_cast<int>(date.year()) - 1900;
+  result.calendar.tm_mon = static_cast<int>(static_cast<unsigned>(date.month())) - 1;
+  result.calendar.tm_mday = static_cast<int>(static_cast<unsigned>(date.day()));
+  result.calendar.tm_hour = static_cast<int>(clock.hours().count());
+  result.calendar.tm_min = static_cast<int>(clock.minutes().count());
+  result.calendar.tm_sec = static_cast<int>(clock.seconds().count());
+  result.millisecond = static_cast<int>(clock.subseconds().count());
+  return result;
+}
+
+vexor::LocalTime ReadLocalClock() {
+  const vexor::LocalClock clock = local_clock.load(std::memory_order_relaxed);
+  return clock == nullptr ? vexor::ReadLocalTime() : MakeLocalTime(clock());
+}
+
 }  // namespace
+
+void vexor::SetLocalClock(LocalClock clock) { local_clock.store(clock, std::memory_order_relaxed); }
 
 std::uint64_t GetSeconds() { return static_cast<std::uint64_t>(std::time(nullptr)); }
 
@@ -54,7 +79,7 @@ void SleepMicroS(std::uint64_t us) {
 }
 
 std::string GetCurTimeStamp() {
-  const auto [now, millisecond] = vexor::ReadLocalTime();
+  const auto [now, millisecond] = ReadLocalClock();
   StampText text = {};
   std::snprintf(text.data(), text.size(), "%d-%02d-%02d %02d:%02d:%02d.%03d", now.tm_year + 1900,
                 now.tm_mon + 1, now.tm_mday, now.tm_hour, now.tm_min, now.tm_sec, millisecond);
@@ -62,7 +87,7 @@ std::string GetCurTimeStamp() {
 }
 
 std::string GetTimeStamp() {
-  const auto [now, millisecond] = vexor::ReadLocalTime();
+  const auto [now, millisecond] = ReadLocalClock();
   StampText text = {};
   std::snprintf(text.data(), text.size(), "%d%02d%02d_%02d%02d%02d%03d", now.tm_year + 1900,
                 now.tm_mon + 1, now.tm_mday, now.tm_hour, now.tm_min, now.tm_sec, millisecond);
@@ -70,7 +95,7 @@ std::string GetTimeStamp() {
 }
 
 std::string CurrentTimeDateAsString(bool with_time, bool with_date) {
-  const std::tm now = vexor::ReadLocalTime().calendar;
+  const std::tm now = ReadLocalClock().calendar;
   std::array<char, 80> text = {};
   // "%r" stands written out: some platforms lack it.
   if (with_date && with_time) {

@@ -76,4 +76,18 @@ TEST(Clock, StampsAreLocalTime) {
   }
 }
 
+vexor::LocalTimePoint ReadLeapDay() {
+  using namespace std::chrono;
+  return local_days(2024y / February / 29) + 23h + 5min + 9s + 7ms;
+}
+
+TEST(Clock, StampsAreThoseOfTheClockThatWasSet) {
+  vexor::SetLocalClock(ReadLeapDay);
+  EXPECT_EQ(GetCurTimeStamp(), "2024-02-29 23:05:09.007");
+  EXPECT_EQ(GetTimeStamp(), "20240229_230509007");
+  EXPECT_EQ(CurrentTimeDateAsString(true, true), "29-Feb-2024 11:05:09 PM");
+  vexor::SetLocalClock(nullptr);
+  EXPECT_EQ(GetCurTimeStamp().find("2024-02-29"), std::string::npos);
+}
+
 }  // namespace

@@ -43,6 +43,20 @@ VEXOR_EXPORT void SleepMilliS(std::uint32_t ms);
 // so that short waits are exact.
 VEXOR_EXPORT void SleepMicroS(std::uint64_t us);
 
+namespace vexor {
+
+// A clock of local time, which needs no time zone to be read.
+using LocalTimePoint = std::chrono::local_time<std::chrono::milliseconds>;
+using LocalClock = LocalTimePoint (*)();
+
+// Replaces the clock that the functions below read, and with it the time stamps of all logs: a
+// program that simulates a machine, or replays a record, stamps its rows with the time it is in.
+// Null restores the system's clock. The clock is called from any thread, also while a log is
+// written: it must not log, and must not throw.
+VEXOR_EXPORT void SetLocalClock(LocalClock clock);
+
+}  // namespace vexor
+
 // Returns the local time for log lines: "%d-%02d-%02d %02d:%02d:%02d.%03d" of year, month, day,
 // hours, minutes, seconds and milliseconds.
 VEXOR_EXPORT std::string GetCurTimeStamp();
