@@ -16,7 +16,7 @@
 
 // The columns of the default header that a test fills itself, in their order. That of a residency,
 // in per cent, stands behind that of its counter.
-enum Column : std::size_t {
+enum Column : std::uint32_t {
   // clang-format off
   kIter, kScope, kResult, kFailCount, kRequest, kStatus, kNotes, kFrequency, kClkMod,
   kPc2, kPc2Percent, kPc3, kPc3Percent, kPc6, kPc6Percent, kPc7, kPc7Percent, kPc8, kPc8Percent,

@@ -203,9 +203,9 @@ void Watch(Run& run, std::vector<RunningTest>& tests, VexorLogging& engine_log,
   while (true) {
     const BadNight::LossOfPower loss = run.night.GetNextLoss();
     thread.Work(std::min(run.iteration, loss.at - SimulatedMachine::Now()));
-    if (SimulatedMachine::Now() >= loss.at) GoDown(run, loss.kind, tests);
     const auto at_work = std::ranges::count_if(tests, &RunningTest::at_work);
     if (at_work == 0) return;
+    if (SimulatedMachine::Now() >= loss.at) GoDown(run, loss.kind, tests);
     engine_log.LogMsgData("tests at work: " + std::to_string(at_work), TRACE_INFORMATION, "alive",
                           "ok");
   }
@@ -244,8 +244,8 @@ bool Report(const RunningTest& test, unsigned ignored, VexorLogging& engine_log)
   if (code == 0) {
     engine_log.LogMsgData(name + " passed", TRACE_INFORMATION, name, "PASS");
   } else {
-    engine_log.LogMsgData(name + " failed: " + ExplainCode(test.plan.id, code) + " failures: " +
-                              std::to_string(test.failures),
+    engine_log.LogMsgData(name + " failed: " + ExplainCode(test.plan.id, code) +
+                              " failures: " + std::to_string(test.failures),
                           TRACE_CRITICAL, name, "FAIL");
   }
   return code == 0;
