@@ -8,19 +8,19 @@ namespace {
 
 constexpr auto kCpus = std::to_array<std::string_view>(
     {"Unknown", "CPU-A1", "CPU-A2", "CPU-B1", "CPU-B2", "CPU-C1", "CPU-C2"});
-static_assert(kCpus.size() == CPU_C2 + 1);
+static_assert(kCpus.size() == CPU_ID_C2 + 1);
 
 constexpr auto kProducts =
     std::to_array<std::string_view>({"Unknown", "Desktop", "Mobile", "Server", "Embedded"});
-static_assert(kProducts.size() == PRODUCT_EMBEDDED + 1);
+static_assert(kProducts.size() == PRODUCT_TYPE_EMBEDDED + 1);
 
 constexpr auto kControllers =
     std::to_array<std::string_view>({"Unknown", "PCH-A1", "PCH-B1", "PCH-C1"});
-static_assert(kControllers.size() == PCH_C1 + 1);
+static_assert(kControllers.size() == PCH_LPC_C1 + 1);
 
 constexpr auto kGraphics =
     std::to_array<std::string_view>({"Unknown", "DGFX-A1", "DGFX-B1", "DGFX-C1"});
-static_assert(kGraphics.size() == DGFX_C1 + 1);
+static_assert(kGraphics.size() == DGFX_TYPE_C1 + 1);
 
 constexpr auto kAcpiTables = std::to_array<std::string_view>({
     "APIC", "BERT", "BGRT", "CPEP", "DBG2", "DMAR", "DSDT", "ECDT", "EINJ", "ERST", "FACP", "FACS",
@@ -33,10 +33,10 @@ static_assert(kAcpiTables.size() == ACPI_TABLE_UNKNOWN && vexor::AllDistinct(kAc
 
 const char* GetCpuNameById(int id) { return vexor::NameOf(kCpus, id); }
 
-CpuId GetCpuIdByName(std::string_view name) { return vexor::ValueOf(kCpus, name, CPU_UNKNOWN); }
+CpuId GetCpuIdByName(std::string_view name) { return vexor::ValueOf(kCpus, name, CPU_ID_UNKNOWN); }
 
 DgfxType ParserDgfxType(std::string_view name) {
-  return vexor::ValueOf(kGraphics, name, DGFX_UNKNOWN);
+  return vexor::ValueOf(kGraphics, name, DGFX_TYPE_UNKNOWN);
 }
 
 const char* GetAcpiString(int table) { return vexor::NameOf(kAcpiTables, table); }
@@ -54,11 +54,11 @@ const char* GetPchLpcTypeName(int type) { return NameOf(kControllers, type); }
 const char* GetDgfxTypeName(int type) { return NameOf(kGraphics, type); }
 
 ProductType ParseProductType(std::string_view name) {
-  return ValueOf(kProducts, name, PRODUCT_UNKNOWN);
+  return ValueOf(kProducts, name, PRODUCT_TYPE_UNKNOWN);
 }
 
 PchLpcType ParsePchLpcType(std::string_view name) {
-  return ValueOf(kControllers, name, PCH_UNKNOWN);
+  return ValueOf(kControllers, name, PCH_LPC_UNKNOWN);
 }
 
 }  // namespace vexor

@@ -11,35 +11,35 @@
 #include "vexor/export.h"
 
 enum CpuId : std::int32_t {
-  CPU_UNKNOWN = 0,
-  CPU_A1,
-  CPU_A2,
-  CPU_B1,
-  CPU_B2,
-  CPU_C1,
-  CPU_C2,
+  CPU_ID_UNKNOWN = 0,
+  CPU_ID_A1,
+  CPU_ID_A2,
+  CPU_ID_B1,
+  CPU_ID_B2,
+  CPU_ID_C1,
+  CPU_ID_C2,
 };
 
 enum ProductType : std::int32_t {
-  PRODUCT_UNKNOWN = 0,
-  PRODUCT_DESKTOP,
-  PRODUCT_MOBILE,
-  PRODUCT_SERVER,
-  PRODUCT_EMBEDDED,
+  PRODUCT_TYPE_UNKNOWN = 0,
+  PRODUCT_TYPE_DESKTOP,
+  PRODUCT_TYPE_MOBILE,
+  PRODUCT_TYPE_SERVER,
+  PRODUCT_TYPE_EMBEDDED,
 };
 
 enum PchLpcType : std::int32_t {
-  PCH_UNKNOWN = 0,
-  PCH_A1,
-  PCH_B1,
-  PCH_C1,
+  PCH_LPC_UNKNOWN = 0,
+  PCH_LPC_A1,
+  PCH_LPC_B1,
+  PCH_LPC_C1,
 };
 
 enum DgfxType : std::int32_t {
-  DGFX_UNKNOWN = 0,
-  DGFX_A1,
-  DGFX_B1,
-  DGFX_C1,
+  DGFX_TYPE_UNKNOWN = 0,
+  DGFX_TYPE_A1,
+  DGFX_TYPE_B1,
+  DGFX_TYPE_C1,
 };
 
 // Firmware tables, named by their signatures.

@@ -1,0 +1,3 @@
+#include VEXOR_SYSTEM_HEADERS
+
+#include "vexor/vexor.h"

@@ -1,0 +1,3 @@
+#include "vexor/vexor.h"
+
+#include VEXOR_SYSTEM_HEADERS

@@ -1,0 +1,71 @@
+// System headers that a program on Windows may include beside the library's.
+#pragma once
+
+// These four come first, in this order.
+// clang-format off
+#include <winsock2.h>
+#include <ws2tcpip.h>
+#include <windows.h>
+#include <tchar.h>
+// clang-format on
+
+#include <aclapi.h>
+#include <batclass.h>
+#include <bcrypt.h>
+#include <cfgmgr32.h>
+#include <comdef.h>
+#include <commctrl.h>
+#include <commdlg.h>
+#include <conio.h>
+#include <d3d11.h>
+#include <dbghelp.h>
+#include <devguid.h>
+#include <devpkey.h>
+#include <devpropdef.h>
+#include <direct.h>
+#include <dxgi1_4.h>
+#include <evntcons.h>
+#include <evntprov.h>
+#include <evntrace.h>
+#include <hidsdi.h>
+#include <highlevelmonitorconfigurationapi.h>
+#include <intrin.h>
+#include <io.h>
+#include <iphlpapi.h>
+#include <mmsystem.h>
+#include <newdev.h>
+#include <ntddscsi.h>
+#include <ntstatus.h>
+#include <oaidl.h>
+#include <objbase.h>
+#include <ole2.h>
+#include <pdh.h>
+#include <pdhmsg.h>
+#include <physicalmonitorenumerationapi.h>
+#include <poclass.h>
+#include <powrprof.h>
+#include <process.h>
+#include <psapi.h>
+#include <sddl.h>
+#include <setupapi.h>
+#include <shellapi.h>
+#include <shlobj.h>
+#include <shlwapi.h>
+#include <strsafe.h>
+#include <taskschd.h>
+#include <tdh.h>
+#include <tlhelp32.h>
+#include <usbioctl.h>
+#include <usbiodef.h>
+#include <userenv.h>
+#include <wbemidl.h>
+#include <wincrypt.h>
+#include <windowsx.h>
+#include <winevt.h>
+#include <winhttp.h>
+#include <winioctl.h>
+#include <winperf.h>
+#include <winsvc.h>
+#include <winternl.h>
+#include <wlanapi.h>
+#include <wtsapi32.h>
