@@ -8,6 +8,8 @@ install(TARGETS VexorUtils EXPORT VexorUtilsTargets
   ARCHIVE COMPONENT Development)
 if(MINGW AND BUILD_SHARED_LIBS)
   install(FILES ${VEXOR_RUNTIME_DLLS} TYPE BIN COMPONENT Runtime)
+elseif(MSVC AND BUILD_SHARED_LIBS)
+  install(FILES $<TARGET_PDB_FILE:VexorUtils> TYPE BIN COMPONENT Development OPTIONAL)
 endif()
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/vexor TYPE INCLUDE COMPONENT Development)
 
@@ -15,6 +17,8 @@ get_target_property(library_type VexorUtils TYPE)
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/VexorUtils)
 install(EXPORT VexorUtilsTargets NAMESPACE VexorUtils:: DESTINATION ${package_dir}
   COMPONENT Development)
+include(CxxRuntime)
+vexor_get_cxx_runtime(cxx_runtime)
 configure_package_config_file(${CMAKE_CURRENT_LIST_DIR}/VexorUtilsConfig.cmake.in
   ${PROJECT_BINARY_DIR}/VexorUtilsConfig.cmake INSTALL_DESTINATION ${package_dir}
   NO_SET_AND_CHECK_MACRO)
@@ -22,6 +26,7 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/VexorUtilsConfigVersion.c
   COMPATIBILITY SameMajorVersion)
 install(FILES
   ${PROJECT_BINARY_DIR}/VexorUtilsConfig.cmake ${PROJECT_BINARY_DIR}/VexorUtilsConfigVersion.cmake
+  ${CMAKE_CURRENT_LIST_DIR}/CxxRuntime.cmake
   DESTINATION ${package_dir} COMPONENT Development)
 
 # The prefix is found from where the .pc file lies, and from there the folders that are relative.

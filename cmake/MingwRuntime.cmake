@@ -1,14 +1,18 @@
-# Puts the compiler's runtime DLLs beside the programs. The runtime is shared by the library and
-# its callers, because strings and exceptions cross the border between them. VEXOR_RUNTIME_DLLS lists
-# them for the installation.
+# Puts the compiler's runtime DLLs beside the programs, without their debug information, which is nine
+# tenths of them. The library and its callers share the runtime, because strings and exceptions
+# cross the border between them. VEXOR_RUNTIME_DLLS lists them for the installation.
 
 set(VEXOR_RUNTIME_DLLS)
+file(MAKE_DIRECTORY ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
 foreach(dll libstdc++-6.dll libgcc_s_seh-1.dll libwinpthread-1.dll)
   execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=${dll}
     OUTPUT_VARIABLE path OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
   if(NOT IS_ABSOLUTE "${path}")
     message(FATAL_ERROR "${CMAKE_CXX_COMPILER} has no ${dll}")
   endif()
-  file(COPY ${path} DESTINATION ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
-  list(APPEND VEXOR_RUNTIME_DLLS ${path})
+  set(stripped ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/${dll})
+  if(${path} IS_NEWER_THAN ${stripped})
+    execute_process(COMMAND ${CMAKE_STRIP} -o ${stripped} ${path} COMMAND_ERROR_IS_FATAL ANY)
+  endif()
+  list(APPEND VEXOR_RUNTIME_DLLS ${stripped})
 endforeach()

@@ -14,7 +14,13 @@ set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
 
 if(WIN32)
   set(CPACK_GENERATOR ZIP)
-  set(CPACK_PACKAGE_FILE_NAME VexorUtils-${PROJECT_VERSION}-win64)
+  # A program needs the compiler and the runtime of its library.
+  set(compiler msvc${MSVC_TOOLSET_VERSION})
+  if(MINGW)
+    string(REGEX MATCH "^[0-9]+" version ${CMAKE_CXX_COMPILER_VERSION})
+    set(compiler mingw-gcc${version})
+  endif()
+  set(CPACK_PACKAGE_FILE_NAME VexorUtils-${PROJECT_VERSION}-win64-${compiler})
 else()
   set(CPACK_GENERATOR DEB)
   set(CPACK_DEBIAN_PACKAGE_NAME vexorutils)

@@ -11,9 +11,9 @@ check_arguments 1 "$@"
 
 logs=$(realpath -ms -- "${1-$root/build/bench-logs}")
 "$root/scripts/setup.sh" bench
-build_preset release
-if ! "$root/build/release/bin/vexor_bench" 2>"$root/build/bench.log"; then
+build_preset bench
+if ! "$root/build/bench/bin/vexor_bench" 2>"$root/build/bench.log"; then
   cat "$root/build/bench.log" >&2
   exit 1
 fi
-"$root/build/release/bin/log_bench" "$logs"
+"$root/build/bench/bin/log_bench" "$logs"

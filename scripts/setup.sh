@@ -3,16 +3,17 @@
 #
 # Installs what a Debian 12 machine lacks, as root or through sudo, and does nothing when all is
 # there. Groups:
-#   build     compile and test the library and its tools (always included)
-#   windows   cross-compile for Windows and run the programs under Wine
-#   clang     compile with clang
-#   fuzz      build and run the fuzz targets
-#   lint      check format, code and scripts
-#   coverage  measure the tests' coverage
-#   docs      make the reference of the public headers
-#   bench     build the benchmarks
-#   install   use the installed library with pkg-config, and make packages
-#   all       all of these
+#   build         compile and test the library and its tools (always included)
+#   windows       cross-compile for Windows and run the programs under Wine
+#   clang         compile with clang
+#   clang-newest  compile with the newest clang that Debian has
+#   fuzz          build and run the fuzz targets
+#   lint          check format, code and scripts
+#   coverage      measure the tests' coverage
+#   docs          make the reference of the public headers
+#   bench         build the benchmarks
+#   install       use the installed library with pkg-config, and make packages
+#   all           all of these
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 check_arguments 99 "$@"
@@ -21,6 +22,7 @@ declare -A packages_of=(
   [build]="g++ cmake ninja-build libtinyxml2-dev libgtest-dev libcli11-dev libxml2-utils locales"
   [windows]="g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 wine wine64 googletest dpkg-dev"
   [clang]="clang"
+  [clang-newest]="clang-newest"  # stands for clang-NN
   [fuzz]="clang libclang-rt-14-dev"
   [lint]="clang clang-format clang-tidy shellcheck"
   [coverage]="gcovr"
@@ -47,6 +49,29 @@ if ! command -v dpkg-query >/dev/null; then
   exit 0
 fi
 
+# Runs apt-get as root.
+run_apt() {
+  local as_root=()
+  if ((EUID != 0)); then
+    if ! command -v sudo >/dev/null; then
+      echo "setup.sh: run this as root: apt-get $*" >&2
+      exit 1
+    fi
+    as_root=(sudo)
+  fi
+  run_quietly "setup-$1" "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -qy \
+    -o DPkg::Lock::Timeout=300 -o Acquire::Retries=3 "$@"
+}
+
+for i in "${!packages[@]}"; do
+  if [[ ${packages[i]} == clang-newest ]]; then
+    if ! compgen -G '/var/lib/apt/lists/*Packages*' >/dev/null; then
+      run_apt update  # a machine without lists knows what it has installed, no more
+    fi
+    packages[i]=clang-$(print_newest_clang)
+  fi
+done
+
 # Prints the packages that are not installed, one a line.
 list_missing() {
   local installed
@@ -60,16 +85,6 @@ if ((${#missing[@]} == 0)); then
   exit 0
 fi
 
-as_root=()
-if ((EUID != 0)); then
-  if ! command -v sudo >/dev/null; then
-    echo "setup.sh: run this as root: apt-get install ${missing[*]}" >&2
-    exit 1
-  fi
-  as_root=(sudo)
-fi
 echo "Installing ${missing[*]} ..." >&2
-apt=("${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -qy
-  -o DPkg::Lock::Timeout=300 -o Acquire::Retries=3)
-run_quietly setup-update "${apt[@]}" update
-run_quietly setup-install "${apt[@]}" install --no-install-recommends "${missing[@]}"
+run_apt update
+run_apt install --no-install-recommends "${missing[@]}"

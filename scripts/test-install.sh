@@ -3,9 +3,10 @@
 #
 # Installs the library, shared and static, into folders of their own under build/install, and builds
 # and runs the program of a user (tests/install) against each, found as a CMake package and with
-# pkg-config. The static library is built as a part of the user's project. With "windows" all this
-# is done with the cross-built library, and the program runs under Wine. The package that
-# scripts/package.sh makes is unpacked, and its tool has to run.
+# pkg-config. A program for another C++ runtime must not find it. The static library is built as a
+# part of the user's project. With "windows" all this is done with the cross-built library, and the
+# program runs under Wine. The package that scripts/package.sh makes is unpacked, and its tool has to
+# run.
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 check_arguments 1 "$@"
@@ -127,3 +128,16 @@ for kind in shared static; do
     -o "$work/pkgconfig-$kind/user$suffix" "${words[@]}"
   run_user "$kind" "$work/pkgconfig-$kind/user$suffix"
 done
+
+# Another runtime: gcc's former ABI, or the native compiler with the library for Windows.
+other=(-DCMAKE_CXX_FLAGS=-D_GLIBCXX_USE_CXX11_ABI=0)
+if [[ ${1-} == windows ]]; then
+  other=()
+fi
+rm -rf "$work/refused"
+if output=$(cmake -S tests/install -B "$work/refused" -G Ninja -DUSE=package \
+  -DVexorUtils_DIR="$prefix/shared/lib/cmake/VexorUtils" "${other[@]}" 2>&1); then
+  fail "a program for another C++ runtime is not refused"
+fi
+[[ ${output//[[:space:]]/} == *bothneedthesamecompilerandruntime* ]] ||
+  fail "a program for another C++ runtime is refused without the reason: $output"

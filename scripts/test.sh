@@ -3,8 +3,10 @@
 #
 # Sets up the machine, builds everything and runs all tests: natively (dev) and under the address
 # and undefined-behaviour sanitizers (sanitize), or with the presets given, such as
-#   tsan    under the thread sanitizer
-#   clang   compiled with clang
+#   tsan          under the thread sanitizer
+#   release       optimised
+#   clang         compiled with clang
+#   clang-newest  compiled with the newest clang that Debian has
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 check_arguments 99 "$@"
@@ -15,6 +17,10 @@ fi
 for preset; do
   case $preset in
     clang | lint | coverage) "$root/scripts/setup.sh" "$preset" ;;
+    clang-newest)
+      "$root/scripts/setup.sh" "$preset"
+      export VEXOR_NEWEST_CLANG=${VEXOR_NEWEST_CLANG-clang++-$(print_newest_clang)}
+      ;;
     *) "$root/scripts/setup.sh" build ;;
   esac
   echo "== $preset" >&2

@@ -1,6 +1,23 @@
 // The export macro. VEXOR_STATIC is defined for users of the static library, VEXOR_BUILDING while
 // the library itself is compiled; the CMake targets set both.
+//
+// Strings, vectors and other types of the C++ standard library cross the border between the library
+// and a program: both have to be compiled by the same compiler, or compatible ones, for the same
+// runtime. With Microsoft's compiler that is the runtime as a DLL (/MD), or for a library built for
+// debugging the debug runtime (/MDd).
 #pragma once
+
+#if defined(_MSC_VER) && !defined(VEXOR_STATIC) && !defined(_DLL)
+#error VexorUtils.dll needs a program that is compiled for the runtime as a DLL: /MD or /MDd
+#endif
+// The CMake package defines VEXOR_DEBUG_RUNTIME as 0 or 1: whether the library is for debugging.
+#if defined(_MSC_VER) && defined(VEXOR_DEBUG_RUNTIME)
+#if VEXOR_DEBUG_RUNTIME && !defined(_DEBUG)
+#error this VexorUtils is built for the debug runtime: compile with /MDd or use a release build of it
+#elif !VEXOR_DEBUG_RUNTIME && defined(_DEBUG)
+#error this VexorUtils is built for the release runtime: compile with /MD or use a debug build of it
+#endif
+#endif
 
 #if defined(_WIN32)
 #if defined(VEXOR_BUILDING)

@@ -32,6 +32,11 @@ VEXOR_EXPORT const char* GetTraceLevelName(TRACE_LEVEL level, bool short_name);
 // included. Case matters.
 VEXOR_EXPORT TRACE_LEVEL ParseTraceLevelID(std::string_view text, TRACE_LEVEL default_level);
 
+#if defined(_MSC_VER)
+#pragma warning(push)
+#pragma warning(disable : 4251)  // private members of the standard library's types; see export.h
+#endif
+
 // The console's filter: one print level for the process, TRACE_INFORMATION at the start.
 class VEXOR_EXPORT ConsoleOutput {
  public:
@@ -43,6 +48,10 @@ class VEXOR_EXPORT ConsoleOutput {
  private:
   static std::atomic<TRACE_LEVEL> m_ePrintLevel;
 };
+
+#if defined(_MSC_VER)
+#pragma warning(pop)
+#endif
 
 // Writes the message and a line end, in one piece, to standard output when `force` is set or
 // `level` is not above the print level. A message that ends in a line end is followed by an empty

@@ -47,6 +47,11 @@ enum LOG_FILE_OPTIONS : std::int32_t {
 // other text. Case matters.
 VEXOR_EXPORT LOG_FILE_OPTIONS ParseLogFileOptions(std::string_view text);
 
+#if defined(_MSC_VER)
+#pragma warning(push)
+#pragma warning(disable : 4251)  // private members of the standard library's types; see export.h
+#endif
+
 class VEXOR_EXPORT VexorLogging {
  public:
   // The header line names the columns of the suite's tests, from "Time" to "Level".
@@ -216,3 +221,7 @@ class VEXOR_EXPORT VexorLogging {
 
   std::unique_ptr<Impl> impl_;
 };
+
+#if defined(_MSC_VER)
+#pragma warning(pop)
+#endif

@@ -18,6 +18,11 @@
 
 #include "vexor/export.h"
 
+#if defined(_MSC_VER)
+#pragma warning(push)
+#pragma warning(disable : 4251)  // private members of the standard library's types; see export.h
+#endif
+
 class VEXOR_EXPORT ConfigFile {
  public:
   // Reads the file; one that cannot be opened gives no entries and no message. A malformed one ends
@@ -40,3 +45,7 @@ class VEXOR_EXPORT ConfigFile {
   std::map<std::string, std::string> contents_;
   std::string file_name_;
 };
+
+#if defined(_MSC_VER)
+#pragma warning(pop)
+#endif

@@ -1,0 +1,21 @@
+# Compiles for 64-bit Windows as Microsoft's compiler does, with clang in its place: its flags, its
+# macros, its ABI. The system's headers and the C++ library's are those of mingw-w64, which hold
+# nothing that could be linked this way: what can be built is objects.
+set(CMAKE_SYSTEM_NAME Windows)
+set(CMAKE_SYSTEM_PROCESSOR x86_64)
+
+find_program(VEXOR_CLANG clang++ REQUIRED)
+file(REAL_PATH ${VEXOR_CLANG} clang)
+cmake_path(GET clang PARENT_PATH clang_folder)
+set(CMAKE_CXX_COMPILER ${clang_folder}/clang-cl)
+set(CMAKE_CXX_COMPILER_TARGET x86_64-pc-windows-msvc)
+set(CMAKE_CXX_COMPILER_WORKS ON)
+set(CMAKE_RC_COMPILER x86_64-w64-mingw32-windres)
+set(CMAKE_TRY_COMPILE_TARGET_TYPE STATIC_LIBRARY)
+
+execute_process(COMMAND x86_64-w64-mingw32-g++-posix -print-file-name=include/c++
+  OUTPUT_VARIABLE library OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+# These headers ask for what gcc predefines.
+set(CMAKE_CXX_FLAGS_INIT "-fgnuc-version=12 /D__MINGW32__ /D__MINGW64__ /D__STRICT_ANSI__ \
+/D__declspec=__declspec /DUSE_NO_MINGW_SETJMP_TWO_ARGS /imsvc ${library} \
+/imsvc ${library}/x86_64-w64-mingw32 /imsvc /usr/share/mingw-w64/include")

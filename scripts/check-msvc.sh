@@ -1,0 +1,42 @@
+#!/usr/bin/env bash
+# Usage: scripts/check-msvc.sh
+#
+# Comes as near to a build with Microsoft's compiler as a machine without it can: compiles every
+# source of the library, the tool, the example and the tests to an object with clang-cl, for the same
+# target and with the same flags, against the headers of mingw-w64. Nothing is linked or run. Then
+# checks that the headers refuse a program that is compiled for another runtime than the library.
+set -euo pipefail
+source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
+check_arguments 0 "$@"
+
+"$root/scripts/setup.sh" clang windows
+"$root/scripts/build-windows-deps.sh"
+echo "== clang-cl" >&2
+cd "$root"
+run_quietly configure-clang-cl cmake --preset clang-cl
+mapfile -t objects < <(ninja -C build/clang-cl -t targets all |
+  sed -n 's/^\(.*\.obj\): CXX_COMPILER.*/\1/p')
+cmake --build --preset clang-cl --target "${objects[@]}" >&2
+
+compiler=$(sed -n 's/^CMAKE_CXX_COMPILER:[^=]*=//p' build/clang-cl/CMakeCache.txt)
+
+# Checks what clang-cl says of vexor/export.h with these options: the text, or nothing.
+# Usage: expect TEXT OPTION...
+expect() {
+  local text=$1 output
+  shift
+  output=$("$compiler" --target=x86_64-pc-windows-msvc /Zs /TP "$@" include/vexor/export.h 2>&1) || true
+  if [[ $output != *"$text"* || ( -z $text && -n $output ) ]]; then
+    echo "check-msvc.sh: with $*: expected '$text', got '$output'" >&2
+    exit 1
+  fi
+}
+
+expect '' /MD
+expect '' /MDd
+expect 'needs a program that is compiled for the runtime as a DLL' /MT
+expect '' /MT /DVEXOR_STATIC
+expect '' /MD /DVEXOR_DEBUG_RUNTIME=0
+expect '' /MDd /DVEXOR_DEBUG_RUNTIME=1
+expect 'built for the release runtime' /MDd /DVEXOR_DEBUG_RUNTIME=0
+expect 'built for the debug runtime' /MD /DVEXOR_DEBUG_RUNTIME=1
