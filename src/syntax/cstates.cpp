@@ -2,11 +2,13 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdlib>
+#include <charconv>
+#include <cstdint>
 #include <limits>
 #include <optional>
 #include <stdexcept>
-#include <string>
+#include <system_error>
+#include <utility>
 
 #include "syntax/cstates_grammar.h"
 #include "syntax/fault_note.h"
@@ -284,13 +286,15 @@ bool ParsePerCStateSetting(std::string_view text, std::vector<std::vector<int>>&
 
 int ParseNum(std::string_view hex_text) {
   if (hex_text.empty()) return -1;
-  const std::string digits(hex_text.substr(2, 8));
-  char* end = nullptr;
-  const long long number = std::strtoll(digits.c_str(), &end, 16);
-  if (end == digits.c_str()) throw std::invalid_argument("invalid stoi argument");
+  std::string_view digits = hex_text.substr(2, 8);
+  const bool is_negative = TakeSign(digits);
+  // A second "0x" counts only with a digit behind it; otherwise its zero is the number.
+  if (HasHexPrefix(digits) && digits.size() > 2 && IsHexDigit(digits[2])) digits.remove_prefix(2);
+  std::uint32_t number = 0;
+  const auto [stop, error] =
+      std::from_chars(digits.data(), digits.data() + digits.size(), number, 16);
+  if (error != std::errc{}) throw std::invalid_argument("invalid stoi argument");
   // A sign leaves room for seven digits: no number is too small.
-  if (number > std::numeric_limits<int>::max()) {
-    throw std::out_of_range("stoi argument out of range");
-  }
-  return static_cast<int>(number);
+  if (!std::in_range<int>(number)) throw std::out_of_range("stoi argument out of range");
+  return is_negative ? -static_cast<int>(number) : static_cast<int>(number);
 }

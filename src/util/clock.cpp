@@ -95,15 +95,21 @@ std::string GetTimeStamp() {
 }
 
 std::string CurrentTimeDateAsString(bool with_time, bool with_date) {
+  // Not left to `strftime`, whose names follow the process's locale and which lacks "%r" on some
+  // systems.
+  constexpr const char* kMonths[] = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
+                                     "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
   const std::tm now = ReadLocalClock().calendar;
-  std::array<char, 80> text = {};
-  // "%r" stands written out: some platforms lack it.
-  if (with_date && with_time) {
-    std::strftime(text.data(), text.size(), "%d-%b-%Y %I:%M:%S %p", &now);
-  } else if (with_date) {
-    std::strftime(text.data(), text.size(), "%d-%b-%Y", &now);
-  } else if (with_time) {
-    std::strftime(text.data(), text.size(), "%I:%M:%S %p", &now);
+  StampText date = {};
+  StampText time = {};
+  if (with_date) {
+    std::snprintf(date.data(), date.size(), "%02d-%s-%d", now.tm_mday, kMonths[now.tm_mon],
+                  now.tm_year + 1900);
   }
-  return text.data();
+  if (with_time) {
+    const int hour = now.tm_hour % 12 == 0 ? 12 : now.tm_hour % 12;
+    std::snprintf(time.data(), time.size(), "%02d:%02d:%02d %s", hour, now.tm_min, now.tm_sec,
+                  now.tm_hour < 12 ? "AM" : "PM");
+  }
+  return std::string(date.data()) + (with_date && with_time ? " " : "") + time.data();
 }

@@ -49,11 +49,7 @@ std::optional<Float> ReadPlainDecimal(std::string_view text) {
 // more than `from_chars`: leading white space, a plus sign, and hexadecimal digits behind "0x".
 double ReadFrontNumber(std::string_view text) {
   constexpr const char* kInvalid = "invalid stod argument";
-  const std::size_t first = text.find_first_not_of(" \t\n\v\f\r");
-  text.remove_prefix(std::min(first, text.size()));
-  const bool is_negative = text.starts_with('-');
-  if (is_negative || text.starts_with('+')) text.remove_prefix(1);
-
+  const bool is_negative = TakeSign(text);
   if (text.starts_with('-')) throw std::invalid_argument(kInvalid);  // a second sign
 
   const bool is_hex =

@@ -65,6 +65,15 @@ constexpr std::string_view TrimSpace(std::string_view text) {
   return TrimIf(text, [](char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; });
 }
 
+// Takes white space and one sign off the front, as the C library's conversions do; whether the sign
+// is a minus.
+constexpr bool TakeSign(std::string_view& rest) {
+  rest.remove_prefix(std::min(rest.find_first_not_of(" \t\n\v\f\r"), rest.size()));
+  const bool is_negative = rest.starts_with('-');
+  if (is_negative || rest.starts_with('+')) rest.remove_prefix(1);
+  return is_negative;
+}
+
 // Like `text.find(wanted)`. Items are short, and for a few bytes the call of a library function
 // costs more than they do.
 constexpr std::size_t FindByte(std::string_view text, char wanted) {

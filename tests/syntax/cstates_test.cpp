@@ -172,9 +172,17 @@ TEST(Cstates, ListsPerState) {
 }
 
 TEST(Cstates, HexadecimalNumbersBehindTwoCharacters) {
-  const std::pair<const char*, int> cases[] = {
-      {"", -1},           {"0x1F", 31},  {"zz7fffffff", 2147483647},  {"0x10g", 16},
-      {"0x000000001", 0}, {"0x -5", -5}, {"0x-80000000", -0x8000000}, {"0x0x1F", 31}};
+  const std::pair<const char*, int> cases[] = {{"", -1},
+                                               {"0x1F", 31},
+                                               {"zz7fffffff", 2147483647},
+                                               {"0x10g", 16},
+                                               {"0x000000001", 0},
+                                               {"0x -5", -5},
+                                               {"0x-80000000", -0x8000000},
+                                               {"0x0x1F", 31},
+                                               {"0x0x", 0},
+                                               {"0x0xg", 0},
+                                               {"0x-0Xa", -10}};
   for (const auto& [text, number] : cases) EXPECT_EQ(ParseNum(text), number) << text;
   const auto error_of = [](const char* text) -> std::string {
     try {
@@ -188,6 +196,7 @@ TEST(Cstates, HexadecimalNumbersBehindTwoCharacters) {
   };
   EXPECT_EQ(error_of("0x"), "invalid: invalid stoi argument");
   EXPECT_EQ(error_of("0xg1"), "invalid: invalid stoi argument");
+  EXPECT_EQ(error_of("0x+-1"), "invalid: invalid stoi argument");
   EXPECT_EQ(error_of("0x80000000"), "range: stoi argument out of range");
   EXPECT_EQ(error_of("0").substr(0, 7), "range: ") << "one character is a position error";
 }

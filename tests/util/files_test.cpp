@@ -56,6 +56,7 @@ TEST(Files, AreFoundReadAndListed) {
       {empty, true, true, "", ""},
       {text, true, false, "one\r\ntwo\rhalf\n\nlast two\xff", "one\ntwo\nhalf\n\nlast two\xff"},
       {folder / "c-folder", true, true, "", ""},
+      {folder / "c-folder/", true, true, "", ""},
   };
   for (const auto& file : kFiles) {
     EXPECT_EQ(DoesFileExist(file.path), file.exists) << file.path;

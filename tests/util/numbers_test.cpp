@@ -7,6 +7,8 @@
 #include <limits>
 #include <stdexcept>
 
+#include "vexor/util/clock.h"
+
 namespace {
 
 using Integers = std::vector<int>;
@@ -266,6 +268,7 @@ TEST(Numbers, DoNotDependOnTheLocale) {
   EXPECT_EQ(String2Float("1.5", ok), 1.5F);
   EXPECT_EQ(GetDoubleValue("1.5", 0), 1.5);
   EXPECT_EQ(RemoveZerosFromNumber(1.5), "1.5");
+  EXPECT_TRUE(CurrentTimeDateAsString(true, true).ends_with('M')) << "AM and PM are not translated";
   std::setlocale(LC_ALL, "C");
 }
 

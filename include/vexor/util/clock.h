@@ -20,10 +20,12 @@ VEXOR_EXPORT std::uint64_t GetSeconds();
 // Returns the steady clock in milliseconds. Only differences of two results mean something.
 VEXOR_EXPORT std::uint64_t GetMilliSeconds();
 
-// Returns the steady-clock time since `start`, in whole milliseconds.
+// Returns the steady-clock time since `start`, in whole milliseconds. `start` must not be later
+// than now.
 VEXOR_EXPORT std::uint64_t GetDeltaMilliSeconds(std::chrono::steady_clock::time_point start);
 
-// Returns the steady-clock time since `start`, in whole microseconds.
+// Returns the steady-clock time since `start`, in whole microseconds. `start` must not be later
+// than now.
 VEXOR_EXPORT std::uint64_t GetDeltaMicroSeconds(std::chrono::steady_clock::time_point start);
 
 // Returns the processor's time-stamp counter; on a processor without one, a steady counter of
@@ -64,6 +66,6 @@ VEXOR_EXPORT std::string GetCurTimeStamp();
 // Returns the local time for file names: the same numbers as "%d%02d%02d_%02d%02d%02d%03d".
 VEXOR_EXPORT std::string GetTimeStamp();
 
-// Returns the local time as "%d-%b-%Y" with the date, "%I:%M:%S %p" with the time, and both joined
-// by a blank, date first, with both. With neither the text is empty.
+// Returns the local time, the date as "%d-%b-%Y" and the time as "%I:%M:%S %p" of the "C" locale
+// ("07-Mar-2024 09:05:02 AM"), whatever the process's locale is. Empty with neither.
 VEXOR_EXPORT std::string CurrentTimeDateAsString(bool with_time, bool with_date);

@@ -3,7 +3,7 @@
 // argument.
 //
 //   hasCmdOption(argv, argv + argc, "-t");  // true for "-T" too
-//   getCmdOption(argv, argv + argc, "-T");  // "5" with "prog -T 5"; nothing for "-t"
+//   getCmdOption(argv, argv + argc, "-T");  // "5" with "prog -T 5"; null for "-t"
 //
 // The texts are those of the caller, not copies. Any thread may call.
 #pragma once

@@ -45,8 +45,9 @@ VEXOR_EXPORT float String2Float(std::string_view text, bool& ok);
 VEXOR_EXPORT double GetDoubleValue(std::string_view text, double default_value);
 
 // Returns the values of a list, ranges expanded in ascending order, each stored in 32 bits. With
-// `hexadecimal` every bound is hexadecimal, "0x" before it or not. A bad item, empty or negative
-// ones included, replaces everything so far by `default_value`; reading goes on behind it.
+// `hexadecimal` every bound is hexadecimal, "0x" before it or not. A bad item (also an empty or
+// negative one, and `vexor::kNoNumber64`) replaces everything so far by `default_value`; reading
+// goes on behind it.
 // Throws std::out_of_range like `String2Integer`, and std::length_error for ranges of more than
 // 16,777,216 values in all.
 VEXOR_EXPORT std::vector<int> GetIntegerList(std::string_view text, char delimiter,
@@ -90,7 +91,8 @@ VEXOR_EXPORT std::uint32_t BitScanForwardUtil(std::uint32_t value);
 // Returns the index of the lowest set bit; `vexor::kNoNumber32` for zero.
 VEXOR_EXPORT std::uint32_t BitScanForward64Util(std::uint64_t value);
 
-// Returns the number with one to six decimals, as few as its first six need: "1.5", "2.0".
+// Returns the number, rounded to six decimals, without trailing zeros but with one decimal at
+// least: "1.5", "2.0". "inf" and "nan" stand for what is not finite.
 VEXOR_EXPORT std::string RemoveZerosFromNumber(double number);
 
 // Returns the value of a fixed-point number. `fraction_bits` must be below 31.

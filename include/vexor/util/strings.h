@@ -92,8 +92,9 @@ VEXOR_EXPORT std::string ConcatCharVec(const std::vector<const char*>& items,
                                        std::string_view separator, std::string_view tail,
                                        bool leading_separator, bool tail_after_last);
 
-// Returns the low bytes of a UTF-16 text up to its first zero, of at most `count` units and at most
-// 255 characters. Empty for a count of zero or less.
+// Returns the low byte of each unit of a UTF-16 text, of at most `count` units and at most 255
+// characters. The text ends before the first unit whose low byte is zero, so before U+0100 just as
+// before a zero. Empty for a count of zero or less.
 VEXOR_EXPORT std::string WChar2String(const unsigned short* wide, int count);
 
 // Returns a text of up to four 7-bit characters as a number, the first in the lowest byte. Longer
