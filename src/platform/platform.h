@@ -43,7 +43,7 @@ extern const std::string_view kLineEnd;
 // Gives the text such line ends in place of line feeds, but those that have a return before them.
 void UseSystemLineEnds(std::string& text);
 
-// Whether the C runtime's file-status query succeeds, for files and folders alike.
+// Whether the system knows a file or a folder of this path.
 bool HasFileStatus(const std::string& path);
 
 // The path from the root on, by the current folder of the moment; the path itself when there is
