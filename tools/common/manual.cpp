@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "common/program.h"
+#include "release.h"
 #include "vexor/util/version.h"
 
 namespace tools {
@@ -68,7 +69,7 @@ void PrintCommand(const CLI::App& command) {
 Status PrintManual(const CLI::App& app) {
   std::string upper(kProgram.name);
   std::ranges::transform(upper, upper.begin(), [](char c) { return c >= 'a' ? c - 'a' + 'A' : c; });
-  std::cout << ".TH " << upper << R"( 1 "" "VexorUtils )" << vexor::GetVersionText()
+  std::cout << ".TH " << upper << " 1 \"" << kReleaseDate << "\" \"VexorUtils " << vexor::GetVersionText()
             << "\" \"User Commands\"\n"
             << ".SH NAME\n"
             << kProgram.name << " \\- " << kProgram.title << '\n'
