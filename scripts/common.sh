@@ -47,14 +47,19 @@ run_quietly() {
   fi
 }
 
+# Has CMake compile through ccache where there is one.
+use_ccache() {
+  if command -v ccache >/dev/null; then
+    export CMAKE_CXX_COMPILER_LAUNCHER=${CMAKE_CXX_COMPILER_LAUNCHER-ccache}
+  fi
+}
+
 # Configures and builds a preset; what there is to see goes to standard error.
 # Usage: build_preset PRESET [OPTION...]
 build_preset() {
   local preset=$1
   shift
-  if command -v ccache >/dev/null; then
-    export CMAKE_CXX_COMPILER_LAUNCHER=${CMAKE_CXX_COMPILER_LAUNCHER-ccache}
-  fi
+  use_ccache
   cd "$root" || exit
   run_quietly "configure-$preset" cmake --preset "$preset"
   cmake --build --preset "$preset" "$@" >&2

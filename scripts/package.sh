@@ -1,25 +1,66 @@
 #!/usr/bin/env bash
-# Usage: scripts/package.sh [windows]
+# Usage: scripts/package.sh [debian | windows] [FOLDER]
 #
-# Makes a package of the library, its headers, the tool and their documents in build/packages: a
-# Debian package, or with "windows" an archive that holds what a program needs beside Windows.
-# Prints the name of the package.
+# Makes packages in FOLDER, or build/packages, and prints their names: Debian packages of the
+# library, of its development files and of the tools, or with "windows" an archive that holds what a
+# program needs beside Windows. The Debian packages are built from a copy of the sources in FOLDER;
+# what is in them depends on neither folder nor time.
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
-check_arguments 1 "$@"
-if [[ ${1-windows} != windows ]]; then
+check_arguments 2 "$@"
+kind=${1-debian}
+if [[ $kind != debian && $kind != windows ]]; then
   print_usage >&2
   exit 2
 fi
 
-"$root/scripts/setup.sh" install "$@"
-preset=run kind=deb targets=(VexorUtils vexorcfg vexorcfg_completion)
-if [[ ${1-} == windows ]]; then
-  preset=windows kind=zip targets=(VexorUtils vexorcfg)
+packages=$(realpath -ms -- "${2-$root/build/packages}")
+mkdir -p "$packages"
+
+# Copies what git tracks or would track, or all but the builds where there is no git.
+copy_sources() {
+  local copy=$1 file
+  mkdir -p "$copy"
+  (
+    cd "$root"
+    git ls-files -z --cached --others --exclude-standard 2>/dev/null ||
+      find . -path ./build -prune -o -type f -print0
+  ) | while IFS= read -rd '' file; do
+    if [[ -e $root/$file ]]; then  # git lists what was removed, too
+      printf '%s\0' "$file"
+    fi
+  done | tar -C "$root" --null -T - -cf - | tar -C "$copy" -xf -
+}
+
+make_debian_packages() {
+  local copy=$packages/source git_folder
+  rm -rf "$copy" "$packages"/*.deb
+  copy_sources "$copy"
+  # The build asks git for the revision, of which the copy knows nothing.
+  if git_folder=$(git -C "$root" rev-parse --absolute-git-dir 2>/dev/null); then
+    export GIT_DIR=$git_folder
+  fi
+  use_ccache
+  cd "$copy"
+  run_quietly package-debian dpkg-buildpackage --build=binary --no-sign
+  cd "$root"
+  rm -rf "$copy" "$packages"/*.{buildinfo,changes}
+  ls "$packages"/*.deb
+}
+
+make_windows_archive() {
+  "$root/scripts/setup.sh" install windows
   "$root/scripts/build-windows-deps.sh"
+  build_preset windows --target VexorUtils vexorcfg
+  rm -f "$packages"/*.zip
+  run_quietly package-windows cpack --config build/windows/CPackConfig.cmake -B "$packages"
+  rm -r "$packages/_CPack_Packages"
+  ls "$packages"/*.zip
+}
+
+if [[ $kind == debian ]]; then
+  "$root/scripts/setup.sh" install
+  make_debian_packages
+else
+  make_windows_archive
 fi
-build_preset "$preset" --target "${targets[@]}"
-rm -f build/packages/*".$kind"
-run_quietly "package-$kind" cpack --config "build/$preset/CPackConfig.cmake" -B build/packages
-rm -r build/packages/_CPack_Packages
-ls build/packages/*".$kind"

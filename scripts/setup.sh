@@ -28,7 +28,7 @@ declare -A packages_of=(
   [coverage]="gcovr"
   [docs]="doxygen"
   [bench]="libbenchmark-dev libabsl-dev libfmt-dev libspdlog-dev libboost-dev"
-  [install]="pkgconf dpkg-dev"
+  [install]="pkgconf dpkg-dev debhelper lintian"
 )
 packages=()
 for group in build "$@"; do

@@ -5,8 +5,11 @@
 # and runs the program of a user (tests/install) against each, found as a CMake package and with
 # pkg-config. A program for another C++ runtime must not find it. The static library is built as a
 # part of the user's project. With "windows" all this is done with the cross-built library, and the
-# program runs under Wine. The package that scripts/package.sh makes is unpacked, and its tool has to
-# run.
+# program runs under Wine.
+#
+# What scripts/package.sh makes is unpacked, and its tool has to run. The Debian packages are used
+# like an installation, too; lintian has to accept them, their programs have to be hardened, and a
+# build in another folder has to give the same bytes.
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 check_arguments 1 "$@"
@@ -33,7 +36,7 @@ if [[ ${1-} == windows ]]; then
   scripts/wine.sh --start
 else
   preset=run suffix='' library=libVexorUtils.so
-  compiler=(c++ "-Wl,-rpath,$prefix/shared/lib")
+  compiler=(c++)
   toolchain=()
   dependencies=$(pkgconf --variable=pc_path pkg-config)
   launch=()
@@ -85,48 +88,98 @@ install_moved() {
   mv "$work/elsewhere" "$work/$kind"
 }
 
-package=$(scripts/package.sh "$@")
-install_moved "build/$preset" shared
-rm -rf "$work/package"
-mkdir "$work/package"
-if [[ $package == *.deb ]]; then
-  dpkg-deb -x "$package" "$work/package"
+# Fails unless the program or library of a package is hardened and names no folder of its build.
+check_binary() {
+  local file=$1 symbols facts fact
+  symbols=$(readelf -W --dyn-syms "$file")
+  facts=$(readelf -Wdlh "$file")
+  for fact in 'BIND_NOW' 'GNU_RELRO' 'Type: *DYN'; do
+    grep -q "$fact" <<<"$facts" || fail "$file is not hardened: no $fact"
+  done
+  for fact in '__stack_chk_fail' '__[a-z]*printf_chk'; do
+    grep -q "$fact" <<<"$symbols" || fail "$file is not hardened: no $fact"
+  done
+  if [[ $(dpkg --print-architecture) == amd64 ]]; then
+    (($(objdump -d "$file" | grep -c endbr64) > 100)) || fail "$file is not hardened: no endbr64"
+  fi
+  ! grep -E 'R(UN)?PATH' <<<"$facts" || fail "$file searches for libraries in a folder of its own"
+  ! grep -qF "$root" "$file" || fail "$file holds the path of its build"
+}
+
+# Builds the Debian packages in two folders, compares and examines them, and unpacks them.
+check_debian_packages() {
+  local package file other=$root/build/another-folder/packages
+  scripts/package.sh debian >/dev/null
+  scripts/package.sh debian "$other" >/dev/null
+  for package in build/packages/*.deb; do
+    cmp "$package" "$other/${package##*/}" || fail "$package differs from folder to folder"
+    [[ $package == *-dbgsym_* ]] || dpkg-deb -x "$package" "$work/debian"
+  done
+  rm -r "${other%/*}"
+  lintian --allow-root --fail-on error,warning build/packages/*.deb >&2
+  check_binary "$work/debian/usr/bin/vexorcfg"
+  check_binary "$work/debian/usr/lib/$multiarch/libVexorUtils.so.3"
+  for file in changelog.gz copyright options.md.gz examples/lab.xml; do
+    [[ -e $work/debian/usr/share/doc/vexorutils-tools/$file ]] || fail "vexorutils-tools lacks $file"
+  done
+}
+
+rm -rf "${work:?}/debian" "$work/package"
+mkdir -p "$work/debian" "$work/package"
+kinds=(shared static)
+if [[ ${1-} == windows ]]; then
+  package=$(scripts/package.sh windows)
+  (cd "$work/package" && cmake -E tar xf "$package")
+  installed=("$work/shared" "$work"/package/*)
 else
-  (cd "$work/package" && cmake -E tar xf "$root/$package")
+  multiarch=$(dpkg-architecture -qDEB_HOST_MULTIARCH)
+  check_debian_packages
+  kinds+=(debian)
+  installed=("$work/shared" "$work/debian/usr")
+  export LD_LIBRARY_PATH=$prefix/debian/usr/lib/$multiarch  # of a system that has the packages
 fi
-for folder in "$work/shared" "$work"/package/*; do
+install_moved "build/$preset" shared
+for folder in "${installed[@]}"; do
   program=$folder/bin/vexorcfg$suffix
   echo "== $program" >&2
   output=$(launch "$program" --version)
   [[ $output == "vexorcfg $version" ]] || fail "$program --version printed '$output'"
-  launch "$program" check "$folder/share/doc/vexorutils/examples/lab.xml" >/dev/null ||
+  launch "$program" check "$folder"/share/doc/vexorutils*/examples/lab.xml >/dev/null ||
     fail "$program refuses the example beside it"
 done
+unset LD_LIBRARY_PATH
 
 build_user subproject -DUSE=subproject -DVEXOR_SOURCES="$root" -DVEXOR_INSTALL=ON
 run_user static "$work/subproject/user$suffix"
 install_moved "$work/subproject" static
 [[ ! -e $work/static/bin ]] || fail "$work/static/bin: a part of another project builds no tools"
 
-for kind in shared static; do
+for kind in "${kinds[@]}"; do
   # Who uses the shared library needs nothing else.
-  options=() flags=() path=$prefix/$kind/lib/pkgconfig
-  if [[ $kind == shared ]]; then
-    options=(-DCMAKE_DISABLE_FIND_PACKAGE_tinyxml2=ON)
-  else
-    flags=(--static)
+  options=(-DCMAKE_DISABLE_FIND_PACKAGE_tinyxml2=ON) flags=() linked=shared
+  libraries=$prefix/$kind/lib
+  if [[ $kind == debian ]]; then
+    libraries=$prefix/debian/usr/lib/$multiarch
+  fi
+  path=$libraries/pkgconfig
+  rpath=("-Wl,-rpath,$libraries")
+  if [[ ${1-} == windows ]]; then
+    rpath=()
+  fi
+  if [[ $kind == static ]]; then
+    options=() flags=(--static) linked=static
     path+=:$dependencies
   fi
   build_user "package-$kind" -DUSE=package "${options[@]}" \
-    -DVexorUtils_DIR="$prefix/$kind/lib/cmake/VexorUtils"
-  run_user "$kind" "$work/package-$kind/user$suffix"
+    -DVexorUtils_DIR="$libraries/cmake/VexorUtils"
+  run_user "$linked" "$work/package-$kind/user$suffix"
 
   words=$(PKG_CONFIG_LIBDIR=$path pkgconf "${flags[@]}" --cflags --libs 'VexorUtils >= 3.21')
   read -ra words <<<"$words"
   mkdir -p "$work/pkgconfig-$kind"
   run_quietly "install-pkgconfig-$kind" "${compiler[@]}" -std=c++20 tests/install/main.cpp \
-    -o "$work/pkgconfig-$kind/user$suffix" "${words[@]}"
-  run_user "$kind" "$work/pkgconfig-$kind/user$suffix"
+    -o "$work/pkgconfig-$kind/user$suffix" "${words[@]}" "${rpath[@]}"
+  run_user "$linked" "$work/pkgconfig-$kind/user$suffix"
 done
 
 # Another runtime: gcc's former ABI, or the native compiler with the library for Windows.
