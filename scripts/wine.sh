@@ -14,6 +14,7 @@ fi
 
 unset DISPLAY WAYLAND_DISPLAY
 export WINEPREFIX=$root/build/wine WINEARCH=win64 WINEDEBUG=${WINEDEBUG:--all}
+export LC_ALL=C.UTF-8  # for names of files outside ASCII
 # No offers to install Mono or Gecko, no menu entries.
 export WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe="
 

@@ -1,7 +1,7 @@
 // Runs the tool as a user runs it: each file in "sessions" is what a person types, and what the
 // tool answers.
 //
-//   @ a.xml               a file, the lines that follow
+//   @ a.xml               a file, and its folder, of the lines that follow
 //   <VEXOR/>
 //   $ vexorcfg check a.xml
 //   a.xml: ...            what is printed, on standard output and standard error
@@ -125,7 +125,10 @@ TEST_P(Session, AnswersAsWritten) {
   while (std::getline(session, line)) {
     if (line.starts_with("@ ")) {
       file.close();
-      file.open(line.substr(2), std::ios::binary);
+      const std::string name = line.substr(2);
+      const std::size_t folder = name.rfind('/');
+      if (folder != std::string::npos) fs::create_directories(name.substr(0, folder));
+      file.open(name, std::ios::binary);
     } else if (line.starts_with("$ ")) {
       file.close();
       command = line.substr(2);

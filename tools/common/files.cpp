@@ -40,9 +40,17 @@ void ReadAll(std::FILE* file, Input& input) {
 
 }  // namespace
 
+std::filesystem::path PathOf(std::string_view name) {
+  return std::u8string(name.begin(), name.end());
+}
+
 FileKind KindOf(const std::string& path) {
+  // Some runtimes find no folder with a separator at its end.
+  const std::size_t last = path.find_last_not_of(kSeparators);
+  const bool is_root = last == std::string::npos || path[last] == ':';
+  const std::string name = is_root ? path : path.substr(0, last + 1);
   struct stat found = {};
-  if (stat(path.c_str(), &found) != 0) return FileKind::kNone;
+  if (stat(name.c_str(), &found) != 0) return FileKind::kNone;
   const auto type = found.st_mode & S_IFMT;
   if (type == S_IFDIR) return FileKind::kFolder;
   return type == S_IFREG ? FileKind::kFile : FileKind::kDevice;
@@ -52,7 +60,7 @@ bool AreOneFile(const std::string& a, const std::string& b) {
   if (a == b) return true;
   try {
     std::error_code ignored;
-    return std::filesystem::equivalent(a, b, ignored);
+    return std::filesystem::equivalent(PathOf(a), PathOf(b), ignored);
   } catch (const std::system_error&) {
     return false;  // a name that the system's characters cannot spell
   }

@@ -2,12 +2,20 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <string>
 #include <string_view>
 
 #include "common/status.h"
 
 namespace tools {
+
+inline constexpr bool kIsWindows = std::filesystem::path::preferred_separator == '\\';
+inline constexpr std::string_view kSeparators = kIsWindows ? "/\\" : "/";
+
+// Returns the path of a name as the command line gives it: in UTF-8 on Windows, in the system's own
+// bytes elsewhere. Throws std::system_error for a name that is not UTF-8, on Windows.
+std::filesystem::path PathOf(std::string_view name);
 
 struct Input {
   std::string name;  // as messages call it

@@ -69,8 +69,8 @@ void PrintCommand(const CLI::App& command) {
 Status PrintManual(const CLI::App& app) {
   std::string upper(kProgram.name);
   std::ranges::transform(upper, upper.begin(), [](char c) { return c >= 'a' ? c - 'a' + 'A' : c; });
-  std::cout << ".TH " << upper << " 1 \"" << kReleaseDate << "\" \"VexorUtils " << vexor::GetVersionText()
-            << "\" \"User Commands\"\n"
+  std::cout << ".TH " << upper << " 1 \"" << kReleaseDate << "\" \"VexorUtils "
+            << vexor::GetVersionText() << "\" \"User Commands\"\n"
             << ".SH NAME\n"
             << kProgram.name << " \\- " << kProgram.title << '\n'
             << ".SH SYNOPSIS\n.B " << kProgram.name << "\n.I COMMAND\n[OPTION]... [ARGUMENT]...\n"

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "common/terminal.h"
 #include "vexor/util/version.h"
 
 namespace tools {
@@ -74,6 +75,7 @@ void AddPrinter(CLI::App& app, Status& status, const char* name, const char* abo
 
 int RunProgram(CLI::App& app, const Status& status, int argc, char** argv) {
   const std::string name(kProgram.name);
+  ShowUtf8();
   try {
     const int result = Run(app, status, {argv + 1, argv + argc});
     if (std::cout.flush()) return result;

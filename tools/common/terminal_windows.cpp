@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <cstdio>
+#include <cstdlib>
 
 #include "common/terminal.h"
 
@@ -13,6 +14,13 @@ bool OutputShowsColours() {
   DWORD mode = 0;
   return GetConsoleMode(output, &mode) != 0 &&
          SetConsoleMode(output, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0;
+}
+
+void ShowUtf8() {
+  static const UINT former = GetConsoleOutputCP();  // 0 without a console
+  if (former == 0 || former == CP_UTF8) return;
+  SetConsoleOutputCP(CP_UTF8);
+  std::atexit([] { SetConsoleOutputCP(former); });
 }
 
 void UseBinaryInput() { static_cast<void>(_setmode(_fileno(stdin), _O_BINARY)); }

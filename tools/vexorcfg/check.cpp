@@ -5,6 +5,7 @@
 
 #include "commands.h"
 #include "common/files.h"
+#include "common/find_files.h"
 #include "common/terminal.h"
 #include "common/text_output.h"
 #include "findings.h"
@@ -37,9 +38,11 @@ class Report {
   explicit Report(const CheckArguments& arguments)
       : arguments_(arguments), colours_(!arguments.json && UsesColours()) {}
 
-  void Add(const std::string& file) {
-    const Input input = ReadInput(file);
-    OpenFile(input, file);
+  void Add(const FoundFile& file) {
+    const Input input =
+        file.failure.empty() ? ReadInput(file.path) : Input{NameFile(file.path), "", file.failure};
+    ++files_;
+    OpenFile(input, file.path);
     if (!input.failure.empty()) {
       ++unread_;
       if (!arguments_.json) Refuse(input.name, input.failure);
@@ -121,15 +124,15 @@ class Report {
   }
 
   void PrintVerdict() const {
-    const std::size_t files = arguments_.files.size();
-    std::cout << (files == 1 ? last_file_ : Count(files, "file")) << ": " << MakeVerdict() << '\n';
+    std::cout << (files_ == 1 ? last_file_ : Count(files_, "file")) << ": " << MakeVerdict()
+              << '\n';
   }
 
   [[nodiscard]] std::string MakeVerdict() const {
     const std::size_t errors = CountOf(Severity::kError);
     const std::size_t warnings = CountOf(Severity::kWarning);
     const std::size_t notes = CountOf(Severity::kNote);
-    if (unread_ == arguments_.files.size()) return "not checked";
+    if (unread_ == files_) return "not checked";
     std::string verdict;
     const auto add = [&verdict](const std::string& part) {
       verdict.append(verdict.empty() ? "" : ", ").append(part);
@@ -161,6 +164,7 @@ class Report {
   std::string last_file_;
   std::string json_;
   std::array<std::size_t, 3> counts_{};
+  std::size_t files_ = 0;
   std::size_t unread_ = 0;
 };
 
@@ -168,7 +172,9 @@ class Report {
 
 Status Check(const CheckArguments& arguments) {
   Report report(arguments);
-  for (const std::string& file : arguments.files) report.Add(file);
+  for (const std::string& argument : arguments.files) {
+    for (const FoundFile& file : FindFiles(argument, ".xml")) report.Add(file);
+  }
   return report.Finish();
 }
 

@@ -35,9 +35,14 @@ constexpr const char* kCheckExamples =
     "An error is not read, or not as it was meant; a warning is, but is written in an older form\n"
     "or has no effect. The last line is the verdict.\n"
     "\n"
+    "Of a folder, every *.xml file in it and below it is checked, but for hidden folders and "
+    "links\n"
+    "to folders. Wildcards (* and ?) that the shell did not expand are expanded here.\n"
+    "\n"
     "Examples:\n"
     "  vexorcfg check lab.xml\n"
     "  vexorcfg check --strict *.xml      for a gate: warnings fail, too\n"
+    "  vexorcfg check configurations      every file in a folder and below it\n"
     "  vexorcfg check --json - <lab.xml   for a program\n"
     "\n"
     "Exit status: 0 no faults, 1 warnings, 2 errors, 3 a file could not be read.";
@@ -119,7 +124,9 @@ void AddCheck(CLI::App& app, Status& status) {
   const auto [command, arguments] = AddCommand<CheckArguments>(
       app, status, "check", "Tell every mistake in configuration files, with its line.",
       kCheckExamples, Check);
-  command->add_option("FILE", arguments->files, "Configuration files; - is standard input")
+  command
+      ->add_option("FILE", arguments->files,
+                   "Configuration files, or folders of them; - is standard input")
       ->required();
   command->add_flag("--strict", arguments->strict, "Count warnings as errors");
   command->add_flag("--notes", arguments->notes,
