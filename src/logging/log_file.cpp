@@ -11,6 +11,7 @@
 #include "logging/csv_row.h"
 #include "logging/log_names.h"
 #include "logging/log_series.h"
+#include "logging/suite_header.h"
 #include "logging/version_note.h"
 #include "platform/platform.h"
 #include "vexor/util/clock.h"
@@ -20,12 +21,6 @@ namespace {
 using vexor::Aftermath;
 using vexor::CsvCell;
 using vexor::OpenMode;
-
-// The blank before "Level" is part of the text that the programs behind the logs know.
-constexpr std::string_view kDefaultHeader =
-    "Time,TestType,Iter,Affinity,Scope,Result,FailCount,Request,Status,Notes,freq(MHz),ClkMod,"
-    "PC2,PC2%,PC3,PC3%,PC6,PC6%,PC7,PC7%,PC8,PC8%,PC9,PC9%,PC10,PC10%,MC6,MC6%,C1,C1%,C3,C3%,"
-    "C6,C6%,C7,C7%,GT-RC6,GT-RC6%,GT-BW,GT-BW%,GT-SR,GT-SR%,ClipCause, Level";
 
 // The text of a cell: a row has one line end, its own.
 std::string_view WithoutLineEnd(std::string_view text) {
@@ -218,7 +213,7 @@ bool VexorLogging::IsLoggingLocked() const { return impl_->locked.load(std::memo
 
 // ---- Opening and closing.
 
-VexorLogging::VexorLogging() : VexorLogging(kDefaultHeader) {}
+VexorLogging::VexorLogging() : VexorLogging(vexor::kSuiteHeader) {}
 
 VexorLogging::VexorLogging(std::string_view header_line) : impl_(std::make_unique<Impl>(*this)) {
   UpdateHeaderLine(header_line);

@@ -129,6 +129,31 @@ class File {
   FileHandle handle_ = kNoFile;
 };
 
+// Files that are read while others write, rename or remove them. The handles are closed with
+// CloseReadFile.
+
+struct FileIdentity {
+  std::uint64_t device = 0;
+  std::uint64_t file = 0;
+  std::uint64_t size = 0;
+  bool regular = false;  // no folder, pipe or device
+
+  [[nodiscard]] bool IsSameFile(const FileIdentity& other) const {
+    return device == other.device && file == other.file;
+  }
+};
+
+std::error_code OpenReadFile(const std::string& path, FileHandle& handle);
+
+// Reads on from where the last call stopped. A count of 0 without an error is the end of the data.
+std::error_code ReadFileBytes(FileHandle handle, char* bytes, std::size_t size, std::size_t& count);
+
+// Only regular files can be read from somewhere else.
+std::error_code SeekReadFile(FileHandle handle, std::uint64_t offset);
+
+std::error_code IdentifyFile(FileHandle handle, FileIdentity& identity);
+void CloseReadFile(FileHandle handle);
+
 // Pieces of ReplaceFileContent that differ between systems.
 
 struct ReplaceTarget {

@@ -150,6 +150,44 @@ std::vector<std::string> ListFiles(const std::string& folder) {
   return names;
 }
 
+std::error_code OpenReadFile(const std::string& path, FileHandle& handle) {
+  int descriptor = -1;
+  do {
+    descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY);
+  } while (descriptor < 0 && errno == EINTR);
+  if (descriptor < 0) return LastError();
+  handle = descriptor;
+  return {};
+}
+
+std::error_code ReadFileBytes(FileHandle handle, char* bytes, std::size_t size,
+                              std::size_t& count) {
+  ssize_t got = -1;
+  do {
+    got = read(Descriptor(handle), bytes, size);
+  } while (got < 0 && errno == EINTR);
+  if (got < 0) return LastError();
+  count = static_cast<std::size_t>(got);
+  return {};
+}
+
+std::error_code SeekReadFile(FileHandle handle, std::uint64_t offset) {
+  return lseek(Descriptor(handle), static_cast<off_t>(offset), SEEK_SET) < 0 ? LastError()
+                                                                             : std::error_code();
+}
+
+std::error_code IdentifyFile(FileHandle handle, FileIdentity& identity) {
+  struct stat found = {};
+  if (fstat(Descriptor(handle), &found) < 0) return LastError();
+  identity = {.device = static_cast<std::uint64_t>(found.st_dev),
+              .file = static_cast<std::uint64_t>(found.st_ino),
+              .size = static_cast<std::uint64_t>(found.st_size),
+              .regular = S_ISREG(found.st_mode)};
+  return {};
+}
+
+void CloseReadFile(FileHandle handle) { CloseFile(handle); }
+
 ReplaceTarget ResolveReplaceTarget(const std::string& path) {
   ReplaceTarget target = {.path = path, .in_place = false, .refused = {}};
   struct stat found = {};

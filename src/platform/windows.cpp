@@ -166,6 +166,54 @@ std::vector<std::string> ListFiles(const std::string& folder) {
   return names;
 }
 
+// The writer may rename and remove the file meanwhile.
+std::error_code OpenReadFile(const std::string& path, FileHandle& handle) {
+  const DWORD attributes = GetFileAttributesA(path.c_str());
+  if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+    return std::make_error_code(std::errc::is_a_directory);
+  }
+  const HANDLE opened = CreateFileA(path.c_str(), GENERIC_READ, kSharing | FILE_SHARE_DELETE,
+                                    nullptr, OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr);
+  if (opened == INVALID_HANDLE_VALUE) return LastError();
+  handle = reinterpret_cast<FileHandle>(opened);
+  return {};
+}
+
+std::error_code ReadFileBytes(FileHandle handle, char* bytes, std::size_t size,
+                              std::size_t& count) {
+  const std::size_t most = std::numeric_limits<DWORD>::max();
+  DWORD got = 0;
+  const BOOL succeeded =
+      ::ReadFile(Native(handle), bytes, static_cast<DWORD>(std::min(size, most)), &got, nullptr);
+  count = got;
+  if (succeeded != 0) return {};
+  const DWORD error = GetLastError();
+  const bool at_end = error == ERROR_HANDLE_EOF || error == ERROR_BROKEN_PIPE;
+  return at_end ? std::error_code()
+                : std::error_code(static_cast<int>(error), std::system_category());
+}
+
+std::error_code SeekReadFile(FileHandle handle, std::uint64_t offset) {
+  LARGE_INTEGER position = {};
+  position.QuadPart = static_cast<LONGLONG>(offset);
+  return ErrorUnless(SetFilePointerEx(Native(handle), position, nullptr, FILE_BEGIN));
+}
+
+std::error_code IdentifyFile(FileHandle handle, FileIdentity& identity) {
+  identity = {};
+  if (GetFileType(Native(handle)) != FILE_TYPE_DISK) return {};
+  BY_HANDLE_FILE_INFORMATION found = {};
+  if (GetFileInformationByHandle(Native(handle), &found) == 0) return LastError();
+  const auto join = [](DWORD high, DWORD low) { return std::uint64_t{high} << 32U | low; };
+  identity = {.device = found.dwVolumeSerialNumber,
+              .file = join(found.nFileIndexHigh, found.nFileIndexLow),
+              .size = join(found.nFileSizeHigh, found.nFileSizeLow),
+              .regular = true};
+  return {};
+}
+
+void CloseReadFile(FileHandle handle) { CloseFile(handle); }
+
 ReplaceTarget ResolveReplaceTarget(const std::string& path) {
   return {.path = path, .in_place = false, .refused = {}};
 }

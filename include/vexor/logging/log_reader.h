@@ -237,7 +237,8 @@ class VEXOR_EXPORT LogReader {
   [[nodiscard]] std::uint64_t Offset() const;
 
  private:
-  std::unique_ptr<LogRow::Parts> parts_;
+  struct Impl;
+  std::unique_ptr<Impl> impl_;
 };
 
 }  // namespace vexor

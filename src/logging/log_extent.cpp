@@ -1,0 +1,327 @@
+#include "logging/log_extent.h"
+
+#include <algorithm>
+
+#include "logging/log_scan.h"
+#include "logging/log_time.h"
+
+namespace vexor {
+
+namespace {
+
+constexpr std::size_t kNulBlock = 8;
+
+// "\r\r\n" is the line end of what was torn between the two bytes of one and then ended.
+constexpr std::size_t kMostReturns = 2;
+
+std::size_t CountReturns(std::string_view bytes) {
+  std::size_t count = 0;
+  while (count < std::min(bytes.size(), kMostReturns) && bytes[count] == '\r') ++count;
+  return count;
+}
+
+// Where the text of a line ends whose line feed is at this place.
+std::size_t FindTextEnd(std::string_view bytes, std::size_t line_feed) {
+  std::size_t end = line_feed;
+  while (end > 0 && line_feed - end < kMostReturns && bytes[end - 1] == '\r') --end;
+  return end;
+}
+
+Extent EndWithLine(std::string_view bytes, std::size_t line_feed) {
+  Extent extent;
+  extent.size = line_feed + 1;
+  extent.text = FindTextEnd(bytes, line_feed);
+  extent.returns = extent.text < line_feed;
+  extent.line_ends = 1;
+  return extent;
+}
+
+Extent CutOffAt(std::size_t place) {
+  Extent extent;
+  extent.size = place;
+  extent.text = place;
+  extent.cut_off = true;
+  return extent;
+}
+
+// Does not cut through a character.
+Extent CutAtLimit(std::string_view bytes, std::size_t limit) {
+  std::size_t place = limit;
+  for (int i = 0; i < 3 && (static_cast<unsigned char>(bytes[place]) & 0xC0U) == 0x80U; ++i) {
+    --place;
+  }
+  Extent extent;
+  extent.size = place;
+  extent.text = place;
+  extent.too_long = true;
+  return extent;
+}
+
+// One pass over a row. Where a quote is open at a line end, the row may have been cut off there:
+// the pass goes on as if it had not, but remembers the place to return to.
+class RowPass {
+ public:
+  RowPass(std::string_view bytes, const RowRules& rules, DataEnd end)
+      : bytes_(bytes),
+        rules_(rules),
+        end_(end),
+        begin_(bytes.data()),
+        bound_(begin_ + std::min(bytes.size(), rules.limit)) {}
+
+  Extent Measure();
+
+ private:
+  enum class Answer : std::uint8_t { kYes, kNo, kUnknown };
+
+  // A line end inside quotes, and what was known there.
+  struct Place {
+    std::size_t line_feed = 0;
+    std::size_t line_ends = 0;
+    std::size_t commas = 0;
+    bool is_set = false;
+  };
+
+  bool StepOutside();
+  bool StepInside();
+  bool CloseQuote();
+  bool NoteLineEnd();
+  bool MeetNuls();
+  void FinishLine();
+  void FinishAtNuls();
+  void FinishWithoutLine();
+  [[nodiscard]] Answer IsRowStart(std::string_view rest) const;
+  [[nodiscard]] bool IsComplete() const;
+  void Finish(Extent extent);
+  void ReturnTo(const Place& place);
+  [[nodiscard]] std::size_t At() const { return static_cast<std::size_t>(at_ - begin_); }
+
+  std::string_view bytes_;
+  const RowRules& rules_;
+  DataEnd end_;
+  const char* begin_;
+  const char* bound_;
+
+  const char* at_ = begin_;
+  bool inside_ = false;  // of quotes
+  bool quoted_ = false;
+  bool stray_quote_ = false;
+  std::size_t opened_ = 0;  // the last quote
+  std::size_t line_ends_ = 0;
+  Passed outside_;
+  Passed within_;
+  Place first_;      // the first line end inside quotes
+  Place other_row_;  // the first one with the start of a row behind it
+  Extent result_;
+};
+
+Extent RowPass::Measure() {
+  while (inside_ ? StepInside() : StepOutside()) {
+  }
+  return result_;
+}
+
+// The steps return whether to go on.
+
+bool RowPass::StepOutside() {
+  at_ = FindStop(at_, bound_, outside_);
+  if (at_ >= bound_) {
+    FinishWithoutLine();
+    return false;
+  }
+  if (*at_ == '\n') {
+    FinishLine();
+    return false;
+  }
+  if (*at_ == '\0') return MeetNuls();
+  inside_ = at_ == begin_ || at_[-1] == ',';
+  quoted_ = quoted_ || inside_;
+  if (inside_) opened_ = At();
+  ++at_;
+  return true;
+}
+
+bool RowPass::StepInside() {
+  at_ = FindStop(at_, bound_, within_);
+  if (at_ >= bound_) {
+    FinishWithoutLine();
+    return false;
+  }
+  if (*at_ == '\n') return NoteLineEnd();
+  return *at_ == '\0' ? MeetNuls() : CloseQuote();
+}
+
+bool RowPass::CloseQuote() {
+  const std::string_view rest = bytes_.substr(At() + 1);
+  if (end_ != DataEnd::kFinal && (rest.empty() || CouldBeLineEnd(rest))) return false;
+  if (rest.starts_with('"')) {
+    at_ += 2;
+    return true;
+  }
+  inside_ = false;
+  const bool ends_cell = rest.empty() || rest[0] == ',' || MeasureLineEnd(rest) > 0;
+  if (!ends_cell && first_.is_set) {
+    ReturnTo(other_row_.is_set ? other_row_ : first_);
+    return false;
+  }
+  stray_quote_ = stray_quote_ || !ends_cell;
+  ++at_;
+  return true;
+}
+
+bool RowPass::NoteLineEnd() {
+  ++line_ends_;
+  const Place here = {
+      .line_feed = At(), .line_ends = line_ends_, .commas = outside_.commas, .is_set = true};
+  if (stray_quote_ || opened_ < rules_.searched) {
+    ReturnTo(here);
+    return false;
+  }
+  ++at_;
+  if (!first_.is_set) first_ = here;
+  if (other_row_.is_set) return true;
+  const Answer answer = IsRowStart(bytes_.substr(At()));
+  if (answer == Answer::kYes) other_row_ = here;
+  return answer != Answer::kUnknown;
+}
+
+bool RowPass::MeetNuls() {
+  const NulRun run = JudgeNuls(bytes_, At(), end_);
+  at_ += run.size;
+  if (run.kind == NulRun::Kind::kBlock) FinishAtNuls();
+  return run.kind == NulRun::Kind::kText;
+}
+
+RowPass::Answer RowPass::IsRowStart(std::string_view rest) const {
+  constexpr std::string_view kTimedHeader = "Time,";
+  const std::size_t header = rules_.header.size();
+  const std::size_t needed = std::max(kStampSize, header) + kMostReturns + 1;
+  if (rest.size() < needed && end_ != DataEnd::kFinal) return Answer::kUnknown;
+  const bool is_row = rules_.timed && rest.size() > kStampSize && rest[kStampSize] == ',' &&
+                      StampReader().Read(rest) != kNoLogTime;
+  const bool is_same_header =
+      header > 0 && rest.starts_with(rules_.header) && MeasureLineEnd(rest.substr(header)) > 0;
+  return is_row || is_same_header || rest.starts_with(kTimedHeader) ? Answer::kYes : Answer::kNo;
+}
+
+// Whether the row that ends here, with line ends in it, can be one: without other evidence a row
+// that begins with a time stamp is, and else the width tells.
+bool RowPass::IsComplete() const {
+  if (inside_) return false;
+  if (rules_.timed && !other_row_.is_set) return true;
+  return outside_.commas + 1 >= rules_.columns;
+}
+
+void RowPass::FinishLine() {
+  if (first_.is_set && !IsComplete()) return ReturnTo(other_row_.is_set ? other_row_ : first_);
+  Finish(EndWithLine(bytes_, At()));
+}
+
+void RowPass::FinishAtNuls() {
+  if (other_row_.is_set) return ReturnTo(other_row_);
+  if (first_.is_set && !rules_.timed) return ReturnTo(first_);
+  Finish(CutOffAt(At()));
+}
+
+void RowPass::FinishWithoutLine() {
+  if (bytes_.size() > rules_.limit) {
+    if (first_.is_set) return ReturnTo(other_row_.is_set ? other_row_ : first_);
+    return Finish(CutAtLimit(bytes_, rules_.limit));
+  }
+  if (end_ == DataEnd::kFinal) {
+    if (first_.is_set && !IsComplete() && (other_row_.is_set || !rules_.timed)) {
+      return ReturnTo(other_row_.is_set ? other_row_ : first_);
+    }
+    return Finish(CutOffAt(bytes_.size()));
+  }
+  // Somebody waits for the rows behind one that was cut off; that the rest of a long text, with
+  // rows of a log in it, is still to come is the less likely case.
+  if (end_ == DataEnd::kPaused && other_row_.is_set &&
+      bytes_.find('\n', other_row_.line_feed + 1) != std::string_view::npos) {
+    ReturnTo(other_row_);
+  }
+}
+
+void RowPass::Finish(Extent extent) {
+  extent.line_ends += line_ends_;
+  extent.commas = outside_.commas;
+  extent.quoted = quoted_;
+  extent.beyond_ascii = outside_.beyond_ascii || within_.beyond_ascii;
+  extent.open_quote = inside_;
+  extent.stray_quote = stray_quote_;
+  result_ = extent;
+}
+
+void RowPass::ReturnTo(const Place& place) {
+  Finish(EndWithLine(bytes_, place.line_feed));
+  result_.line_ends = place.line_ends;
+  result_.commas = place.commas;
+  result_.cut_off = true;
+  result_.open_quote = true;
+  result_.searched = At();
+}
+
+}  // namespace
+
+std::size_t MeasureLineEnd(std::string_view bytes) {
+  const std::size_t returns = CountReturns(bytes);
+  return returns < bytes.size() && bytes[returns] == '\n' ? returns + 1 : 0;
+}
+
+bool CouldBeLineEnd(std::string_view bytes) {
+  return !bytes.empty() && CountReturns(bytes) == bytes.size();
+}
+
+NulRun JudgeNuls(std::string_view bytes, std::size_t at, DataEnd end) {
+  std::size_t size = 0;
+  while (size < kNulBlock && at + size < bytes.size() && bytes[at + size] == '\0') ++size;
+  const bool reaches_end = at + size == bytes.size();
+  if (size == kNulBlock || (reaches_end && end == DataEnd::kFinal)) {
+    return {.kind = NulRun::Kind::kBlock};
+  }
+  if (reaches_end) return {.kind = NulRun::Kind::kUnknown};
+  return {.kind = NulRun::Kind::kText, .size = size};
+}
+
+Extent MeasureLine(std::string_view bytes, std::size_t limit, DataEnd end) {
+  const char* const begin = bytes.data();
+  const char* const bound = begin + std::min(bytes.size(), limit);
+  const char* at = begin;
+  bool quoted = false;
+  Passed passed;
+  Extent extent;
+  while (true) {
+    at = FindStop(at, bound, passed);
+    const auto place = static_cast<std::size_t>(at - begin);
+    if (at >= bound) {
+      if (bytes.size() > limit) {
+        extent = CutAtLimit(bytes, limit);
+      } else if (end == DataEnd::kFinal) {
+        extent = CutOffAt(bytes.size());
+      }
+      break;
+    }
+    if (*at == '\n') {
+      extent = EndWithLine(bytes, place);
+      break;
+    }
+    if (*at == '\0') {
+      const NulRun run = JudgeNuls(bytes, place, end);
+      if (run.kind == NulRun::Kind::kBlock) extent = CutOffAt(place);
+      if (run.kind != NulRun::Kind::kText) break;
+      at += run.size;
+    } else {
+      quoted = true;
+      ++at;
+    }
+  }
+  extent.commas = passed.commas;
+  extent.quoted = quoted;
+  extent.beyond_ascii = passed.beyond_ascii;
+  return extent;
+}
+
+Extent MeasureRow(std::string_view bytes, const RowRules& rules, DataEnd end) {
+  return RowPass(bytes, rules, end).Measure();
+}
+
+}  // namespace vexor

@@ -1,0 +1,87 @@
+#include "logging/log_header.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "util/text.h"
+
+namespace vexor {
+
+namespace {
+
+constexpr std::size_t kMostBytes = 65536;
+constexpr std::size_t kMostColumns = 4096;
+constexpr std::string_view kTime = "Time";
+constexpr std::string_view kLevel = "Level";
+
+// As the writer finds the columns of its header. Quotes group, blanks around a name stay.
+std::vector<std::string> SplitNames(std::string_view line) {
+  std::vector<std::string> names(1);
+  bool quoted = false;
+  for (const char c : line) {
+    if (c == '"') {
+      quoted = !quoted;
+    } else if (c == ',' && !quoted) {
+      names.emplace_back();
+    } else {
+      names.back() += c;
+    }
+  }
+  return names;
+}
+
+bool IsNumber(std::string_view text) {
+  return text.find_first_not_of("0123456789+-.") == std::string_view::npos;
+}
+
+bool AreDifferent(std::vector<std::string_view> names) {
+  std::sort(names.begin(), names.end());
+  return std::adjacent_find(names.begin(), names.end()) == names.end();
+}
+
+bool IsPlainName(std::string_view name) {
+  const std::string_view trimmed = TrimSpace(name);
+  return !IsNumber(trimmed) && (trimmed == name || trimmed == kLevel);
+}
+
+}  // namespace
+
+bool LogHeader::IsHeader(std::string_view line, bool is_first) {
+  if (line.size() > kMostBytes || (!is_first && line.find(kTime) == std::string_view::npos)) {
+    return false;
+  }
+  const auto commas = static_cast<std::size_t>(std::count(line.begin(), line.end(), ','));
+  if (commas == 0 || commas >= kMostColumns) return false;
+  if (line.find_first_of({"\0\n", 2}) != std::string_view::npos) return false;
+  const std::vector<std::string> names = SplitNames(line);
+  std::vector<std::string_view> trimmed;
+  for (const std::string& name : names) trimmed.push_back(TrimSpace(name));
+  const auto find = [&](std::string_view name) {
+    return std::find(trimmed.begin(), trimmed.end(), name) != trimmed.end();
+  };
+  if (names.size() < 2 || find("") || !AreDifferent(trimmed)) return false;
+  return find(kTime) || (is_first && std::all_of(names.begin(), names.end(), IsPlainName));
+}
+
+void LogHeader::Take(std::string_view line) {
+  line_ = line;
+  names_.clear();
+  columns_.clear();
+  if (!line.empty()) names_ = SplitNames(line);
+  for (const std::string& name : names_) columns_.push_back(TrimSpace(name));
+  for (const auto& [column, name] : {std::pair(&time, kTime),
+                                     {&test, "TestType"},
+                                     {&level, kLevel},
+                                     {&result, "Result"},
+                                     {&status, "Status"},
+                                     {&notes, "Notes"}}) {
+    *column = Find(name);
+  }
+}
+
+std::size_t LogHeader::Find(std::string_view name) const {
+  const auto found = std::find(columns_.begin(), columns_.end(), name);
+  return found == columns_.end() ? kNoColumn : static_cast<std::size_t>(found - columns_.begin());
+}
+
+}  // namespace vexor

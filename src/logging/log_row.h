@@ -1,0 +1,39 @@
+// The current row of a reader.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "logging/log_cells.h"
+#include "logging/log_header.h"
+#include "vexor/logging/log_reader.h"
+
+namespace vexor {
+
+struct LogRow::Parts {
+  LogRowKind kind = LogRowKind::kText;
+  std::uint32_t damages = 0;  // a bit for each `LogDamage`
+  std::uint64_t line = 0;
+  std::uint64_t offset = 0;
+  std::uint64_t size = 0;
+  std::string_view text;
+  LogCells cells;
+  LogTime time = kNoLogTime;
+  bool has_time = false;  // `time` is known
+
+  LogHeader header;
+  std::uint32_t header_number = 0;
+
+  // The test of the row that was last asked for.
+  std::string test_name;
+  VEXOR_PM_TEST_ID test = PM_TEST_MAX;
+
+  void Mark(LogDamage damage, bool is_so = true) {
+    if (is_so) damages |= 1U << static_cast<unsigned>(damage);
+  }
+  std::string_view At(std::size_t column);
+};
+
+}  // namespace vexor
