@@ -4,43 +4,78 @@
 
 namespace vexor {
 
-void LogCells::Start(std::string_view text, std::size_t width, bool quoted, bool returns) {
+void LogCells::Start(std::string_view text, std::size_t width, Quotes quotes, bool returns) {
   text_ = text;
   width_ = width;
-  quoted_ = quoted;
+  quotes_ = quotes;
   returns_ = returns;
   next_ = 0;
   commas_ = CommaSearch(text);
-  places_.clear();
+  located_ = 0;
   resolved_.clear();
 }
 
 std::size_t LogCells::Width() {
   if (width_ == kUnknownWidth) {
-    while (!IsDone()) LocateNext();
-    width_ = places_.size();
+    LocateUpTo(text_.size());  // there are no more cells than bytes, and one
+    width_ = located_;
   }
   return width_;
 }
 
 std::string_view LogCells::At(std::size_t position) {
-  while (places_.size() <= position && !IsDone()) LocateNext();
-  if (position >= places_.size()) return {};
+  if (located_ <= position) LocateUpTo(position);
+  if (position >= located_) return {};
   Place& place = places_[position];
-  if (place.as_quoted) place = {.text = Resolve(place.text)};
-  return place.text;
+  if (place.as_quoted) {
+    const std::string_view text = Resolve({place.text, place.size});
+    place = {.text = text.data(), .size = static_cast<std::uint32_t>(text.size())};
+  }
+  return {place.text, place.size};
 }
 
 std::string_view LogCells::Last() {
-  if (quoted_) return At(Width() - 1);
-  return text_.substr(text_.rfind(',') + 1);  // from 0 on when there is none
+  if (text_.size() >= kScanBlock && quotes_ != Quotes::kOpen) {
+    const std::size_t block = text_.size() - kScanBlock;
+    const std::uint32_t commas = FindInBlock(text_.data() + block, ',');
+    // A comma behind all quotes is outside of them.
+    if (commas > FindInBlock(text_.data() + block, '"')) {
+      return text_.substr(block + static_cast<std::size_t>(std::bit_width(commas)));
+    }
+  }
+  return At(Width() - 1);
 }
 
-void LogCells::LocateNext() {
-  if (quoted_ && next_ < text_.size() && text_[next_] == '"') return LocateQuoted();
-  const std::size_t comma = commas_.Next();
-  places_.push_back({.text = text_.substr(next_, comma - next_)});
-  next_ = comma + 1;
+void LogCells::Add(std::string_view text, bool as_quoted) {
+  if (located_ == places_.size()) places_.resize(2 * located_ + 64);
+  Place& place = places_[located_++];
+  place.text = text.data();
+  place.size = static_cast<std::uint32_t>(text.size());
+  place.as_quoted = as_quoted;
+}
+
+void LogCells::LocateUpTo(std::size_t position) {
+  while (located_ <= position && !IsDone()) {
+    if (IsQuoted(next_)) {
+      LocateQuoted();
+    } else {
+      LocatePlain(position);
+    }
+  }
+}
+
+// Goes on to a quoted cell. What it changes is in local variables, which the compiler can keep in
+// registers.
+void LogCells::LocatePlain(std::size_t position) {
+  CommaSearch commas = commas_;
+  std::size_t next = next_;
+  do {
+    const std::size_t comma = commas.Next();
+    Add(text_.substr(next, comma - next), false);
+    next = comma + 1;
+  } while (located_ <= position && next <= text_.size() && !IsQuoted(next));
+  next_ = next;
+  commas_ = commas;
 }
 
 void LogCells::LocateQuoted() {
@@ -56,9 +91,9 @@ void LogCells::LocateQuoted() {
   const std::string_view inner = text_.substr(next_ + 1, close - next_ - 1);
   const bool has_returns = returns_ && inner.find('\r') != std::string_view::npos;
   if (doubled || stray || has_returns) {
-    places_.push_back({.text = text_.substr(next_, end - next_), .as_quoted = true});
+    Add(text_.substr(next_, end - next_), true);
   } else {
-    places_.push_back({.text = inner});
+    Add(inner, false);
   }
   next_ = end + 1;
   commas_ = CommaSearch(text_, next_);

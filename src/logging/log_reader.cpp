@@ -9,7 +9,6 @@
 #include "logging/log_source.h"
 #include "logging/log_time.h"
 #include "logging/suite_header.h"
-#include "util/text.h"
 
 namespace vexor {
 
@@ -21,9 +20,9 @@ bool IsProperPrefix(std::string_view text, std::string_view of) {
   return text.size() < of.size() && of.starts_with(text);
 }
 
-bool IsLevelName(std::string_view text) {
-  constexpr auto kNone = static_cast<TRACE_LEVEL>(-1);
-  return ParseTraceLevelID(TrimBlanks(text), kNone) != kNone;
+LogCells::Quotes FindQuotes(const Extent& extent) {
+  if (!extent.quoted) return LogCells::Quotes::kNone;
+  return extent.open_quote ? LogCells::Quotes::kOpen : LogCells::Quotes::kClosed;
 }
 
 // Whether enough bytes are there to tell whether a row begins with a time stamp.
@@ -207,6 +206,7 @@ bool LogReader::Impl::TakeNuls(DataEnd end) {
   row.text = {};
   row.has_time = true;
   row.time = kNoLogTime;
+  row.has_level = false;
   Drop(line_end);
   if (line_end > 0) ++line_;
   mid_line_ = line_end == 0;
@@ -258,10 +258,11 @@ void LogReader::Impl::Judge(const Extent& extent, bool has_stamp) {
   const bool has_timed_header = row.header.BeginsWithTime();
   const bool is_raw = has_timed_header && !has_stamp;
   row.cells.Start(row.text, is_raw && extent.quoted ? LogCells::kUnknownWidth : extent.commas + 1,
-                  extent.quoted, extent.returns);
+                  FindQuotes(extent), extent.returns);
   row.kind = FindKind(extent, has_stamp);
   row.has_time = row.kind != LogRowKind::kRow || row.header.BeginsWithTime();
   if (row.kind != LogRowKind::kRow || !has_stamp) row.time = kNoLogTime;
+  row.has_level = false;
   row.Mark(LogDamage::kTooLong, extent.too_long);
   row.Mark(LogDamage::kNoStart, mid_line_ && row.kind == LogRowKind::kText);
   row.Mark(LogDamage::kNoUtf8, extent.beyond_ascii && !IsUtf8(row.text));
@@ -321,7 +322,7 @@ bool LogReader::Impl::IsCutHeader() const {
 }
 
 void LogReader::Impl::JudgeRow(const Extent& extent) {
-  const bool lacks_level = row.header.EndsWithLevel() && !IsLevelName(row.cells.Last());
+  const bool lacks_level = row.header.EndsWithLevel() && !row.Level();
   const bool is_cut_off = extent.cut_off || (lacks_level && !extent.too_long) ||
                           (row.header.BeginsWithTime() && row.time == kNoLogTime);
   row.Mark(LogDamage::kCutOff, is_cut_off);

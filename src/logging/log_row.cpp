@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <utility>
 
 #include "logging/log_time.h"
 #include "util/text.h"
@@ -31,6 +32,19 @@ LogResult FindResult(std::string_view text, bool is_status) {
   return LogResult::kNone;
 }
 
+std::optional<TRACE_LEVEL> FindLevel(std::string_view name) {
+  static const auto names = [] {
+    std::array<std::string_view, TRACE_DEBUG + 1> all;
+    for (std::size_t i = 0; i < all.size(); ++i) {
+      all[i] = GetTraceLevelName(static_cast<TRACE_LEVEL>(i), false);
+    }
+    return all;
+  }();
+  const auto found = std::find(names.begin(), names.end(), name);
+  if (found == names.end()) return std::nullopt;
+  return static_cast<TRACE_LEVEL>(found - names.begin());
+}
+
 VEXOR_PM_TEST_ID FindTest(std::string_view name) {
   static const auto names = [] {
     std::array<std::string, PM_TEST_END + 1> all;
@@ -55,6 +69,11 @@ std::string_view LogRow::Parts::At(std::size_t column) {
   const std::size_t width = cells.Width();
   if (width > columns && column >= header.level) column += width - columns;
   return column + 1 == width ? cells.Last() : cells.At(column);
+}
+
+std::optional<TRACE_LEVEL> LogRow::Parts::Level() {
+  if (!std::exchange(has_level, true)) level = FindLevel(TrimBlanks(At(header.level)));
+  return level;
 }
 
 LogRowKind LogRow::Kind() const { return parts_->kind; }
@@ -96,13 +115,7 @@ VEXOR_PM_TEST_ID LogRow::Test() const {
   return parts_->test;
 }
 
-std::optional<TRACE_LEVEL> LogRow::Level() const {
-  const std::string_view name = TrimBlanks(At(parts_->header.level));
-  for (const TRACE_LEVEL level : {TRACE_INFORMATION, TRACE_DEBUG, TRACE_CRITICAL, TRACE_NO_LOG}) {
-    if (name == GetTraceLevelName(level, false)) return level;
-  }
-  return std::nullopt;
-}
+std::optional<TRACE_LEVEL> LogRow::Level() const { return parts_->Level(); }
 
 LogResult LogRow::Result() const {
   const std::string_view text = TrimBlanks(At(parts_->header.result));

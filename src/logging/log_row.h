@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -22,6 +23,8 @@ struct LogRow::Parts {
   LogCells cells;
   LogTime time = kNoLogTime;
   bool has_time = false;  // `time` is known
+  std::optional<TRACE_LEVEL> level;
+  bool has_level = false;  // `level` is known
 
   LogHeader header;
   std::uint32_t header_number = 0;
@@ -34,6 +37,7 @@ struct LogRow::Parts {
     if (is_so) damages |= 1U << static_cast<unsigned>(damage);
   }
   std::string_view At(std::size_t column);
+  std::optional<TRACE_LEVEL> Level();
 };
 
 }  // namespace vexor
