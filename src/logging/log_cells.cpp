@@ -47,7 +47,7 @@ std::string_view LogCells::Last() {
 }
 
 void LogCells::Add(std::string_view text, bool as_quoted) {
-  if (located_ == places_.size()) places_.resize(2 * located_ + 64);
+  if (located_ == places_.size()) places_.resize(std::max(width_, 2 * located_ + 1));
   Place& place = places_[located_++];
   place.text = text.data();
   place.size = static_cast<std::uint32_t>(text.size());

@@ -14,18 +14,29 @@ constexpr std::size_t kMostColumns = 4096;
 constexpr std::string_view kTime = "Time";
 constexpr std::string_view kLevel = "Level";
 
-// As the writer finds the columns of its header. Quotes group, blanks around a name stay.
-std::vector<std::string> SplitNames(std::string_view line) {
-  std::vector<std::string> names(1);
+// As the writer finds the columns of its header: quotes group and are dropped. The names have their
+// blanks; they are parts of `storage`.
+std::vector<std::string_view> SplitNames(std::string_view line, std::string& storage) {
+  storage.clear();
+  storage.reserve(line.size());
+  std::vector<std::size_t> ends;
   bool quoted = false;
   for (const char c : line) {
     if (c == '"') {
       quoted = !quoted;
     } else if (c == ',' && !quoted) {
-      names.emplace_back();
+      ends.push_back(storage.size());
     } else {
-      names.back() += c;
+      storage += c;
     }
+  }
+  ends.push_back(storage.size());
+  std::vector<std::string_view> names;
+  names.reserve(ends.size());
+  std::size_t begin = 0;
+  for (const std::size_t end : ends) {
+    names.push_back(std::string_view(storage).substr(begin, end - begin));
+    begin = end;
   }
   return names;
 }
@@ -53,9 +64,10 @@ bool LogHeader::IsHeader(std::string_view line, bool is_first) {
   const auto commas = static_cast<std::size_t>(std::count(line.begin(), line.end(), ','));
   if (commas == 0 || commas >= kMostColumns) return false;
   if (line.find_first_of({"\0\n", 2}) != std::string_view::npos) return false;
-  const std::vector<std::string> names = SplitNames(line);
-  std::vector<std::string_view> trimmed;
-  for (const std::string& name : names) trimmed.push_back(TrimSpace(name));
+  std::string storage;
+  const std::vector<std::string_view> names = SplitNames(line, storage);
+  std::vector<std::string_view> trimmed(names.size());
+  std::transform(names.begin(), names.end(), trimmed.begin(), TrimSpace);
   const auto find = [&](std::string_view name) {
     return std::find(trimmed.begin(), trimmed.end(), name) != trimmed.end();
   };
@@ -65,10 +77,9 @@ bool LogHeader::IsHeader(std::string_view line, bool is_first) {
 
 void LogHeader::Take(std::string_view line) {
   line_ = line;
-  names_.clear();
   columns_.clear();
-  if (!line.empty()) names_ = SplitNames(line);
-  for (const std::string& name : names_) columns_.push_back(TrimSpace(name));
+  if (!line.empty()) columns_ = SplitNames(line, names_);
+  std::transform(columns_.begin(), columns_.end(), columns_.begin(), TrimSpace);
   for (const auto& [column, name] : {std::pair(&time, kTime),
                                      {&test, "TestType"},
                                      {&level, kLevel},

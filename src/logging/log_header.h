@@ -13,6 +13,7 @@ namespace vexor {
 class LogHeader {
  public:
   LogHeader() = default;
+  explicit LogHeader(std::string_view line) { Take(line); }
   LogHeader(const LogHeader&) = delete;
   LogHeader& operator=(const LogHeader&) = delete;
 
@@ -39,7 +40,7 @@ class LogHeader {
 
  private:
   std::string line_;
-  std::vector<std::string> names_;
+  std::string names_;  // of the columns, one behind the other
   std::vector<std::string_view> columns_;
 };
 

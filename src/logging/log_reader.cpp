@@ -25,6 +25,11 @@ LogCells::Quotes FindQuotes(const Extent& extent) {
   return extent.open_quote ? LogCells::Quotes::kOpen : LogCells::Quotes::kClosed;
 }
 
+const LogHeader& SuiteHeader() {
+  static const LogHeader header(kSuiteHeader);
+  return header;
+}
+
 // Whether enough bytes are there to tell whether a row begins with a time stamp.
 bool ShowsStamp(std::string_view bytes, DataEnd end) {
   constexpr std::size_t kLongestLineEnd = 3;
@@ -117,13 +122,15 @@ struct LogReader::Impl {
   bool mid_line_ = false;   // behind NUL bytes
   std::uint64_t nuls_ = 0;  // of a block whose end was not there yet
   StampReader stamps_;
-  LogHeader assumed_;  // for rows before the first header
+  LogHeader given_;           // the option
+  const LogHeader& assumed_;  // for rows before the first header
 };
 
-LogReader::Impl::Impl(LogReaderOptions its_options) : options(std::move(its_options)) {
+LogReader::Impl::Impl(LogReaderOptions its_options)
+    : options(std::move(its_options)), assumed_(options.header.empty() ? SuiteHeader() : given_) {
   options.row_limit = std::clamp(options.row_limit, std::size_t{1} << 10, std::size_t{1} << 30);
   options.buffer_size = std::max(options.buffer_size, std::size_t{1});
-  assumed_.Take(options.header.empty() ? kSuiteHeader : std::string_view(options.header));
+  given_.Take(options.header);
 }
 
 std::error_code LogReader::Impl::Open(const std::string& its_path) {

@@ -66,7 +66,7 @@ std::size_t LogSource::Read(char* bytes, std::size_t size) {
   }
   if (count == 0 && !error_ && identity_.regular) LookAtEnd();
   was_at_end_ = count == 0;
-  if (beginning_.size() < kBeginning && position_ == beginning_.size()) {
+  if (follow_ && beginning_.size() < kBeginning && position_ == beginning_.size()) {
     beginning_.insert(beginning_.end(), bytes,
                       bytes + std::min(count, kBeginning - beginning_.size()));
   }

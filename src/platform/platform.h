@@ -129,6 +129,9 @@ class File {
   FileHandle handle_ = kNoFile;
 };
 
+enum class PathKind : std::uint8_t { kMissing, kFolder, kRegularFile, kOther };
+PathKind LookUpPath(const std::string& path);
+
 // Files that are read while others write, rename or remove them. The handles are closed with
 // CloseReadFile.
 

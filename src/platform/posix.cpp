@@ -150,6 +150,13 @@ std::vector<std::string> ListFiles(const std::string& folder) {
   return names;
 }
 
+PathKind LookUpPath(const std::string& path) {
+  struct stat found = {};
+  if (stat(path.c_str(), &found) != 0) return PathKind::kMissing;
+  if (S_ISDIR(found.st_mode)) return PathKind::kFolder;
+  return S_ISREG(found.st_mode) ? PathKind::kRegularFile : PathKind::kOther;
+}
+
 std::error_code OpenReadFile(const std::string& path, FileHandle& handle) {
   int descriptor = -1;
   do {

@@ -166,10 +166,16 @@ std::vector<std::string> ListFiles(const std::string& folder) {
   return names;
 }
 
+PathKind LookUpPath(const std::string& path) {
+  const DWORD attributes = GetFileAttributesA(path.c_str());
+  if (attributes == INVALID_FILE_ATTRIBUTES) return PathKind::kMissing;
+  if ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return PathKind::kFolder;
+  return (attributes & FILE_ATTRIBUTE_DEVICE) != 0 ? PathKind::kOther : PathKind::kRegularFile;
+}
+
 // The writer may rename and remove the file meanwhile.
 std::error_code OpenReadFile(const std::string& path, FileHandle& handle) {
-  const DWORD attributes = GetFileAttributesA(path.c_str());
-  if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+  if (LookUpPath(path) == PathKind::kFolder) {
     return std::make_error_code(std::errc::is_a_directory);
   }
   const HANDLE opened = CreateFileA(path.c_str(), GENERIC_READ, kSharing | FILE_SHARE_DELETE,

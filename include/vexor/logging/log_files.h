@@ -27,9 +27,9 @@ namespace vexor {
 
 struct FoundLog {
   std::string path;
-  std::optional<std::uint32_t> number;  // in its series: 3 of CSTATES_3.csv
-  std::uint64_t size = 0;               // in bytes, as found
-  LogTime first = kNoLogTime;           // the first time stamp among the first 64 KiB
+  std::optional<std::uint32_t> number = {};  // in its series: 3 of CSTATES_3.csv
+  std::uint64_t size = 0;                    // in bytes, as found
+  LogTime first = kNoLogTime;                // the first time stamp among the first 64 KiB
 };
 
 struct FoundSeries {

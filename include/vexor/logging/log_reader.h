@@ -176,7 +176,7 @@ struct LogReaderOptions {
   bool keep_open = true;
 
   // A header line that is to be recognised even though nothing shows it to be one; may be empty.
-  std::string header;
+  std::string header = {};
 };
 
 // What became of the file while it was read.

@@ -1,0 +1,119 @@
+#include "vexor/logging/log_merge.h"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+namespace vexor {
+
+namespace {
+
+// Memory for the bytes of all series together, and the least that a series gets of it.
+constexpr std::size_t kMostBytes = std::size_t{16} << 20;
+constexpr std::size_t kLeastBytes = 2048;
+constexpr std::size_t kMostOpenFiles = 64;
+
+}  // namespace
+
+struct LogMerge::Impl {
+  // The rows of a series, from the current one on.
+  struct Stream {
+    FoundSeries series;
+    std::size_t file = 0;
+    std::optional<LogReader> reader;
+    LogTime time = kNoLogTime;  // of the current row; before the first, where to look for it
+  };
+
+  bool Next();
+  bool GoOn(Stream& stream);
+  void Leave(Stream& stream);
+  [[nodiscard]] bool ComesBefore(std::size_t a, std::size_t b) const {
+    return std::pair(streams[a].time, a) < std::pair(streams[b].time, b);
+  }
+
+  LogReaderOptions options;
+  std::vector<Stream> streams;
+  std::vector<std::size_t> waiting;  // a heap of the streams but the current one
+  std::optional<std::size_t> current;
+  std::vector<LogFault> faults;
+};
+
+// Goes to the next row of the stream, which may be in the next file; false when there is none.
+bool LogMerge::Impl::GoOn(Stream& stream) {
+  while (stream.file < stream.series.files.size()) {
+    if (!stream.reader) {
+      stream.reader.emplace(options);
+      stream.reader->Open(stream.series.files[stream.file].path);
+    }
+    if (stream.reader->Next()) {
+      if (const LogTime time = stream.reader->Row().Time(); time != kNoLogTime) stream.time = time;
+      return true;
+    }
+    Leave(stream);
+  }
+  return false;
+}
+
+void LogMerge::Impl::Leave(Stream& stream) {
+  const LogReader& reader = *stream.reader;
+  if (reader.Error() || reader.Change() != LogFileChange::kNone) {
+    faults.push_back({.path = reader.Path(), .error = reader.Error(), .change = reader.Change()});
+  }
+  stream.reader.reset();
+  ++stream.file;
+}
+
+bool LogMerge::Impl::Next() {
+  const auto comes_after = [this](std::size_t a, std::size_t b) { return ComesBefore(b, a); };
+  // A stream that waits for its first row stands at its first time.
+  while (true) {
+    if (current && !GoOn(streams[*current])) current.reset();
+    if (current && (waiting.empty() || ComesBefore(*current, waiting.front()))) return true;
+    if (waiting.empty()) return false;
+    std::pop_heap(waiting.begin(), waiting.end(), comes_after);
+    const std::size_t next = waiting.back();
+    if (current) {
+      waiting.back() = *current;
+      std::push_heap(waiting.begin(), waiting.end(), comes_after);
+    } else {
+      waiting.pop_back();
+    }
+    current = next;
+    if (streams[next].reader) return true;
+  }
+}
+
+LogMerge::LogMerge(std::vector<FoundSeries> series, LogReaderOptions options)
+    : impl_(std::make_unique<Impl>()) {
+  impl_->options = std::move(options);
+  impl_->options.follow = false;
+  impl_->options.keep_open = series.size() <= kMostOpenFiles;
+  const std::size_t share = kMostBytes / std::max<std::size_t>(series.size(), 1);
+  impl_->options.buffer_size = std::min(impl_->options.buffer_size, std::max(share, kLeastBytes));
+  for (FoundSeries& its_series : series) {
+    LogTime first = kNoLogTime;
+    if (!its_series.files.empty()) first = its_series.files.front().first;
+    impl_->waiting.push_back(impl_->streams.size());
+    impl_->streams.push_back({.series = std::move(its_series), .reader = {}, .time = first});
+  }
+  std::make_heap(impl_->waiting.begin(), impl_->waiting.end(),
+                 [this](std::size_t a, std::size_t b) { return impl_->ComesBefore(b, a); });
+}
+
+LogMerge::LogMerge(LogMerge&& other) noexcept = default;
+LogMerge& LogMerge::operator=(LogMerge&& other) noexcept = default;
+LogMerge::~LogMerge() = default;
+
+bool LogMerge::Next() { return impl_->Next(); }
+LogRow LogMerge::Row() const { return impl_->streams[*impl_->current].reader->Row(); }
+
+const FoundLog& LogMerge::File() const {
+  const Impl::Stream& stream = impl_->streams[*impl_->current];
+  return stream.series.files[stream.file];
+}
+
+std::size_t LogMerge::SeriesIndex() const { return *impl_->current; }
+LogTime LogMerge::Time() const { return impl_->streams[*impl_->current].time; }
+const std::vector<LogFault>& LogMerge::Faults() const { return impl_->faults; }
+
+}  // namespace vexor
