@@ -107,7 +107,7 @@ struct LogReader::Impl {
   LogRowKind FindKind(const Extent& extent, bool has_stamp);
   [[nodiscard]] bool IsHeader(const Extent& extent) const;
   [[nodiscard]] bool IsCutStamp(std::string_view text) const;
-  [[nodiscard]] bool IsCutHeader() const;
+  [[nodiscard]] bool BeginsKnownHeader() const;
   void JudgeRow(const Extent& extent);
   void TakeHeader(std::string_view line);
   void Drop(std::size_t count);
@@ -266,6 +266,7 @@ void LogReader::Impl::Judge(const Extent& extent, bool has_stamp) {
   const bool is_raw = has_timed_header && !has_stamp;
   row.cells.Start(row.text, is_raw && extent.quoted ? LogCells::kUnknownWidth : extent.commas + 1,
                   FindQuotes(extent), extent.returns);
+  const bool begins_header = !row.text.empty() && IsProperPrefix(row.text, row.header.Line());
   row.kind = FindKind(extent, has_stamp);
   row.has_time = row.kind != LogRowKind::kRow || row.header.BeginsWithTime();
   if (row.kind != LogRowKind::kRow || !has_stamp) row.time = kNoLogTime;
@@ -277,7 +278,7 @@ void LogReader::Impl::Judge(const Extent& extent, bool has_stamp) {
     JudgeRow(extent);
   } else {
     const bool has_no_line_end = extent.cut_off && extent.size == extent.text;
-    row.Mark(LogDamage::kCutOff, has_no_line_end || IsCutHeader());
+    row.Mark(LogDamage::kCutOff, has_no_line_end || begins_header || BeginsKnownHeader());
   }
 }
 
@@ -319,17 +320,15 @@ bool LogReader::Impl::IsCutStamp(std::string_view text) const {
   return text.size() > kYear || stamps_.LastDate().starts_with(text);
 }
 
-// Whether the line is what is left of a header.
-bool LogReader::Impl::IsCutHeader() const {
-  if (row.text.empty()) return false;
-  const bool of_other = is_first_line_ || row.kind == LogRowKind::kHeader;
-  return IsProperPrefix(row.text, row.header.Line()) ||
-         (of_other &&
-          (IsProperPrefix(row.text, assumed_.Line()) || IsProperPrefix(row.text, kSuiteHeader)));
+// Whether the line is what is left of a header that stood in front of all rows.
+bool LogReader::Impl::BeginsKnownHeader() const {
+  const bool may_be = is_first_line_ || row.kind == LogRowKind::kHeader;
+  return may_be && !row.text.empty() &&
+         (IsProperPrefix(row.text, assumed_.Line()) || IsProperPrefix(row.text, kSuiteHeader));
 }
 
 void LogReader::Impl::JudgeRow(const Extent& extent) {
-  const bool lacks_level = row.header.EndsWithLevel() && !row.Level();
+  const bool lacks_level = row.header.EndsWithLevel() && !row.EndsWithLevel();
   const bool is_cut_off = extent.cut_off || (lacks_level && !extent.too_long) ||
                           (row.header.BeginsWithTime() && row.time == kNoLogTime);
   row.Mark(LogDamage::kCutOff, is_cut_off);

@@ -76,6 +76,12 @@ std::optional<TRACE_LEVEL> LogRow::Parts::Level() {
   return level;
 }
 
+// Whether the last cell is a level, also of a row that has fewer cells than columns.
+bool LogRow::Parts::EndsWithLevel() {
+  if (cells.Width() >= header.Columns().size()) return Level().has_value();
+  return FindLevel(TrimBlanks(cells.Last())).has_value();
+}
+
 LogRowKind LogRow::Kind() const { return parts_->kind; }
 bool LogRow::Has(LogDamage damage) const {
   return (parts_->damages >> static_cast<unsigned>(damage) & 1U) != 0;

@@ -38,6 +38,7 @@ struct LogRow::Parts {
   }
   std::string_view At(std::size_t column);
   std::optional<TRACE_LEVEL> Level();
+  bool EndsWithLevel();
 };
 
 }  // namespace vexor
