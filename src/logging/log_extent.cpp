@@ -157,8 +157,11 @@ bool RowPass::CloseQuote() {
     at_ += 2;
     return true;
   }
+  const NulRun nuls = JudgeNuls(bytes_, At() + 1, end_);
+  if (nuls.kind == NulRun::Kind::kUnknown) return false;
   inside_ = false;
-  const bool ends_cell = rest.empty() || rest[0] == ',' || MeasureLineEnd(rest) > 0;
+  const bool ends_cell = rest.empty() || rest[0] == ',' || MeasureLineEnd(rest) > 0 ||
+                         nuls.kind == NulRun::Kind::kBlock;
   if (!ends_cell && first_.is_set) {
     ReturnTo(other_row_.is_set ? other_row_ : first_);
     return false;
@@ -193,14 +196,18 @@ bool RowPass::MeetNuls() {
 
 RowPass::Answer RowPass::IsRowStart(std::string_view rest) const {
   constexpr std::string_view kTimedHeader = "Time,";
-  const std::size_t header = rules_.header.size();
-  const std::size_t needed = std::max(kStampSize, header) + kMostReturns + 1;
-  if (rest.size() < needed && end_ != DataEnd::kFinal) return Answer::kUnknown;
-  const bool is_row = rules_.timed && rest.size() > kStampSize && rest[kStampSize] == ',' &&
-                      StampReader().Read(rest) != kNoLogTime;
-  const bool is_same_header =
-      header > 0 && rest.starts_with(rules_.header) && MeasureLineEnd(rest.substr(header)) > 0;
-  return is_row || is_same_header || rest.starts_with(kTimedHeader) ? Answer::kYes : Answer::kNo;
+  const std::string_view header = rules_.header;
+  const auto shows = [&](std::string_view wanted) { return rest.starts_with(wanted); };
+  const auto may_show = [&](std::string_view wanted) { return wanted.starts_with(rest); };
+  const std::string_view behind = shows(header) ? rest.substr(header.size()) : "";
+  const bool has_stamp = rules_.timed && StampReader().Read(rest) != kNoLogTime;
+  if (shows(kTimedHeader) || (has_stamp && rest.substr(kStampSize).starts_with(',')) ||
+      (!header.empty() && MeasureLineEnd(behind) > 0)) {
+    return Answer::kYes;
+  }
+  const bool may_be_row = (rules_.timed && BeginsStamp(rest)) || may_show(kTimedHeader) ||
+                          may_show(header) || (!header.empty() && CouldBeLineEnd(behind));
+  return may_be_row && end_ != DataEnd::kFinal ? Answer::kUnknown : Answer::kNo;
 }
 
 // Whether the row that ends here, with line ends in it, can be one: without other evidence a row

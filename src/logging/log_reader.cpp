@@ -139,6 +139,7 @@ std::error_code LogReader::Impl::Open(const std::string& its_path) {
   at_start_ = is_first_line_ = true;
   offset_ = searched_ = nuls_ = 0;
   line_ = 1;
+  stamps_ = {};
   row.header.Take("");
   row.header_number = 0;
   buffer.Reset(options.buffer_size);
@@ -312,12 +313,13 @@ void LogReader::Impl::TakeHeader(std::string_view line) {
   if (!std::equal(before.begin(), before.end(), now.begin(), now.end())) ++row.header_number;
 }
 
-// Of a row that was cut off inside its time stamp; a few digits alone are taken as such when the
-// last stamp begins with them.
+// What is left of a row that was cut off inside its time stamp. A few digits alone are such a rest
+// when the last stamp begins with them.
 bool LogReader::Impl::IsCutStamp(std::string_view text) const {
   constexpr std::size_t kYear = 4;
   if (text.empty() || !BeginsStamp(text)) return false;
-  return text.size() > kYear || stamps_.LastDate().starts_with(text);
+  const std::string_view last = stamps_.LastDate();
+  return text.size() > kYear || last.empty() || last.starts_with(text);
 }
 
 // Whether the line is what is left of a header that stood in front of all rows.

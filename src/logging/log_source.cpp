@@ -60,11 +60,12 @@ std::size_t LogSource::Read(char* bytes, std::size_t size) {
   if (is_over()) return 0;
   std::size_t count = 0;
   error_ = ReadFileBytes(handle_, bytes, size, count);
-  if (count > 0 && was_at_end_ && identity_.regular && !BeginsAsBefore()) {
+  if (count == 0) {
+    if (!error_ && identity_.regular) LookAtEnd();
+  } else if (was_at_end_ && identity_.regular && !BeginsAsBefore()) {
     change_ = LogFileChange::kReplaced;
     count = 0;
   }
-  if (count == 0 && !error_ && identity_.regular) LookAtEnd();
   was_at_end_ = count == 0;
   if (follow_ && beginning_.size() < kBeginning && position_ == beginning_.size()) {
     beginning_.insert(beginning_.end(), bytes,

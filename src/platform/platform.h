@@ -146,6 +146,7 @@ struct FileIdentity {
   }
 };
 
+// A folder is std::errc::is_a_directory.
 std::error_code OpenReadFile(const std::string& path, FileHandle& handle);
 
 // Reads on from where the last call stopped. A count of 0 without an error is the end of the data.

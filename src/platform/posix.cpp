@@ -163,6 +163,11 @@ std::error_code OpenReadFile(const std::string& path, FileHandle& handle) {
     descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY);
   } while (descriptor < 0 && errno == EINTR);
   if (descriptor < 0) return LastError();
+  struct stat found = {};
+  if (fstat(descriptor, &found) == 0 && S_ISDIR(found.st_mode)) {
+    close(descriptor);
+    return std::make_error_code(std::errc::is_a_directory);
+  }
   handle = descriptor;
   return {};
 }

@@ -1,0 +1,168 @@
+// What a reader makes of a log that was cut off anywhere, and gone on with; and the searches that
+// it rests on.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "logging/log_scan.h"
+#include "logging/log_test_tools.h"
+#include "platform/test_disk.h"
+#include "vexor/logging/log_reader.h"
+
+namespace {
+
+using vexor::LogReader;
+using vexor::LogRow;
+using vexor::LogRowKind;
+
+struct Reading {
+  int whole = 0;  // rows without damage
+  int cut_off = 0;
+  int nul_blocks = 0;
+  bool other_damage = false;
+};
+
+Reading Read(const std::string& path) {
+  Reading reading;
+  LogReader reader;
+  EXPECT_FALSE(reader.Open(path));
+  while (reader.Next()) {
+    const LogRow row = reader.Row();
+    if (row.Has(vexor::LogDamage::kCutOff)) {
+      ++reading.cut_off;
+    } else if (row.Kind() == LogRowKind::kNulBlock) {
+      ++reading.nul_blocks;
+    } else if (row.IsDamaged()) {
+      reading.other_damage = true;
+    } else if (row.Kind() != LogRowKind::kHeader) {
+      ++reading.whole;
+    }
+  }
+  return reading;
+}
+
+void LogSome(VexorLogging& log) {
+  log.LogNote("a, \"quoted\" text\nof two lines", TRACE_CRITICAL);
+  log.LogMsgData("b", TRACE_DEBUG, "01:005", "pass");
+  log.LogNote("c", TRACE_INFORMATION);
+}
+
+// Wherever the power goes: all rows that were whole are read, what is left of another is not taken
+// for one, and the place is noticed, unless nothing but a line end was missing and was added.
+TEST(LogReader, FindsEveryCut) {
+  const QuietConsole quiet;
+  const TemporaryFolder folder;
+  const TestDisk disk;
+  TestDisk::PretendFlushes({});
+  VexorLogging log;
+  ASSERT_TRUE(Open(log, folder, "whole"));
+  LogSome(log);
+  log.CloseFile(true);
+  const std::string bytes = ReadBytes(folder / "whole.csv");
+  struct Place {
+    std::size_t text_end;
+    std::size_t end;  // with the line end
+  };
+  std::vector<Place> places;  // the header's first
+  LogReader reader;
+  reader.Open(folder / "whole.csv");
+  while (reader.Next()) {
+    const LogRow row = reader.Row();
+    ASSERT_FALSE(row.IsDamaged());
+    places.push_back({row.Offset() + row.Text().size(), row.Offset() + row.Size()});
+  }
+  ASSERT_EQ(places.size(), 4U);
+
+  const std::string cut = folder / "cut.csv";
+  for (std::size_t size = 0; size < bytes.size(); ++size) {
+    int ended = 0;  // lines
+    int whole = 0;
+    for (const Place& place : places) {
+      ended += place.end <= size ? 1 : 0;
+      whole += place.text_end <= size ? 1 : 0;
+    }
+    const auto line = static_cast<std::size_t>(ended);
+    const bool is_cut = size > (ended > 0 ? places[line - 1].end : 0);
+    const bool lacks_text = is_cut && whole == ended;
+    const std::string left = bytes.substr(0, size);
+    WriteBytes(cut, left);
+    EXPECT_EQ(Read(cut).cut_off, is_cut ? 1 : 0) << size;
+    for (const bool nuls : {false, true}) {
+      WriteBytes(cut, left + std::string(nuls ? 700 : 0, '\0'));
+      ASSERT_TRUE(Open(log, folder, "cut", TRACE_DEBUG, LOG_FILE_APPEND));
+      LogSome(log);
+      log.CloseFile(true);
+      const Reading reading = Read(cut);
+      EXPECT_EQ(reading.cut_off, (nuls ? is_cut : lacks_text) ? 1 : 0) << size << nuls;
+      EXPECT_EQ(reading.nul_blocks, nuls ? 1 : 0) << size;
+      EXPECT_FALSE(reading.other_damage) << size << nuls;
+      EXPECT_EQ(reading.whole, std::max((nuls ? ended : whole) - 1, 0) + 3) << size << nuls;
+    }
+  }
+}
+
+TEST(LogScan, FindsTheSameOnEveryProcessor) {
+  std::minstd_rand random(5);
+  constexpr std::string_view kBytes("\n\"\0,,,,abcdefgh\x80\xFF", 17);
+  for (int round = 0; round < 20000; ++round) {
+    // Some with few stops, longer than the sums of bytes reach.
+    const std::size_t rare = round % 500 == 0 ? 5000 : 1 + round % 40;
+    std::string text(random() % (rare * 2), 'x');
+    for (char& c : text) {
+      if (random() % rare == 0) c = kBytes[random() % kBytes.size()];
+      if (rare > 1000 && c == 'x') c = ',';
+    }
+    const std::size_t size = text.size();
+    text += "\n\"\0,\x80\n\"\0,\x80\n\"\0,\x80\n\"\0,\x80";  // not to be looked at
+    text.resize(size + vexor::kScanMargin, ',');
+    const char* const end = text.data() + size;
+    vexor::Passed passed;
+    vexor::Passed expected;
+    const char* const at = vexor::FindStop(text.data(), end, passed);
+    EXPECT_EQ(at, vexor::portable::FindStop(text.data(), end, expected));
+    EXPECT_EQ(passed.commas, expected.commas);
+    EXPECT_EQ(passed.beyond_ascii, expected.beyond_ascii);
+    if (size >= vexor::kScanBlock) {
+      EXPECT_EQ(vexor::FindInBlock(text.data(), ','),
+                vexor::portable::FindInBlock(text.data(), ','));
+    }
+    const std::string_view view(text.data(), size);
+    vexor::CommaSearch commas(view);
+    std::size_t next = view.find(',');
+    for (; next != std::string_view::npos; next = view.find(',', next + 1)) {
+      ASSERT_EQ(commas.Next(), next);
+    }
+    EXPECT_EQ(commas.Next(), size);
+  }
+}
+
+TEST(LogScan, KnowsUtf8) {
+  const std::pair<std::string_view, bool> kTexts[] = {
+      {"", true},
+      {"a longer text of one byte each", true},
+      {"\xC2\x80\xDF\xBF", true},
+      {"\xE0\xA0\x80\xED\x9F\xBF\xEE\x80\x80\xEF\xBF\xBF", true},
+      {"\xF0\x90\x80\x80\xF4\x8F\xBF\xBF", true},
+      {"\x80", false},
+      {"\xC1\xBF", false},
+      {"\xC2", false},
+      {"\xC2\x41", false},
+      {"\xE0\x9F\xBF", false},
+      {"\xED\xA0\x80", false},
+      {"\xE2\x82", false},
+      {"\xF0\x8F\xBF\xBF", false},
+      {"\xF4\x90\x80\x80", false},
+      {"\xF5\x80\x80\x80", false},
+      {"\xF0\x9F\x98", false},
+      {"twelve bytes\xFF", false},
+  };
+  for (const auto& [text, is_utf8] : kTexts) EXPECT_EQ(vexor::IsUtf8(text), is_utf8) << text;
+}
+
+}  // namespace
