@@ -12,12 +12,7 @@ check_arguments 0 "$@"
 "$root/scripts/setup.sh" clang windows
 "$root/scripts/build-windows-deps.sh"
 echo "== clang-cl" >&2
-cd "$root"
-run_quietly configure-clang-cl cmake --preset clang-cl
-mapfile -t objects < <(ninja -C build/clang-cl -t targets all |
-  sed -n 's/^\(.*\.obj\): CXX_COMPILER.*/\1/p')
-cmake --build --preset clang-cl --target "${objects[@]}" >&2
-
+build_preset clang-cl
 compiler=$(sed -n 's/^CMAKE_CXX_COMPILER:[^=]*=//p' build/clang-cl/CMakeCache.txt)
 
 # Checks what clang-cl says of vexor/export.h with these options: the text, or nothing.
