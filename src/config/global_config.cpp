@@ -4,7 +4,6 @@
 
 #include <cstdlib>
 #include <fstream>
-#include <iostream>
 
 #include "config/element_walk.h"
 #include "config/option_reader.h"
@@ -13,6 +12,7 @@
 #include "config/version_rules.h"
 #include "platform/paths.h"
 #include "util/read_stream.h"
+#include "util/standard_output.h"
 #include "vexor/config/element_access.h"
 #include "vexor/util/ipv4.h"
 #include "vexor/util/strings.h"
@@ -106,7 +106,7 @@ bool GetGlobalCfgXML(_GLOBALCONFIG_XMLCFG& cfg, const tinyxml2::XMLElement* root
   cfg.LoopTracker = 1;
   if (cfg.Version != vexor::GetVersionText()) cfg.VersionMatch = false;
   if (verifyVersion && !vexor::IsCompatibleVersion(cfg.Version)) {
-    std::cout << "Invalid XML Version: " + cfg.Version + "\n";
+    vexor::StandardOutput() << "Invalid XML Version: " + cfg.Version + "\n";
     return false;
   }
   const auto* const section = root->FirstChildElement("GLOBALCONFIGURATION");

@@ -4,11 +4,11 @@
 
 #include <array>
 #include <cstdio>
-#include <iostream>
 #include <memory>
 #include <new>
 
 #include "config/read_sections.h"
+#include "util/standard_output.h"
 #include "vexor/config/legacy.h"
 #include "vexor/util/version.h"
 
@@ -42,13 +42,14 @@ bool RefuseFile(tinyxml2::XMLError error) {
   std::array<char, 48> message = {};
   const int length =
       std::snprintf(message.data(), message.size(), "XML parse error! ID: %d\n", int{error});
-  std::cout.write(message.data(), length);
+  vexor::StandardOutput().write(message.data(), length);
   return false;
 }
 
 bool RefuseVersion(const std::string& version) {
-  std::cout << "Error: XML file " + version + " version does not match with Vexor Version " +
-                   GetVersionText() + " EC_CONFIG\n";
+  vexor::StandardOutput() << "Error: XML file " + version +
+                                 " version does not match with Vexor Version " + GetVersionText() +
+                                 " EC_CONFIG\n";
   return false;
 }
 

@@ -1,9 +1,10 @@
 #include "vexor/logging/console.h"
 
 #include <cstddef>
-#include <iostream>
 #include <iterator>
 #include <string>
+
+#include "util/standard_output.h"
 
 namespace {
 
@@ -46,7 +47,7 @@ void ConsoleOut(std::string_view message, TRACE_LEVEL level, bool force) {
   if (!force && level > ConsoleOutput::GetPrintLevel()) return;
   std::string line(message);
   line += '\n';
-  std::cout.write(line.data(), static_cast<std::streamsize>(line.size()));
+  vexor::StandardOutput().write(line.data(), static_cast<std::streamsize>(line.size()));
 }
 
 void ConsoleOut(const std::stringstream& message, TRACE_LEVEL level, bool force) {

@@ -14,26 +14,25 @@ constexpr std::uint64_t kGatherNanoseconds = 60'000;
 
 std::shared_ptr<DurableFile> DurableFile::Open(const std::string& path, const std::string& name,
                                                OpenMode mode, std::error_code& error) {
-  auto opened = std::make_shared<DurableFile>();
-  error = opened->file_.Open(path, mode);
+  auto file = std::make_shared<DurableFile>();
+  file->opened_ = std::make_shared<Opened>();
+  file->path_ = path;
+  file->name_ = name;
+  error = file->opened_->file.Open(path, mode);
   if (error) return nullptr;
-  opened->path_ = path;
-  opened->name_ = name;
-  return opened;
+  return file;
 }
 
 std::error_code DurableFile::Reopen() {
-  File reopened;
-  if (const std::error_code error = reopened.Open(path_, OpenMode::kAppend)) return error;
-  std::unique_lock lock(mutex_);
-  flush_ended_.wait(lock, [this] { return !flushing_; });
-  file_ = std::move(reopened);
-  name_on_disk_ = false;
+  auto reopened = std::make_shared<Opened>();
+  if (const std::error_code error = reopened->file.Open(path_, OpenMode::kAppend)) return error;
+  const std::lock_guard lock(mutex_);
+  opened_.swap(reopened);
   return {};
 }
 
 std::error_code DurableFile::Append(std::string_view bytes) {
-  const std::error_code error = file_.Append(bytes);
+  const std::error_code error = opened_->file.Append(bytes);
   if (!error) appended_.fetch_add(1, std::memory_order_release);
   return error;
 }
@@ -48,7 +47,11 @@ bool DurableFile::Flush(std::uint64_t count) {
     flushing_ = true;
     lock.unlock();
     const std::uint64_t covered = GatherGroup();
-    const std::error_code error = FlushNow();  // throws nothing: others wait for its end
+    lock.lock();
+    // Behind the count: a file that is opened anew after it holds all of those blocks or none.
+    const std::shared_ptr<Opened> opened = opened_;
+    lock.unlock();
+    const std::error_code error = FlushNow(*opened);  // throws nothing: others wait for its end
     lock.lock();
     flushing_ = false;
     flushed_ = covered;
@@ -61,11 +64,12 @@ bool DurableFile::Flush(std::uint64_t count) {
   return !failed_;
 }
 
-// Waits until as many blocks are there as the last flush served, but not for long; returns the
-// number of blocks that a flush serves now.
+// Waits until as many blocks are there as the last flush served, but not for long, and not when no
+// more can come; returns the number of blocks that a flush serves now.
 std::uint64_t DurableFile::GatherGroup() {
   const std::uint64_t begin = ReadPerformanceCounter();
-  while (Appended() - covered_ < group_ && ReadPerformanceCounter() - begin < kGatherNanoseconds) {
+  while (appending_.load(std::memory_order_relaxed) && Appended() - covered_ < group_ &&
+         ReadPerformanceCounter() - begin < kGatherNanoseconds) {
     std::this_thread::yield();
   }
   const std::uint64_t appended = Appended();
@@ -74,11 +78,11 @@ std::uint64_t DurableFile::GatherGroup() {
   return appended;
 }
 
-std::error_code DurableFile::FlushNow() noexcept {
-  if (const std::error_code error = file_.Flush()) return error;
-  if (name_on_disk_) return {};
+std::error_code DurableFile::FlushNow(Opened& opened) const noexcept {
+  if (const std::error_code error = opened.file.Flush()) return error;
+  if (opened.name_on_disk) return {};
   const std::error_code error = File::SyncName(path_);
-  name_on_disk_ = !error;
+  opened.name_on_disk = !error;
   return error;
 }
 

@@ -28,13 +28,16 @@ class DurableFile {
                                            OpenMode mode, std::error_code& error);
 
   [[nodiscard]] const std::string& Name() const { return name_; }
-  [[nodiscard]] bool IsRemoved() const { return file_.IsRemoved(); }
-  [[nodiscard]] bool IsEmpty() const { return file_.IsEmpty(); }
+  [[nodiscard]] std::optional<FileStatus> ReadStatus() const { return opened_->file.ReadStatus(); }
 
-  // Opens the same path once more, created if need be; what was open is used on if that fails.
+  // Opens the same path once more, created if need be; what was open is used on if that fails. Does
+  // not wait for a flush that runs.
   std::error_code Reopen();
 
   std::error_code Append(std::string_view bytes);
+
+  // Nothing is appended from now on.
+  void EndAppending() { appending_.store(false, std::memory_order_relaxed); }
 
   // The number of blocks appended so far.
   [[nodiscard]] std::uint64_t Appended() const { return appended_.load(std::memory_order_acquire); }
@@ -47,13 +50,19 @@ class DurableFile {
   std::optional<std::error_code> TakeFault();
 
  private:
+  struct Opened {
+    File file;
+    bool name_on_disk = false;  // only the flushing thread uses it
+  };
+
   std::uint64_t GatherGroup();
-  std::error_code FlushNow() noexcept;
+  std::error_code FlushNow(Opened& opened) const noexcept;
 
   std::string path_;
   std::string name_;
-  File file_;
+  std::shared_ptr<Opened> opened_;  // replaced under the mutex, by the thread that may append
   std::atomic<std::uint64_t> appended_ = 0;
+  std::atomic<bool> appending_ = true;
 
   std::mutex mutex_;  // guards what follows
   std::condition_variable flush_ended_;
@@ -63,7 +72,6 @@ class DurableFile {
   std::optional<std::error_code> fault_;
 
   // Only the flushing thread uses these.
-  bool name_on_disk_ = false;
   std::uint64_t covered_ = 0;  // blocks that the last flush and those before it served
   std::uint64_t group_ = 0;    // blocks that the last flush served
 };

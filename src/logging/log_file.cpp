@@ -4,7 +4,7 @@
 #include <atomic>
 #include <deque>
 #include <exception>
-#include <iostream>
+#include <optional>
 #include <span>
 #include <utility>
 
@@ -13,7 +13,9 @@
 #include "logging/log_series.h"
 #include "logging/suite_header.h"
 #include "logging/version_note.h"
+#include "platform/immortal.h"
 #include "platform/platform.h"
+#include "util/standard_output.h"
 #include "vexor/util/clock.h"
 
 namespace {
@@ -24,7 +26,8 @@ using vexor::OpenMode;
 
 // The text of a cell: a row has one line end, its own.
 std::string_view WithoutLineEnd(std::string_view text) {
-  if (text.ends_with('\n')) text.remove_suffix(1);
+  if (!text.ends_with('\n')) return text;
+  text.remove_suffix(1);
   if (text.ends_with('\r')) text.remove_suffix(1);
   return text;
 }
@@ -47,14 +50,50 @@ void RunAndReport(const Step& step) {
   try {
     step();
   } catch (const std::exception& error) {
-    std::cout << error.what() << '\n';
+    vexor::StandardOutput() << error.what() << '\n';
+  } catch (...) {
+    vexor::StandardOutput() << "The front end of a log threw an exception of unknown type\n";
   }
 }
 
+// Runs the step and returns what it throws.
+template <class Step>
+std::exception_ptr Try(const Step& step) {
+  try {
+    step();
+    return nullptr;
+  } catch (...) {
+    return std::current_exception();
+  }
+}
+
+// A front end that is being told of a move, on this thread, by this log. One that logs to the same
+// log could move it again, and would be told of that, and so on without an end.
+class Telling {
+ public:
+  explicit Telling(const void* log) : log_(log), outer_(innermost) { innermost = this; }
+  Telling(const Telling&) = delete;
+  Telling& operator=(const Telling&) = delete;
+  ~Telling() { innermost = outer_; }
+
+  static bool IsBy(const void* log) {
+    const Telling* telling = innermost;
+    while (telling != nullptr && telling->log_ != log) telling = telling->outer_;
+    return telling != nullptr;
+  }
+
+ private:
+  static constinit thread_local const Telling* innermost;
+
+  const void* log_;
+  const Telling* outer_;
+};
+
+constinit thread_local const Telling* Telling::innermost = nullptr;
+
 }  // namespace
 
-// Not constinit: mingw's mutex has no constant initializer.
-std::mutex VexorLogging::m_mFileHandleMutex;
+constinit vexor::Immortal<std::mutex> VexorLogging::m_mFileHandleMutex;
 
 struct VexorLogging::Impl {
   explicit Impl(VexorLogging& log) : owner(log) {}
@@ -62,21 +101,32 @@ struct VexorLogging::Impl {
   [[nodiscard]] bool Drops(TRACE_LEVEL line_level, bool force) const;
   void LogRow(std::span<const CsvCell> cells, TRACE_LEVEL line_level, bool force);
 
-  // Waits for the disk and tells the front end about new files. The result is false when a flush of
-  // the file has failed.
-  bool Settle(const Aftermath& after);
-  void UpdateAutoRunScript();
+  // Runs a step under `m_mFileHandleMutex`; then, without it, waits for the disk and tells the
+  // front end about new files, also when the step throws. The result is false when a flush of a
+  // file that the step wrote to has failed, now or earlier.
+  template <class Step>
+  bool Run(const Step& step);
+
+  // The same for a step before which the lines that the locked log keeps are written.
+  template <class Step>
+  bool RunAfterKept(const Step& step);
+
+  bool Settle(Aftermath& after);
+  bool Flush(const std::shared_ptr<vexor::DurableFile>& file, std::uint64_t count);
+  void UpdateAutoRunScript(unsigned& moves);
 
   // The rest is called under `m_mFileHandleMutex`.
-  bool Start(const std::string& file, OpenMode mode, bool continues);
+  bool Start(std::string_view name, OpenMode mode, bool continues);
+  std::error_code StartFile(const std::string& file, OpenMode mode, bool continues);
   [[nodiscard]] std::string MakeRow(std::span<const CsvCell> cells, TRACE_LEVEL line_level) const;
   void Take(std::string_view line, Aftermath& after);
-  void WriteKept(Aftermath& after);
-  void Close(bool save_kept, Aftermath& after);
+  void WriteKept(std::size_t& due, Aftermath& after);
+  void DropKept();
 
   VexorLogging& owner;
   std::atomic<TRACE_LEVEL> level = TRACE_INFORMATION;
   std::atomic<bool> locked = false;
+  std::atomic<unsigned> untold_moves = 0;  // an exception came before the front end was told
 
   // The rest is guarded by `m_mFileHandleMutex`.
   vexor::LogSeries series;
@@ -106,8 +156,14 @@ void VexorLogging::Impl::Take(std::string_view line, Aftermath& after) {
   }
 }
 
-void VexorLogging::Impl::WriteKept(Aftermath& after) {
-  for (; !kept.empty(); kept.pop_front()) series.Write(kept.front(), after);
+// Writes so many of the lines, or fewer when the log has left so many files that these are to be
+// closed before it moves on.
+void VexorLogging::Impl::WriteKept(std::size_t& due, Aftermath& after) {
+  constexpr std::size_t kMostOpenFiles = 16;
+  for (; due > 0 && !kept.empty() && after.left.size() < kMostOpenFiles; --due) {
+    series.Write(kept.front(), after);
+    kept.pop_front();
+  }
 }
 
 std::string VexorLogging::Impl::MakeRow(std::span<const CsvCell> cells,
@@ -126,22 +182,12 @@ std::string VexorLogging::Impl::MakeRow(std::span<const CsvCell> cells,
 void VexorLogging::Impl::LogRow(std::span<const CsvCell> cells, TRACE_LEVEL line_level,
                                 bool force) {
   if (Drops(line_level, force)) return;
-  Aftermath after;
-  {
-    const auto lock = LockSoon(m_mFileHandleMutex);
-    Take(MakeRow(cells, line_level), after);
-  }
-  Settle(after);
+  Run([&](Aftermath& after) { Take(MakeRow(cells, line_level), after); });
 }
 
 void VexorLogging::LogLine(std::string_view text, TRACE_LEVEL level, bool force) {
   if (impl_->Drops(level, force)) return;
-  Aftermath after;
-  {
-    const auto lock = LockSoon(m_mFileHandleMutex);
-    impl_->Take(text, after);
-  }
-  impl_->Settle(after);
+  impl_->Run([&](Aftermath& after) { impl_->Take(text, after); });
 }
 
 void VexorLogging::LogNote(std::string_view text, TRACE_LEVEL level, bool force) {
@@ -174,39 +220,30 @@ void VexorLogging::LogWorkloadData(std::string_view text, TRACE_LEVEL level, std
 }
 
 void VexorLogging::LogHeaderLine() {
-  Aftermath after;
-  {
-    const std::lock_guard lock(m_mFileHandleMutex);
+  impl_->Run([this](Aftermath& after) {
     if (!impl_->locked) impl_->series.WriteHeader(after);
-  }
-  impl_->Settle(after);
+  });
 }
 
 void VexorLogging::UpdateHeaderLine(std::string_view header_line) {
-  const std::lock_guard lock(m_mFileHandleMutex);
+  const std::lock_guard lock(*m_mFileHandleMutex);
   vexor::CsvHeader columns(header_line);
   impl_->series.SetHeader(header_line);
   impl_->columns = std::move(columns);
 }
 
 void VexorLogging::ResetInitHeaderLine() {
-  const std::lock_guard lock(m_mFileHandleMutex);
+  const std::lock_guard lock(*m_mFileHandleMutex);
   impl_->series.MakeHeaderDue();
 }
 
 void VexorLogging::LockLogging() {
-  const std::lock_guard lock(m_mFileHandleMutex);
+  const std::lock_guard lock(*m_mFileHandleMutex);
   impl_->locked = true;
 }
 
 void VexorLogging::UnlockLogging() {
-  Aftermath after;
-  {
-    const std::lock_guard lock(m_mFileHandleMutex);
-    impl_->WriteKept(after);
-    impl_->locked = false;
-  }
-  impl_->Settle(after);
+  impl_->RunAfterKept([this](Aftermath& /*after*/) { impl_->locked = false; });
 }
 
 bool VexorLogging::IsLoggingLocked() const { return impl_->locked.load(std::memory_order_relaxed); }
@@ -227,34 +264,44 @@ VexorLogging::~VexorLogging() {
 bool VexorLogging::Initialize(std::string_view path, std::string_view name, TRACE_LEVEL level,
                               LOG_FILE_OPTIONS file_option, bool locked_at_start,
                               bool no_version_note, bool continue_log, bool silent) {
-  Aftermath after;
   bool started = false;
-  {
-    const std::lock_guard lock(m_mFileHandleMutex);
-    impl_->Close(true, after);
+  impl_->RunAfterKept([&](Aftermath& after) {
+    impl_->series.Close(after);
     if (!continue_log) ForgetThreads();
     impl_->path = path;
     impl_->locked = locked_at_start;
     impl_->level = level;
     const OpenMode mode = file_option == LOG_FILE_APPEND ? OpenMode::kAppend : OpenMode::kTruncate;
-    started = impl_->Start(BuildLogFile(path, name), mode, continue_log);
-    if (started && !silent) {
+    started = impl_->Start(name, mode, continue_log);
+    if (!started) return;
+    if (!silent) {
       ConsoleOut((continue_log ? "Continue on Log File: " : "Log File: ") + impl_->series.Name(),
                  TRACE_INFORMATION, false);
     }
-    if (started && !no_version_note && !impl_->Drops(TRACE_CRITICAL, false)) {
+    if (!no_version_note && !impl_->Drops(TRACE_CRITICAL, false)) {
       const std::string note = vexor::MakeVersionNote();
       const CsvCell cells[] = {{.column = "Notes", .text = note}};
       impl_->Take(impl_->MakeRow(cells, TRACE_CRITICAL), after);
     }
-    if (started) RegisterThisThread(level, !continue_log);
-  }
-  impl_->Settle(after);
+    RegisterThisThread(level, !continue_log);
+  });
   return started;
 }
 
-// Opens the file of this name, or of the name in the series that it begins or goes on with.
-bool VexorLogging::Impl::Start(const std::string& file, OpenMode mode, bool continues) {
+// Opens the file of this name. A name that is made of the time may be that of a log which began in
+// the same millisecond, here or in another process: then its next copy is opened.
+bool VexorLogging::Impl::Start(std::string_view name, OpenMode mode, bool continues) {
+  if (!name.empty()) return !StartFile(vexor::MakeLogName(path, name), mode, continues);
+  std::error_code error = std::make_error_code(std::errc::file_exists);
+  for (unsigned copy = 1; error == std::errc::file_exists; ++copy) {
+    error = StartFile(vexor::MakeLogName(path, name, copy), OpenMode::kCreate, continues);
+  }
+  return !error;
+}
+
+// Opens the file, or that of the series which it begins or goes on with.
+std::error_code VexorLogging::Impl::StartFile(const std::string& file, OpenMode mode,
+                                              bool continues) {
   std::string name = file;
   if (!continues) series.SetNextIndex(1);
   if (!continues && series.Limit() > 0) {
@@ -264,79 +311,130 @@ bool VexorLogging::Impl::Start(const std::string& file, OpenMode mode, bool cont
       series.SetNextIndex(*index + 1);
     }
   }
-  if (!series.Start(name, mode)) return false;
-  if (!continues) unexpected = false;
-  return true;
+  const std::error_code error = series.Start(name, mode);
+  if (!error && !continues) unexpected = false;
+  return error;
 }
 
-void VexorLogging::Impl::Close(bool save_kept, Aftermath& after) {
-  if (save_kept) {
-    WriteKept(after);
-  } else if (!kept.empty()) {
-    vexor::PrintLine("Log File: " + series.Name() + " drops " + std::to_string(kept.size()) +
-                     " lines that it kept while locked");
-    kept.clear();
-  }
-  series.Close();
+void VexorLogging::Impl::DropKept() {
+  if (kept.empty()) return;
+  vexor::PrintLine("Log file " + series.Name() + " drops " + std::to_string(kept.size()) +
+                   " line(s) kept while it was locked");
+  kept.clear();
 }
 
 void VexorLogging::CloseFile(bool save_kept) {
-  Aftermath after;
-  {
-    const std::lock_guard lock(m_mFileHandleMutex);
-    impl_->Close(save_kept, after);
+  const auto close = [this](Aftermath& after) { impl_->series.Close(after); };
+  if (save_kept) {
+    impl_->RunAfterKept(close);
+    return;
   }
-  impl_->Settle(after);
+  impl_->Run([&](Aftermath& after) {
+    impl_->DropKept();
+    close(after);
+  });
 }
 
 bool VexorLogging::SaveFile() {
-  Aftermath after;
-  {
-    const std::lock_guard lock(m_mFileHandleMutex);
-    impl_->WriteKept(after);
-    const unsigned splits = after.splits;
-    after = impl_->series.Position();
-    after.splits = splits;
-  }
-  return impl_->Settle(after);
+  return impl_->RunAfterKept([this](Aftermath& after) { impl_->series.FlushAll(after); });
 }
 
 bool VexorLogging::FlushToDisk() {
-  Aftermath after;
-  {
-    const std::lock_guard lock(m_mFileHandleMutex);
-    after = impl_->series.Position();
-  }
-  return impl_->Settle(after);
+  return impl_->Run([this](Aftermath& after) { impl_->series.FlushAll(after); });
 }
 
-bool VexorLogging::Impl::Settle(const Aftermath& after) {
-  bool durable = true;
-  if (after.file && !after.file->Flush(after.appended)) {
-    const std::lock_guard lock(m_mFileHandleMutex);
-    vexor::LogSeries::ReportFlushFault(*after.file);
-    durable = false;
+template <class Step>
+bool VexorLogging::Impl::Run(const Step& step) {
+  Aftermath after;
+  std::exception_ptr failure;
+  {
+    const auto lock = LockSoon(*m_mFileHandleMutex);
+    failure = Try([&] { step(after); });
+    if (after.moves > 0) {
+      // Under the same lock: the start of another log, which forgets all threads, comes before the
+      // move or after this.
+      const auto other_failure =
+          Try([&] { owner.RegisterThisThread(level.load(std::memory_order_relaxed), false); });
+      if (!failure) failure = other_failure;
+    }
   }
-  for (unsigned i = 0; i < after.splits; ++i) {
-    owner.RegisterThisThread(level.load(std::memory_order_relaxed), false);
-    UpdateAutoRunScript();
+  const bool durable = Settle(after);
+  if (failure) std::rethrow_exception(failure);
+  return durable;
+}
+
+template <class Step>
+bool VexorLogging::Impl::RunAfterKept(const Step& step) {
+  std::optional<std::size_t> due;
+  bool durable = true;
+  std::exception_ptr failure;
+  for (bool done = false; !done;) {
+    bool completed = false;
+    const auto turn = [&](Aftermath& after) {
+      // Lines that come while the lock is free, between two turns, are not waited for.
+      if (!due) due = kept.size();
+      WriteKept(*due, after);
+      if (*due == 0 || kept.empty()) {
+        for (; !kept.empty(); kept.pop_front()) series.Write(kept.front(), after);
+        step(after);
+        done = true;
+      }
+      completed = true;
+    };
+    const auto failure_of_turn = Try([&] { durable = Run(turn) && durable; });
+    if (!failure) failure = failure_of_turn;
+    if (!completed) break;  // but what a front end throws keeps no line from being written
+  }
+  if (failure) std::rethrow_exception(failure);
+  return durable;
+}
+
+bool VexorLogging::Impl::Flush(const std::shared_ptr<vexor::DurableFile>& file,
+                               std::uint64_t count) {
+  if (file->Flush(count)) return true;
+  const std::lock_guard lock(*m_mFileHandleMutex);
+  vexor::LogSeries::ReportFlushFault(*file);
+  return false;
+}
+
+bool VexorLogging::Impl::Settle(Aftermath& after) {
+  bool durable = true;
+  const bool is_telling = Telling::IsBy(this);
+  if (is_telling) after.moves = 0;
+  const auto failure = Try([&] {
+    for (const auto& file : after.left) durable = Flush(file, file->Appended()) && durable;
+    after.left.clear();  // closed before the front end looks at them
+    if (after.file) durable = Flush(after.file, after.appended) && durable;
+    if (is_telling) return;
+    if (untold_moves.load(std::memory_order_relaxed) > 0) after.moves += untold_moves.exchange(0);
+    while (after.moves > 0) UpdateAutoRunScript(after.moves);
+  });
+  if (failure) {
+    untold_moves += after.moves;
+    std::rethrow_exception(failure);
   }
   return durable;
 }
 
-void VexorLogging::Impl::UpdateAutoRunScript() {
+// Tells the front end about one of the moves.
+void VexorLogging::Impl::UpdateAutoRunScript(unsigned& moves) {
   constexpr unsigned char kAnnounceOnly = 2;
   ContextUtils* front_end = nullptr;
   std::string its_script;
   unsigned char its_flags = 0;
   {
-    const std::lock_guard lock(m_mFileHandleMutex);
-    if ((flags & kAnnounceOnly) != 0) return vexor::PrintLine("Update VexorPanel auto-run");
-    front_end = context;
-    its_script = script;
-    its_flags = flags;
+    const std::lock_guard lock(*m_mFileHandleMutex);
+    if ((flags & kAnnounceOnly) != 0) {
+      vexor::PrintLine("Update VexorPanel auto-run");
+    } else {
+      front_end = context;
+      its_script = script;
+      its_flags = flags;
+    }
   }
+  --moves;
   // Without a lock: the front end may log, to this log as well.
+  const Telling telling(this);
   if (front_end != nullptr) front_end->CreateAutoRun(std::move(its_script), its_flags);
 }
 
@@ -356,44 +454,44 @@ std::string VexorLogging::UpdateFileNameToSplit(std::string_view name, std::uint
 }
 
 bool VexorLogging::IsInitialized() const {
-  const std::lock_guard lock(m_mFileHandleMutex);
+  const std::lock_guard lock(*m_mFileHandleMutex);
   return impl_->series.IsOpen();
 }
 
 void VexorLogging::UnexpectedInit() {
-  const std::lock_guard lock(m_mFileHandleMutex);
+  const std::lock_guard lock(*m_mFileHandleMutex);
   impl_->unexpected = true;
 }
 
 void VexorLogging::SetLinesLimitToSplit(std::uint32_t limit) {
-  const std::lock_guard lock(m_mFileHandleMutex);
+  const std::lock_guard lock(*m_mFileHandleMutex);
   impl_->series.SetLimit(limit);
 }
 
 void VexorLogging::SetAutoRunInfo(ContextUtils* context,
                                   const std::tuple<std::string, unsigned char>& info) {
-  const std::lock_guard lock(m_mFileHandleMutex);
+  const std::lock_guard lock(*m_mFileHandleMutex);
   std::tie(impl_->script, impl_->flags) = info;
   impl_->context = context;
 }
 
 std::string VexorLogging::GetLogFile() const {
-  const std::lock_guard lock(m_mFileHandleMutex);
+  const std::lock_guard lock(*m_mFileHandleMutex);
   return impl_->series.Name();
 }
 
 std::string VexorLogging::GetLogPath() const {
-  const std::lock_guard lock(m_mFileHandleMutex);
+  const std::lock_guard lock(*m_mFileHandleMutex);
   return impl_->path;
 }
 
 void VexorLogging::SetLogOvrOptions(std::string_view options) {
-  const std::lock_guard lock(m_mFileHandleMutex);
+  const std::lock_guard lock(*m_mFileHandleMutex);
   impl_->override_options = options;
 }
 
 std::string VexorLogging::GetLogOvrOptions() const {
-  const std::lock_guard lock(m_mFileHandleMutex);
+  const std::lock_guard lock(*m_mFileHandleMutex);
   return impl_->override_options;
 }
 

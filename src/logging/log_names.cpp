@@ -1,7 +1,9 @@
 #include "logging/log_names.h"
 
+#include <algorithm>
 #include <limits>
 
+#include "platform/platform.h"
 #include "util/text.h"
 #include "vexor/util/clock.h"
 #include "vexor/util/files.h"
@@ -28,6 +30,10 @@ NamePieces Split(std::string_view name) {
   return {name.substr(0, base), name.substr(base, end - base), name.substr(end)};
 }
 
+std::string Number(std::string_view stem, std::uint32_t index, std::string_view extension) {
+  return std::string(stem).append("_").append(std::to_string(index)).append(extension);
+}
+
 }  // namespace
 
 std::optional<std::uint32_t> FindSeriesIndex(std::string_view file_name) {
@@ -39,10 +45,14 @@ std::optional<std::uint32_t> FindSeriesIndex(std::string_view file_name) {
   return static_cast<std::uint32_t>(*index);
 }
 
-std::string MakeLogName(std::string_view path, std::string_view name) {
+std::string MakeLogName(std::string_view path, std::string_view name, unsigned copy) {
   std::string file(path);
   if (!path.empty() && path.back() != '/' && path.back() != '\\') file += '/';
-  if (name.empty()) return file.append("VexorLog_").append(GetTimeStamp()).append(kExtension);
+  if (name.empty()) {
+    file.append("VexorLog_").append(GetTimeStamp());
+    if (copy > 1) file.append("-").append(std::to_string(copy));
+    return file.append(kExtension);
+  }
   file += name;
   return EndsWithIgnoreCase(name, kExtension) ? file : file.append(kExtension);
 }
@@ -54,11 +64,23 @@ std::string MakeSplitName(std::string_view name, std::uint32_t index) {
   std::string before;
   if (index > 0) before.append("_").append(std::to_string(index - 1));
   if (stem.ends_with(before)) stem.remove_suffix(before.size());
-  return std::string(pieces.folder)
-      .append(stem)
-      .append("_")
-      .append(std::to_string(index))
-      .append(pieces.extension);
+  return std::string(pieces.folder).append(Number(stem, index, pieces.extension));
+}
+
+bool NamesDeviceOrStream(std::string_view path) {
+  constexpr std::string_view kDevices[] = {"NUL", "CON", "PRN", "AUX", "CONIN$", "CONOUT$"};
+  constexpr std::string_view kNumberedDevices[] = {"COM", "LPT"};
+  std::string_view name = path.substr(GetFilePath(path).size());
+  const bool has_drive = name.size() == path.size() && name.size() >= 2 && name[1] == ':';
+  if (has_drive) name.remove_prefix(2);
+  if (name.find(':') != std::string_view::npos) return true;
+  // Extensions and blanks before them make no difference.
+  name = TrimBlanks(name.substr(0, name.find('.')));
+  const auto is_name = [&name](std::string_view device) { return EqualsIgnoreCase(name, device); };
+  if (std::any_of(std::begin(kDevices), std::end(kDevices), is_name)) return true;
+  if (name.empty() || !IsDecDigit(name.back())) return false;
+  name.remove_suffix(1);
+  return std::any_of(std::begin(kNumberedDevices), std::end(kNumberedDevices), is_name);
 }
 
 }  // namespace vexor

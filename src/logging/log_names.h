@@ -5,12 +5,18 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 namespace vexor {
 
 // The name with ".csv" behind it unless it ends so in any case, in the folder `path`; an empty path
-// is no folder. An empty name becomes "VexorLog_" and the time.
-std::string MakeLogName(std::string_view path, std::string_view name);
+// is no folder. An empty name becomes "VexorLog_" and the time; the second copy and further ones of
+// such a name get "-" and their number behind it.
+std::string MakeLogName(std::string_view path, std::string_view name, unsigned copy = 1);
+
+// Whether a system that has Windows' names takes the last piece of the path for a device or for a
+// stream of a file: NUL, COM1.csv, run:1.csv.
+bool NamesDeviceOrStream(std::string_view path);
 
 // The name of this index in a series. Only the base name counts: "_" and the index stand before its
 // extension, in place of the index before it if the base name ends with that.

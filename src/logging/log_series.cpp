@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <array>
 #include <fstream>
-#include <iostream>
 #include <utility>
 
 #include "logging/log_names.h"
+#include "util/standard_output.h"
 #include "vexor/logging/console.h"
 
 namespace vexor {
@@ -46,11 +46,11 @@ Content LookInto(const std::string& path) {
   return content;
 }
 
-void PrintFault(std::string_view name, std::string_view what, const std::error_code& error) {
-  std::string text = "Log File: ";
-  text.append(name).append(" ").append(what);
-  if (error) text.append(": ").append(error.message());
-  PrintLine(text);
+// The path leads to a file of its own on this system.
+std::error_code CheckName(const std::string& path) {
+  if (const std::error_code error = CheckPath(path)) return error;
+  const bool is_reserved = kHasWindowsNames && NamesDeviceOrStream(path);
+  return is_reserved ? MakeError(PathFault::kReserved) : std::error_code();
 }
 
 }  // namespace
@@ -58,22 +58,30 @@ void PrintFault(std::string_view name, std::string_view what, const std::error_c
 void PrintLine(std::string_view line) {
   std::string text(line);
   text += '\n';
-  std::cout.write(text.data(), static_cast<std::streamsize>(text.size()));
+  vexor::StandardOutput().write(text.data(), static_cast<std::streamsize>(text.size()));
 }
 
-bool LogSeries::Start(const std::string& name, OpenMode mode) {
+void PrintFault(std::string_view what, std::string_view name, const std::error_code& error) {
+  std::string text = "Cannot ";
+  PrintLine(
+      text.append(what).append(" log file ").append(name).append(": ").append(error.message()));
+}
+
+std::error_code LogSeries::Start(const std::string& name, OpenMode mode) {
   name_ = name;
   fault_reported_ = false;
   const std::error_code error = Open(name, MakeAbsolute(name), mode);
-  if (error) ReportOnce(name, "cannot be opened", error);
-  return !error;
+  if (error && error != std::errc::file_exists) ReportOnce("open", name, error);
+  return error;
 }
 
 std::error_code LogSeries::Open(const std::string& name, const std::string& path, OpenMode mode) {
-  std::error_code error;
+  std::error_code error = CheckName(name);
+  if (error) return error;
   std::shared_ptr<DurableFile> opened = DurableFile::Open(path, name, mode, error);
   if (error) return error;
-  const bool is_empty = opened->IsEmpty();
+  const std::optional<FileStatus> status = opened->ReadStatus();
+  const bool is_empty = !status || status->size == 0;
   const Content content = is_empty ? Content() : LookInto(path);
   std::string its_name = name;
   std::string its_path = path;
@@ -82,26 +90,37 @@ std::error_code LogSeries::Open(const std::string& name, const std::string& path
   name_ = std::move(its_name);
   path_ = std::move(its_path);
   lost_ = false;
+  removed_ = false;
   header_due_ = true;
+  size_ = is_empty ? 0 : status->size;
   lines_ = content.lines;
   torn_ = content.torn;
   has_logged_line_ = !is_empty;
   return {};
 }
 
+// The file is not what the log has written: others have cut it or made it anew.
+void LogSeries::LookAnew() {
+  const Content content = LookInto(path_);
+  const std::optional<FileStatus> status = file_->ReadStatus();
+  size_ = status ? status->size : 0;
+  lines_ = content.lines;
+  torn_ = content.torn;
+  has_logged_line_ = content.lines > 0;
+  header_due_ = true;
+  removed_ = false;
+}
+
 bool LogSeries::Reopen() {
   if (const std::error_code error = file_->Reopen()) {
-    ReportOnce(name_, "cannot be opened", error);
+    ReportOnce(removed_ ? "make anew the removed" : "open", name_, error);
     return false;
   }
   lost_ = false;
-  const bool is_new = file_->IsEmpty();
-  torn_ = !is_new && EndsInsideLine(path_);
-  if (is_new) {
-    header_due_ = true;
-    lines_ = 0;
-    has_logged_line_ = false;
+  if (removed_ && !std::exchange(fault_reported_, true)) {
+    PrintLine("Log file " + name_ + " was removed and begins anew");
   }
+  torn_ = EndsInsideLine(path_);
   return true;
 }
 
@@ -109,15 +128,25 @@ bool LogSeries::Reopen() {
 bool LogSeries::EnsureOpen(Aftermath& after) {
   if (next_pending_) return FileSplitter(after);
   if (!file_) return false;
-  if (!lost_ && file_->IsRemoved()) {
-    lost_ = true;
-    ReportOnce(name_, "was removed and begins anew", {});
+  std::optional<FileStatus> status = file_->ReadStatus();
+  if (!lost_ && status && status->removed) lost_ = removed_ = true;
+  if (lost_) {
+    if (!Reopen()) return false;
+    status = file_->ReadStatus();
   }
-  return !lost_ || Reopen();
+  if (removed_ || (status && status->size < size_)) {
+    LookAnew();
+  } else if (status) {
+    size_ = status->size;
+  }
+  return true;
 }
 
 bool LogSeries::FileSplitter(Aftermath& after) {
-  if (!std::exchange(next_pending_, true)) FlushAndClose();
+  if (!next_pending_) {
+    Close(after);
+    next_pending_ = true;
+  }
   const std::string next = MakeSplitName(name_, next_index_);
   const std::string next_path = MakeSplitName(path_, next_index_);
   if (Open(next, next_path, OpenMode::kTruncate)) {
@@ -126,23 +155,24 @@ bool LogSeries::FileSplitter(Aftermath& after) {
   }
   next_pending_ = false;
   ++next_index_;
-  ++after.splits;
+  ++after.moves;
   ConsoleOut("Continue on Log File: " + next, TRACE_INFORMATION, false);
   return true;
 }
 
-void LogSeries::FlushAndClose() {
-  if (file_ && !file_->Flush(file_->Appended())) ReportFlushFault(*file_);
-  file_.reset();
-}
-
-void LogSeries::Close() {
-  FlushAndClose();
+void LogSeries::Close(Aftermath& after) {
+  if (file_) {
+    after.left.push_back(file_);
+    file_->EndAppending();
+    file_.reset();
+    after.file.reset();
+  }
   next_pending_ = false;
 }
 
-Aftermath LogSeries::Position() const {
-  return {.file = file_, .appended = file_ ? file_->Appended() : 0, .splits = 0};
+void LogSeries::FlushAll(Aftermath& after) const {
+  after.file = file_;
+  after.appended = file_ ? file_->Appended() : 0;
 }
 
 void LogSeries::Write(std::string_view line, Aftermath& after) {
@@ -166,12 +196,13 @@ bool LogSeries::Append(std::optional<std::string_view> line, Aftermath& after) {
   UseSystemLineEnds(block);
   if (const std::error_code error = file_->Append(block)) {
     lost_ = true;
-    ReportOnce(name_, "cannot be written", error);
+    ReportOnce("write to", name_, error);
     return false;
   }
   fault_reported_ = false;
   torn_ = false;
   header_due_ = false;
+  size_ += block.size();
   lines_ += count;
   has_logged_line_ = has_logged_line_ || line;
   after.file = file_;
@@ -193,13 +224,13 @@ bool LogSeries::IsFullFor(std::string_view block) const {
 }
 
 // Prints what is wrong with a file, unless something was since a line could last be written.
-void LogSeries::ReportOnce(std::string_view name, std::string_view what,
+void LogSeries::ReportOnce(std::string_view what, std::string_view name,
                            const std::error_code& error) {
-  if (!std::exchange(fault_reported_, true)) PrintFault(name, what, error);
+  if (!std::exchange(fault_reported_, true)) PrintFault(what, name, error);
 }
 
 void LogSeries::ReportFlushFault(DurableFile& file) {
-  if (const auto error = file.TakeFault()) PrintFault(file.Name(), "cannot be flushed", *error);
+  if (const auto error = file.TakeFault()) PrintFault("flush", file.Name(), *error);
 }
 
 }  // namespace vexor

@@ -4,15 +4,17 @@
 #include <array>
 #include <cstdio>
 
+#include "platform/immortal.h"
 #include "vexor/logging/log_file.h"
 
-// Not constinit: mingw's mutex has no constant initializer.
-std::mutex VexorLogging::m_mThreadIdMutex;
-constinit std::vector<std::thread::id> VexorLogging::m_vThreadsId;
-constinit std::vector<VEXOR_PM_TEST_ID> VexorLogging::m_vLogTestId;
-constinit std::vector<TRACE_LEVEL> VexorLogging::m_vFlowLogLevel;
-constinit std::vector<VexorLogging*> VexorLogging::m_vLogFileReference;
-std::map<std::thread::id, std::string> VexorLogging::m_mThreadAffinityLog;
+using vexor::Immortal;
+
+constinit Immortal<std::mutex> VexorLogging::m_mThreadIdMutex;
+constinit Immortal<std::vector<std::thread::id>> VexorLogging::m_vThreadsId;
+constinit Immortal<std::vector<VEXOR_PM_TEST_ID>> VexorLogging::m_vLogTestId;
+constinit Immortal<std::vector<TRACE_LEVEL>> VexorLogging::m_vFlowLogLevel;
+constinit Immortal<std::vector<VexorLogging*>> VexorLogging::m_vLogFileReference;
+constinit Immortal<std::map<std::thread::id, std::string>> VexorLogging::m_mThreadAffinityLog;
 
 namespace {
 
@@ -36,77 +38,78 @@ void MakeRoomForOne(std::vector<Value>& values) {
 // thread stays with its first test on purpose.
 void VexorLogging::SetThreadTestLog(std::thread::id thread, VEXOR_PM_TEST_ID test,
                                     TRACE_LEVEL level, VexorLogging* log) {
-  const std::lock_guard lock(m_mThreadIdMutex);
+  const std::lock_guard lock(*m_mThreadIdMutex);
   AppendRoute(thread, test, level, log);
 }
 
 // The entry is made whole or, when memory runs out, not at all.
 void VexorLogging::AppendRoute(std::thread::id thread, VEXOR_PM_TEST_ID test, TRACE_LEVEL level,
                                VexorLogging* log) {
-  MakeRoomForOne(m_vThreadsId);
-  MakeRoomForOne(m_vLogTestId);
-  MakeRoomForOne(m_vFlowLogLevel);
-  MakeRoomForOne(m_vLogFileReference);
-  m_vThreadsId.push_back(thread);
-  m_vLogTestId.push_back(test);
-  m_vFlowLogLevel.push_back(level);
-  m_vLogFileReference.push_back(log);
+  MakeRoomForOne(*m_vThreadsId);
+  MakeRoomForOne(*m_vLogTestId);
+  MakeRoomForOne(*m_vFlowLogLevel);
+  MakeRoomForOne(*m_vLogFileReference);
+  m_vThreadsId->push_back(thread);
+  m_vLogTestId->push_back(test);
+  m_vFlowLogLevel->push_back(level);
+  m_vLogFileReference->push_back(log);
 }
 
 // With `again` also when the thread is registered already.
 void VexorLogging::RegisterThisThread(TRACE_LEVEL level, bool again) {
   const std::thread::id thread = std::this_thread::get_id();
-  const std::lock_guard lock(m_mThreadIdMutex);
-  if (!again && std::find(m_vThreadsId.begin(), m_vThreadsId.end(), thread) != m_vThreadsId.end()) {
+  const std::lock_guard lock(*m_mThreadIdMutex);
+  if (!again &&
+      std::find(m_vThreadsId->begin(), m_vThreadsId->end(), thread) != m_vThreadsId->end()) {
     return;
   }
   AppendRoute(thread, PM_TEST_VEXOR, level, this);
 }
 
 void VexorLogging::ForgetThreads() {
-  const std::lock_guard lock(m_mThreadIdMutex);
-  m_vThreadsId.clear();
-  m_vLogTestId.clear();
-  m_vFlowLogLevel.clear();
-  m_vLogFileReference.clear();
+  const std::lock_guard lock(*m_mThreadIdMutex);
+  m_vThreadsId->clear();
+  m_vLogTestId->clear();
+  m_vFlowLogLevel->clear();
+  m_vLogFileReference->clear();
 }
 
 // The entries stay, with their tests and levels; none leads to an object that is gone.
 void VexorLogging::ForgetLog() {
-  const std::lock_guard lock(m_mThreadIdMutex);
-  std::replace(m_vLogFileReference.begin(), m_vLogFileReference.end(), this,
+  const std::lock_guard lock(*m_mThreadIdMutex);
+  std::replace(m_vLogFileReference->begin(), m_vLogFileReference->end(), this,
                static_cast<VexorLogging*>(nullptr));
 }
 
 VEXOR_PM_TEST_ID VexorLogging::GetThreadTestId(std::thread::id thread) {
-  const std::lock_guard lock(m_mThreadIdMutex);
-  return FindFirst(m_vThreadsId, thread, m_vLogTestId, PM_TEST_VEXOR);
+  const std::lock_guard lock(*m_mThreadIdMutex);
+  return FindFirst(*m_vThreadsId, thread, *m_vLogTestId, PM_TEST_VEXOR);
 }
 
 TRACE_LEVEL VexorLogging::GetThreadLogLevel(std::thread::id thread) const {
-  const std::lock_guard lock(m_mThreadIdMutex);
-  return FindFirst(m_vThreadsId, thread, m_vFlowLogLevel, GetGlobalLogLevel());
+  const std::lock_guard lock(*m_mThreadIdMutex);
+  return FindFirst(*m_vThreadsId, thread, *m_vFlowLogLevel, GetGlobalLogLevel());
 }
 
 VexorLogging* VexorLogging::GetThreadLogFileReference(std::thread::id thread) {
-  const std::lock_guard lock(m_mThreadIdMutex);
-  return FindFirst<std::thread::id, VexorLogging*>(m_vThreadsId, thread, m_vLogFileReference,
+  const std::lock_guard lock(*m_mThreadIdMutex);
+  return FindFirst<std::thread::id, VexorLogging*>(*m_vThreadsId, thread, *m_vLogFileReference,
                                                    nullptr);
 }
 
 TRACE_LEVEL VexorLogging::GetTestLogLevel(VEXOR_PM_TEST_ID test) const {
-  const std::lock_guard lock(m_mThreadIdMutex);
-  return FindFirst(m_vLogTestId, test, m_vFlowLogLevel, GetGlobalLogLevel());
+  const std::lock_guard lock(*m_mThreadIdMutex);
+  return FindFirst(*m_vLogTestId, test, *m_vFlowLogLevel, GetGlobalLogLevel());
 }
 
 void VexorLogging::LogSpecificLevel(std::string_view text, TRACE_LEVEL level) {
   VexorLogging* log = nullptr;
   TRACE_LEVEL thread_level = TRACE_NO_LOG;
   {
-    const std::lock_guard lock(m_mThreadIdMutex);
+    const std::lock_guard lock(*m_mThreadIdMutex);
     const std::thread::id thread = std::this_thread::get_id();
-    log = FindFirst(m_vThreadsId, thread, m_vLogFileReference, log);
-    thread_level = FindFirst(m_vThreadsId, thread, m_vFlowLogLevel, thread_level);
+    log = FindFirst(*m_vThreadsId, thread, *m_vLogFileReference, log);
+    thread_level = FindFirst(*m_vThreadsId, thread, *m_vFlowLogLevel, thread_level);
   }
   if (log == nullptr) {
     ConsoleOut(text, level, false);
@@ -119,14 +122,14 @@ void VexorLogging::SetThreadAffinityLog(std::thread::id thread, unsigned short a
                                         unsigned short c, unsigned short d) {
   std::array<char, 32> label = {};
   std::snprintf(label.data(), label.size(), "%02u:%02u:%03u:%u", a, b, c, d);
-  const std::lock_guard lock(m_mThreadIdMutex);
-  m_mThreadAffinityLog[thread] = label.data();
+  const std::lock_guard lock(*m_mThreadIdMutex);
+  (*m_mThreadAffinityLog)[thread] = label.data();
 }
 
 std::string VexorLogging::GetThreadAffinityLog(std::thread::id thread) {
-  const std::lock_guard lock(m_mThreadIdMutex);
-  const auto label = m_mThreadAffinityLog.find(thread);
-  return label == m_mThreadAffinityLog.end() ? std::string() : label->second;
+  const std::lock_guard lock(*m_mThreadIdMutex);
+  const auto label = m_mThreadAffinityLog->find(thread);
+  return label == m_mThreadAffinityLog->end() ? std::string() : label->second;
 }
 
 std::string VexorLogging::GetPkgCoreInfo(unsigned short package, unsigned short core) {

@@ -1,6 +1,9 @@
+#include <algorithm>
+#include <array>
 #include <atomic>
 #include <string>
 
+#include "platform/immortal.h"
 #include "platform/platform.h"
 
 namespace vexor {
@@ -9,9 +12,24 @@ namespace {
 
 const FileCalls& Calls() { return *file_calls.load(std::memory_order_acquire); }
 
-std::error_code WriteWhole(const std::string& path, std::string_view content) {
+class PathCategory final : public std::error_category {
+ public:
+  [[nodiscard]] const char* name() const noexcept override { return "path"; }
+  [[nodiscard]] std::string message(int fault) const override {
+    constexpr std::array<const char*, 4> kMessages = {
+        "no error", "the name has a zero byte in it",
+        "the name is one of a device or a stream, not of a file", "it is no regular file"};
+    return kMessages.at(static_cast<std::size_t>(fault));
+  }
+  [[nodiscard]] std::error_condition default_error_condition(
+      int /*fault*/) const noexcept override {
+    return std::errc::invalid_argument;
+  }
+};
+
+std::error_code WriteWhole(const std::string& path, std::string_view content, OpenMode mode) {
   File file;
-  std::error_code error = file.Open(path, OpenMode::kTruncate);
+  std::error_code error = file.Open(path, mode);
   if (!error) error = file.Append(content);
   if (!error) error = file.Flush();
   return error;
@@ -23,13 +41,44 @@ std::string TemporaryName(const std::string& target) {
   return target + "." + std::to_string(ReadProcessId()) + "-" + std::to_string(++count) + ".tmp";
 }
 
+// Writes the content beside the target and gives it the target's name.
+std::error_code ReplaceByRename(const std::string& target, std::string_view content) {
+  const std::string temporary = TemporaryName(target);
+  std::error_code error = WriteWhole(temporary, content, OpenMode::kTruncate);
+  if (!error) {
+    CopyPermissions(target, temporary);
+    error = Calls().rename(temporary, target);
+  }
+  if (error) Calls().remove(temporary);
+  return error;
+}
+
+// Whether the error may come from a folder in which nothing can be made or renamed.
+bool IsFolderFault(const std::error_code& error) {
+  constexpr std::array kFaults = {std::errc::permission_denied, std::errc::operation_not_permitted,
+                                  std::errc::read_only_file_system,
+                                  std::errc::device_or_resource_busy};
+  return std::find(kFaults.begin(), kFaults.end(), error) != kFaults.end();
+}
+
 }  // namespace
+
+std::error_code MakeError(PathFault fault) {
+  static constinit Immortal<PathCategory> category;
+  return {static_cast<int>(fault), *category};
+}
+
+std::error_code CheckPath(const std::string& path) {
+  const bool is_cut = path.find('\0') != std::string::npos;
+  return is_cut ? MakeError(PathFault::kZeroByte) : std::error_code();
+}
 
 File::~File() {
   if (handle_ != kNoFile) Calls().close(handle_);
 }
 
 std::error_code File::Open(const std::string& path, OpenMode mode) {
+  if (const std::error_code error = CheckPath(path)) return error;
   File opened;
   if (const std::error_code error = Calls().open(path, mode, opened.handle_)) return error;
   *this = std::move(opened);
@@ -57,31 +106,31 @@ std::error_code File::Append(std::string_view bytes) {
 
 std::error_code File::Flush() { return Calls().flush(handle_); }
 
-bool File::IsRemoved() const {
+std::optional<FileStatus> File::ReadStatus() const {
   FileStatus status;
-  return !Calls().read_status(handle_, status) && status.removed;
-}
-
-bool File::IsEmpty() const {
-  FileStatus status;
-  return Calls().read_status(handle_, status) || status.size == 0;
+  if (Calls().read_status(handle_, status)) return std::nullopt;
+  return status;
 }
 
 std::error_code ReplaceFileContent(const std::string& path, std::string_view content) {
+  if (const std::error_code error = CheckPath(path)) return error;
   const ReplaceTarget target = ResolveReplaceTarget(path);
   if (target.refused) return target.refused;
-  if (target.in_place) return WriteWhole(target.path, content);
-  const std::string temporary = TemporaryName(target.path);
-  std::error_code error = WriteWhole(temporary, content);
-  if (!error) {
-    CopyPermissions(target.path, temporary);
-    error = Calls().rename(temporary, target.path);
-  }
-  if (error) {
-    Calls().remove(temporary);
-    return error;
-  }
+  if (target.in_place) return WriteWhole(target.path, content, OpenMode::kInPlace);
+  if (const std::error_code error = ReplaceByRename(target.path, content)) return error;
   return Calls().sync_name(target.path);
+}
+
+std::error_code RewriteFile(const std::string& path, std::string_view content) {
+  if (const std::error_code error = CheckPath(path)) return error;
+  const ReplaceTarget target = ResolveReplaceTarget(path);
+  if (target.refused) return target.refused;
+  if (!target.in_place) {
+    const std::error_code error = ReplaceByRename(target.path, content);
+    if (!error) Calls().sync_name(target.path);
+    if (!IsFolderFault(error)) return error;
+  }
+  return WriteWhole(target.path, content, OpenMode::kInPlace);
 }
 
 }  // namespace vexor

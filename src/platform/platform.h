@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <ctime>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -50,24 +51,54 @@ bool HasFileStatus(const std::string& path);
 // none.
 std::string MakeAbsolute(const std::string& path);
 
-// The names, sorted, of the regular files in a folder; none for a folder that cannot be read.
-std::vector<std::string> ListFiles(const std::string& folder);
+// The names, sorted, of the regular files in a folder; those that were found before an error, which
+// is there for an empty name, too.
+std::vector<std::string> ListFiles(const std::string& folder, std::error_code& error);
+inline std::vector<std::string> ListFiles(const std::string& folder) {
+  std::error_code ignored;
+  return ListFiles(folder, ignored);
+}
+
+// Whether the names of files are those of Windows: case does not matter, some names stand for
+// devices, and a ":" leads to a stream of a file.
+extern const bool kHasWindowsNames;
+
+// Makes one folder in a folder that exists. No error when it is there already.
+std::error_code MakeFolder(const std::string& path);
 
 // Gives the file at `path` this content: its old content or the new one is found there afterwards,
 // never a part of either, and the new one is on the disk when there is no error. A link is followed
 // and the file's permissions stay; what is no regular file, such as a device, is written in place.
 std::error_code ReplaceFileContent(const std::string& path, std::string_view content);
 
+// Does the same as far as the folder permits: a file in a folder that takes no new file is written
+// in place, and a folder that cannot be synchronised is no error.
+std::error_code RewriteFile(const std::string& path, std::string_view content);
+
 // Open files.
 
 using FileHandle = std::intptr_t;
 inline constexpr FileHandle kNoFile = -1;
 
-enum class OpenMode : std::uint8_t { kAppend, kTruncate };
+// All modes but kInPlace open regular files alone.
+enum class OpenMode : std::uint8_t {
+  kAppend,
+  kTruncate,
+  kCreate,   // fails when the file exists
+  kInPlace,  // empties a regular file; opens a device as well, and a pipe once somebody reads it
+};
+
+// What the library refuses although the system would open something. The errors are equivalent to
+// std::errc::invalid_argument.
+enum class PathFault : std::uint8_t { kNone, kZeroByte, kReserved, kNotRegular };
+std::error_code MakeError(PathFault fault);
+
+// Returns an error for a zero byte in the path, at which the system would end it.
+std::error_code CheckPath(const std::string& path);
 
 struct FileStatus {
   std::uint64_t size = 0;
-  bool removed = false;  // no folder names the file any more
+  bool removed = false;  // no folder names the file any more: closed, it is gone
 };
 
 // The system calls behind open files and ReplaceFileContent. Every file is opened to append, for
@@ -119,11 +150,8 @@ class File {
   // Returns when the disk has what was written before.
   std::error_code Flush();
 
-  // Whether the file has lost its name: what is written to it is gone when it is closed.
-  [[nodiscard]] bool IsRemoved() const;
-
-  // Whether there is nothing in the file, as is always so with devices.
-  [[nodiscard]] bool IsEmpty() const;
+  // What the system says of the file; the size is 0 for devices. Nothing when it says nothing.
+  [[nodiscard]] std::optional<FileStatus> ReadStatus() const;
 
  private:
   FileHandle handle_ = kNoFile;

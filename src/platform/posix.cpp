@@ -1,3 +1,4 @@
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/time.h>
@@ -17,6 +18,10 @@ namespace vexor {
 
 namespace {
 
+struct CloseFolder {
+  void operator()(DIR* folder) const { closedir(folder); }
+};
+
 struct FreeMemory {
   void operator()(char* text) const { std::free(text); }
 };
@@ -28,14 +33,34 @@ int Descriptor(FileHandle handle) { return static_cast<int>(handle); }
 // Special files have nothing to synchronise and say so.
 std::error_code FlushError() { return errno == EINVAL ? std::error_code() : LastError(); }
 
+int FlagsOf(OpenMode mode) {
+  constexpr int kFlags = O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NOCTTY;
+  if (mode == OpenMode::kAppend) return kFlags;
+  return kFlags | (mode == OpenMode::kCreate ? O_EXCL : O_TRUNC);
+}
+
+// Where a standard stream is closed, a file that is opened gets its number, and with it what the
+// program prints.
+int MoveAboveStandardStreams(int descriptor) {
+  if (descriptor < 0 || descriptor > STDERR_FILENO) return descriptor;
+  const int moved = fcntl(descriptor, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+  const int error = errno;
+  close(descriptor);
+  errno = error;
+  return moved;
+}
+
 std::error_code OpenFile(const std::string& path, OpenMode mode, FileHandle& handle) {
   constexpr mode_t kPermissions = 0666;
-  const int truncate = mode == OpenMode::kTruncate ? O_TRUNC : 0;
-  const int flags = O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NOCTTY | truncate;
+  // Looked at before: to open a pipe would mean to wait for somebody who reads it.
+  if (mode != OpenMode::kInPlace && LookUpPath(path) == PathKind::kOther) {
+    return MakeError(PathFault::kNotRegular);
+  }
   int descriptor = -1;
   do {
-    descriptor = open(path.c_str(), flags, kPermissions);
+    descriptor = open(path.c_str(), FlagsOf(mode), kPermissions);
   } while (descriptor < 0 && errno == EINTR);
+  descriptor = MoveAboveStandardStreams(descriptor);
   if (descriptor < 0) return LastError();
   handle = descriptor;
   return {};
@@ -109,6 +134,8 @@ constinit const FileCalls kSystemFileCalls = {
 
 constinit const std::string_view kLineEnd = "\n";
 
+constinit const bool kHasWindowsNames = false;
+
 void UseSystemLineEnds(std::string& /*text*/) {}
 
 LocalTime ReadLocalTime() {
@@ -138,13 +165,23 @@ std::string MakeAbsolute(const std::string& path) {
   return error ? path : absolute.string();
 }
 
-std::vector<std::string> ListFiles(const std::string& folder) {
+// The standard library's iterator ends the process when memory runs out.
+std::vector<std::string> ListFiles(const std::string& folder, std::error_code& error) {
   std::vector<std::string> names;
-  std::error_code error;
-  std::filesystem::directory_iterator entry(folder, error);
-  for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
-    std::error_code unknown;
-    if (entry->is_regular_file(unknown)) names.push_back(entry->path().filename().string());
+  error = CheckPath(folder);
+  if (error) return names;
+  const std::unique_ptr<DIR, CloseFolder> opened(opendir(folder.c_str()));
+  if (!opened) error = LastError();
+  while (opened) {
+    errno = 0;
+    const dirent* const entry = readdir(opened.get());
+    if (entry == nullptr) {
+      if (errno != 0) error = LastError();
+      break;
+    }
+    struct stat found = {};
+    const bool has_status = fstatat(dirfd(opened.get()), entry->d_name, &found, 0) == 0;
+    if (has_status && S_ISREG(found.st_mode)) names.emplace_back(entry->d_name);
   }
   std::sort(names.begin(), names.end());
   return names;
@@ -199,6 +236,15 @@ std::error_code IdentifyFile(FileHandle handle, FileIdentity& identity) {
 }
 
 void CloseReadFile(FileHandle handle) { CloseFile(handle); }
+
+std::error_code MakeFolder(const std::string& path) {
+  if (const std::error_code error = CheckPath(path)) return error;
+  constexpr mode_t kPermissions = 0777;
+  struct stat found = {};
+  if (mkdir(path.c_str(), kPermissions) == 0) return {};
+  const std::error_code error = LastError();
+  return stat(path.c_str(), &found) == 0 && S_ISDIR(found.st_mode) ? std::error_code() : error;
+}
 
 ReplaceTarget ResolveReplaceTarget(const std::string& path) {
   ReplaceTarget target = {.path = path, .in_place = false, .refused = {}};

@@ -23,13 +23,22 @@ HANDLE Native(FileHandle handle) {
   return reinterpret_cast<HANDLE>(handle);  // NOLINT(performance-no-int-to-ptr)
 }
 
-// Append access alone makes every write go to the file's end, whoever else writes; it is enough to
-// flush the handle, too.
+DWORD DispositionOf(OpenMode mode) {
+  if (mode == OpenMode::kAppend) return OPEN_ALWAYS;
+  return mode == OpenMode::kCreate ? CREATE_NEW : CREATE_ALWAYS;
+}
+
 std::error_code OpenFile(const std::string& path, OpenMode mode, FileHandle& handle) {
-  const HANDLE opened = CreateFileA(
-      path.c_str(), FILE_APPEND_DATA | FILE_READ_ATTRIBUTES | SYNCHRONIZE, kSharing, nullptr,
-      mode == OpenMode::kTruncate ? CREATE_ALWAYS : OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+  // Append access alone makes every write go to the file's end, whoever else writes; it is enough
+  // to flush the handle, too.
+  const HANDLE opened =
+      CreateFileA(path.c_str(), FILE_APPEND_DATA | FILE_READ_ATTRIBUTES | SYNCHRONIZE, kSharing,
+                  nullptr, DispositionOf(mode), FILE_ATTRIBUTE_NORMAL, nullptr);
   if (opened == INVALID_HANDLE_VALUE) return LastError();
+  if (mode != OpenMode::kInPlace && GetFileType(opened) != FILE_TYPE_DISK) {
+    CloseHandle(opened);
+    return MakeError(PathFault::kNotRegular);
+  }
   handle = reinterpret_cast<FileHandle>(opened);
   return {};
 }
@@ -99,6 +108,8 @@ constinit const FileCalls kSystemFileCalls = {
 
 constinit const std::string_view kLineEnd = "\r\n";
 
+constinit const bool kHasWindowsNames = true;
+
 void UseSystemLineEnds(std::string& text) {
   std::string result;
   char before = '\0';
@@ -152,15 +163,26 @@ std::string MakeAbsolute(const std::string& path) {
   return absolute;
 }
 
-std::vector<std::string> ListFiles(const std::string& folder) {
+std::vector<std::string> ListFiles(const std::string& folder, std::error_code& error) {
   constexpr DWORD kNotRegular = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_DEVICE;
   std::vector<std::string> names;
+  error = folder.empty() ? std::make_error_code(std::errc::no_such_file_or_directory)
+                         : CheckPath(folder);
+  if (error) return names;
+  // Behind a drive's colon a separator would name its root, not its current folder.
+  const bool is_complete = std::string_view("/\\:").find(folder.back()) != std::string_view::npos;
   WIN32_FIND_DATAA entry = {};
-  const HANDLE search = FindFirstFileA((folder + "\\*").c_str(), &entry);
-  if (search == INVALID_HANDLE_VALUE) return names;
+  const HANDLE search = FindFirstFileA((folder + (is_complete ? "*" : "\\*")).c_str(), &entry);
+  if (search == INVALID_HANDLE_VALUE) {
+    error = LastError();
+    if (error.value() == ERROR_FILE_NOT_FOUND) error.clear();  // the root of an empty drive
+    return names;
+  }
   do {
     if ((entry.dwFileAttributes & kNotRegular) == 0) names.emplace_back(entry.cFileName);
   } while (FindNextFileA(search, &entry) != 0);
+  error = LastError();
+  if (error.value() == ERROR_NO_MORE_FILES) error.clear();
   FindClose(search);
   std::sort(names.begin(), names.end());
   return names;
@@ -219,6 +241,16 @@ std::error_code IdentifyFile(FileHandle handle, FileIdentity& identity) {
 }
 
 void CloseReadFile(FileHandle handle) { CloseFile(handle); }
+
+std::error_code MakeFolder(const std::string& path) {
+  if (const std::error_code error = CheckPath(path)) return error;
+  if (CreateDirectoryA(path.c_str(), nullptr) != 0) return {};
+  const std::error_code error = LastError();
+  const DWORD attributes = GetFileAttributesA(path.c_str());
+  const bool is_folder =
+      attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+  return is_folder ? std::error_code() : error;
+}
 
 ReplaceTarget ResolveReplaceTarget(const std::string& path) {
   return {.path = path, .in_place = false, .refused = {}};

@@ -1,10 +1,10 @@
 #include "vexor/util/files.h"
 
 #include <fstream>
-#include <iostream>
 
 #include "platform/platform.h"
 #include "util/read_stream.h"
+#include "util/standard_output.h"
 
 namespace {
 
@@ -61,7 +61,7 @@ std::string GetFilePath(std::string_view path) {
 bool FindLineInFile(const std::string& file, std::string_view text, std::string& line) {
   std::ifstream lines(file, std::ios::binary);
   if (!lines) {
-    std::cout << "can't open\n";
+    vexor::StandardOutput() << "can't open\n";
     return false;
   }
   return FindInLines(lines, text, line) > 0;

@@ -148,6 +148,33 @@ std::string Log(const Call& call) {
   return content + log.GetLogFile().substr(folder.path().size());
 }
 
+class FrontEnd : public ContextUtils {
+ public:
+  bool CreateAutoRun(std::string /*script*/, unsigned char /*flags*/) override {
+    return ++calls > 0;
+  }
+  int calls = 0;
+};
+
+// It hears of every move, at the latest when the log is used again.
+std::string TellsTheFrontEnd() {
+  const TemporaryFolder folder;
+  FrontEnd front_end;
+  VexorLogging log("header");
+  log.SetLinesLimitToSplit(2);
+  log.SetAutoRunInfo(&front_end, {"a script whose name is longer than a text itself", '\0'});
+  EXPECT_TRUE(Open(log, folder, "run"));
+  log.LogLine("1", TRACE_DEBUG);
+  const std::exception_ptr failed = TryArmed([&] {
+    log.LogLine("2", TRACE_DEBUG);
+    log.LogLine(std::string(40, '3'), TRACE_DEBUG);
+  });
+  log.LogLine("4", TRACE_DEBUG);
+  EXPECT_EQ(front_end.calls + 1U, GetFilesInFolder(folder.path()).size());
+  if (failed) std::rethrow_exception(failed);
+  return "told";
+}
+
 std::string KeepsLines() {
   const std::string line(40, 'k');
   const TemporaryFolder folder;
@@ -368,6 +395,7 @@ constexpr Entry kEntries[] = {
          for (int i = 0; i < 6; ++i) log.LogLine("a line longer than a text itself", TRACE_DEBUG);
        });
      }},
+    {"front end", TellsTheFrontEnd},
     {"LogData",
      [] {
        return Log([](VexorLogging& log) {

@@ -15,10 +15,12 @@
 #include <thread>
 #include <vector>
 
+#include "logging/durable_file.h"
 #include "logging/log_test_tools.h"
 #include "platform/child_process.h"
 #include "platform/test_disk.h"
 #include "vexor/logging/log_file.h"
+#include "vexor/syntax/error_codes.h"
 
 namespace {
 
@@ -74,6 +76,17 @@ TEST(Durability, SurvivesTheEndOfTheProcess) {
   }
   EXPECT_GE(killed_while_logging, round / 2);
   std::cout << round << " processes killed, " << killed_while_logging << " of them while logging\n";
+}
+
+TEST(Durability, LastsBeyondTheLibrarysOwnObjects) {
+  const TemporaryFolder folder;
+  ChildProcess child({VEXOR_EXIT_CHILD, folder.path()},
+                     {.input = {}, .output = folder / "output", .errors = folder / "errors"});
+  EXPECT_EQ(child.Wait(), 0) << ReadLog(folder / "errors");
+  EXPECT_EQ(ReadLog(folder / "run.csv"),
+            "header\n01:02:003:4 is routed\n" + GetErrorCode(PM_TEST_CSTATES, 1) + "\n");
+  EXPECT_EQ(ReadLog(folder / "output"),
+            "the first line\nLog File: " + (folder / "run.csv") + "\nthe last line\n");
 }
 
 TEST(Durability, SurvivesAPowerCut) {
@@ -166,6 +179,95 @@ TEST(Durability, WaitsForAFlushThatBeganAfterTheLineAndHoldsUpNobodyElse) {
   EXPECT_EQ(TestDisk::Calls(TestDisk::kFlush), 3);
 }
 
+TEST(Durability, HoldsUpNobodyElseWhenAFileIsLeft) {
+  const QuietConsole quiet;
+  const struct {
+    const char* name;
+    void (*leave)(VexorLogging& log, const TemporaryFolder& folder);
+  } kWays[] = {
+      {"a split", [](VexorLogging& log, auto&) { log.LogLine("2", TRACE_CRITICAL); }},
+      {"CloseFile", [](VexorLogging& log, auto&) { log.CloseFile(true); }},
+      {"Initialize", [](VexorLogging& log, auto& folder) { OpenPlain(log, folder, "next"); }},
+      {"UnlockLogging",
+       [](VexorLogging& log, auto&) {
+         log.LockLogging();
+         for (int i = 0; i < 100; ++i) log.LogLine("2", TRACE_CRITICAL);
+         log.UnlockLogging();
+       }},
+      {"a removed file", [](VexorLogging& log, auto& folder) {
+         std::error_code in_use;
+         std::filesystem::remove(folder / "run_0.csv", in_use);
+         log.LogLine("2", TRACE_CRITICAL);
+       }}};
+  for (const auto& [name, leave] : kWays) {
+    SCOPED_TRACE(name);
+    const TemporaryFolder folder;
+    const TestDisk disk;
+    VexorLogging log;
+    VexorLogging other;
+    log.SetLinesLimitToSplit(1);
+    ASSERT_TRUE(OpenPlain(log, folder, "run") && OpenPlain(other, folder, "other"));
+    TestDisk::HoldFlushes("run_");
+    std::thread first([&] { log.LogLine("1", TRACE_CRITICAL); });
+    while (TestDisk::Calls(TestDisk::kFlush) == 0) std::this_thread::yield();
+    std::atomic<bool> returned = false;
+    std::thread second([&] {
+      leave(log, folder);
+      returned = true;
+    });
+    while (TestDisk::Calls(TestDisk::kOpen) < 3 && log.IsInitialized()) std::this_thread::yield();
+    for (int i = 0; i < 20; ++i) other.LogLine("line", TRACE_CRITICAL);  // is not held up
+    EXPECT_FALSE(returned);
+    TestDisk::ReleaseFlushes();
+    first.join();
+    second.join();
+    EXPECT_LE(TestDisk::OpenFiles(), 2);
+  }
+}
+
+// The lock under which a log moves is that under which another begins and forgets all threads.
+TEST(Durability, RegistersAThreadBeforeItWaitsForTheDisk) {
+  const QuietConsole quiet;
+  const TemporaryFolder folder;
+  const TestDisk disk;
+  VexorLogging log;
+  VexorLogging other;
+  log.SetLinesLimitToSplit(1);
+  ASSERT_TRUE(OpenPlain(log, folder, "run"));
+  log.LogLine("1", TRACE_CRITICAL);
+  TestDisk::HoldFlushes("run_1");
+  std::thread thread([&] { log.LogLine("2", TRACE_CRITICAL); });
+  const std::thread::id id = thread.get_id();
+  while (TestDisk::Calls(TestDisk::kFlush) < 2) std::this_thread::yield();
+  ASSERT_TRUE(OpenPlain(other, folder, "other"));
+  TestDisk::ReleaseFlushes();
+  thread.join();
+  VexorLogging::SetThreadTestLog(id, PM_TEST_SAGV, TRACE_DEBUG, &other);
+  EXPECT_EQ(VexorLogging::GetThreadTestId(id), PM_TEST_SAGV);
+  EXPECT_EQ(VexorLogging::GetThreadLogFileReference(id), &other);
+}
+
+// The least of many times: nothing else that a flush does here takes as long as its wait for other
+// threads' lines.
+TEST(Durability, WaitsForNoLinesOfAFileThatIsLeft) {
+  const TemporaryFolder folder;
+  const TestDisk disk;
+  TestDisk::PretendFlushes({});
+  auto least = steady_clock::duration::max();
+  for (int i = 0; i < 200; ++i) {
+    std::error_code error;
+    const auto file = vexor::DurableFile::Open(folder / "f", "f", vexor::OpenMode::kAppend, error);
+    ASSERT_FALSE(file->Append("1") || file->Append("2"));
+    EXPECT_TRUE(file->Flush(2));  // for two threads: the next one waits for two lines
+    ASSERT_FALSE(file->Append("3"));
+    file->EndAppending();
+    const auto begin = steady_clock::now();
+    EXPECT_TRUE(file->Flush(3));
+    least = std::min(least, steady_clock::now() - begin);
+  }
+  EXPECT_LT(least, std::chrono::microseconds(55));
+}
+
 TEST(Faults, AreReportedOnceWhileTheTestGoesOn) {
   const TemporaryFolder folder;
   const std::string file = folder / "run.csv";
@@ -182,7 +284,7 @@ TEST(Faults, AreReportedOnceWhileTheTestGoesOn) {
   TestDisk::LimitSpace(5);  // a line and a half
   std::vector<std::string> printed = printed_by({"2", "full", "full too"});
   ASSERT_EQ(printed.size(), 3U);
-  EXPECT_TRUE(printed[0].starts_with("Log File: " + file + " cannot be written: ")) << printed[0];
+  EXPECT_TRUE(printed[0].starts_with("Cannot write to log file " + file + ": ")) << printed[0];
   EXPECT_EQ(printed[1], "full");
   EXPECT_EQ(printed[2], "full too");
   TestDisk::LimitSpace(TestDisk::kUnlimited);
@@ -200,7 +302,7 @@ TEST(Faults, AreReportedOnceWhileTheTestGoesOn) {
   TestDisk::Break(TestDisk::kFlush);
   printed = printed_by({"5", "6"});
   ASSERT_EQ(printed.size(), 1U);
-  EXPECT_TRUE(printed[0].starts_with("Log File: " + file + " cannot be flushed: ")) << printed[0];
+  EXPECT_TRUE(printed[0].starts_with("Cannot flush log file " + file + ": ")) << printed[0];
   TestDisk::Repair(TestDisk::kFlush);
   EXPECT_TRUE(printed_by({"7"}).empty());
   EXPECT_FALSE(log.FlushToDisk());  // what a failed flush lost stays lost
@@ -227,9 +329,23 @@ TEST(Faults, OfALostFileEndWhenItCanBeOpenedAgain) {
   log.LogLine("3", TRACE_DEBUG);
   std::filesystem::create_directory(folder.path());
   log.LogLine("4", TRACE_DEBUG);
-  EXPECT_EQ(GetCapturedStdout(), "Log File: " + file + " was removed and begins anew\n2\n3\n");
+  std::vector<std::string> printed = Lines(GetCapturedStdout());
+  ASSERT_EQ(printed.size(), 3U);
+  EXPECT_TRUE(printed[0].starts_with("Cannot make anew the removed log file " + file + ": "))
+      << printed[0];
+  EXPECT_EQ(printed[2], "3");
   EXPECT_EQ(ReadLog(file), "header\n4\n");
   EXPECT_EQ(TestDisk::Calls(TestDisk::kSyncName), 2);  // of either file
+
+  std::filesystem::remove(file);
+  WriteBytes(file, "of others\nand");
+  log.SetLinesLimitToSplit(4);
+  CaptureStdout();
+  for (const char* line : {"5", "6"}) log.LogLine(line, TRACE_DEBUG);
+  EXPECT_EQ(GetCapturedStdout(), "Log file " + file + " was removed and begins anew\n" +
+                                     "Continue on Log File: " + (folder / "run_1.csv") + "\n");
+  EXPECT_EQ(ReadLog(file), "of others\nand\nheader\n5\n");
+  EXPECT_EQ(ReadLog(folder / "run_1.csv"), "header\n6\n");
 }
 
 TEST(Faults, OfANewFileEndWhenItCanBeCreated) {

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <memory>
 #include <regex>
 #include <string>
 #include <thread>
@@ -113,8 +114,9 @@ TEST(LogFile, PrintsItsLinesWhileNoFileIsOpen) {
   EXPECT_FALSE(log.IsInitialized());
   log.LogLine("after", TRACE_CRITICAL);
   const std::string printed = GetCapturedStdout();
-  EXPECT_TRUE(std::regex_match(printed, std::regex("Log File: " + (folder / "no/such/run.csv") +
-                                                   " cannot be opened: [^\n]+\nafter\n")))
+  EXPECT_TRUE(std::regex_match(
+      printed,
+      std::regex("Cannot open log file " + (folder / "no/such/run.csv") + ": [^\n]+\nafter\n")))
       << printed;
 
   ASSERT_TRUE(OpenPlain(log, folder, "run"));
@@ -238,11 +240,15 @@ TEST(LogFile, ComposesRowsUnderItsHeader) {
     log.LogData({"1", "2", "", "4", "5", "6", "7,"}, TRACE_NO_LOG);
     log.LogData({}, TRACE_NO_LOG);
   }).join();
+  log.UpdateHeaderLine("a,b");
+  log.LogData({"lone return\r", "line feed\n"}, TRACE_CRITICAL);
+  EXPECT_NE(ReadBytes(folder / "run.csv").find("\n\"lone return\r\",line feed"), std::string::npos);
   log.UpdateHeaderLine("\"Iter\",x");
   log.LogMsgData("1", TRACE_CRITICAL, "2", "3");
 
   Rows rows = ParseCsv(ReadLog(folder / "run.csv"));
-  ASSERT_EQ(rows.size(), 7U);
+  ASSERT_EQ(rows.size(), 8U);
+  rows.erase(rows.begin() + 6);  // seen above
   const std::regex time(R"(\d{4}-\d\d-\d\d \d\d:\d\d:\d\d\.\d{3})");
   for (std::size_t i = 1; i < 6; ++i) {
     EXPECT_TRUE(std::regex_match(rows[i][0], time)) << rows[i][0];
@@ -291,7 +297,7 @@ TEST(LockedLog, KeepsItsLinesUntilItIsUnlockedSavedOrClosed) {
   log.CloseFile(false);
   log.CloseFile(false);
   EXPECT_EQ(GetCapturedStdout(),
-            "Log File: " + file + " drops 2 lines that it kept while locked\n");
+            "Log file " + file + " drops 2 line(s) kept while it was locked\n");
   EXPECT_EQ(ReadLog(file), "1\n2\n3\n4\n5\n");
 }
 
@@ -421,10 +427,12 @@ class FrontEnd : public ContextUtils {
   explicit FrontEnd(VexorLogging& log) : log_(log) {}
   bool CreateAutoRun(std::string script, unsigned char flags) override {
     calls.push_back(script + ":" + std::to_string(flags));
-    if (calls.size() == 1) log_.LogLine("from the front end", TRACE_CRITICAL);
+    if (throws) throw 1;
+    log_.LogLine("from the front end", TRACE_CRITICAL);
     return false;
   }
   std::vector<std::string> calls;
+  bool throws = false;
 
  private:
   VexorLogging& log_;
@@ -455,12 +463,60 @@ TEST(LogAutoRun, IsUpdatedWhenTheLogHasMoved) {
   for (const char* line : {"3", "4", "5"}) log.LogLine(line, TRACE_CRITICAL);
   CaptureStdout();
   log.UnlockLogging();  // two moves
-  GetCapturedStdout();
   EXPECT_EQ(front_end.calls.size(), 3U);
+  log.SetLinesLimitToSplit(1);
+  log.LogLine("6", TRACE_CRITICAL);  // so that the front end's own line moves the log again
+  EXPECT_EQ(front_end.calls.size(), 4U);
+  EXPECT_EQ(ReadLog(log.GetLogFile()), "from the front end\n");
+  GetCapturedStdout();
 
   CaptureStdout();
   EXPECT_FALSE(ContextUtils().CreateAutoRun("script", 'x'));
   EXPECT_EQ(GetCapturedStdout(), "scriptx");
+}
+
+TEST(LogAutoRun, MayThrow) {
+  const QuietConsole quiet;
+  const TemporaryFolder folder;
+  auto log = std::make_unique<VexorLogging>();
+  FrontEnd front_end(*log);
+  front_end.throws = true;
+  log->SetLinesLimitToSplit(1);
+  log->SetAutoRunInfo(&front_end, {"", static_cast<unsigned char>(0)});
+  ASSERT_TRUE(OpenPlain(*log, folder, "run"));
+  log->LogLine("1", TRACE_CRITICAL);
+  EXPECT_THROW(log->LogLine("2", TRACE_CRITICAL), int);
+  log->LockLogging();
+  for (int i = 0; i < 100; ++i) log->LogLine("3", TRACE_CRITICAL);
+  CaptureStdout();
+  log.reset();
+  EXPECT_NE(GetCapturedStdout(), "");
+  EXPECT_EQ(GetFilesInFolder(folder.path()).size(), 102U);
+}
+
+TEST(LogFile, HasANameOfItsOwnWhenTheTimeGivesIt) {
+  const TemporaryFolder folder;
+  std::vector<std::unique_ptr<VexorLogging>> logs;
+  for (int i = 0; i < 60; ++i) {
+    logs.push_back(std::make_unique<VexorLogging>());
+    if (i % 2 == 0) logs.back()->SetLinesLimitToSplit(5);
+    ASSERT_TRUE(OpenPlain(*logs.back(), folder, ""));
+    logs.back()->LogLine(std::to_string(i), TRACE_CRITICAL);
+  }
+  EXPECT_EQ(GetFilesInFolder(folder.path()).size(), 60U);
+  EXPECT_EQ(ReadLog(logs.front()->GetLogFile()), "0\n");
+}
+
+TEST(LogFile, CountsAnewWhenOthersHaveCutIt) {
+  const QuietConsole quiet;
+  const TemporaryFolder folder;
+  VexorLogging log("H");
+  log.SetLinesLimitToSplit(4);
+  ASSERT_TRUE(Open(log, folder, "run"));
+  for (const char* line : {"1", "2", "3"}) log.LogLine(line, TRACE_CRITICAL);
+  WriteBytes(folder / "run_0.csv", "y");
+  for (const char* line : {"4", "5", "6"}) log.LogLine(line, TRACE_CRITICAL);
+  EXPECT_EQ(Series(folder), "run_0.csv: y H 4 5 run_1.csv: H 6 ");
 }
 
 }  // namespace

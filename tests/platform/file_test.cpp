@@ -26,10 +26,10 @@ TEST(File, AppendsBesideOthersInOneCallAndKnowsThatItWasRemoved) {
   EXPECT_EQ(ReadBytes(folder / "f"), "one two three");
   const auto rights = std::filesystem::status(folder / "f").permissions();
   EXPECT_NE(rights & std::filesystem::perms::owner_read, std::filesystem::perms::none);
-  EXPECT_FALSE(first.IsRemoved());
+  EXPECT_FALSE(first.ReadStatus()->removed);
   std::error_code in_use;  // not every system removes a file that is open
   const bool removed = std::filesystem::remove(folder / "f", in_use);
-  EXPECT_EQ(first.IsRemoved(), removed);
+  EXPECT_EQ(first.ReadStatus()->removed, removed);
 }
 
 TEST(File, GoesOnAfterShortWritesAndLeavesNothingOfAFailedOne) {

@@ -66,6 +66,8 @@ TEST(Files, AreFoundReadAndListed) {
   }
   EXPECT_EQ(GetFilesInFolder(folder.path()), (std::vector<std::string>{"a-text", "b-empty"}));
   EXPECT_EQ(GetFilesInFolder(missing), std::vector<std::string>());
+  EXPECT_EQ(GetFilesInFolder(folder.path() + "/").size(), 2U);
+  EXPECT_EQ(GetFilesInFolder(""), std::vector<std::string>());
 }
 
 TEST(Files, AreSavedAndTellWhyNot) {

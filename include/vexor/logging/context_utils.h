@@ -7,7 +7,8 @@
 
 // The front end derives from this class and hands an object to `VexorLogging::SetAutoRunInfo`. The
 // log calls it after each move to a new file, on the thread that logged, and holds no lock
-// meanwhile.
+// meanwhile: the front end may log. It is not called for moves of the same log that its own lines
+// cause during the call. What it throws leaves the call that logged; its line is logged already.
 class VEXOR_EXPORT ContextUtils {
  public:
   ContextUtils() = default;

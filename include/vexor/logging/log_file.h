@@ -1,9 +1,9 @@
 // Log files that survive the machine, and the routing of threads to them.
 //
 // A `VexorLogging` object writes lines of comma-separated values to a ".csv" file under a header
-// line. When a call that logs has returned, its line is on the disk. With a limit of lines, a long
-// log goes on in numbered files: run_0.csv, run_1.csv, ... Without an open file, lines go to
-// standard output.
+// line. When a call that logs has returned, its line is on the disk, unless the log is locked: a
+// locked log keeps its lines in memory until it is unlocked, saved or closed, and until then they
+// are lost with the process. Without an open file, lines go to standard output.
 //
 //   VexorLogging log;
 //   log.SetLinesLimitToSplit(100000);
@@ -14,7 +14,16 @@
 //
 // A line passes when it is forced or when its level is not above the object's. A file that cannot
 // be written is reported once on standard output; its lines go there until it can be written again.
-// A flush that fails is reported once a file.
+// A flush that fails is reported once a file. A file that another program has removed or cut gets
+// its header again, and its lines are counted anew.
+//
+// With a limit of lines, a long log goes on in numbered files: run_0.csv, run_1.csv, ... A log that
+// moves to the next of them empties it, whatever was in it. So a series that begins anew empties,
+// one by one, the files that an earlier run left, also with LOG_FILE_APPEND, which concerns the
+// first file alone.
+//
+// Several objects, also of several processes, may append to one file and do not mix their lines.
+// Each counts and splits for itself, however: with a limit they empty each other's files.
 //
 // Any thread may call anything at any time, as long as the object lives. Lines of different threads
 // and objects never mix. A failure of a lock is thrown as std::system_error.
@@ -47,6 +56,15 @@ enum LOG_FILE_OPTIONS : std::int32_t {
 // other text. Case matters.
 VEXOR_EXPORT LOG_FILE_OPTIONS ParseLogFileOptions(std::string_view text);
 
+class VexorLogging;
+
+namespace vexor {
+
+template <class T>
+class Immortal;  // an object that is never destroyed: logs of static storage duration use it
+
+}  // namespace vexor
+
 #if defined(_MSC_VER)
 #pragma warning(push)
 #pragma warning(disable : 4251)  // private members of the standard library's types; see export.h
@@ -66,9 +84,13 @@ class VEXOR_EXPORT VexorLogging {
   ~VexorLogging();
 
   // Opens the log file of this folder and name (see `BuildLogFile`) and returns whether that
-  // succeeded; when not, lines go to standard output. A file that was open is closed. Unless
-  // `continue_log` is set all threads of the process lose their routing and a series of files
-  // begins anew: with a limit of lines the name gets "_0", or, when `locked_at_start` or
+  // succeeded; when not, the reason and all lines go to standard output. The folder must exist.
+  // What is no regular file is refused: a device, a pipe, on Windows also a name such as NUL or
+  // COM1.csv; so is a name with a zero byte. Where the time, which stands for an empty name, gives
+  // a name that is taken, "-2", "-3", ... is added. A file that was open is closed.
+  //
+  // Unless `continue_log` is set all threads of the process lose their routing and a series of
+  // files begins anew: with a limit of lines the name gets "_0", or, when `locked_at_start` or
   // `UnexpectedInit` says that a series goes on, it is kept and the series continues behind the
   // number that it ends with. The name is announced on the console unless `silent` is set, a note
   // states the library's version unless `no_version_note` is set, and the calling thread is routed
@@ -85,12 +107,14 @@ class VEXOR_EXPORT VexorLogging {
   // in place of the index before it if the name ends with that: run.csv, run_0.csv, run_1.csv.
   static std::string UpdateFileNameToSplit(std::string_view name, std::uint32_t index);
 
-  // Logs the text as it is, with a line end unless it ends with one.
+  // Logs the text as it is, with a line end unless it ends with one. Nothing makes it a row of the
+  // header: a reader splits it at its own commas.
   void LogLine(std::string_view text, TRACE_LEVEL level, bool force = false);
 
   // The following log a row of the current header: time, the calling thread's test and affinity
   // label and the level stand under "Time", "TestType", "Affinity" and "Level", the arguments under
-  // the columns named here. A text whose column is missing takes the next empty one.
+  // the columns named here. A text whose column is missing takes the next empty one. A text loses
+  // one line end at its end; any others are part of its cell, which is quoted.
 
   // Text: "Notes".
   void LogNote(std::string_view text, TRACE_LEVEL level, bool force = false);
@@ -106,8 +130,9 @@ class VEXOR_EXPORT VexorLogging {
   void LogWorkloadData(std::string_view text, TRACE_LEVEL level, std::string_view scope,
                        bool force = false);
 
-  // Logs the text as it is to the log of the calling thread, under the level that the thread was
-  // registered with; on the console, under its print level, when the thread has no log.
+  // Logs the text as it is, without time, test and level, as `LogLine` does, to the log of the
+  // calling thread, under the level that the thread was registered with; on the console, under its
+  // print level, when the thread has no log.
   static void LogSpecificLevel(std::string_view text, TRACE_LEVEL level);
 
   // Writes the header line now, unless the file has it or the log is locked. Without this call it
@@ -128,14 +153,14 @@ class VEXOR_EXPORT VexorLogging {
   bool SaveFile();
 
   // Closes the file, if one is open, with all its lines on the disk. The lines that a locked log
-  // keeps are written before with `save_kept`, and dropped, which is reported, without.
+  // keeps are written first with `save_kept`, and dropped, which is reported, without.
   void CloseFile(bool save_kept);
 
   // Returns whether a file is open.
   [[nodiscard]] bool IsInitialized() const;
 
-  // A locked log keeps the lines that pass its level, in order, until it is unlocked, saved or
-  // closed.
+  // A locked log keeps the lines that pass its level, in memory and in order, until it is unlocked,
+  // saved or closed. They get the header and are counted when they are written.
   void LockLogging();
   void UnlockLogging();
   [[nodiscard]] bool IsLoggingLocked() const;
@@ -144,7 +169,7 @@ class VEXOR_EXPORT VexorLogging {
   void UnexpectedInit();
 
   // No file gets more than `limit` lines, header lines included, but each at least one logged line;
-  // 0, as at the start, sets no limit.
+  // 0, as at the start, sets no limit. The files that the log moves on to are emptied first.
   void SetLinesLimitToSplit(std::uint32_t limit);
 
   // Names what is told when the log has moved to a new file: `context` (not owned; may be null)
@@ -209,15 +234,16 @@ class VEXOR_EXPORT VexorLogging {
   void ForgetLog();
   void RegisterThisThread(TRACE_LEVEL level, bool again);
 
-  static std::mutex m_mFileHandleMutex;  // guards every write to a log and every object's state
+  // Guards every write to a log and every object's state.
+  static vexor::Immortal<std::mutex> m_mFileHandleMutex;
 
-  // The entries of one index in the four vectors belong together.
-  static std::mutex m_mThreadIdMutex;  // guards all of the following
-  static std::vector<std::thread::id> m_vThreadsId;
-  static std::vector<VEXOR_PM_TEST_ID> m_vLogTestId;
-  static std::vector<TRACE_LEVEL> m_vFlowLogLevel;
-  static std::vector<VexorLogging*> m_vLogFileReference;
-  static std::map<std::thread::id, std::string> m_mThreadAffinityLog;
+  // Guards all of the following. The entries of one index in the four vectors belong together.
+  static vexor::Immortal<std::mutex> m_mThreadIdMutex;
+  static vexor::Immortal<std::vector<std::thread::id>> m_vThreadsId;
+  static vexor::Immortal<std::vector<VEXOR_PM_TEST_ID>> m_vLogTestId;
+  static vexor::Immortal<std::vector<TRACE_LEVEL>> m_vFlowLogLevel;
+  static vexor::Immortal<std::vector<VexorLogging*>> m_vLogFileReference;
+  static vexor::Immortal<std::map<std::thread::id, std::string>> m_mThreadAffinityLog;
 
   std::unique_ptr<Impl> impl_;
 };

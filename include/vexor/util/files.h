@@ -39,7 +39,8 @@ VEXOR_EXPORT std::int32_t FindStrInFile(const std::string& file, std::string_vie
 // The result is empty when the file cannot be opened.
 VEXOR_EXPORT std::string ReadFile(const std::string& file, bool unify_line_ends);
 
-// Returns the names of the regular files in the folder, sorted; none for a missing folder.
+// Returns the names of the regular files in the folder, sorted; none for a missing folder and for
+// an empty text. "." is the current folder.
 VEXOR_EXPORT std::vector<std::string> GetFilesInFolder(const std::string& folder);
 
 // Returns whether the path is relative: it begins neither with a separator nor with a drive letter,
