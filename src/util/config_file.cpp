@@ -7,6 +7,7 @@
 
 #include "platform/platform.h"
 #include "util/read_stream.h"
+#include "util/standard_output.h"
 #include "util/text.h"
 
 namespace {
@@ -16,7 +17,7 @@ constexpr std::string_view kBlanks = " \t";
 // The program that loaded the library must not run on with half of its settings: the user reads the
 // message, presses a key, and the process ends.
 [[noreturn]] void ExitWithError(std::string_view message) {
-  std::cout << message << std::flush;
+  vexor::StandardOutput() << message << std::flush;
   std::cin.ignore();
   std::cin.get();
   std::exit(EXIT_FAILURE);
@@ -72,5 +73,5 @@ bool ConfigFile::WriteKeyValue(const std::string& key, const std::string& value)
   for (const auto& [name, setting] : contents_) {
     text.append(name).append("=").append(setting).append(vexor::kLineEnd);
   }
-  return !vexor::ReplaceFileContent(file_name_, text);
+  return !vexor::RewriteFile(file_name_, text);
 }

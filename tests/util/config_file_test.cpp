@@ -94,4 +94,30 @@ TEST(ConfigFile, RewritesItsEntriesSorted) {
   EXPECT_FALSE(ConfigFile(folder / "no/folder").WriteKeyValue("a", "b"));
 }
 
+TEST(ConfigFile, IsWrittenInAFolderThatLetsOnlyItsFilesBeChanged) {
+  const TemporaryFolder folder;
+  const std::string path = folder / "f";
+  const std::string end(vexor::kLineEnd);
+  const TestDisk disk;
+  const struct {
+    TestDisk::Step step;
+    std::errc error;
+    bool is_written;
+  } kFaults[] = {
+      {TestDisk::kOpen, std::errc::permission_denied, true},
+      {TestDisk::kOpen, std::errc::read_only_file_system, true},
+      {TestDisk::kRename, std::errc::operation_not_permitted, true},
+      {TestDisk::kSyncName, std::errc::permission_denied, true},
+      {TestDisk::kSyncName, std::errc::io_error, true},
+      {TestDisk::kRename, std::errc::io_error, false},
+  };
+  for (const auto& [step, error, is_written] : kFaults) {
+    WriteBytes(path, "old = 1");
+    TestDisk::Break(step, error, 0, 1);
+    EXPECT_EQ(ConfigFile(path).WriteKeyValue("new", "2"), is_written);
+    EXPECT_EQ(ReadBytes(path), is_written ? "new=2" + end + "old=1" + end : "old = 1");
+    EXPECT_EQ(vexor::ListFiles(folder.path()).size(), 1U);
+  }
+}
+
 }  // namespace

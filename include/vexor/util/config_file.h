@@ -36,9 +36,11 @@ class VEXOR_EXPORT ConfigFile {
   [[nodiscard]] std::string GetValueOfKey(const std::string& key) const;
 
   // Sets the key, new or not, and rewrites the file: every entry as key=value, sorted by key,
-  // without the comments and empty lines it had. Returns whether the new file is in place and on
-  // the disk; otherwise the old one is there, or the new one, whole. Key and value must be such
-  // that a line of them can be read again: they are written as they are.
+  // without the comments and empty lines it had. Returns whether the file has the new content and
+  // that is on the disk; otherwise the old content is there, whole. Two things depend on the
+  // folder. In one where no file can be made the file is written in place: a failure then may leave
+  // a part of it. Of one that cannot be synchronised a power cut may bring back the old content.
+  // Key and value must be such that a line of them can be read again: they are written as they are.
   bool WriteKeyValue(const std::string& key, const std::string& value);
 
  private:
