@@ -316,6 +316,30 @@ std::error_code VexorLogging::Impl::StartFile(const std::string& file, OpenMode 
   return error;
 }
 
+bool vexor::ContinueLog(VexorLogging& log, std::string_view path, std::string_view name,
+                        TRACE_LEVEL level) {
+  const auto set_unexpected = [&log](bool unexpected) {
+    const std::lock_guard lock(*VexorLogging::m_mFileHandleMutex);
+    log.impl_->unexpected = unexpected;
+    return log.impl_->series.Limit() > 0;
+  };
+  std::string last;
+  if (set_unexpected(false) && !name.empty()) {
+    std::error_code error;
+    last = FindLastOfSeries(path, name, error);
+    if (error) {
+      log.CloseFile(true);
+      PrintFault("find the series of", VexorLogging::BuildLogFile(path, name), error);
+      return false;
+    }
+  }
+  if (last.empty()) return log.Initialize(path, name, level, LOG_FILE_APPEND);
+  set_unexpected(true);
+  const bool started = log.Initialize(path, last, level, LOG_FILE_APPEND);
+  if (!started) set_unexpected(false);
+  return started;
+}
+
 void VexorLogging::Impl::DropKept() {
   if (kept.empty()) return;
   vexor::PrintLine("Log file " + series.Name() + " drops " + std::to_string(kept.size()) +

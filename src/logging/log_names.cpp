@@ -34,6 +34,10 @@ std::string Number(std::string_view stem, std::uint32_t index, std::string_view 
   return std::string(stem).append("_").append(std::to_string(index)).append(extension);
 }
 
+bool AreSameFileName(std::string_view a, std::string_view b) {
+  return kHasWindowsNames ? EqualsIgnoreCase(a, b) : a == b;
+}
+
 }  // namespace
 
 std::optional<std::uint32_t> FindSeriesIndex(std::string_view file_name) {
@@ -81,6 +85,24 @@ bool NamesDeviceOrStream(std::string_view path) {
   if (name.empty() || !IsDecDigit(name.back())) return false;
   name.remove_suffix(1);
   return std::any_of(std::begin(kNumberedDevices), std::end(kNumberedDevices), is_name);
+}
+
+std::string FindLastOfSeries(std::string_view path, std::string_view name, std::error_code& error) {
+  const std::string file = MakeLogName(path, name);
+  const std::string folder = GetFilePath(file);
+  const std::string base_name = GetFileBaseName(file);
+  const NamePieces pieces = Split(base_name);
+  std::string last;
+  std::uint32_t highest = 0;
+  for (const std::string& candidate : ListFiles(folder.empty() ? "." : folder, error)) {
+    const std::optional<std::uint32_t> index = FindSeriesIndex(candidate);
+    if (!index || (!last.empty() && *index < highest)) continue;
+    // A number written otherwise, such as "007", is none that a series has.
+    if (!AreSameFileName(candidate, Number(pieces.stem, *index, pieces.extension))) continue;
+    last = candidate;
+    highest = *index;
+  }
+  return last.empty() || error ? std::string() : GetFilePath(name) + last;
 }
 
 }  // namespace vexor

@@ -26,4 +26,8 @@ std::string MakeSplitName(std::string_view name, std::uint32_t index);
 // is none, and for a number that no index can follow.
 std::optional<std::uint32_t> FindSeriesIndex(std::string_view file_name);
 
+// The name, as `MakeLogName` takes it beside `path`, of the file with the highest number in the
+// series of this name. Empty when there is none, and when the folder cannot be read, with an error.
+std::string FindLastOfSeries(std::string_view path, std::string_view name, std::error_code& error);
+
 }  // namespace vexor

@@ -41,6 +41,13 @@ std::string UnifyLineEnds(std::string_view text) {
   return unified;
 }
 
+// A file in the folder survives a power cut only if the folder's own name does.
+std::error_code MakeLastingFolder(const std::string& folder) {
+  const std::error_code error = vexor::MakeFolder(folder);
+  if (!error) vexor::File::SyncName(folder);
+  return error;
+}
+
 }  // namespace
 
 bool DoesFileExist(const std::string& path) { return vexor::HasFileStatus(path); }
@@ -89,6 +96,17 @@ bool IsRelativePath(std::string_view path) {
   if (kSeparators.find(path[0]) != std::string_view::npos) return false;
   const bool has_drive = path.size() > 2 && IsLetter(path[0]) && path[1] == ':';
   return !has_drive || kSeparators.find(path[2]) == std::string_view::npos;
+}
+
+std::error_code vexor::MakeFolders(const std::string& path) {
+  const std::string folder = path.substr(0, path.find_last_not_of(kSeparators) + 1);
+  if (folder.empty()) return {};  // the current folder or the root
+  const std::error_code error = MakeLastingFolder(folder);
+  if (error != std::errc::no_such_file_or_directory) return error;
+  const std::string parent = GetFilePath(folder);
+  if (parent.empty()) return error;
+  const std::error_code parent_error = MakeFolders(parent);
+  return parent_error ? parent_error : MakeLastingFolder(folder);
 }
 
 std::error_code vexor::SaveFile(const std::string& path, std::string_view content) {

@@ -396,6 +396,23 @@ constexpr Entry kEntries[] = {
        });
      }},
     {"front end", TellsTheFrontEnd},
+    {"MakeFolders",
+     [] {
+       const TemporaryFolder folder;
+       const std::string path = folder / "a folder/with a name longer than a text itself";
+       return Faults::Arm([&] { return vexor::MakeFolders(path).message(); });
+     }},
+    {"ContinueLog",
+     [] {
+       const TemporaryFolder folder;
+       VexorLogging log("header");
+       log.SetLinesLimitToSplit(2);
+       WriteBytes(folder / "a name longer than a text itself_3.csv", "line\n");
+       Faults::Arm([&] {
+         vexor::ContinueLog(log, folder.path(), "a name longer than a text itself", TRACE_NO_LOG);
+       });
+       return log.GetLogFile().substr(folder.path().size());
+     }},
     {"LogData",
      [] {
        return Log([](VexorLogging& log) {

@@ -422,6 +422,41 @@ TEST(LogSeries, GoesOnWhenItContinues) {
   EXPECT_EQ(ReadLog(folder / "anew_1.csv"), "7\n");
 }
 
+TEST(LogSeries, IsContinuedBehindItsLastFile) {
+  const QuietConsole quiet;
+  const struct {
+    std::uint32_t limit;
+    std::vector<const char*> there;
+    const char* files;
+  } kSeries[] = {
+      {2, {}, "run_0.csv: 1 2 run_1.csv: 3 "},
+      {2,
+       {"run.csv", "run_0.csv", "run_1.csv"},
+       "run.csv: x run_0.csv: x run_1.csv: x 1 run_2.csv: 2 3 "},
+      {2,
+       {"run_0.csv", "run_9.csv", "run_10.csv"},
+       "run_0.csv: x run_10.csv: x 1 run_11.csv: 2 3 run_9.csv: x "},
+      {2,
+       {"run_007.csv", "run_0x1.csv", "run_1_0.csv", "run_2.txt", "xrun_3.csv"},
+       "run_0.csv: 1 2 run_007.csv: x run_0x1.csv: x run_1.csv: 3 run_1_0.csv: x run_2.txt: x "
+       "xrun_3.csv: x "},
+      {0, {"run.csv", "run_1.csv"}, "run.csv: x 1 2 3 run_1.csv: x "},
+  };
+  for (const auto& series : kSeries) {
+    const TemporaryFolder folder;
+    for (const char* name : series.there) WriteBytes(folder / name, "x\n");
+    VexorLogging log("");
+    log.SetLinesLimitToSplit(series.limit);
+    log.SetGlobalTraceLevel(TRACE_NO_LOG);
+    ASSERT_TRUE(vexor::ContinueLog(log, folder.path(), "run", TRACE_NO_LOG));
+    for (const char* line : {"1", "2", "3"}) log.LogLine(line, TRACE_NO_LOG);
+    EXPECT_EQ(Series(folder), series.files);
+    EXPECT_FALSE(vexor::ContinueLog(log, folder / "missing", "run", TRACE_NO_LOG));
+    ASSERT_TRUE(OpenPlain(log, folder, "anew"));
+    EXPECT_EQ(log.GetLogFile(), folder / (series.limit > 0 ? "anew_0.csv" : "anew.csv"));
+  }
+}
+
 class FrontEnd : public ContextUtils {
  public:
   explicit FrontEnd(VexorLogging& log) : log_(log) {}

@@ -77,6 +77,32 @@ TEST(Files, AreSavedAndTellWhyNot) {
   EXPECT_EQ(vexor::SaveFile(folder / "missing/f", ""), std::errc::no_such_file_or_directory);
 }
 
+TEST(Files, StandInFoldersThatAreMade) {
+  const TemporaryFolder folder;
+  WriteBytes(folder / "file", "");
+  const struct {
+    std::string path;
+    std::errc error;
+  } kFolders[] = {
+      {folder / "a/b//c", {}},
+      {folder / "a/b/c/", {}},
+      {folder.path(), {}},
+      {"", {}},
+      {"/", {}},
+      {folder / "file/a/b", std::errc::not_a_directory},
+      {folder / "file", std::errc::file_exists},
+      {folder / std::string("z\0", 2), std::errc::invalid_argument},
+  };
+  for (const auto& [path, error] : kFolders) {
+    const std::error_code made = vexor::MakeFolders(path);
+    EXPECT_EQ(!made, error == std::errc{}) << path << ": " << made.message();
+    const bool is_same = made == error || error != std::errc::not_a_directory;
+    EXPECT_TRUE(!made || is_same) << path << ": " << made.message();
+    EXPECT_TRUE(made || path.empty() || std::filesystem::is_directory(path)) << path;
+  }
+  EXPECT_FALSE(std::filesystem::exists(folder / "z"));
+}
+
 TEST(Files, FindTheFirstLineWithAText) {
   const TemporaryFolder folder;
   const std::string file = folder / "f";

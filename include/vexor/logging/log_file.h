@@ -20,7 +20,11 @@
 // With a limit of lines, a long log goes on in numbered files: run_0.csv, run_1.csv, ... A log that
 // moves to the next of them empties it, whatever was in it. So a series that begins anew empties,
 // one by one, the files that an earlier run left, also with LOG_FILE_APPEND, which concerns the
-// first file alone.
+// first file alone. To keep them, continue the series behind its last file after a restart:
+//
+//   log.SetLinesLimitToSplit(100000);
+//   vexor::MakeFolders("C:\\logs");                                  // logs make no folder
+//   vexor::ContinueLog(log, "C:\\logs", "run", TRACE_INFORMATION);  // run_0.csv, or run_7.csv
 //
 // Several objects, also of several processes, may append to one file and do not mix their lines.
 // Each counts and splits for itself, however: with a limit they empty each other's files.
@@ -63,6 +67,13 @@ namespace vexor {
 template <class T>
 class Immortal;  // an object that is never destroyed: logs of static storage duration use it
 
+// Opens the log as `Initialize` does with LOG_FILE_APPEND, and with a limit of lines continues the
+// series of this name where it ended: the file with the highest number is appended to, the next
+// ones get the numbers behind it, and no file of an earlier run is emptied. A series without files
+// begins. Returns whether a file was opened; it is not when the folder cannot be read.
+VEXOR_EXPORT bool ContinueLog(VexorLogging& log, std::string_view path, std::string_view name,
+                              TRACE_LEVEL level);
+
 }  // namespace vexor
 
 #if defined(_MSC_VER)
@@ -84,10 +95,11 @@ class VEXOR_EXPORT VexorLogging {
   ~VexorLogging();
 
   // Opens the log file of this folder and name (see `BuildLogFile`) and returns whether that
-  // succeeded; when not, the reason and all lines go to standard output. The folder must exist.
-  // What is no regular file is refused: a device, a pipe, on Windows also a name such as NUL or
-  // COM1.csv; so is a name with a zero byte. Where the time, which stands for an empty name, gives
-  // a name that is taken, "-2", "-3", ... is added. A file that was open is closed.
+  // succeeded; when not, the reason and all lines go to standard output. The folder must exist (see
+  // `vexor::MakeFolders`). What is no regular file is refused: a device, a pipe, on Windows also a
+  // name such as NUL or COM1.csv; so is a name with a zero byte. Where the time, which stands for
+  // an empty name, gives a name that is taken, "-2", "-3", ... is added. A file that was open is
+  // closed.
   //
   // Unless `continue_log` is set all threads of the process lose their routing and a series of
   // files begins anew: with a limit of lines the name gets "_0", or, when `locked_at_start` or
@@ -226,6 +238,9 @@ class VEXOR_EXPORT VexorLogging {
   static std::string GetPkgCoreInfo(unsigned short package, unsigned short core);
 
  private:
+  friend bool vexor::ContinueLog(VexorLogging& log, std::string_view path, std::string_view name,
+                                 TRACE_LEVEL level);
+
   struct Impl;
 
   static void AppendRoute(std::thread::id thread, VEXOR_PM_TEST_ID test, TRACE_LEVEL level,

@@ -49,6 +49,11 @@ VEXOR_EXPORT bool IsRelativePath(std::string_view path);
 
 namespace vexor {
 
+// Makes the folder and those above it that are missing. Returns no error when it is there
+// afterwards, or was before; an empty path asks for none. The error, that of the first folder that
+// cannot be made, compares with std::errc.
+VEXOR_EXPORT std::error_code MakeFolders(const std::string& path);
+
 // Gives the file this content and returns no error once the new content is on the disk. After an
 // error the old content is there, or the new one, whole. A link is followed and the file's
 // permissions stay; what is no regular file, such as a device, is written in place. The error
