@@ -100,5 +100,6 @@ void vexor::AddReading() {
   const std::string once = WriteConfiguration(1 << 20);
   const std::string sixteen_fold = WriteConfiguration(16 << 20);
   AddGrowth("ReadXMLPar", once, sixteen_fold, Read);
-  AddGrowth("CheckXMLConfig", once, sixteen_fold, CheckXMLConfig);
+  AddGrowth("CheckXMLConfig", once, sixteen_fold,
+            [](const std::string& path) { return CheckXMLConfig(path); });
 }

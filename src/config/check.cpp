@@ -17,7 +17,7 @@
 #include "config/unknown_names.h"
 #include "config/version_rules.h"
 #include "config/word_list.h"
-#include "config/xml_error.h"
+#include "config/xml_check.h"
 #include "util/read_stream.h"
 #include "util/text.h"
 #include "vexor/util/version.h"
@@ -56,19 +56,14 @@ bool HasDefault(const ElementModel& element) {
 // finding.
 class Checker {
  public:
-  std::vector<Finding> Check(const tinyxml2::XMLDocument& document) {
-    CheckDocument(document);
+  std::vector<Finding> Check(std::string_view content) {
+    tinyxml2::XMLDocument document(true, tinyxml2::PRESERVE_WHITESPACE);
+    if (CheckXml(content, document, findings_)) CheckDocument(document);
     return std::move(findings_).TakeSorted();
   }
 
  private:
   void CheckDocument(const tinyxml2::XMLDocument& document) {
-    if (document.Error()) {
-      const std::string reason(ExplainXmlError(document.ErrorID()));
-      findings_.Add(Severity::kError, document.ErrorLineNum(), "", "",
-                    "not well-formed XML: " + reason);
-      return;
-    }
     CheckStrayText(document, "", findings_);
     root_ = document.FirstChildElement("VEXOR");
     for (const XMLElement* other = document.FirstChildElement(); other != nullptr;
@@ -297,25 +292,30 @@ class Checker {
   UnknownNames unknown_{model_, findings_};
 };
 
-}  // namespace
-
-std::vector<Finding> CheckXMLConfigText(std::string_view content) {
-  tinyxml2::XMLDocument document(true, tinyxml2::PRESERVE_WHITESPACE);
-  document.Parse(content.data(), content.size());
-  return std::make_unique<Checker>()->Check(document);
+// What there is to say of a file that is not looked into.
+std::vector<Finding> OneFinding(const std::string& text, std::string what, std::string expected) {
+  Findings findings;
+  findings.Add(Severity::kError, 0, "", text, std::move(what)).expected = std::move(expected);
+  return std::move(findings).TakeSorted();
 }
 
-std::vector<Finding> CheckXMLConfig(const std::string& path) {
+}  // namespace
+
+std::vector<Finding> CheckXMLConfigText(std::string_view content, const CheckLimits& limits) {
+  if (content.size() > limits.most_bytes) {
+    const std::string most = std::to_string(limits.most_bytes);
+    return OneFinding("", "not checked: larger than " + most + " bytes", "");
+  }
+  return std::make_unique<Checker>()->Check(content);
+}
+
+std::vector<Finding> CheckXMLConfig(const std::string& path, const CheckLimits& limits) {
   std::ifstream file(path, std::ios::binary);
   file.peek();  // a folder can be opened and not read
   if (!file.is_open() || file.bad()) {
-    Finding finding;
-    finding.text = path;
-    finding.what = "cannot be read";
-    finding.expected = "a configuration file";
-    return {finding};
+    return OneFinding(path, "cannot be read", "a configuration file");
   }
-  return CheckXMLConfigText(ReadRest(file));
+  return CheckXMLConfigText(ReadRest(file, limits.most_bytes), limits);
 }
 
 }  // namespace vexor

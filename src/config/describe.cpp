@@ -12,7 +12,7 @@
 #include "config/tables/custom_register_tables.h"
 #include "config/tables/system_setup.h"
 #include "config/trace_entries.h"
-#include "config/xml_error.h"
+#include "config/xml_document.h"
 
 namespace vexor {
 namespace {
@@ -255,11 +255,10 @@ class Describer {
 Description DescribeXMLConfigText(std::string_view content) {
   Description description;
   tinyxml2::XMLDocument document(true, tinyxml2::PRESERVE_WHITESPACE);
-  document.Parse(content.data(), content.size());
-  if (document.Error()) {
-    description.error =
-        std::string("not well-formed XML: ").append(ExplainXmlError(document.ErrorID()));
-    description.error_line = document.ErrorLineNum();
+  if (const std::optional<XmlRefusal> refusal = ParseXmlOrExplain(content, document)) {
+    description.error = refusal->what;
+    if (!refusal->expected.empty()) description.error += ", expected " + refusal->expected;
+    description.error_line = refusal->line;
     return description;
   }
   const XMLElement* const root = document.FirstChildElement("VEXOR");

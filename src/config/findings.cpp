@@ -5,11 +5,20 @@
 
 namespace vexor {
 
+namespace {
+
+// Every finding below an element holds its name.
+constexpr std::size_t kLongestName = 100;
+
+}  // namespace
+
 std::string JoinPath(const std::string& parent, std::string_view name) {
   const bool is_section = parent.empty() || parent == "GLOBALPM" ||
                           parent == "GLOBALCONFIGURATION" || parent == "TEST_CONTROL_CFG" ||
                           parent == "WORKLOADS";
-  return is_section ? std::string(name) : parent + "/" + std::string(name);
+  std::string path = is_section ? std::string() : parent + "/";
+  path.append(name.substr(0, kLongestName)).append(name.size() > kLongestName ? "..." : "");
+  return path;
 }
 
 Finding& Findings::Add(Severity severity, int line, std::string path, std::string_view text,

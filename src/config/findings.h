@@ -12,7 +12,8 @@
 namespace vexor {
 
 // Returns the path of an element below `parent`. Paths begin below the sections of the root, which
-// add nothing: "CORE/CSTATES" for "CSTATES" in the path "CORE", "CORE" for it in "GLOBALPM".
+// add nothing: "CORE/CSTATES" for "CSTATES" in the path "CORE", "CORE" for it in "GLOBALPM". A very
+// long name is cut.
 std::string JoinPath(const std::string& parent, std::string_view name);
 
 class Findings {

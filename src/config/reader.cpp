@@ -8,6 +8,7 @@
 #include <new>
 
 #include "config/read_sections.h"
+#include "config/xml_document.h"
 #include "util/standard_output.h"
 #include "vexor/config/legacy.h"
 #include "vexor/util/version.h"
@@ -23,7 +24,7 @@ struct FileCloser {
 tinyxml2::XMLError Load(const std::string& path, tinyxml2::XMLDocument& document) {
   const std::unique_ptr<std::FILE, FileCloser> file(std::fopen(path.c_str(), "rb"));
   if (file == nullptr) return tinyxml2::XML_ERROR_FILE_NOT_FOUND;
-  return document.LoadFile(file.get());
+  return ParseXmlFile(file.get(), document);
 }
 
 }  // namespace

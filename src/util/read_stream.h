@@ -19,11 +19,11 @@ inline bool ReadLine(std::istream& file, std::string& line) {
   }
 }
 
-// Returns all that is left.
-inline std::string ReadRest(std::istream& file) {
+// Returns all that is left, or a beginning of it that is longer than `most`.
+inline std::string ReadRest(std::istream& file, std::size_t most = std::string::npos) {
   constexpr std::size_t kBlock = 65536;
   std::string content;
-  while (file) {
+  while (file && content.size() <= most) {
     const std::size_t size = content.size();
     content.resize(size + kBlock);
     file.read(content.data() + size, kBlock);

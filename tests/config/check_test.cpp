@@ -64,28 +64,165 @@ std::string Global(const std::string& section, const std::string& content) {
 }
 
 TEST(Check, SaysWhyADocumentIsNoXml) {
+  using std::literals::string_literals::operator""s;
   std::string too_deep;
   for (int i = 0; i < 1000; ++i) too_deep += "<VEXOR>";
+  std::string attributes;
+  for (int i = 0; i < 257; ++i) attributes += " a" + std::to_string(i) + "='<!--'";
+  std::string references;
+  for (int i = 0; i < 257; ++i) references += "&#1";
+  const std::string file = "; expected a configuration in XML (UTF-8)";
+  const std::string xml = "not well-formed XML: ";
+  const Case cases[] = {
+      {"", {"0: error: : \"\": the file is empty" + file}},
+      {"\xEF\xBB\xBF \r\n", {"0: error: : \"\": the file holds nothing but white space" + file}},
+      {"\0\0\0"s,
+       {"0: error: : \"\": the file holds only zero bytes, as after a power cut" + file}},
+      {"\0\0\0<VEXOR/>"s, {"0: error: : \"\": the file begins with 3 zero bytes" + file}},
+      {"\xFF\xFE<\0V\0"s, {"0: error: : \"\": the file is UTF-16 text (little-endian)" + file}},
+      {"\xFE\xFF\0<\0V"s, {"0: error: : \"\": the file is UTF-16 text (big-endian)" + file}},
+      {"<\0V\0/\0>\0"s,
+       {"0: error: : \"\": the file is UTF-16 text (little-endian, without a byte-order mark)" +
+        file}},
+      {"\0<\0V\0/\0>"s,
+       {"0: error: : \"\": the file is UTF-16 text (big-endian, without a byte-order mark)" +
+        file}},
+      {"\x01\x02", {"0: error: : \"\": the file is binary" + file}},
+      {"PK\x03\x04<a/>", {"0: error: : \"\": the file is a ZIP archive" + file}},
+      {"{\"VEXOR\": \"<a/>\"}", {"0: error: : \"\": the file is JSON" + file}},
+      {"[1, 2]", {"0: error: : \"\": the file is JSON" + file}},
+      {"; lab\n[Test 1]\nActiveTime=1\n", {"0: error: : \"\": the file is an INI file" + file}},
+      {"Active Time = 1", {"0: error: : \"\": the file is an INI file" + file}},
+      {"Time,Level", {"0: error: : \"\": the file is text, but not XML" + file}},
+      {"<VEXOR>\n<a>\n</VEXOR>",
+       {"3: error: : \"\": " + xml +
+        "</VEXOR> does not close <a>, opened on line 2; expected "
+        "</a>"}},
+      {"<VEXOR>\n<a>\n</a>\n",
+       {"4: error: : \"\": " + xml +
+        "the file ends and does not close <VEXOR>, opened on line 1; "
+        "expected </VEXOR>"}},
+      {"<VEXOR><a>\0</a></VEXOR>"s,
+       {"1: error: : \"\": " + xml +
+        "a zero byte ends the file and does not close <a>, opened on "
+        "line 1; expected </a>"}},
+      {"<VEXOR><a b=1/></VEXOR>",
+       {"1: error: : \"\": " + xml +
+        "the attribute b has a value without quotes; expected "
+        "b=\"value\""}},
+      {"<VEXOR><a b/></VEXOR>",
+       {"1: error: : \"\": " + xml + "the attribute b has no value; expected b=\"value\""}},
+      {"<VEXOR><a b='/></VEXOR>",
+       {"1: error: : \"\": " + xml +
+        "the attribute b has a value without its second quote; "
+        "expected b=\"value\""}},
+      {"<VEXOR><a b='1'\nb='2'/></VEXOR>",
+       {"2: error: : \"\": " + xml + "the attribute b stands twice in <a>"}},
+      {"<VEXOR><a", {"1: error: : \"\": " + xml + "the file ends within the tag <a; expected >"}},
+      {"<VEXOR><a ?></VEXOR>",
+       {"1: error: : \"\": " + xml +
+        "\"?></VEXOR>\" in the tag <a; expected an attribute, > or "
+        "/>"}},
+      {"<VEXOR/>a", {"1: error: : \"\": " + xml + "text outside of the root element"}},
+      {"<VEXOR><![CDATA[a</VEXOR>",
+       {"1: error: : \"\": " + xml + "a CDATA section without an end; expected ]]>"}},
+      {"<VEXOR><!-- a</VEXOR>",
+       {"1: error: : \"\": " + xml + "a comment without an end; expected -->"}},
+      {"<VEXOR><?a?></VEXOR>",
+       {"1: error: : \"\": " + xml +
+        "a processing instruction (<?...?>) that is not at the "
+        "beginning of the file"}},
+      {"<VEXOR><!a", {"1: error: : \"\": " + xml + "markup without an end; expected >"}},
+      {"<VEXOR>a < b</VEXOR>",
+       {"1: error: : \"\": " + xml +
+        "< that begins no tag: \"< b</VEXOR>\"; expected &lt; for the "
+        "character"}},
+      {too_deep, {"1: error: : \"\": " + xml + "elements nested too deep"}},
+      {"<VEXOR>\n<a" + attributes + "/></VEXOR>",
+       {"2: error: : \"\": too much to be read: an element of more than 256 attributes"}},
+      {"<VEXOR>\n<a b='" + references + "'/></VEXOR>",
+       {"2: error: : \"\": too much to be read: more than 256 character references without an "
+        "end"}},
+  };
+  for (const Case& row : cases) {
+    EXPECT_EQ(Lines(CheckXMLConfigText(row.document), Severity::kError), row.expected)
+        << row.document;
+    const vexor::Description description = vexor::DescribeXMLConfigText(row.document);
+    std::string error = description.error;
+    const std::size_t comma = error.find(", expected ");
+    if (comma != std::string::npos) error[comma] = ';';
+    EXPECT_EQ(std::to_string(description.error_line) + ": error: : \"\": " + error,
+              row.expected[0]);
+  }
+}
+
+// What the library reads and other programs refuse.
+TEST(Check, WarnsOfXmlThatOnlyALenientParserTakes) {
+  using std::literals::string_literals::operator""s;
   const struct {
-    std::string document;
-    int line;
-    const char* reason;
+    std::string content;  // of the root, on line 2
+    Texts expected;
   } cases[] = {
-      {"", 0, "an empty document"},
-      {"<VEXOR>\n<a>\n</VEXOR>", 2, "an element without its closing tag"},
-      {"<VEXOR><a b=1/></VEXOR>", 1, "a malformed attribute"},
-      {"<VEXOR>a", 1, "text without an end"},
-      {"<VEXOR><![CDATA[a</VEXOR>", 1, "a CDATA section without an end"},
-      {"<VEXOR><!-- a</VEXOR>", 1, "a comment without an end"},
-      {"<VEXOR><?a?></VEXOR>", 1, "a malformed or misplaced declaration"},
-      {"<VEXOR><!a", 1, "markup without an end"},
-      {"<VEXOR><1/></VEXOR>", 1, "a malformed tag"},
-      {too_deep, 1, "elements nested too deep"},
+      {"<a>R&D &amp; &#65;&#x41;</a><b c='&'/>",
+       {"\"&D &amp; &#65;&#x41;\": bare & expected &amp;"}},
+      {"&copy;&#0;&#x110000;",
+       {"\"&copy;\": unknown entity, read as it stands expected &lt;, &gt;, &amp;, &quot; or "
+        "&apos;",
+        "\"&#0;\": reference to a character that XML forbids expected "}},
+      {"<!-- a -- b -->", {"\"<!-- a -- b -->\": -- in a comment expected "}},
+      {"<!-- a --->", {"\"<!-- a --->\": -- in a comment expected "}},
+      {"<a b='<'/>", {"\"<\": < in the value of an attribute expected &lt;"}},
+      {"<a>]]></a>", {"\"]]>\": end of a CDATA section in a text expected ]]&gt;"}},
+      {"<a b='1'c='2'/>", {"\"c\": no blank before an attribute expected "}},
+      {"< a/>", {"\"< a/></VEXOR>\": blank before the name of an element expected "}},
+      {"<a></a b='1'>", {"\"b\": attribute in an end tag expected "}},
+      {"</a/>", {"\"</a>\": end tag that ends in />, read as an empty element expected "}},
+      {"<\xC3\x97/><a \xC3\x97='1'/>",
+       {"\"\xC3\x97\": name that no element can have expected ",
+        "\"\xC3\x97\": name that no attribute can have expected "}},
+      {"<!ELEMENT a>", {"\"<!ELEMENT a></VEXOR>\": markup that is not read expected "}},
+      {"\x01\x7F", {"\"U+0001\": character that XML forbids expected "}},
+      {"\xEF\xBF\xBF", {"\"U+FFFF\": character that XML forbids expected "}},
+      {"caf\xE9\n\xE9", {"\"0xE9\": byte that is no UTF-8, the first of 2 expected UTF-8"}},
+      {"caf\xC3\xA9 <\xC3\xA9/>", {}},
   };
   for (const auto& row : cases) {
-    EXPECT_EQ(
-        Lines(CheckXMLConfigText(row.document)),
-        Texts{std::to_string(row.line) + ": error: : \"\": not well-formed XML: " + row.reason});
+    Texts found;
+    for (const Finding& f : CheckXMLConfigText("<VEXOR>\n" + row.content + "</VEXOR>")) {
+      if (f.what.find(", refused by other XML programs") == std::string::npos) continue;
+      EXPECT_EQ(f.line, 2);
+      EXPECT_EQ(f.severity, Severity::kWarning);
+      found.push_back('"' + f.text + "\": " + f.what.substr(0, f.what.rfind(", refused")) +
+                      " expected " + f.expected);
+    }
+    EXPECT_EQ(found, row.expected) << row.content;
+  }
+}
+
+// A reader of the file sees less than is there.
+TEST(Check, FindsWhatAParserDoesNotReachInAFile) {
+  using std::literals::string_literals::operator""s;
+  const std::string document = Document("<LoopTracker>1</LoopTracker>");
+  const Case cases[] = {
+      {document + "\n</VEXOR><VEXOR/>",
+       {"2: error: : \"\": </VEXOR> closes no element: what follows it is not read"}},
+      {document + "\n\0<VEXOR/>"s, {"2: error: : \"\": a zero byte: what follows it is not read"}},
+  };
+  ExpectFindings(cases);
+}
+
+TEST(Check, LooksAtNoMoreThanTheLimit) {
+  const TemporaryFolder folder;
+  const std::string document = Document("");
+  WriteBytes(folder / "a.xml", document);
+  for (const std::size_t most : {document.size(), document.size() - 1}) {
+    const vexor::CheckLimits limits{.most_bytes = most};
+    const Texts expected =
+        most < document.size()
+            ? Texts{"0: error: : \"\": not checked: larger than " + std::to_string(most) + " bytes"}
+            : Texts();
+    EXPECT_EQ(Lines(CheckXMLConfigText(document, limits)), expected);
+    EXPECT_EQ(Lines(vexor::CheckXMLConfig(folder / "a.xml", limits)), expected);
   }
 }
 
@@ -388,7 +525,7 @@ TEST(Check, SaysThatAFileCannotBeRead) {
               Texts{"0: error: : \"" + path + "\": cannot be read; expected a configuration file"});
   }
   EXPECT_EQ(Lines(vexor::CheckXMLConfig(folder / "empty.xml")),
-            Texts{"0: error: : \"\": not well-formed XML: an empty document"});
+            Texts{"0: error: : \"\": the file is empty; expected a configuration in XML (UTF-8)"});
 }
 
 // Nothing that a disk or an editor may do to a file keeps it from being checked.

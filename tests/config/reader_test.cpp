@@ -70,10 +70,13 @@ TEST(ReadXMLPar, KeepsAFailedStrictCheckInMindUntilAReadingSucceeds) {
 
 TEST(ReadXMLPar, ReportsFilesThatAreNoConfiguration) {
   struct Case {
-    const char* content;
+    std::string content;
     const char* output;
   };
+  std::string attributes;
+  for (int i = 0; i < 200000; ++i) attributes += " a" + std::to_string(i) + "=''";
   const Case cases[] = {
+      {"<VEXOR><a" + attributes + "/></VEXOR>", "XML parse error! ID: 5\n"},
       {"", "XML parse error! ID: 13\n"},
       {"\n \n", "XML parse error! ID: 13\n"},
       {"text", "XML parse error! ID: 8\n"},

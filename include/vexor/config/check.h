@@ -4,6 +4,7 @@
 //   for (const vexor::Finding& f : vexor::CheckXMLConfig("lab.xml")) { ... f.line ... f.what ... }
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -29,13 +30,20 @@ struct Finding {
   std::string suggestion;  // what was probably meant in its place; may be empty
 };
 
+struct CheckLimits {
+  std::size_t most_bytes = std::size_t{64} << 20U;  // a longer file is not looked at
+};
+
 // Returns all that is wrong with a file, in the order of its lines; empty for a faultless one. A
-// file that cannot be read, or is no XML, gives one finding. Findings speak of XML errors, root and
-// version, unknown, misplaced, repeated and older elements, and every option's text by the grammar
-// of its parser. The time is linear in the file. Throws std::bad_alloc only. Any thread may call.
-VEXOR_EXPORT std::vector<Finding> CheckXMLConfig(const std::string& path);
+// file that cannot be read, is longer than the limit, or is no XML, gives one finding. Findings
+// speak of XML that other programs refuse, root and version, unknown, misplaced, repeated and older
+// elements, and every option's text by the grammar of its parser. The time is linear in the file.
+// Throws std::bad_alloc only. Any thread may call.
+VEXOR_EXPORT std::vector<Finding> CheckXMLConfig(const std::string& path,
+                                                 const CheckLimits& limits = {});
 
 // The same for the content of a file.
-VEXOR_EXPORT std::vector<Finding> CheckXMLConfigText(std::string_view content);
+VEXOR_EXPORT std::vector<Finding> CheckXMLConfigText(std::string_view content,
+                                                     const CheckLimits& limits = {});
 
 }  // namespace vexor
