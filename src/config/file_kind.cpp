@@ -7,7 +7,7 @@
 namespace vexor {
 namespace {
 
-using std::literals::string_view_literals::operator""sv;
+using namespace std::literals;
 
 struct OpeningRow {
   std::string_view bytes;

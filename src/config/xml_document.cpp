@@ -77,7 +77,7 @@ class BoundsCheck {
     }
   }
 
-  void Refuse(std::size_t at, std::string what) {
+  void Refuse(std::size_t at, const std::string& what) {
     const auto lines = std::ranges::count(content_.substr(0, at), '\n');
     refusal_ = {.line = static_cast<int>(lines) + 1,
                 .what = "too much to be read: " + what,

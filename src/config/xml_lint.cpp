@@ -163,7 +163,7 @@ class Linter {
     const bool is_alone = standalone.value_or("yes") == "yes" || *standalone == "no";
     TakeBlanks(rest);
     if (!version || !IsXmlVersion(*version) || !is_alone || !rest.empty()) {
-      Add(all, "malformed XML declaration", "<?xml version=\"1.0\" encoding=\"UTF-8\"?>");
+      Add(all, "malformed XML declaration", R"(<?xml version="1.0" encoding="UTF-8"?>)");
     }
     if (encoding) encoding_ = ParseEncoding(*encoding);
     if (encoding_ == Encoding::kUnknown) {
@@ -279,7 +279,7 @@ class Linter {
         rest.substr(0, std::min(rest.find_first_of(" \t\r\n"), rest.size()));
     if (EqualsIgnoreCase(target, "xml")) {
       Add(Rest(), "XML declaration that is not the first of the file, or malformed",
-          "<?xml version=\"1.0\"?>");
+          R"(<?xml version="1.0"?>)");
     } else if (!IsXmlName(target)) {
       Add(Rest(), "malformed processing instruction");
     }

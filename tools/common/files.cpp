@@ -17,21 +17,18 @@
 namespace tools {
 namespace {
 
-// More than any configuration has; a device without an end stops here.
-constexpr std::size_t kLargest = std::size_t{256} << 20U;
-
 struct FileCloser {
   void operator()(std::FILE* file) const { static_cast<void>(std::fclose(file)); }
 };
 
 std::string LastError() { return std::generic_category().message(errno); }
 
-void ReadAll(std::FILE* file, Input& input) {
+void ReadAll(std::FILE* file, std::size_t most, Input& input) {
   auto buffer = std::make_unique<std::array<char, 65536>>();
   while (const std::size_t count = std::fread(buffer->data(), 1, buffer->size(), file)) {
     input.content.append(buffer->data(), count);
-    if (input.content.size() > kLargest) {
-      input.failure = "cannot be read: larger than 256 MiB";
+    if (input.content.size() > most) {
+      input.failure = "cannot be read: larger than " + std::to_string(most >> 20U) + " MiB";
       return;
     }
   }
@@ -66,7 +63,7 @@ bool AreOneFile(const std::string& a, const std::string& b) {
   }
 }
 
-Input ReadInput(const std::string& path) {
+Input ReadInput(const std::string& path, std::size_t most) {
   Input input;
   if (path == "-") {
     input.name = "<stdin>";
@@ -75,7 +72,7 @@ Input ReadInput(const std::string& path) {
       return input;
     }
     UseBinaryInput();
-    ReadAll(stdin, input);
+    ReadAll(stdin, most, input);
     return input;
   }
   input.name = NameFile(path);
@@ -87,7 +84,7 @@ Input ReadInput(const std::string& path) {
   if (file == nullptr) {
     input.failure = "cannot be read: " + LastError();
   } else {
-    ReadAll(file.get(), input);
+    ReadAll(file.get(), most, input);
   }
   return input;
 }

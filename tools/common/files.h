@@ -1,6 +1,7 @@
 // The files that a command reads whole, and the documents that it writes.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <string>
@@ -29,8 +30,9 @@ FileKind KindOf(const std::string& path);
 // Returns whether the two paths lead to one file.
 bool AreOneFile(const std::string& a, const std::string& b);
 
-// Reads a file, or standard input for "-".
-Input ReadInput(const std::string& path);
+// Reads a file, or standard input for "-", of no more than `most` bytes: more than any
+// configuration has, and a device without an end stops there.
+Input ReadInput(const std::string& path, std::size_t most = std::size_t{256} << 20U);
 
 // Writes a document to a file, which is whole at any time. A file with content is replaced with
 // `force` only.

@@ -39,15 +39,17 @@ class Report {
       : arguments_(arguments), colours_(!arguments.json && UsesColours()) {}
 
   void Add(const FoundFile& file) {
-    const Input input =
-        file.failure.empty() ? ReadInput(file.path) : Input{NameFile(file.path), "", file.failure};
+    const vexor::CheckLimits limits{.most_bytes = arguments_.max_size << 20U};
+    Input input = file.failure.empty() ? ReadInput(file.path, limits.most_bytes)
+                                       : Input{NameFile(file.path), "", file.failure};
+    if (input.content.size() > limits.most_bytes) input.failure += " (see --max-size)";
     ++files_;
     OpenFile(input, file.path);
     if (!input.failure.empty()) {
       ++unread_;
       if (!arguments_.json) Refuse(input.name, input.failure);
     } else {
-      for (const Finding& finding : vexor::CheckXMLConfigText(input.content)) {
+      for (const Finding& finding : vexor::CheckXMLConfigText(input.content, limits)) {
         AddFinding(input.name, finding);
       }
     }

@@ -32,8 +32,8 @@ constexpr const char* kTopExamples =
 constexpr const char* kCheckExamples =
     "A finding is one line: FILE:LINE: error: ELEMENT: \"TEXT\": what is wrong, what was "
     "expected.\n"
-    "An error is not read, or not as it was meant; a warning is, but is written in an older form\n"
-    "or has no effect. The last line is the verdict.\n"
+    "An error is not read, or not as it was meant; a warning is, but is written in an older form,\n"
+    "has no effect, or is XML that other programs refuse. The last line is the verdict.\n"
     "\n"
     "Of a folder, every *.xml file in it and below it is checked, but for hidden folders and "
     "links\n"
@@ -133,6 +133,10 @@ void AddCheck(CLI::App& app, Status& status) {
                     "Tell also what reads as empty because it is missing");
   command->add_flag("--json", arguments->json, "Print JSON for programs");
   command->add_flag("-q,--quiet", arguments->quiet, "Print the verdict alone");
+  command
+      ->add_option("--max-size", arguments->max_size,
+                   "Largest file to check, in MiB; 64 without the option")
+      ->check(CLI::Range(1, 65536));
 }
 
 void AddShow(CLI::App& app, Status& status) {

@@ -2,11 +2,13 @@
 // standard error, and returns the exit status.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
 #include "common/files.h"
 #include "common/status.h"
+#include "vexor/config/check.h"
 
 namespace tools::vexorcfg {
 
@@ -15,7 +17,8 @@ struct CheckArguments {
   bool strict = false;             // warnings count as errors
   bool notes = false;
   bool json = false;
-  bool quiet = false;  // the verdict alone
+  bool quiet = false;                                             // the verdict alone
+  std::size_t max_size = vexor::CheckLimits().most_bytes >> 20U;  // of a file, in MiB
 };
 Status Check(const CheckArguments& arguments);
 

@@ -16,7 +16,8 @@ namespace vexor {
 
 enum class Severity : std::int32_t {
   kNote,     // no mistake: options that are absent and read as empty, tests that have no options
-  kWarning,  // read as it was meant, but written in an older form or without effect
+  kWarning,  // read as it was meant, but written in an older form or in XML that other programs
+             // refuse; or without effect
   kError,    // not read, or read as something else than was written
 };
 
