@@ -142,6 +142,7 @@ class Checker {
         element, path, element.Name(),
         is_read ? "older name" : "older name, not read beside the current one");
     finding.expected = JoinWithAnd(model.currents);
+    finding.is_older_form = is_read;
     if (is_read) CheckElement(element, model, path);
   }
 
@@ -212,12 +213,14 @@ class Checker {
   void CheckVersion(const XMLElement& element, const std::string& path) {
     CheckLeaf(element, path, findings_);
     if (version_ == GetVersionText()) return;
+    const bool is_compatible = IsCompatibleVersion(version_);
     Finding& finding =
-        IsCompatibleVersion(version_)
+        is_compatible
             ? findings_.AddWarning(element, path, version_, "another version, but compatible")
             : findings_.AddError(element, path, version_,
                                  "incompatible version, refused where versions are verified");
     finding.expected = GetVersionText();
+    finding.is_older_form = is_compatible;
   }
 
   void CheckArguments(const XMLElement& element, const ElementModel& model,

@@ -75,6 +75,7 @@ void CheckSwitch(const XMLElement& element, const std::string& path, Findings& f
                                  : findings.AddError(element, path, text, "reads as false");
   finding.expected = "true or false";
   if (means_false) finding.suggestion = "false";
+  finding.is_older_form = means_false;
   if (EqualsIgnoreCase(word, "true")) finding.suggestion = "true";
 }
 

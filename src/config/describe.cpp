@@ -4,7 +4,9 @@
 
 #include <algorithm>
 #include <memory>
+#include <optional>
 #include <stdexcept>
+#include <unordered_set>
 
 #include "config/document_model.h"
 #include "config/element_walk.h"
@@ -12,7 +14,11 @@
 #include "config/tables/custom_register_tables.h"
 #include "config/tables/system_setup.h"
 #include "config/trace_entries.h"
+#include "config/unread_content.h"
+#include "config/version_rules.h"
 #include "config/xml_document.h"
+#include "config/xml_lint.h"
+#include "util/text.h"
 
 namespace vexor {
 namespace {
@@ -45,29 +51,57 @@ std::string Join(const std::string& path, std::string_view name) {
 
 class Describer {
  public:
-  Describer(const FullRecords& records, std::vector<Setting>& settings)
-      : records_(records), settings_(settings) {}
+  Describer(const FullRecords& records, Description& description)
+      : records_(records), description_(description) {}
 
-  void Describe(const XMLElement& root) {
+  void Describe(const tinyxml2::XMLDocument& document, const XMLElement& root) {
     const ElementModel model = MakeDocumentModel(records_);
+    for (const std::string_view name : {"LoopTracker", "Version"}) {
+      const XMLElement* const element = FindElement(&root, name);
+      if (element == nullptr) continue;
+      read_.MarkText(*element);
+      if (name == "Version") description_.version_line = element->GetLineNum();
+    }
     for (const ElementModel& section : model.children) {
       if (section.content == Content::kVersion || section.content == Content::kCounter) continue;
       DescribeElement(section, FindElement(&root, section.name), std::string(section.name),
                       Origin::kFile);
     }
+    description_.unread = ListUnread(document, model, read_);
   }
 
  private:
   void Add(const std::string& path, std::string_view value, Origin origin,
            const XMLElement* element) {
-    settings_.push_back({.path = path,
-                         .value = std::string(value),
-                         .origin = origin,
-                         .line = element == nullptr ? 0 : element->GetLineNum()});
+    Setting& setting = description_.settings.emplace_back();
+    setting.path = path;
+    setting.value = value;
+    setting.origin = origin;
+    if (element == nullptr) return;
+    setting.line = element->GetLineNum();
+    const std::string_view text = TakeText(*element);
+    const bool is_false = value == "false" && EqualsIgnoreCase(text, value);
+    if (text == value || is_false) return;
+    setting.text = text;
+    if (text == "true")
+      setting.text = element->FirstChild()->Value();  // with the blanks that count
+  }
+
+  // Returns what the element says, and marks it as read.
+  std::string_view TakeText(const XMLElement& element) {
+    const XMLElement* const parent = element.Parent()->ToElement();
+    if (!arguments_.contains(parent)) {
+      read_.MarkText(element);
+      return TextOf(element);
+    }
+    read_.MarkArgument(element);
+    const char* const value = element.Attribute("val");
+    return value == nullptr ? "" : value;
   }
 
   void DescribeElement(const ElementModel& model, const XMLElement* element,
                        const std::string& path, Origin origin) {
+    if (model.content == Content::kArguments) arguments_.insert(element);
     for (const ElementModel& child : model.children) {
       if (child.IsOlder()) continue;
       const std::string child_path = Join(path, child.name);
@@ -247,7 +281,9 @@ class Describer {
   }
 
   const FullRecords& records_;
-  std::vector<Setting>& settings_;
+  Description& description_;
+  ReadMarks read_;
+  std::unordered_set<const XMLElement*> arguments_;  // whose children are arguments
 };
 
 }  // namespace
@@ -270,6 +306,7 @@ Description DescribeXMLConfigText(std::string_view content) {
   ResetVexorXmlConfiguration(records->config);
   GetGlobalCfgXML(records->config.GlobalConfig, root, false);
   description.version = records->config.GlobalConfig.Version;
+  description.is_compatible = IsCompatibleVersion(description.version);
   try {
     ReadSections(*root, records->config);
   } catch (const std::out_of_range&) {
@@ -277,7 +314,11 @@ Description DescribeXMLConfigText(std::string_view content) {
     return description;
   }
   GetWorkLoadsXML(records->workloads, root);
-  Describer(*records, description.settings).Describe(*root);
+  Describer(*records, description).Describe(document, *root);
+  if (const std::optional<XmlFault> stop = LintXml(content).stop) {
+    description.unread.push_back(
+        {.kind = UnreadKind::kRest, .line = stop->line, .path = {}, .text = stop->what});
+  }
   return description;
 }
 

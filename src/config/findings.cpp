@@ -12,13 +12,15 @@ constexpr std::size_t kLongestName = 100;
 
 }  // namespace
 
+std::string ShortenName(std::string_view name) {
+  return std::string(name.substr(0, kLongestName)).append(name.size() > kLongestName ? "..." : "");
+}
+
 std::string JoinPath(const std::string& parent, std::string_view name) {
   const bool is_section = parent.empty() || parent == "GLOBALPM" ||
                           parent == "GLOBALCONFIGURATION" || parent == "TEST_CONTROL_CFG" ||
                           parent == "WORKLOADS";
-  std::string path = is_section ? std::string() : parent + "/";
-  path.append(name.substr(0, kLongestName)).append(name.size() > kLongestName ? "..." : "");
-  return path;
+  return is_section ? ShortenName(name) : parent + "/" + ShortenName(name);
 }
 
 Finding& Findings::Add(Severity severity, int line, std::string path, std::string_view text,

@@ -16,6 +16,9 @@ namespace vexor {
 // long name is cut.
 std::string JoinPath(const std::string& parent, std::string_view name);
 
+// Returns the name, cut if it is very long.
+std::string ShortenName(std::string_view name);
+
 class Findings {
  public:
   // Add a finding, on the line of the node or the one given. What is expected and suggested is put

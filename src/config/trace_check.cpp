@@ -62,8 +62,10 @@ void CheckTraces(const XMLElement& element, const std::string& path, const std::
     if (current.front() == entry) {
       unknown.AddTestOfTrace(child, entry, child_path);
     } else {
-      findings.AddWarning(child, child_path, entry, "older form of a trace entry").expected =
-          JoinWithAnd(Words(current.begin(), current.end()));
+      Finding& finding =
+          findings.AddWarning(child, child_path, entry, "older form of a trace entry");
+      finding.expected = JoinWithAnd(Words(current.begin(), current.end()));
+      finding.is_older_form = true;
     }
   }
 }

@@ -246,6 +246,80 @@ TEST(Describe, SaysWhyAFileCannotBeRead) {
   }
 }
 
+// What stands in a file and no setting comes from.
+TEST(Describe, ListsWhatIsNotRead) {
+  const auto pm = [](const std::string& content) {
+    return Document("\n" + Wrapped("GLOBALPM", content));
+  };
+  const auto cstates = [&pm](const std::string& content) {
+    return pm(Wrapped("CORE", Wrapped("CSTATES", content)));
+  };
+  constexpr const char* kKinds[] = {"text", "element", "attribute", "comment", "markup", "rest"};
+  using Texts = std::vector<std::string>;
+  const struct {
+    std::string document;
+    Texts unread;
+  } cases[] = {
+      {Document("<LoopTracker>7</LoopTracker>"), {}},
+      {cstates("<KNOBS/><ActiveTime> sec:1\n</ActiveTime>"), {}},
+      {cstates("<KNOBS/>x<KNOBS>a</KNOBS><Foo/><Bar><Baz>1</Baz></Bar>"),
+       {"text 2 GLOBALPM/CORE/CSTATES x", "text 2 GLOBALPM/CORE/CSTATES/KNOBS a",
+        "element 2 GLOBALPM/CORE/CSTATES/Foo ", "text 2 GLOBALPM/CORE/CSTATES/Bar/Baz 1"}},
+      {cstates("<KNOBS><!-- b -->a</KNOBS><ExeCycles>1<!-- c -->0</ExeCycles>"),
+       {"comment 2 GLOBALPM/CORE/CSTATES/KNOBS  b ", "text 2 GLOBALPM/CORE/CSTATES/KNOBS a",
+        "comment 2 GLOBALPM/CORE/CSTATES/ExeCycles  c ",
+        "text 2 GLOBALPM/CORE/CSTATES/ExeCycles 0"}},
+      {cstates("<PxMxCxScope><b/></PxMxCxScope><ExeCycles a='1'>1</ExeCycles>"),
+       {"element 2 GLOBALPM/CORE/CSTATES/PxMxCxScope/b ",
+        "attribute 2 GLOBALPM/CORE/CSTATES/ExeCycles a=\"1\""}},
+      {pm("<GT><iGFX-RC6/><GT-RC6><ExeCycles>1</ExeCycles></GT-RC6></GT>"),
+       {"text 2 GLOBALPM/GT/GT-RC6/ExeCycles 1"}},
+      {pm("<UNCORE><MESH-GV><arg name='-exeCycles' val='9' randVal='1-2'/>"
+          "<arg name='x' val='1'/><arg name='-exeCycles' val='8'/><arg/></MESH-GV></UNCORE>"),
+       {"attribute 2 GLOBALPM/UNCORE/MESH-GV/-exeCycles randVal=\"1-2\"",
+        "text 2 GLOBALPM/UNCORE/MESH-GV/x 1", "text 2 GLOBALPM/UNCORE/MESH-GV/-exeCycles 8",
+        "element 2 GLOBALPM/UNCORE/MESH-GV/arg "}},
+      {"<?xml version=\"1.0\" encoding=\"utf-8\"?><!DOCTYPE VEXOR>" + Document("") + "<a>b</a>",
+       {"markup 1  DOCTYPE VEXOR", "text 1 a b"}},
+      {"<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>" + Document(""),
+       {"markup 1  xml version=\"1.0\" encoding=\"ISO-8859-1\""}},
+      {Document("") + "</a><VEXOR/>",
+       {"rest 1  </a> closes no element: what follows it is not read"}},
+  };
+  for (const auto& row : cases) {
+    Texts found;
+    for (const vexor::Unread& unread : DescribeXMLConfigText(row.document).unread) {
+      found.push_back(std::string(kKinds[static_cast<std::size_t>(unread.kind)]) + " " +
+                      std::to_string(unread.line) + " " + unread.path + " " + unread.text);
+    }
+    EXPECT_EQ(found, row.unread) << row.document;
+  }
+}
+
+TEST(Describe, TellsWhatAnElementSaysThatReadsOtherwise) {
+  const struct {
+    const char* element;
+    std::string path;
+    const char* text;
+  } cases[] = {
+      {"<TEST_CONTROL_CFG><AutoRunCfg><HWP>True</HWP></AutoRunCfg></TEST_CONTROL_CFG>",
+       "TEST_CONTROL_CFG/AutoRunCfg/HWP", "True"},
+      {"<TEST_CONTROL_CFG><AutoRunCfg><HWP> true</HWP></AutoRunCfg></TEST_CONTROL_CFG>",
+       "TEST_CONTROL_CFG/AutoRunCfg/HWP", " true"},
+      {"<TEST_CONTROL_CFG><AutoRunCfg><HWP> False</HWP></AutoRunCfg></TEST_CONTROL_CFG>",
+       "TEST_CONTROL_CFG/AutoRunCfg/HWP", ""},
+      {"<GLOBALPM><Vpu><Vpu-DVFS><arg name='KNOBS' val=' a '/></Vpu-DVFS></Vpu></GLOBALPM>",
+       "GLOBALPM/Vpu/Vpu-DVFS/KNOBS", ""},
+  };
+  for (const auto& row : cases) {
+    const Description description = DescribeXMLConfigText(Document(row.element));
+    const auto setting = std::ranges::find(description.settings, row.path, &Setting::path);
+    ASSERT_NE(setting, description.settings.end()) << row.path;
+    EXPECT_EQ(setting->text, row.text) << row.element;
+    EXPECT_EQ(description.unread.size(), 0U);
+  }
+}
+
 // One path a setting, whatever stands in the file.
 TEST(Describe, NamesEachSettingOnce) {
   const Description defaults = DescribeXMLConfigText("<VEXOR/>");

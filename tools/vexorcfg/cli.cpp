@@ -65,9 +65,12 @@ constexpr const char* kDefaultsExamples =
     "  vexorcfg defaults | less";
 
 constexpr const char* kConvertExamples =
-    "It tells what changed, and what the written form cannot carry, such as comments. Then it "
-    "reads\n"
-    "the new file and compares what the two mean.\n"
+    "It reads the new file, compares what the two mean, and lists what was not carried over: what\n"
+    "the reader does not read, or not as it is written, and what the written form has no place "
+    "for,\n"
+    "such as workloads and comments. Where IN and OUT are one file and that list is not empty, "
+    "the\n"
+    "file is left as it is, unless --lossy is given.\n"
     "\n"
     "Examples:\n"
     "  vexorcfg convert old.xml new.xml\n"
@@ -167,6 +170,8 @@ void AddConvert(CLI::App& app, Status& status) {
   command->add_option("OUT", arguments->out, "File to write");
   command->add_flag("--diff", arguments->diff, "Print what would change, and write nothing");
   command->add_flag("-f,--force", arguments->force, "Replace a file that exists");
+  command->add_flag("--lossy", arguments->lossy,
+                    "Replace IN itself even where something in it is not carried over");
 }
 
 void AddDiff(CLI::App& app, Status& status) {

@@ -39,6 +39,7 @@ struct ConvertArguments {
   std::string out;
   bool diff = false;   // show what would change, write nothing
   bool force = false;  // replace a file
+  bool lossy = false;  // replace the file itself where not all of it is carried
 };
 Status Convert(const ConvertArguments& arguments);
 

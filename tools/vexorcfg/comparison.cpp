@@ -70,12 +70,15 @@ Comparison Compare(const Description& a, const Description& b) {
     const auto found = others.find(keys.Make(setting));
     const Setting* const other = found == others.end() ? nullptr : found->second;
     if (other != nullptr) others.erase(found);
-    if (other == nullptr ||
-        !MeanTheSame(syntaxes.Find(setting.path), setting.value, other->value)) {
+    const std::string_view syntax = syntaxes.Find(setting.path);
+    if (!setting.text.empty() && !MeanTheSame(syntax, setting.text, setting.value)) {
+      comparison.misread.push_back(&setting);
+    }
+    if (other == nullptr || !MeanTheSame(syntax, setting.value, other->value)) {
       comparison.differences.push_back({.a = &setting, .b = other});
       continue;
     }
-    ++comparison.equal;
+    comparison.equal.push_back({.a = &setting, .b = other});
     if (setting.value != other->value) ++comparison.reworded;
   }
   Keys keys_of_b;

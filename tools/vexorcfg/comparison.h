@@ -9,8 +9,8 @@
 
 namespace tools::vexorcfg {
 
-// A setting that the two have differently; null where one has none of the path.
-struct Difference {
+// A setting of the two; null where one has none of the path.
+struct SettingPair {
   const vexor::Setting* a = nullptr;
   const vexor::Setting* b = nullptr;
 
@@ -18,9 +18,10 @@ struct Difference {
 };
 
 struct Comparison {
-  std::vector<Difference> differences;  // in the order of a written file
-  std::size_t equal = 0;                // settings of one meaning
-  std::size_t reworded = 0;             // those of them that are written differently
+  std::vector<SettingPair> differences;        // in the order of a written file
+  std::vector<SettingPair> equal;              // settings of one meaning
+  std::size_t reworded = 0;                    // those of them that are written differently
+  std::vector<const vexor::Setting*> misread;  // of `a`: the element means something else
 };
 
 // The result points into the two descriptions.

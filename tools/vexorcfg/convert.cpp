@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <iostream>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "commands.h"
@@ -10,40 +11,22 @@
 #include "configurations.h"
 #include "findings.h"
 #include "line_diff.h"
+#include "losses.h"
 #include "vexor/config/check.h"
 #include "vexor/config/writer.h"
 
 namespace tools::vexorcfg {
 namespace {
 
+constexpr std::string_view kNotCarried = "Not carried:";
+
+// The file was read: its size is no matter.
+constexpr vexor::CheckLimits kNoLimits{.most_bytes = std::string::npos};
+
 using vexor::Description;
 using vexor::Finding;
 using vexor::Origin;
 using vexor::Severity;
-
-struct Comment {
-  int line;
-  std::string_view text;
-};
-
-std::vector<Comment> ListComments(std::string_view content) {
-  std::vector<Comment> comments;
-  int line = 1;
-  while (!content.empty()) {
-    const bool is_comment = content.starts_with("<!--");
-    const bool is_data = content.starts_with("<![CDATA[");
-    std::size_t length = 1;
-    if (is_comment || is_data) {
-      const std::size_t end = content.find(is_comment ? "-->" : "]]>");
-      length = end == std::string_view::npos ? content.size() : end + 3;
-    }
-    const std::string_view piece = content.substr(0, length);
-    if (is_comment) comments.push_back({.line = line, .text = piece});
-    line += static_cast<int>(std::ranges::count(piece, '\n'));
-    content.remove_prefix(length);
-  }
-  return comments;
-}
 
 // Prints the lines below a title, nothing at all when there are none.
 void PrintList(std::string_view title, const std::vector<std::string>& lines) {
@@ -58,74 +41,27 @@ std::string At(const std::string& file, int line) {
 
 bool IsFault(const Finding& finding) { return finding.severity != Severity::kNote; }
 
-// What writing the file anew has settled: the faults that it has no more.
-std::vector<std::string> ListSettled(const Input& in, const Description& description,
-                                     const std::vector<Finding>& left) {
-  std::vector<std::string> settled;
-  const std::vector<Finding> findings = vexor::CheckXMLConfigText(in.content);
+// What the file says in an older form, and the new one in the current form.
+std::vector<std::string> ListRenewed(const Input& in, const Description& description) {
+  std::vector<std::string> renewed;
+  std::vector<Finding> findings = vexor::CheckXMLConfigText(in.content, kNoLimits);
+  std::erase_if(findings, [](const Finding& finding) { return !finding.is_older_form; });
+  renewed.reserve(findings.size());
   for (const Finding& finding : findings) {
-    const bool is_left = std::ranges::any_of(left, [&finding](const Finding& other) {
-      return other.text == finding.text && other.what == finding.what;
-    });
-    if (IsFault(finding) && !is_left) {
-      settled.push_back(At(in.name, finding.line) + FormatFinding(finding));
-    }
+    renewed.push_back(At(in.name, finding.line) + FormatFinding(finding));
   }
   for (const vexor::Setting& setting : description.settings) {
-    const bool is_told = std::ranges::any_of(findings, [&setting](const Finding& finding) {
-      return finding.line == setting.line &&
-             finding.expected.find(setting.value) != std::string::npos;
+    if (setting.origin != Origin::kCorrected) continue;
+    const auto first = std::ranges::lower_bound(findings, setting.line, {}, &Finding::line);
+    const auto last = std::ranges::upper_bound(findings, setting.line, {}, &Finding::line);
+    const bool is_told = std::any_of(first, last, [&setting](const Finding& finding) {
+      return finding.expected.find(setting.value) != std::string::npos;
     });
-    if (setting.origin != Origin::kCorrected || is_told) continue;
-    settled.push_back(At(in.name, setting.line) + setting.path + ": means " + Quote(setting.value) +
+    if (is_told) continue;
+    renewed.push_back(At(in.name, setting.line) + setting.path + ": means " + Quote(setting.value) +
                       " by what else the older file says");
   }
-  return settled;
-}
-
-struct Losses {
-  std::vector<std::string> stated;    // by the file
-  std::vector<std::string> defaults;  // that it relied on, a line an element
-};
-
-void AddDefault(const vexor::Setting& setting, std::vector<std::string>& lines) {
-  const std::size_t slash = setting.path.rfind('/');
-  const std::string element = setting.path.substr(0, slash) + ": ";
-  const std::string name = setting.path.substr(slash + 1);
-  if (!lines.empty() && lines.back().starts_with(element)) {
-    lines.back() += ", " + name;
-  } else {
-    lines.push_back(element + name);
-  }
-}
-
-Losses ListLosses(const Input& in, const Input& out, const Comparison& comparison) {
-  Losses losses;
-  for (const auto& [before, after] : comparison.differences) {
-    if (before == nullptr) continue;
-    const std::string value = Quote(before->value) + " reads " +
-                              (after == nullptr ? "as nothing" : "as " + Quote(after->value));
-    const bool is_stated = before->origin == Origin::kFile ||
-                           before->origin == Origin::kOlderName ||
-                           before->origin == Origin::kDerived;
-    if (is_stated) {
-      const std::string place = before->line > 0 ? At(in.name, before->line) : in.name + ": ";
-      losses.stated.push_back(place + OneLine(before->path) + ": " + value);
-    } else {
-      AddDefault(*before, losses.defaults);
-    }
-  }
-  const std::vector<Comment> kept = ListComments(out.content);
-  for (const Comment& comment : ListComments(in.content)) {
-    if (std::ranges::find(kept, comment.text, &Comment::text) != kept.end()) continue;
-    losses.stated.push_back(At(in.name, comment.line) + "comment: " + OneLine(comment.text, 60));
-  }
-  return losses;
-}
-
-Losses ForeseeLosses(const Input& in, const Description& before, const std::string& document) {
-  const Description after = vexor::DescribeXMLConfigText(document);
-  return ListLosses(in, {.name = {}, .content = document, .failure = {}}, Compare(before, after));
+  return renewed;
 }
 
 std::size_t CountDefaults(const Description& description) {
@@ -151,26 +87,40 @@ Status ReportProof(const ConvertArguments& arguments, const Input& in, const Des
   const std::optional<Description> after = DescribeInput(arguments.out, out);
   if (!after) return kNotRun;
   const Comparison comparison = Compare(before, *after);
-  const Losses losses = ListLosses(in, out, comparison);
-  std::vector<Finding> left = vexor::CheckXMLConfigText(out.content);
-  std::erase_if(left, [](const Finding& finding) { return !IsFault(finding); });
-  PrintList("Brought to the current form:", ListSettled(in, before, left));
+  const Losses losses = ListLosses(in.name, before, *after, comparison);
+  PrintList("Brought to the current form:", ListRenewed(in, before));
   const std::size_t relied_on = CountDefaults(before);
   const std::size_t unwritten = CountDefaults(*after);
   if (unwritten < relied_on) {
     std::cout << "Written out: " << Count(relied_on - unwritten, "default")
               << " that the file did not state\n";
   }
-  PrintList("Not carried by the written form:", losses.stated);
+  PrintList(kNotCarried, losses.stated);
   PrintList("Defaults that the written form leaves out, so that they read otherwise:",
             losses.defaults);
-  if (!left.empty()) {
-    std::cout << "Still wrong: " << Count(left.size(), "fault") << ", see vexorcfg check "
-              << out.name << '\n';
+  const auto faults =
+      std::ranges::count_if(vexor::CheckXMLConfigText(out.content, kNoLimits), IsFault);
+  if (faults > 0) {
+    std::cout << "Still wrong: " << Count(static_cast<std::size_t>(faults), "fault")
+              << ", see vexorcfg check " << out.name << '\n';
   }
-  std::cout << out.name << ": written and read again, " << Count(comparison.equal, "setting")
+  std::cout << out.name << ": written and read again, " << Count(comparison.equal.size(), "setting")
             << " mean the same, " << losses.stated.size() << " not carried\n";
   return losses.stated.empty() ? kClean : kWarnings;
+}
+
+// Whether a file may be replaced by the document that it is converted to: what the document does
+// not carry is gone then.
+bool MayReplace(const ConvertArguments& arguments, const Input& in, const Description& before,
+                const std::string& document) {
+  if (!arguments.force || arguments.lossy || !AreOneFile(arguments.in, arguments.out)) return true;
+  const Description after = vexor::DescribeXMLConfigText(document);
+  const Losses losses = ListLosses(in.name, before, after, Compare(before, after));
+  if (losses.stated.empty()) return true;
+  PrintList(kNotCarried, losses.stated);
+  Refuse(arguments.out, "left as it is: " + std::to_string(losses.stated.size()) +
+                            " not carried; convert to another file, or lose them with --lossy");
+  return false;
 }
 
 }  // namespace
@@ -188,13 +138,7 @@ Status Convert(const ConvertArguments& arguments) {
   const auto cfg = ReadRecord(arguments.in);
   if (cfg == nullptr) return kNotRun;
   const std::string document = vexor::FormatXMLConfig(*cfg);
-  if (AreOneFile(arguments.in, arguments.out)) {
-    const Losses losses = ForeseeLosses(in, *before, document);
-    PrintList("Not carried by the written form:", losses.stated);
-    if (!losses.stated.empty()) {
-      return Refuse(arguments.out, "left as it is; convert to another file to keep what it holds");
-    }
-  }
+  if (!MayReplace(arguments, in, *before, document)) return kNotRun;
   if (WriteDocument(arguments.out, document, arguments.force) != kClean) return kNotRun;
   return ReportProof(arguments, in, *before);
 }

@@ -30,7 +30,7 @@ Status Diff(const DiffArguments& arguments) {
   if (!left || !right) return kNotRun;
 
   const Comparison comparison = Compare(*left, *right);
-  for (const Difference& difference : comparison.differences) {
+  for (const SettingPair& difference : comparison.differences) {
     std::cout << OneLine(difference.path()) << ": " << Describe(a.name, difference.a) << " -> "
               << Describe(b.name, difference.b) << '\n';
   }
@@ -39,8 +39,8 @@ Status Diff(const DiffArguments& arguments) {
   }
   std::cout << (comparison.differences.empty() ? std::string("no setting")
                                                : Count(comparison.differences.size(), "setting"))
-            << (comparison.differences.size() > 1 ? " differ, " : " differs, ") << comparison.equal
-            << " mean the same";
+            << (comparison.differences.size() > 1 ? " differ, " : " differs, ")
+            << comparison.equal.size() << " mean the same";
   if (comparison.reworded > 0) std::cout << ", " << comparison.reworded << " of them reworded";
   std::cout << '\n';
   return comparison.differences.empty() && left->version == right->version ? kClean : kWarnings;

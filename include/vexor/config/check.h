@@ -29,6 +29,8 @@ struct Finding {
   std::string what;        // what is wrong with it
   std::string expected;    // what may stand there; may be empty
   std::string suggestion;  // what was probably meant in its place; may be empty
+  bool is_older_form =
+      false;  // read as what is expected, and written so when the file is converted
 };
 
 struct CheckLimits {

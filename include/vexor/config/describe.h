@@ -24,19 +24,40 @@ struct Setting {
       path;  // "GLOBALPM/CORE/CSTATES/ActiveTime"; entries of lists end in "[1]", "[2]", ...
   std::string value;
   Origin origin = Origin::kDefault;
-  int line = 0;  // of the element, 0 for a setting that comes from none
+  int line = 0;      // of the element, 0 for a setting that comes from none
+  std::string text;  // what the element says where that is not the value: "True", read as "false"
+};
+
+enum class UnreadKind : std::int32_t {
+  kText,       // of an element that is unknown, misplaced or repeated, or behind a comment
+  kElement,    // an unknown one that holds nothing
+  kAttribute,  // name="value"
+  kComment,
+  kMarkup,  // a processing instruction, a document type, a declaration of another encoding
+  kRest,    // what the parser does not reach; the text says why
+};
+
+// A part of a file that the reader passes over.
+struct Unread {
+  UnreadKind kind = UnreadKind::kText;
+  int line = 0;
+  std::string path;  // of the element it stands in, or of an element that is not known
+  std::string text;
 };
 
 struct Description {
   std::string error;  // why the file could not be read; empty when it was
   int error_line = 0;
   std::string version;
+  int version_line = 0;
+  bool is_compatible = false;     // whether a reader that verifies versions takes the file
   std::vector<Setting> settings;  // in the order of a written file
+  std::vector<Unread> unread;     // in the order of the file; not the loop counter
 };
 
 // Reads the content of a configuration file, of any version, onto the defaults and returns all
-// settings, those of the workloads included. Prints nothing. Throws std::bad_alloc only. Any thread
-// may call.
+// settings, those of the workloads included, and what is in the file besides. Prints nothing.
+// Throws std::bad_alloc only. Any thread may call.
 VEXOR_EXPORT Description DescribeXMLConfigText(std::string_view content);
 
 }  // namespace vexor
