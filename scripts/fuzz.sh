@@ -15,7 +15,7 @@ if [[ ! $seconds =~ ^[1-9][0-9]*$ ]]; then
   echo "fuzz.sh: '$seconds' is no number of seconds" >&2
   exit 2
 fi
-all=(read values check round_trip syntax numbers settings command_line)
+all=(read values check round_trip syntax numbers settings command_line log_reader)
 targets=("${@:2}")
 if ((${#targets[@]} == 0)); then
   targets=("${all[@]}")
@@ -47,7 +47,7 @@ fuzz() {
       cp "$root"/examples/*.xml "$corpus"
       options=(-max_len=16384 -dict="$work/names.dict")
       ;;
-    values | round_trip) options=(-max_len=2048) ;;
+    values | round_trip | log_reader) options=(-max_len=2048) ;;
   esac
   "$work/bin/fuzz_$target" -max_total_time="$seconds" -seed="${VEXOR_FUZZ_SEED-1}" \
     -rss_limit_mb=2048 -timeout=10 -close_fd_mask=1 -print_final_stats=1 \

@@ -33,11 +33,24 @@ int Read(const char* digits, int count) {
   return value;
 }
 
-LogTime ReadDate(const char* text) {
+LogTime ReadDate(std::string_view text) {
   using namespace std::chrono;
-  const year_month_day date(year(Read(text, 4)), month(static_cast<unsigned>(Read(text + 5, 2))),
-                            day(static_cast<unsigned>(Read(text + 8, 2))));
+  if (!HasForm(text, kStampForm.substr(0, kDateSize))) return kNoLogTime;
+  const char* const digits = text.data();
+  const year_month_day date(year(Read(digits, 4)),
+                            month(static_cast<unsigned>(Read(digits + 5, 2))),
+                            day(static_cast<unsigned>(Read(digits + 8, 2))));
   return date.ok() ? sys_days(date).time_since_epoch().count() * kDay : kNoLogTime;
+}
+
+// The time since midnight.
+LogTime ReadTime(const char* text) {
+  if (!HasForm({text, kStampSize - kDateSize}, kStampForm.substr(kDateSize))) return kNoLogTime;
+  const int hour = Read(text, 2);
+  const int minute = Read(text + 3, 2);
+  const int second = Read(text + 6, 2);
+  if (hour > 23 || minute > 59 || second > 59) return kNoLogTime;
+  return hour * kHour + minute * kMinute + second * kSecond + Read(text + 9, 3);
 }
 
 }  // namespace
@@ -48,20 +61,15 @@ bool BeginsStamp(std::string_view text) {
 
 LogTime StampReader::Read(std::string_view text) {
   if (text.size() < kStampSize) return kNoLogTime;
+  const LogTime time = ReadTime(text.data() + kDateSize);
+  if (time == kNoLogTime) return kNoLogTime;
   if (LastDate().empty() || std::memcmp(text.data(), date_.data(), kDateSize) != 0) {
-    if (!HasForm(text, kStampForm.substr(0, kDateSize))) return kNoLogTime;
-    const LogTime midnight = ReadDate(text.data());
+    const LogTime midnight = ReadDate(text);
     if (midnight == kNoLogTime) return kNoLogTime;
     midnight_ = midnight;
     std::memcpy(date_.data(), text.data(), kDateSize);
   }
-  const char* const time = text.data() + kDateSize;
-  if (!HasForm({time, kStampSize - kDateSize}, kStampForm.substr(kDateSize))) return kNoLogTime;
-  const int hour = vexor::Read(time, 2);
-  const int minute = vexor::Read(time + 3, 2);
-  const int second = vexor::Read(time + 6, 2);
-  if (hour > 23 || minute > 59 || second > 59) return kNoLogTime;
-  return midnight_ + hour * kHour + minute * kMinute + second * kSecond + vexor::Read(time + 9, 3);
+  return midnight_ + time;
 }
 
 LogTime ParseLogTime(std::string_view stamp) {
