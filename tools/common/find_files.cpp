@@ -103,28 +103,34 @@ void AddFolder(const std::string& folder, std::string_view extension,
   }
 }
 
+// The names in a folder that match; hidden ones only where the pattern begins as they do.
+std::vector<std::string> MatchNames(const std::string& folder, std::string_view pattern,
+                                    bool folders_only) {
+  std::vector<std::string> names;
+  std::error_code ignored;
+  for (Entry& entry : ListFolder(folder.empty() ? "." : folder, ignored)) {
+    if (folders_only && !entry.is_folder) continue;
+    if (IsHidden(entry.name) && !IsHidden(pattern)) continue;
+    if (Matches(FoldCase(pattern), FoldCase(entry.name))) names.push_back(std::move(entry.name));
+  }
+  return names;
+}
+
 // The paths that match, each piece of the pattern against the names of one folder.
 std::vector<std::string> MatchPaths(std::string_view pattern) {
   std::vector<std::string> paths = {""};
   while (!pattern.empty()) {
     const std::size_t end = std::min(pattern.find_first_of(kSeparators), pattern.size());
+    const std::size_t next = std::min(pattern.find_first_not_of(kSeparators, end), pattern.size());
     const std::string_view piece = pattern.substr(0, end);
-    const std::size_t next = pattern.find_first_not_of(kSeparators, end);
     const std::string_view separators = pattern.substr(end, next - end);
-    pattern.remove_prefix(std::min(next, pattern.size()));
+    const bool is_plain = piece.find_first_of(kWildcards) == std::string_view::npos;
+    pattern.remove_prefix(next);
     std::vector<std::string> longer;
     for (const std::string& path : paths) {
-      if (piece.find_first_of(kWildcards) == std::string_view::npos) {
-        longer.push_back((path + std::string(piece)).append(separators));
-        continue;
-      }
-      std::error_code ignored;
-      for (const Entry& entry : ListFolder(path.empty() ? "." : path, ignored)) {
-        if (IsHidden(entry.name) && !IsHidden(piece)) continue;
-        if (!separators.empty() && !entry.is_folder) continue;
-        if (!Matches(FoldCase(piece), FoldCase(entry.name))) continue;
-        longer.push_back((path + entry.name).append(separators));
-      }
+      const auto names = is_plain ? std::vector<std::string>{std::string(piece)}
+                                  : MatchNames(path, piece, !separators.empty());
+      for (const std::string& name : names) longer.push_back((path + name).append(separators));
     }
     paths = std::move(longer);
   }
