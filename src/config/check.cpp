@@ -12,7 +12,8 @@
 #include "config/element_walk.h"
 #include "config/findings.h"
 #include "config/pm_test_table.h"
-#include "config/tables/system_setup.h"
+#include "config/system_check.h"
+#include "config/test_times.h"
 #include "config/trace_check.h"
 #include "config/unknown_names.h"
 #include "config/version_rules.h"
@@ -126,7 +127,7 @@ class Checker {
         CheckElement(child, *known, child_path);
       }
     }
-    AddMissing(element, model, path, [&](std::size_t i) { return seen[i].count > 0; });
+    AddMissing(element, model, path, [&](std::size_t i) { return seen[i].first; });
   }
 
   void AddRepeated(const XMLElement& element, const XMLElement& first, const std::string& path) {
@@ -172,7 +173,8 @@ class Checker {
                           const std::string& path) {
     const OptionRow* const option = model.option;
     if (option != nullptr && option->flag != nullptr) return CheckSwitch(element, path, findings_);
-    if (!CheckLeaf(element, path, findings_) || option == nullptr) return;
+    if (!CheckLeaf(element, path, findings_)) return;
+    if (model.list != nullptr) return system_.CheckItem(element, *model.list, path);
     const std::string_view text = TextOf(element);
     if (!model.is_read && !text.empty()) {
       findings_.AddWarning(element, path, text, "written by the library and never read");
@@ -202,10 +204,8 @@ class Checker {
     for (const XMLElement& child : ChildElements(element)) {
       const std::string child_path = JoinPath(path, child.Name());
       CheckAttributes(child, child_path, findings_);
-      if (!CheckLeaf(child, child_path, findings_)) continue;
-      for (const OptionRow& option : model.list->always) {
-        if (option.name == child.Name())
-          CheckText(child, child_path, TextOf(child), option, findings_);
+      if (CheckLeaf(child, child_path, findings_)) {
+        system_.CheckValue(child, *model.list, child_path);
       }
     }
   }
@@ -255,7 +255,7 @@ class Checker {
         CheckArgument(child, *known, arg_path);
       }
     }
-    AddMissing(element, model, path, [&](std::size_t i) { return seen[i] != nullptr; });
+    AddMissing(element, model, path, [&](std::size_t i) { return seen[i]; });
   }
 
   void CheckArgument(const XMLElement& arg, const ElementModel& model, const std::string& path) {
@@ -271,20 +271,47 @@ class Checker {
     finding.expected = "the attribute val";
   }
 
-  // Options that a present element lacks read as empty, not as their defaults.
-  template <class IsThere>
+  // Options that a present element lacks read as empty, not as their defaults. `find` returns the
+  // element of the model's child of that index, or null.
+  template <class Find>
   void AddMissing(const XMLElement& element, const ElementModel& model, const std::string& path,
-                  const IsThere& is_there) {
-    std::string missing;
+                  const Find& find) {
+    const Words times = AddMissingTimes(element, model, path, find);
+    Words missing;
     for (std::size_t i = 0; i < model.children.size(); ++i) {
       const ElementModel& child = model.children[i];
-      const bool is_given = is_there(i) || IsGivenByOlder(element, model, child.name);
-      if (is_given || !HasDefault(child)) continue;
-      missing += (missing.empty() ? "" : ", ") + std::string(child.name);
+      const bool is_told = find(i) != nullptr || IsGivenByOlder(element, model, child.name) ||
+                           std::ranges::find(times, child.name) != times.end();
+      if (!is_told && HasDefault(child)) missing.push_back(child.name);
     }
     if (!missing.empty()) {
-      findings_.AddNote(element, path, missing, "absent, and read as empty, not as the default");
+      findings_.AddNote(element, path, JoinWithCommas(missing),
+                        "absent, and read as empty, not as the default");
     }
+  }
+
+  // Returns the times that it tells of: those without which a test runs.
+  template <class Find>
+  Words AddMissingTimes(const XMLElement& element, const ElementModel& model,
+                        const std::string& path, const Find& find) {
+    if (!RunsByItself(*root_, model)) return {};
+    Words texts(model.children.size());
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+      const XMLElement* const child = find(i);
+      if (child == nullptr) continue;
+      const char* const value = child->Attribute("val");
+      texts[i] = model.content != Content::kArguments ? TextOf(*child)
+                 : value != nullptr                   ? value
+                                                      : "";
+    }
+    Words times = FindMissingTimes(model, texts);
+    if (!times.empty()) {
+      findings_
+          .AddWarning(element, path, JoinWithCommas(times),
+                      "absent or empty, but the test is switched on")
+          .expected = times.size() == 1 ? "a time such as msec:80" : "a time each, such as msec:80";
+    }
+    return times;
   }
 
   FullRecords records_;
@@ -293,6 +320,7 @@ class Checker {
   std::string version_;
   Findings findings_;
   UnknownNames unknown_{model_, findings_};
+  SystemCheck system_{findings_, unknown_};
 };
 
 // What there is to say of a file that is not looked into.

@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "config/fault_wording.h"
-#include "config/syntax_table.h"
 #include "util/text.h"
 
 namespace vexor {
@@ -52,31 +51,29 @@ bool CheckLeaf(const XMLElement& element, const std::string& path, Findings& fin
   return first == nullptr || first->ToText() != nullptr;
 }
 
-void CheckText(const XMLElement& at, const std::string& path, std::string_view text,
-               const OptionRow& option, Findings& findings) {
-  const std::optional<Fault> fault = CheckOption(option, text);
-  if (!fault) return;
+Finding* CheckText(const XMLElement& at, const std::string& path, std::string_view text,
+                   const OptionRow& option, Findings& findings) {
+  const std::optional<TextFault> fault = JudgeText(option, text);
+  if (!fault) return nullptr;
   FaultWording wording = WordFault(option, text, *fault);
-  Finding& finding = findings.AddError(at, path, text, std::move(wording.what));
+  Finding& finding =
+      findings.Add(fault->severity, at.GetLineNum(), path, text, std::move(wording.what));
   finding.expected = std::move(wording.expected);
   finding.suggestion = std::move(wording.suggestion);
+  return &finding;
 }
 
-// Only the exact text switches on.
+// Nothing of the text is trimmed: only the exact word switches on.
 void CheckSwitch(const XMLElement& element, const std::string& path, Findings& findings) {
   if (!CheckLeaf(element, path, findings)) return;
   const XMLNode* const child = element.FirstChild();
   const std::string_view text = child == nullptr ? "" : child->Value();
-  const std::string_view word = TrimSpace(text);
-  if (word.empty() || text == "true" || text == "false") return;
-  const bool means_false = EqualsIgnoreCase(word, "false");
-  Finding& finding = means_false ? findings.AddWarning(element, path, text,
-                                                       "reads as false, like any text but true")
-                                 : findings.AddError(element, path, text, "reads as false");
-  finding.expected = "true or false";
-  if (means_false) finding.suggestion = "false";
-  finding.is_older_form = means_false;
-  if (EqualsIgnoreCase(word, "true")) finding.suggestion = "true";
+  OptionRow option;
+  option.syntax = Syntax::kBoolean;
+  if (TrimSpace(text).empty()) return;
+  Finding* const finding = CheckText(element, path, text, option, findings);
+  // What reads as false anyway is written as "false".
+  if (finding != nullptr) finding->is_older_form = finding->severity == Severity::kWarning;
 }
 
 }  // namespace vexor

@@ -24,9 +24,10 @@ void CheckAttributes(const tinyxml2::XMLElement& element, const std::string& pat
 // element. Returns whether the element's own text, which may be empty, is what stands in it first.
 bool CheckLeaf(const tinyxml2::XMLElement& element, const std::string& path, Findings& findings);
 
-// Finds a fault in the text of an option, which stands in the element.
-void CheckText(const tinyxml2::XMLElement& at, const std::string& path, std::string_view text,
-               const OptionRow& option, Findings& findings);
+// Finds a fault in the text of an option, which stands in the element. Returns its finding, valid
+// until the next one is added; null for a good text.
+Finding* CheckText(const tinyxml2::XMLElement& at, const std::string& path, std::string_view text,
+                   const OptionRow& option, Findings& findings);
 
 // Finds a text that switches nothing on and was meant to, or does not say that it does not.
 void CheckSwitch(const tinyxml2::XMLElement& element, const std::string& path, Findings& findings);

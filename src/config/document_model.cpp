@@ -146,7 +146,7 @@ ElementModel SystemLists() {
     if (row.items == nullptr) {
       list.content = Content::kPairs;
     } else {
-      list.children = {{.name = "ITEM", .content = Content::kItem, .repeats = true}};
+      list.children = {{.name = "ITEM", .content = Content::kItem, .repeats = true, .list = &row}};
     }
     Adopt(groups, row.group, kSystemGroups).children.push_back(std::move(list));
   }

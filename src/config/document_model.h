@@ -44,7 +44,7 @@ struct ElementModel {
   bool repeats = false;               // every element of the name counts
   bool is_read = true;
   const ConfigRecord* record = nullptr;   // of the children's options
-  const SystemListRow* list = nullptr;    // of a list under "SysConfiguration"
+  const SystemListRow* list = nullptr;    // of a list under "SysConfiguration", and of its items
   const CustomTableRow* table = nullptr;  // of a container of register items
   std::vector<ElementModel> children = {};
 

@@ -1,8 +1,12 @@
 #include "config/fault_wording.h"
 
 #include <algorithm>
+#include <span>
+#include <string>
+#include <utility>
 
 #include "config/syntax_table.h"
+#include "config/text_repair.h"
 #include "config/word_list.h"
 #include "util/text.h"
 
@@ -13,57 +17,119 @@ bool Contains(std::string_view text, std::string_view part) {
   return text.find(part) != std::string_view::npos;
 }
 
-// The word or number that the fault lies in.
-std::string_view PieceAt(std::string_view text, std::size_t at) {
-  const std::string_view rest = text.substr(std::min(at, text.size()));
-  const std::string_view piece = TrimBlanks(rest.substr(0, rest.find_first_of(";,:=")));
-  return piece.empty() ? rest : piece;
+TextFault MakeTextFault(Severity severity, const OptionRow& option, const Fault& fault) {
+  TextFault result;
+  result.at = fault.at;
+  result.what = fault.what;
+  result.expected =
+      option.words.empty() ? std::string(fault.expected) : JoinWordList(SplitWords(option.words));
+  result.severity = severity;
+  return result;
 }
 
-Words ExpectedWords(const OptionRow& option, const Fault& fault) {
-  return option.words.empty() ? SplitWordList(fault.expected) : SplitWords(option.words);
+constexpr std::string_view kWrongHint = ", listed by mistake in the hint comment";
+
+// Items that were joined wrongly are the fault, whatever their grammar says of the whole.
+void BlameSeparator(std::string_view text, TextFault& fault) {
+  const auto [wrong, right] = std::ranges::mismatch(text, fault.suggestion);
+  fault.at = static_cast<std::size_t>(wrong - text.begin());
+  fault.what = std::string("items joined by \"") + *wrong + "\"";
+  fault.expected = std::string("\"") + *right + "\" between the items";
 }
 
-std::string ExpectedText(const OptionRow& option, const Fault& fault) {
-  if (!option.words.empty()) return JoinWordList(SplitWords(option.words));
-  const std::string_view example = GetSyntax(option.syntax).example;
-  std::string expected(fault.expected);
-  const bool shows_example = Contains(expected, example) || Contains(expected, "such as") ||
-                             Contains(expected, "for example");
-  if (!shows_example) expected.append(" (for example ").append(example).append(")");
-  return expected;
+void ExplainRepair(const OptionRow& option, std::string_view text, TextFault& fault) {
+  if (!FindHintCorrection(option.syntax, text).empty()) fault.what += kWrongHint;
+  const bool was_rejoined =
+      !fault.suggestion.empty() && fault.suggestion == RejoinItems(option.syntax, text);
+  if (was_rejoined) BlameSeparator(text, fault);
 }
 
-// Replaces one unknown word after the other by the known one that it is nearest to, and returns the
-// text if that makes it a good one.
-std::string Repair(const OptionRow& option, std::string_view text) {
-  constexpr int kMostWords = 16;
-  std::string repaired(text);
-  for (int i = 0; i < kMostWords; ++i) {
-    const std::optional<Fault> fault = CheckOption(option, repaired);
-    if (!fault) return repaired;
-    const std::string_view piece = PieceAt(repaired, fault->at);
-    std::string_view word = SuggestWord(piece, ExpectedWords(option, *fault));
-    if (word.empty() || word == piece) return {};
-    const auto at = static_cast<std::size_t>(piece.data() - repaired.data());
-    const bool has_colon =
-        at + piece.size() < repaired.size() && repaired[at + piece.size()] == ':';
-    if (has_colon && word.ends_with(':')) word.remove_suffix(1);
-    repaired.replace(at, piece.size(), word);
+TextFault JudgeFault(Severity severity, const OptionRow& option, std::string_view text,
+                     const Fault& fault) {
+  TextFault result = MakeTextFault(severity, option, fault);
+  result.suggestion = RepairText(option, text);
+  ExplainRepair(option, text, result);
+  return result;
+}
+
+// The knob that an unknown one was probably meant to be; empty when none is near.
+std::string_view FindMeantKnob(std::string_view knob, std::span<const std::string_view> known) {
+  const std::string_view correction = FindHintCorrection(Syntax::kKnobs, knob);
+  return correction.empty() ? SuggestWord(knob, known) : correction;
+}
+
+// Replaces the knobs that are near a known one, and points at the first of them. Others may be the
+// user's own.
+void MendKnobs(const OptionRow& option, std::string_view text, TextFault& fault) {
+  int searches_left = 1000;  // nobody reads more
+  const Words known = GetWords(Syntax::kKnobs);
+  std::string mended;
+  std::string_view rest = text;
+  for (std::string_view item; TakeItem(rest, ';', item);) {
+    const std::string_view knob = TrimBlanks(item);
+    const bool is_unknown = DoubtOption(option, knob).has_value();
+    const std::string_view meant =
+        is_unknown && searches_left-- > 0 ? FindMeantKnob(knob, known) : "";
+    mended.append(item.data() == text.data() ? "" : ";").append(meant.empty() ? item : meant);
+    if (meant.empty() || fault.severity == Severity::kWarning) continue;
+    fault.severity = Severity::kWarning;
+    fault.at = static_cast<std::size_t>(knob.data() - text.data());
+    if (!FindHintCorrection(Syntax::kKnobs, knob).empty()) fault.what += kWrongHint;
   }
-  return {};
+  if (fault.severity == Severity::kWarning) fault.suggestion = std::move(mended);
+}
+
+std::optional<TextFault> JudgeKnobs(const OptionRow& option, std::string_view text) {
+  const std::optional<Fault> doubt = DoubtOption(option, text);
+  if (!doubt) return std::nullopt;
+  TextFault result = MakeTextFault(Severity::kNote, option, *doubt);
+  std::string rejoined = RejoinItems(option.syntax, text);
+  if (rejoined.empty() || DoubtOption(option, rejoined)) {
+    MendKnobs(option, text, result);
+  } else {
+    result.severity = Severity::kWarning;
+    result.suggestion = std::move(rejoined);
+    BlameSeparator(text, result);
+  }
+  return result;
+}
+
+std::string NamePlace(std::string_view text, const TextFault& fault) {
+  const bool is_apart = fault.at > 0 && fault.at < text.size() && !fault.what.ends_with('"');
+  if (!is_apart) return fault.what;
+  std::string what = fault.what;
+  const std::string place = " at \"" + std::string(PieceAt(text, fault.at)) + "\"";
+  return what.insert(std::min(what.find(','), what.size()), place);
+}
+
+std::string AddExample(const OptionRow& option, const std::string& expected) {
+  constexpr std::size_t kMostWords = 20;  // more are no help in a line
+  if (SplitWordList(expected).size() > kMostWords) return {};
+  const std::string_view example = GetSyntax(option.syntax).example;
+  const bool shows_example = !option.words.empty() || Contains(expected, example) ||
+                             Contains(expected, "such as") || Contains(expected, "for example");
+  return shows_example ? expected : expected + " (for example " + std::string(example) + ")";
 }
 
 }  // namespace
 
+std::optional<TextFault> JudgeText(const OptionRow& option, std::string_view text) {
+  if (option.syntax == Syntax::kKnobs) return JudgeKnobs(option, text);
+  const std::optional<Fault> fault = CheckOption(option, text);
+  const std::optional<Fault> doubt = fault ? std::nullopt : DoubtOption(option, text);
+  if (!fault && !doubt) return std::nullopt;
+  return fault ? JudgeFault(Severity::kError, option, text, *fault)
+               : JudgeFault(Severity::kWarning, option, text, *doubt);
+}
+
+FaultWording WordFault(const OptionRow& option, std::string_view text, const TextFault& fault) {
+  return {.what = NamePlace(text, fault),
+          .expected = AddExample(option, fault.expected),
+          .suggestion = fault.suggestion};
+}
+
 FaultWording WordFault(const OptionRow& option, std::string_view text, const Fault& fault) {
-  FaultWording wording{.what = std::string(fault.what),
-                       .expected = ExpectedText(option, fault),
-                       .suggestion = Repair(option, text)};
-  if (fault.at > 0 && fault.at < text.size()) {
-    wording.what.append(" at \"").append(PieceAt(text, fault.at)).append("\"");
-  }
-  return wording;
+  return WordFault(option, text, JudgeFault(Severity::kError, option, text, fault));
 }
 
 }  // namespace vexor

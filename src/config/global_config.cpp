@@ -82,7 +82,7 @@ void ResetGlobalConfig(_GLOBALCONFIG_XMLCFG& cfg) {
     if (row.pairs != nullptr) (cfg.*row.pairs).clear();
   }
   for (const CustomTableRow& table : kCustomTables) table.list.clear(cfg.CustomConfiguration);
-  cfg.KNOBS = {{"LTR_IGN_Mask", "0"}, {"Snoop_Latency_Mask", "0"}};
+  for (const OptionRow& knob : kKnobValues) cfg.KNOBS.emplace_back(knob.name, knob.reset);
   ResetOptions(kOverwriteOptions, cfg);
   ResetOptions(kSettingOptions, cfg);
   cfg.Host_IP_Config = ReadHostIpFile();

@@ -23,6 +23,7 @@ enum class Syntax : std::uint8_t {
   kWordList,
   kCount,
   kMask,
+  kNumbers,
   kAddress,
   kIpv4,
   kLogLevel,
@@ -57,6 +58,7 @@ enum class Syntax : std::uint8_t {
   kPeciData,
   kPeciRegisters,
   kPeciPci,
+  kKnobs,
 };
 
 // Where an option passes: through the reader, the writer, both, or neither.

@@ -218,8 +218,8 @@ class ReferenceWriter {
     for (const std::string_view hint : list.hint.texts) {
       if (!hint.empty()) hints += "- " + Code(hint) + "\n";
     }
-    for (const OptionRow& option : list.always) {
-      hints += "- " + Code(option.name) + ": " + Code(option.hint.texts.front()) + "\n";
+    for (const OptionRow& option : list.values) {
+      hints += "- " + Code(option.name) + ": " + Cell(option.about) + " " + ValueOf(option) + "\n";
     }
     if (!hints.empty()) out_ += "\n" + hints;
   }

@@ -74,7 +74,7 @@ class SchemaWriter {
   }
 
   std::string TextTypeOf(const OptionRow* option) {
-    if (option == nullptr || option->syntax == Syntax::kFreeText) return "xs:string";
+    if (option == nullptr || MakePattern(*option).empty()) return "xs:string";
     if (option->flag != nullptr) return "switch";
     const auto has_its_syntax = [option](const OptionRow* other) {
       return other->syntax == option->syntax;

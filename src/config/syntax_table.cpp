@@ -7,6 +7,7 @@
 #include "syntax/cstates_grammar.h"
 #include "syntax/fault_note.h"
 #include "syntax/ice_states_grammar.h"
+#include "syntax/knobs_grammar.h"
 #include "syntax/number_tuples_grammar.h"
 #include "syntax/peci_grammar.h"
 #include "syntax/plain_grammar.h"
@@ -50,11 +51,14 @@ Result CheckExitRatios(std::string_view text) {
 // In the order of the enumeration.
 constexpr auto kSyntaxes = std::to_array<SyntaxRow>({
     {Syntax::kFreeText, "text", "any text", "text", nullptr},
-    {Syntax::kBoolean, "boolean", "true or false", "true", CheckBoolean, "%w"},
+    {Syntax::kBoolean, "boolean", "true or false", "true", CheckBoolean, "true|%(false)", "",
+     DoubtBoolean},
     {Syntax::kWord, "word", "one of the words", "", nullptr, "%w"},
     {Syntax::kWordList, "words", "words joined by \";\"", "", nullptr, "%w", ";"},
     {Syntax::kCount, "count", "a decimal or 0x number", "100", CheckCount, "%n"},
     {Syntax::kMask, "mask", "a decimal or 0x number", "0xFFFFFFFF", CheckMask, "%n"},
+    {Syntax::kNumbers, "numbers", R"(decimal or 0x numbers joined by ";" or ",")", "4711;0x10",
+     CheckNumbers, "%n", ";,"},
     {Syntax::kAddress, "address", "Default, or a decimal or 0x number", "0xC0000000", CheckAddress,
      "Default|%n"},
     {Syntax::kIpv4, "ipv4", kIpv4Form, "192.168.1.1", CheckIpv4, R"(%n(\.%n){3})"},
@@ -71,12 +75,13 @@ constexpr auto kSyntaxes = std::to_array<SyntaxRow>({
      "%n( ?: ?%n)? ?:?"},
     {Syntax::kScope, "scope", "percentages of packages:modules:cores, or with :threads", "100:50:0",
      CheckScope, "%n( ?: ?%n){2,3} ?:?"},
-    {Syntax::kPkgAffinity, "packages", "All, Any, Random, Specific:numbers, or numbers", "0,1",
-     CheckPkgAffinity, "%w.*|[0-9].*"},
+    {Syntax::kPkgAffinity, "packages",
+     "All, Any, Random or Specific:numbers; numbers alone mean All", "Specific:0,1",
+     CheckPkgAffinity, "%w.*|[0-9].*", "", DoubtListAlone},
     {Syntax::kUnitAffinity, "affinity",
-     "All, Random, BigCores, SmallCores, EvenCores, OddCores, sCores, cCores, cCoreAtom, "
-     "Specific:numbers, or numbers",
-     "Specific:0-3,8", CheckUnitAffinity, "%w.*|[0-9].*"},
+     "All, Random, BigCores, SmallCores, EvenCores, OddCores, sCores, cCores, cCoreAtom or "
+     "Specific:numbers; numbers alone mean All",
+     "Specific:0-3,8", CheckUnitAffinity, "%w.*|[0-9].*", "", DoubtListAlone},
     {Syntax::kThreadAffinity, "threads", "All, Any:numbers, Random or Specific:numbers",
      "Specific:1,3", CheckThreadAffinity, "%w.*"},
     {Syntax::kCstates, "cstates", "C-states joined by \";\"", "C1;C6;C10", CheckExeCstates, "%w",
@@ -96,10 +101,11 @@ constexpr auto kSyntaxes = std::to_array<SyntaxRow>({
      CheckExePstates, R"((Specific: ?)?(%r|Turbo|P0\.\.\.Pn|P1\.\.\.?Pn|P0\.\.P1))", ";,"},
     {Syntax::kRatios, "ratios",
      "P0, P1, Pe, Pn, Pn--, P0++, P0Pn, All, numbers from 0 to 254 or ranges of them, joined by "
-     "\",\"",
-     "P0,0x10,8-12", CheckTrendRatios, "%r", ";,"},
-    {Syntax::kExitRatios, "exit-ratios", "ALL, or ratios joined by \",\"", "ALL", CheckExitRatios,
-     "%(all)|%r", ";,"},
+     "\",\"; or P0...Pn, P0..P1 or P1..Pn alone",
+     "P0,0x10,8-12", CheckTrendRatios, R"(%r|P0\.\.\.Pn|P0\.\.P1|P1\.\.Pn)", ";,"},
+    {Syntax::kExitRatios, "exit-ratios",
+     "ALL, or ratios joined by \",\"; or P0...Pn, P0..P1 or P1..Pn alone", "ALL", CheckExitRatios,
+     R"(%(all)|%r|P0\.\.\.Pn|P0\.\.P1|P1\.\.Pn)", ";,"},
     {Syntax::kSagvRatios, "sagv", "Low, Med, High or Dynamic, joined by \",\"", "Low,High",
      CheckSagvRatios, "%w", ";,"},
     {Syntax::kLowHighRatios, "low-high", "Low or High, joined by \",\"", "Low,High",
@@ -128,6 +134,8 @@ constexpr auto kSyntaxes = std::to_array<SyntaxRow>({
      "Perf-Status:3;0x1A", CheckPeciRegisters, "[-0-9A-Za-z_.]+( ?: ?%n)?", ";"},
     {Syntax::kPeciPci, "peci-pci", "segment:bus:device:function:offset, with :and:or for a write",
      "0:0:31:0:0x40", CheckPeciPciConfigs, "%n( ?: ?%n){4,6} ?:?", ";"},
+    {Syntax::kKnobs, "knobs", "knobs joined by \";\"; a test may have others than the known ones",
+     "Random;ExitOnFail", nullptr, "", "", DoubtKnobs},
 });
 
 constexpr bool AreInOrder() {
@@ -166,7 +174,8 @@ Words GetWords(const OptionRow& option) {
 }
 
 Words GetWords(Syntax syntax) {
-  const auto check = GetSyntax(syntax).check;
+  const SyntaxRow& row = GetSyntax(syntax);
+  const auto check = row.check != nullptr ? row.check : row.doubt;
   if (check == nullptr) return {};
   const std::optional<Fault> fault = check("?");  // good by no grammar
   return fault ? SplitWordList(fault->expected) : Words();
@@ -180,6 +189,11 @@ std::optional<Fault> CheckOption(const OptionRow& option, std::string_view text)
   if (option.syntax == Syntax::kWordList) return CheckWords(option.words, text);
   const auto check = GetSyntax(option.syntax).check;
   return check == nullptr ? std::nullopt : check(text);
+}
+
+std::optional<Fault> DoubtOption(const OptionRow& option, std::string_view text) {
+  const auto doubt = GetSyntax(option.syntax).doubt;
+  return doubt == nullptr || text.empty() ? std::nullopt : doubt(text);
 }
 
 }  // namespace vexor

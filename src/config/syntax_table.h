@@ -23,6 +23,9 @@ struct SyntaxRow {
   // ratio and "%(...)" for words in any case.
   std::string_view pattern = {};
   std::string_view separators = {};  // of a list: what may stand between items of the pattern
+  // What is doubtful about a good text: it is read, but probably otherwise than it was meant. Null
+  // where nothing is.
+  std::optional<Fault> (*doubt)(std::string_view text) = nullptr;
 };
 
 std::span<const SyntaxRow> Syntaxes();
@@ -37,5 +40,8 @@ Words GetWords(const OptionRow& option);
 // Returns what is wrong with an option's text, by its grammar and its words. Empty text is good: a
 // missing option reads as empty.
 std::optional<Fault> CheckOption(const OptionRow& option, std::string_view text);
+
+// Returns what is doubtful about a good text.
+std::optional<Fault> DoubtOption(const OptionRow& option, std::string_view text);
 
 }  // namespace vexor

@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "config/document_model.h"
+#include "config/fault_wording.h"
 #include "config/pm_test_table.h"
 #include "config/syntax_table.h"
 #include "config/tables/system_setup.h"
@@ -30,9 +31,7 @@ std::optional<TextFault> FindFault(Syntax syntax, std::string_view words, std::s
   OptionRow option;
   option.syntax = syntax;
   option.words = words;
-  const std::optional<Fault> fault = CheckOption(option, text);
-  if (!fault) return std::nullopt;
-  return TextFault{.at = fault->at, .what = fault->what, .expected = fault->expected};
+  return JudgeText(option, text);
 }
 
 std::string JoinTexts(const Hint& hint) {
@@ -141,9 +140,10 @@ class Lister {
 
   void AddPairs(const SystemListRow& list, const std::string& path) {
     Add(path, "Named values: elements of any name, each with a text.").hint = JoinTexts(list.hint);
-    for (const OptionRow& option : list.always) {
-      Add(path + "/" + std::string(option.name), option.about, option.syntax).hint =
-          JoinTexts(option.hint);
+    for (const OptionRow& option : list.values) {
+      OptionInfo& info = Add(path + "/" + std::string(option.name), option.about, option.syntax);
+      info.hint = JoinTexts(option.hint);
+      info.preset = option.reset;
     }
   }
 
@@ -167,8 +167,13 @@ std::vector<SyntaxInfo> GetSyntaxes() {
 
 std::optional<TextFault> CheckSyntax(std::string_view syntax, std::string_view text) {
   const SyntaxRow* const row = FindSyntax(syntax);
-  if (row == nullptr) return TextFault{.at = 0, .what = "unknown syntax", .expected = {}};
-  if (row->check == nullptr) return std::nullopt;
+  if (row == nullptr) {
+    TextFault fault;
+    fault.what = "unknown syntax";
+    return fault;
+  }
+  const bool is_made_exact = row->syntax == Syntax::kWord || row->syntax == Syntax::kWordList;
+  if (is_made_exact) return std::nullopt;
   return FindFault(row->syntax, {}, text);
 }
 

@@ -28,7 +28,7 @@ std::string InAnyCase(std::string_view words) {
 
 bool IgnoresCase(const OptionRow& option, std::string_view word) {
   std::string other(word);
-  for (char& c : other) c = ToLower(c);
+  for (char& c : other) c = c == ToLower(c) ? ToUpper(c) : ToLower(c);
   return option.words.empty() && !CheckOption(option, other).has_value();
 }
 

@@ -61,7 +61,12 @@ void UnknownNames::AddElement(const XMLElement& element, const ElementModel& par
 void UnknownNames::AddArgument(const XMLElement& argument, std::string_view name,
                                const ElementModel& parent, const std::string& path) {
   Finding& finding = findings_.AddError(argument, path, name, "unknown argument, not read");
-  if (MaySearch()) finding.suggestion = SuggestWord(name, NamesOf(parent));
+  finding.suggestion = Suggest(name, NamesOf(parent));
+}
+
+std::string_view UnknownNames::Suggest(std::string_view name,
+                                       std::span<const std::string_view> known) {
+  return MaySearch() ? SuggestWord(name, known) : std::string_view();
 }
 
 void UnknownNames::AddTestOfTrace(const XMLElement& element, const std::string& entry,

@@ -4,6 +4,7 @@
 
 #include <tinyxml2.h>
 
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -23,6 +24,10 @@ class UnknownNames {
                   const std::string& path);
   void AddArgument(const tinyxml2::XMLElement& argument, std::string_view name,
                    const ElementModel& parent, const std::string& path);
+
+  // Returns the word that an unknown one was probably meant to be, as SuggestWord does, as long as
+  // searches are left.
+  std::string_view Suggest(std::string_view name, std::span<const std::string_view> known);
 
   // Adds that the trace entry begins with no test's name, if it does. The names known are the long
   // ones, older and short ones, in any case.

@@ -16,6 +16,14 @@ std::size_t MostEdits(std::string_view word) {
   return word.size() < 3 ? 0 : std::max<std::size_t>(1, word.size() / 3);
 }
 
+std::string Join(std::span<const std::string_view> words, std::string_view separator) {
+  std::string joined;
+  for (const std::string_view word : words) {
+    joined.append(joined.empty() ? std::string_view() : separator).append(word);
+  }
+  return joined;
+}
+
 // No edit changes the length by more than one.
 bool CanBeNear(std::string_view text, std::string_view word) {
   const auto [shorter, longer] = std::minmax({text.size(), word.size()});
@@ -58,12 +66,9 @@ std::string JoinWordList(std::span<const std::string_view> words) {
   return list;
 }
 
-std::string JoinWithAnd(std::span<const std::string_view> words) {
-  std::string joined;
-  for (const std::string_view word : words)
-    joined.append(joined.empty() ? "" : " and ").append(word);
-  return joined;
-}
+std::string JoinWithCommas(std::span<const std::string_view> words) { return Join(words, kComma); }
+
+std::string JoinWithAnd(std::span<const std::string_view> words) { return Join(words, " and "); }
 
 std::string_view SuggestWord(std::string_view text, std::span<const std::string_view> words) {
   std::string_view nearest;

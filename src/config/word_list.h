@@ -19,6 +19,9 @@ Words SplitWordList(std::string_view list);
 // Returns "a, b or c".
 std::string JoinWordList(std::span<const std::string_view> words);
 
+// Returns "a, b".
+std::string JoinWithCommas(std::span<const std::string_view> words);
+
 // Returns "a and b".
 std::string JoinWithAnd(std::span<const std::string_view> words);
 

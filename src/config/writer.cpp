@@ -143,7 +143,8 @@ void WriteSystemList(XmlWriter& out, const SystemListRow& row, const _GLOBALCONF
     if (row.items != nullptr) {
       WriteTexts(out, "ITEM", cfg.*row.items);
     } else {
-      WritePairs(out, cfg.*row.pairs, row.always);
+      WritePairs(out, cfg.*row.pairs,
+                 row.are_always_written ? row.values : std::span<const OptionRow>());
     }
   });
 }

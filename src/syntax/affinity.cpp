@@ -78,6 +78,7 @@ std::string_view NumbersBehindColon(std::string_view text, FaultNote& note) {
   std::string_view numbers = text.substr(text.size());
   TakeFilledItem(rest, ':', keyword);
   TakeFilledItem(rest, ':', numbers);
+  if (!rest.empty()) note.At(rest, "text behind the numbers, not read", "an end");
   numbers = TrimBlanks(numbers);
   if (numbers.empty()) note.At(numbers, "no numbers", "a list such as 0,2-4");
   return numbers;
@@ -85,12 +86,20 @@ std::string_view NumbersBehindColon(std::string_view text, FaultNote& note) {
 
 enum class ListAlone { kRefused, kAccepted };
 
+// A keyword counts wherever a text begins with it, and what follows it is not read.
+void RefuseSurplus(std::string_view surplus, std::string_view keywords, FaultNote& note) {
+  if (TrimBlanks(surplus).empty()) return;
+  note.At(surplus, "text behind the keyword, not read", keywords);
+}
+
 AffinityText SplitAffinity(std::string_view text, std::span<const Mode> modes,
                            std::string_view keywords, ListAlone list_alone, FaultNote& note) {
   const auto mode = std::ranges::find_if(
       modes, [text](const Mode& row) { return StartsWithIgnoreCase(text, row.text); });
   if (mode != modes.end()) {
-    return {mode->value, TakesNumbers(mode->value) ? NumbersBehindColon(text, note) : ""};
+    if (TakesNumbers(mode->value)) return {mode->value, NumbersBehindColon(text, note)};
+    RefuseSurplus(text.substr(mode->text.size()), keywords, note);
+    return {mode->value, ""};
   }
   if (text.empty()) return {};
   const bool is_list = list_alone == ListAlone::kAccepted && IsDecDigit(text.front());
@@ -140,6 +149,12 @@ std::optional<Fault> CheckUnitAffinity(std::string_view text) {
 
 std::optional<Fault> CheckThreadAffinity(std::string_view text) {
   return CheckAffinity(SplitThreadAffinity, text);
+}
+
+std::optional<Fault> DoubtListAlone(std::string_view text) {
+  if (text.empty() || !IsDecDigit(text.front())) return std::nullopt;
+  return Fault{.what = "numbers alone, which mean All",
+               .expected = "Specific: in front of the numbers, or All"};
 }
 
 }  // namespace vexor

@@ -18,4 +18,8 @@ std::optional<Fault> CheckUnitAffinity(std::string_view text);
 // Of `ParseThreadAffinity`.
 std::optional<Fault> CheckThreadAffinity(std::string_view text);
 
+// What is doubtful about a good affinity of packages or units: numbers without "Specific:" are
+// read, but the mode is "All".
+std::optional<Fault> DoubtListAlone(std::string_view text);
+
 }  // namespace vexor

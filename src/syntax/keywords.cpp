@@ -3,8 +3,11 @@
 #include <algorithm>
 #include <array>
 
+#include "syntax/fault_note.h"
 #include "syntax/keyword_table.h"
+#include "syntax/knobs_grammar.h"
 #include "syntax/nearest.h"
+#include "syntax/words.h"
 #include "util/text.h"
 
 namespace vexor {
@@ -97,9 +100,37 @@ static_assert(std::ranges::all_of(kKeywords, [](const Keyword& keyword) {
   return std::max(keyword.name.size(), keyword.short_name.size()) <= kLongestCompared;
 }));
 
+constexpr bool IsKnob(const Keyword& keyword) { return keyword.kind == KeywordKind::kKnob; }
+
+constexpr auto kKnobs = [] {
+  std::array<std::string_view, static_cast<std::size_t>(std::ranges::count_if(kKeywords, IsKnob))>
+      knobs;
+  auto* next = knobs.data();
+  for (const Keyword& keyword : kKeywords) {
+    if (IsKnob(keyword)) *next++ = keyword.name;
+  }
+  return knobs;
+}();
+
+// "Name", or a name with a value behind "=" or ":".
+bool IsKnownItem(std::string_view item) {
+  const std::string_view name = item.substr(0, item.find_first_of("=:"));
+  return std::ranges::find(kKnobs, item) != kKnobs.end() || FindKeyword(name) != nullptr;
+}
+
 }  // namespace
 
 std::span<const Keyword> Keywords() { return kKeywords; }
+
+std::optional<Fault> DoubtKnobs(std::string_view text) {
+  FaultNote note(text);
+  std::string_view rest = text;
+  for (std::string_view item; TakeItem(rest, ';', item);) {
+    const std::string_view knob = TrimBlanks(item);
+    if (!knob.empty() && !IsKnownItem(knob)) note.At(knob, "unknown knob", kListOf<kKnobs>);
+  }
+  return note.First();
+}
 
 const Keyword* FindKeyword(std::string_view name) {
   for (const Keyword& keyword : kKeywords) {

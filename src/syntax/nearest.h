@@ -13,17 +13,27 @@ namespace vexor {
 // No name is longer, and no more of a text is looked at.
 inline constexpr std::size_t kLongestCompared = 31;
 
-// How many letters must be changed, added or dropped to make one text of the other, ignoring case:
-// the edit distance of Levenshtein, one row of its table at a time.
+// How many letters must be changed, added, dropped or swapped with their neighbour to make one text
+// of the other, ignoring case: the edit distance of Damerau and Levenshtein (optimal string
+// alignment), three rows of its table at a time.
 constexpr std::size_t CountEdits(std::string_view from, std::string_view to) {
-  std::array<std::size_t, kLongestCompared + 1> row{};
-  for (std::size_t i = 0; i <= to.size(); ++i) row[i] = i;
-  for (const char c : from.substr(0, kLongestCompared)) {
-    std::size_t diagonal = row[0]++;
-    for (std::size_t i = 0; i < to.size(); ++i) {
-      const std::size_t replaced = diagonal + (ToUpper(c) == ToUpper(to[i]) ? 0 : 1);
-      diagonal = row[i + 1];
-      row[i + 1] = std::min({replaced, diagonal + 1, row[i] + 1});
+  using Row = std::array<std::size_t, kLongestCompared + 1>;
+  Row earlier{};
+  Row above{};
+  Row row{};
+  from = from.substr(0, kLongestCompared);
+  for (std::size_t j = 0; j <= to.size(); ++j) row[j] = j;
+  for (std::size_t i = 0; i < from.size(); ++i) {
+    earlier = above;
+    above = row;
+    row[0] = i + 1;
+    for (std::size_t j = 0; j < to.size(); ++j) {
+      const auto is_same = [&](std::size_t a, std::size_t b) {
+        return ToUpper(from[a]) == ToUpper(to[b]);
+      };
+      row[j + 1] = std::min({above[j] + (is_same(i, j) ? 0 : 1), above[j + 1] + 1, row[j] + 1});
+      const bool is_swapped = i > 0 && j > 0 && is_same(i, j - 1) && is_same(i - 1, j);
+      if (is_swapped) row[j + 1] = std::min(row[j + 1], earlier[j - 1] + 1);
     }
   }
   return row[to.size()];

@@ -1,5 +1,6 @@
 #include "syntax/plain_grammar.h"
 
+#include "syntax/fault_note.h"
 #include "syntax/words.h"
 #include "util/text.h"
 #include "vexor/vocabulary/state_names.h"
@@ -22,6 +23,8 @@ std::optional<Fault> CheckNumber(std::string_view text, std::string_view expecte
   return Fault{.what = "not a number", .expected = expected};
 }
 
+bool IsFalseInAnyForm(std::string_view text) { return EqualsIgnoreCase(TrimSpace(text), "false"); }
+
 }  // namespace
 
 std::optional<Fault> CheckCount(std::string_view text) {
@@ -37,11 +40,23 @@ std::optional<Fault> CheckAddress(std::string_view text) {
   return CheckNumber(text, "an address such as 0xFED10000, or Default");
 }
 
+std::optional<Fault> CheckNumbers(std::string_view text) {
+  FaultNote note(text);
+  ForEachItem(text, [&](std::string_view item) {
+    if (const auto fault = CheckCount(item)) note.Within(item, *fault);
+  });
+  return note.First();
+}
+
 std::optional<Fault> CheckBoolean(std::string_view text) {
-  const bool is_good =
-      text.empty() || EqualsIgnoreCase(text, "true") || EqualsIgnoreCase(text, "false");
+  const bool is_good = text.empty() || text == "true" || IsFalseInAnyForm(text);
   if (is_good) return std::nullopt;
-  return Fault{.what = "neither true nor false", .expected = "true or false"};
+  return Fault{.what = "reads as false", .expected = "true or false"};
+}
+
+std::optional<Fault> DoubtBoolean(std::string_view text) {
+  if (text == "false" || !IsFalseInAnyForm(text)) return std::nullopt;
+  return Fault{.what = "reads as false, like any text but true", .expected = "true or false"};
 }
 
 std::optional<Fault> CheckTestMode(std::string_view text) {

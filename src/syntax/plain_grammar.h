@@ -18,8 +18,15 @@ std::optional<Fault> CheckMask(std::string_view text);
 // The same or "Default".
 std::optional<Fault> CheckAddress(std::string_view text);
 
-// "true" or "false", in any case.
+// Such numbers, joined by ";" or ",".
+std::optional<Fault> CheckNumbers(std::string_view text);
+
+// "true" exactly, or "false" in any case and with any white space around it: whatever is not
+// exactly "true" reads as false.
 std::optional<Fault> CheckBoolean(std::string_view text);
+
+// What is doubtful about a good boolean: a "false" that is not written exactly so.
+std::optional<Fault> DoubtBoolean(std::string_view text);
 
 // A word that `ParseTestModeID` reads.
 std::optional<Fault> CheckTestMode(std::string_view text);

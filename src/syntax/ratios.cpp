@@ -101,6 +101,13 @@ constexpr auto kNamedRatios = std::to_array<NamedRatio>({
     {"ALL", RatioName::kAll},
 });
 
+// Ranges that `DecodeRatios` reads, as it does: only where nothing else stands beside them.
+constexpr auto kRatioRanges = std::to_array<NamedRatio>({
+    {"P0...Pn", RatioName::kP0ToPn},
+    {"P0..P1", RatioName::kP0ToP1},
+    {"P1..Pn", RatioName::kP1ToPn},
+});
+
 struct NamedRange {
   std::string_view text;
   PstateRange range;
@@ -125,6 +132,9 @@ constexpr auto kPoints = std::to_array<Word<RatioPoint>>({
 
 constexpr std::string_view kRatioForm =
     "P0, P1, Pe, Pn, Pn--, P0++, P0Pn, All, a number from 0 to 254 (0xFE) or two of them as 8-12";
+constexpr std::string_view kTrendForm =
+    "P0, P1, Pe, Pn, Pn--, P0++, P0Pn, All, a number from 0 to 254 (0xFE), two of them as 8-12, or "
+    "alone P0...Pn, P0..P1 or P1..Pn";
 
 std::optional<std::uint16_t> ReadRatioNumber(std::string_view text) {
   const std::uint64_t number = ParseUnsigned(text).value_or(kNoNumber64);
@@ -143,16 +153,23 @@ std::optional<Ratio> ReadRatio(std::string_view text) {
   return Ratio{RatioName::kNumber, *first, *last};
 }
 
-std::vector<Ratio> ReadRatios(std::string_view text, FaultNote& note) {
+std::vector<Ratio> ReadRatios(std::string_view text, std::string_view form, FaultNote& note) {
   std::vector<Ratio> ratios;
   ForEachItem(text, [&](std::string_view item) {
     if (const auto ratio = ReadRatio(item)) {
       ratios.push_back(*ratio);
     } else {
-      note.At(item, "not a ratio", kRatioForm);
+      note.At(item, "not a ratio", form);
     }
   });
   return ratios;
+}
+
+std::vector<Ratio> ReadTrendRatios(std::string_view text, FaultNote& note) {
+  for (const NamedRatio& range : kRatioRanges) {
+    if (range.text == text) return {{.name = range.name}};
+  }
+  return ReadRatios(text, kTrendForm, note);
 }
 
 PstateSelection ReadExePstates(std::string_view text, FaultNote& note) {
@@ -162,7 +179,8 @@ PstateSelection ReadExePstates(std::string_view text, FaultNote& note) {
   }
   const bool is_specific = trimmed.starts_with(kSpecific);
   const std::string_view listed = trimmed.substr(is_specific ? kSpecific.size() : 0);
-  PstateSelection selection{.range = PstateRange::kSpecific, .ratios = ReadRatios(listed, note)};
+  PstateSelection selection{.range = PstateRange::kSpecific,
+                            .ratios = ReadRatios(listed, kRatioForm, note)};
   if (selection.ratios.empty()) selection.range = PstateRange::kAll;
   if (selection.ratios.empty() && is_specific) note.At(listed, "no ratios", kRatioForm);
   return selection;
@@ -198,7 +216,7 @@ namespace vexor {
 
 std::optional<Fault> CheckTrendRatios(std::string_view text) {
   FaultNote note(text);
-  ReadRatios(text, note);
+  ReadTrendRatios(text, note);
   return note.First();
 }
 
@@ -233,7 +251,7 @@ std::optional<Fault> CheckTurboActivationRatios(std::string_view text) {
 
 std::vector<Ratio> ParseTrendRatios(std::string_view text) {
   FaultNote unused(text);
-  return ReadRatios(text, unused);
+  return ReadTrendRatios(text, unused);
 }
 
 PstateSelection ParseExePstates(std::string_view text) {

@@ -80,7 +80,9 @@ Bounds ReadBounds(std::string_view text, std::uint32_t factor, FaultNote& note) 
   };
   const std::uint32_t min = read(text.substr(0, dash));
   if (dash == std::string_view::npos) return {min, min};
-  return {min, read(text.substr(dash + 1))};
+  const std::uint32_t max = read(text.substr(dash + 1));
+  if (max < min) note.At(text, "reversed range", "the lower value first");
+  return {min, max};
 }
 
 struct UnitAndValue {

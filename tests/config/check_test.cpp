@@ -300,9 +300,9 @@ TEST(Check, FindsElementsThatAreNotRead) {
       {Global("SysConfiguration",  // the word of the hint comment, which no parser takes
               "<SYSTEM><OS><Power_Scheme>Balance</Power_Scheme>\n"
               "<Battery_Simulation>ac</Battery_Simulation><Plan>Balance</Plan></OS></SYSTEM>"),
-       {"1: error: SysConfiguration/SYSTEM/OS/Power_Scheme: \"Balance\": unknown power scheme; "
-        "expected Default, Balanced, Power-Saver, High-Performance, Random or All; did you mean "
-        "\"Balanced\"?"}},
+       {"1: error: SysConfiguration/SYSTEM/OS/Power_Scheme: \"Balance\": unknown power scheme, "
+        "listed by mistake in the hint comment; expected Default, Balanced, Power-Saver, "
+        "High-Performance, Random or All; did you mean \"Balanced\"?"}},
       {Global("CustomConfiguration", "<MSR_CFG><MSR/><MSR><Adress>1</Adress></MSR></MSR_CFG>"),
        {"1: error: CustomConfiguration/MSR_CFG/MSR[2]/Adress: \"Adress\": unknown element, not "
         "read; did you mean \"Address\"?"}},
@@ -352,7 +352,8 @@ TEST(Check, FindsTextsThatReadAsSomethingElse) {
         "min or hour (for example msec:80-120); did you mean \"msec:80\"?"}},
       {Cstates("<ActiveTime>msec80</ActiveTime>"),
        {"1: error: CORE/CSTATES/ActiveTime: \"msec80\": not a unit and a value; expected "
-        "unit:value or unit:low-high with usec, msec, sec, min or hour (for example msec:80)"}},
+        "unit:value or unit:low-high with usec, msec, sec, min or hour (for example msec:80); did "
+        "you mean \"msec:80\"?"}},
       {Cstates("<ExeCstates>C1;C5</ExeCstates>"),  // as near to many
        {"1: error: CORE/CSTATES/ExeCstates: \"C1;C5\": unknown C-state at \"C5\"; expected C0, C1, "
         "C3, C6, C6r, C7, C7s, C8, C9 or C10 (for example C1;C6;C10)"}},
@@ -364,7 +365,9 @@ TEST(Check, FindsTextsThatReadAsSomethingElse) {
        {"1: error: CORE/CSTATES/Log_Level: \"information\": unknown level; " + levels +
         "; did you mean \"Information\"?"}},
       {Cstates("<Log_Level>Error</Log_Level>"),
-       {"1: error: CORE/CSTATES/Log_Level: \"Error\": unknown level; " + levels}},
+       {"1: error: CORE/CSTATES/Log_Level: \"Error\": unknown level, listed by mistake in the "
+        "hint comment; " +
+        levels + "; did you mean \"Critical\"?"}},
       {Pm("CORE", "<SDC><KNOBS>Randm; exitonfail</KNOBS></SDC>"),  // each word mended
        {"1: error: CORE/SDC/KNOBS: \"Randm; exitonfail\": unknown word; expected Random or "
         "ExitOnFail; did you mean \"Random; ExitOnFail\"?"}},
@@ -446,6 +449,145 @@ TEST(Check, KnowsWhichOlderElementsHaveAnEffect) {
        {name + beside + "; expected iGFX-DVFS"}},
   };
   ExpectFindings(cases);
+}
+
+// What an option's text was meant to be.
+TEST(Check, SuggestsTheTextThatWasMeant) {
+  const struct {
+    const char* option;
+    const char* text;
+    const char* suggestion;
+  } cases[] = {
+      {"ActiveTime", "ms:80", "msec:80"},
+      {"ActiveTime", "80:msec", "msec:80"},
+      {"ActiveTime", "5 minutes", "min:5"},
+      {"ActiveTime", "msec=200 - 500", "msec:200-500"},
+      {"ActiveTime", "msec:500-200", "msec:200-500"},
+      {"ActiveTime", "80", ""},
+      {"ActiveTime", "1.5sec", ""},
+      {"ExeCycles", "10min", "min:10"},
+      {"ExeCstates", "C1,C6", "C1;C6"},
+      {"ExeCstates", "C1; C6 ;C10", "C1;C6;C10"},
+      {"PkgAffinity", "0,1", "Specific:0,1"},
+      {"PkgAffinity", "Specific:0;1", "Specific:0,1"},
+      {"PkgAffinity", "Specific:0,x", ""},
+      {"CoreAffinity", "BigCoresAndMore", "BigCores"},
+      {"Log_Level", "warning", "Information"},
+      {"KNOBS", "Random,ExitOnFail", "Random;ExitOnFail"},
+      {"KNOBS", "Own;Randm; PassOnMinTrubo", "Own;Random;PassOnMinTurbo"},
+      {"KNOBS", "Random;QclkCheck(SAGV only)", "Random;QclkCheck"},
+  };
+  for (const auto& row : cases) {
+    const auto findings = CheckXMLConfigText(Cstates("\n" + Wrapped(row.option, row.text)));
+    const auto finding = std::ranges::find(findings, 2, &Finding::line);
+    ASSERT_NE(finding, findings.end()) << row.text;
+    EXPECT_EQ(finding->suggestion, row.suggestion) << row.text;
+  }
+}
+
+TEST(Check, WarnsOfWhatIsReadAndHardlyMeant) {
+  const std::string settings = "1: warning: SysConfiguration/SYSTEM/";
+  const std::string config = "1: warning: SysConfiguration/CORE/CONFIG/ITEM[1]: ";
+  const std::string modes = "; expected Default, Enable, Disable, Random or Toggle";
+  const auto system = [](const std::string& list, const std::string& content) {
+    return Global("SysConfiguration", Wrapped("SYSTEM", Wrapped(list, content)));
+  };
+  const auto item = [](const std::string& list, const std::string& text) {
+    return Global("SysConfiguration", Wrapped("CORE", Wrapped(list, Wrapped("ITEM", text))));
+  };
+  const Case cases[] = {
+      {Cstates("<PkgAffinity>0,1</PkgAffinity>"),
+       {"1: warning: CORE/CSTATES/PkgAffinity: \"0,1\": numbers alone, which mean All; expected "
+        "Specific: in front of the numbers, or All (for example Specific:0,1); did you mean "
+        "\"Specific:0,1\"?"}},
+      {Cstates("<KNOBS>Own;Randm</KNOBS>"),
+       {"1: warning: CORE/CSTATES/KNOBS: \"Own;Randm\": unknown knob at \"Randm\"; did you mean "
+        "\"Own;Random\"?"}},
+      {system("GSTATES",
+              "<Hybrid_Slep>Disable</Hybrid_Slep><Fast_Startup>Disabled</Fast_Startup>"
+              "<GlobalReset0_Check>0</GlobalReset0_Check><LPM0_PRI>3</LPM0_PRI>"),
+       {settings + "GSTATES/Hybrid_Slep: \"Hybrid_Slep\": unknown setting; did you mean "
+                   "\"Hybrid_Sleep\"?",
+        settings + "GSTATES/Fast_Startup: \"Disabled\": unknown value; expected Disable, Enable, "
+                   "Random, Toggle or Default; did you mean \"Disable\"?",
+        settings + "GSTATES/GlobalReset0_Check: \"GlobalReset0_Check\": older name of a setting; "
+                   "expected Stop_on_GlobalReset0_Mask"}},
+      {system("KNOBS",
+              "<LTR_IGN_Msk>1</LTR_IGN_Msk><Snoop_Latency_Mask>zero</Snoop_Latency_Mask>"
+              "<Hybrid_Sleep>Enable</Hybrid_Sleep><Own>Enabel</Own>"),
+       {settings + "KNOBS/LTR_IGN_Msk: \"LTR_IGN_Msk\": unknown setting; did you mean "
+                   "\"LTR_IGN_Mask\"?",
+        "1: error: SysConfiguration/SYSTEM/KNOBS/Snoop_Latency_Mask: \"zero\": not a number; "
+        "expected a mask such as 0xFFFFFFFF",
+        settings + "KNOBS/Hybrid_Sleep: \"Hybrid_Sleep\": setting of another list; expected to "
+                   "stand in SysConfiguration/SYSTEM/GSTATES"}},
+      {item("CONFIG", "0; Trubo; Enabel"),
+       {config + "\"0; Trubo; Enabel\": unknown setting at \"Trubo\"; did you mean \"0; Turbo; "
+                 "Enable\"?",
+        config + "\"0; Trubo; Enabel\": unknown value at \"Enabel\"" + modes +
+            "; did you mean \"0; Turbo; Enable\"?"}},
+      {item("CONFIG", "O;Turbo;On"),
+       {config + "\"O;Turbo;On\": unknown socket at \"O\"; expected a number such as 0, or All",
+        config + "\"O;Turbo;On\": unknown value at \"On\"" + modes}},
+      {item("CONFIG", "Turbo; Enable"),
+       {config + "\"Turbo; Enable\": not a socket, a name and a value; expected Socket; Name; "
+                 "Value"}},
+      {item("CONFIG", "0; PCxLimit; 8"),
+       {config + "\"0; PCxLimit; 8\": setting of another list at \"PCxLimit\"; expected to stand "
+                 "in SysConfiguration/CORE/SETTING"}},
+      {item("SETTING", "All; PCxLimit; 8"), {}},
+  };
+  ExpectFindings(cases);
+}
+
+TEST(Check, NotesNamesThatMayBeTheUsersOwn) {
+  const Case cases[] = {
+      {Global("SysConfiguration",
+              "<SYSTEM><KNOBS><Own/></KNOBS></SYSTEM><CORE><CONFIG><ITEM>0; Own; 7</ITEM></CONFIG>"
+              "</CORE><UNCORE><CONFIG><Own>7</Own></CONFIG></UNCORE>"),
+       {"1: note: SysConfiguration/SYSTEM/KNOBS/Own: \"Own\": unknown setting",
+        "1: note: SysConfiguration/CORE/CONFIG/ITEM[1]: \"0; Own; 7\": unknown setting at \"Own\"",
+        "1: note: SysConfiguration/UNCORE/CONFIG/Own: \"7\": unknown value; expected Default, "
+        "Enable or Disable"}},
+      {Pm("CORE",
+          "<FACT><StartDelayTime/><ExeCycles/><FailTolerance/><SanityEarlyExit/><TestMode/>"
+          "<Log_Level/><PkgAffinity/><ModuleAffinity/><CoreAffinity/><PxMxCxScope/>"
+          "<ConfigLoop/><SwitchTime/><KNOBS>Random;Own</KNOBS></FACT>"),
+       {"1: note: CORE/FACT/KNOBS: \"Random;Own\": unknown knob at \"Own\""}},
+  };
+  ExpectFindings(cases, Severity::kNote);
+}
+
+// A test that is switched on needs its times: they would read as empty.
+TEST(Check, WarnsOfTestsThatRunWithoutTheirTimes) {
+  const struct {
+    const char* group;
+    const char* test;
+    const char* options;
+    const char* missing;
+  } cases[] = {
+      {"CORE", "CSTATES", "<ActiveTime/><StartDelayTime>sec:1</StartDelayTime>",
+       "ActiveTime, InStateTime"},
+      {"CORE", "CSTATES", "<ActiveTime>sec:1</ActiveTime><InStateTime>sec:1</InStateTime>", ""},
+      {"CORE", "HWP", "", "SwitchTime"},
+      {"CORE", "HWP", "<ActiveTime>sec:1</ActiveTime>", ""},  // the switch time is derived
+      {"ICE", "Ice-Pstates", "", ""},                         // which falls back
+      {"GT", "iGFX-RC6", "<InStateTime>sec:1</InStateTime>", "RC0Time"},
+      {"GT", "GT-DVFS", "", "SwitchTime"},
+      {"UNCORE", "MESH-GV", "<arg name='-switchTime' randVal='1-2'/>", "-switchTime"},
+      {"UNCORE", "MESH-GV", "<arg name='-switchTime' val='sec:1'/>", ""},
+  };
+  const std::string what = "absent or empty, but the test is switched on";
+  for (const auto& row : cases) {
+    for (const bool runs : {true, false}) {
+      const std::string control = Wrapped("AutoRunCfg", Wrapped(row.test, runs ? "true" : "false"));
+      const auto findings = CheckXMLConfigText(
+          Document(Wrapped("GLOBALPM", Wrapped(row.group, Wrapped(row.test, row.options))) +
+                   Wrapped("TEST_CONTROL_CFG", control)));
+      const auto found = std::ranges::find(findings, what, &Finding::what);
+      EXPECT_EQ(found == findings.end() ? "" : found->text, runs ? row.missing : "") << row.test;
+    }
+  }
 }
 
 TEST(Check, NotesWhatIsAbsent) {

@@ -65,8 +65,8 @@ TEST(TestOptions, WhatIsWrongIsReportedAndChangesNothing) {
        "msec, sec, min or hour; Invalid is no time (for example msec:80-120)"
        "!/cstate \"-states\": no value, expected C-states joined by \";\" (for example C1;C6;C10)"
        "!/hwp \"-core\": no value, expected All, Random, BigCores, SmallCores, EvenCores, "
-       "OddCores, sCores, cCores, cCoreAtom, Specific:numbers, or numbers (for example "
-       "Specific:0-3,8)!/link \"-states\": no value, expected any text"},
+       "OddCores, sCores, cCores, cCoreAtom or Specific:numbers; numbers alone mean All "
+       "(for example Specific:0-3,8)!/link \"-states\": no value, expected any text"},
       {{"/cstate", "-at", "banana", "-log", "Debog", "-c", "5", "/all", "-ftol", "C1:5"},
        "1{c=5 }33{}!/cstate -at \"banana\": not a unit and a value, expected unit:value or "
        "unit:low-high with usec, msec, sec, min or hour (for example msec:80)"

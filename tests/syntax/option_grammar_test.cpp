@@ -13,6 +13,7 @@
 #include "syntax/cstates_grammar.h"
 #include "syntax/fault.h"
 #include "syntax/ice_states_grammar.h"
+#include "syntax/knobs_grammar.h"
 #include "syntax/number_tuples_grammar.h"
 #include "syntax/peci_grammar.h"
 #include "syntax/plain_grammar.h"
@@ -48,6 +49,10 @@ constexpr auto kFaults = std::to_array<FaultCase>({
     {CheckUnitAffinity, "Specific", 0, "unknown affinity"},
     {CheckThreadAffinity, "0,1", 0, "unknown affinity", "All, Any:, Random or Specific:"},
     {CheckThreadAffinity, "Any:1-", 4, "not a number or a range"},
+    {CheckPkgAffinity, "Any:0", 3, "text behind the keyword, not read"},
+    {CheckUnitAffinity, "BigCoresAndMore", 8, "text behind the keyword, not read"},
+    {CheckUnitAffinity, "Specific:0:1", 11, "text behind the numbers, not read"},
+    {DoubtListAlone, "0,1", 0, "numbers alone, which mean All"},
     {CheckExeCstates, "C1;C5", 3, "unknown C-state"},
     {CheckExeCstates, "C1; C6", 3, "unknown C-state"},
     {CheckLimitCstates, "C1,C6r", 3, "unknown C-state"},
@@ -81,7 +86,11 @@ constexpr auto kFaults = std::to_array<FaultCase>({
     {CheckCount, "18446744073709551616", 0, "number too large"},
     {CheckMask, "0x", 0, "not a number"},
     {CheckAddress, "default", 0, "not a number"},
-    {CheckBoolean, "yes", 0, "neither true nor false"},
+    {CheckNumbers, "0x10; 0xZZ", 6, "not a number"},
+    {CheckBoolean, "TRUE", 0, "reads as false", "true or false"},
+    {CheckBoolean, " true", 0, "reads as false"},
+    {DoubtBoolean, "FALSE", 0, "reads as false, like any text but true"},
+    {DoubtKnobs, "Random; M=M=D;GfxWorkLoad=2;random", 28, "unknown knob"},
     {CheckTestMode, "verify", 0, "unknown test mode"},
     {CheckS0ixState, "S0i4", 0, "unknown state"},
     {CheckPowerScheme, "Balance", 0, "unknown power scheme",
@@ -89,6 +98,8 @@ constexpr auto kFaults = std::to_array<FaultCase>({
     {CheckBatteryOption, "USB", 0, "unknown power source", "Default, AC or DC"},
     {CheckTrendRatios, "P0,p1", 3, "not a ratio"},
     {CheckTrendRatios, "255", 0, "not a ratio"},
+    {CheckTrendRatios, "P0,P0...Pn", 3, "not a ratio"},
+    {CheckExePstates, "Specific:P0..P1", 9, "not a ratio"},
     {CheckExePstates, "P0....Pn", 0, "not a ratio"},
     {CheckExePstates, "Specific:", 9, "no ratios"},
     {CheckSagvRatios, "Low;Mid", 4, "unknown point", "Low, Med, High or Dynamic"},
@@ -109,6 +120,7 @@ constexpr auto kFaults = std::to_array<FaultCase>({
     {CheckDuration, "sec:1-", 6, "not a number"},
     {CheckDuration, "sec:1 - 3", 4, "not a number"},
     {CheckDuration, "sec:4294968", 4, "number too large"},
+    {CheckDuration, "msec:500-200", 5, "reversed range"},
     {CheckDuration, "usec:99999999999999999999", 5, "not a number"},
     {CheckExeCycles, "ten", 0, "not a number"},
     {CheckExeCycles, "secs:10", 0, "unknown unit"},
@@ -149,12 +161,14 @@ TEST(OptionGrammar, GoodTextsHaveNoFault) {
       {CheckCount, {"100"}},
       {CheckMask, {"0xFFFFFFFF", "0x0"}},
       {CheckAddress, {"Default"}},
-      {CheckBoolean, {"TRUE"}},
+      {CheckNumbers, {"4711", "0x10,0x20;3"}},
+      {CheckBoolean, {"true", " False "}},
       {CheckTestMode, {"Verify"}},
       {CheckS0ixState, {"S0i3-4"}},
       {CheckPowerScheme, {"power-saver"}},
       {CheckBatteryOption, {"Default"}},
-      {CheckTrendRatios, {"P0, P1, Pe, Pn, Pn - -, P0++, P0Pn, 254, 0x0, 0xFE, ALL"}},
+      {CheckTrendRatios,
+       {"P0, P1, Pe, Pn, Pn - -, P0++, P0Pn, 254, 0x0, 0xFE, ALL", "P0...Pn", "P0..P1", "P1..Pn"}},
       {CheckExePstates, {"P0...Pn", "Specific:8,P1;12-9"}},
       {CheckSagvRatios, {"Low,Med,,High;;Dynamic"}},
       {CheckLowHighRatios, {"Low,High"}},

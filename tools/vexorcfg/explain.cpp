@@ -41,12 +41,40 @@ std::size_t WidthOf(std::string_view text) {
       text, [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; }));
 }
 
+Status StatusOf(vexor::Severity severity) {
+  switch (severity) {
+    case vexor::Severity::kNote:
+      return kClean;
+    case vexor::Severity::kWarning:
+      return kWarnings;
+    case vexor::Severity::kError:
+      break;
+  }
+  return kErrors;
+}
+
+std::string_view PrefixOf(vexor::Severity severity) {
+  switch (severity) {
+    case vexor::Severity::kNote:
+      return "note: ";
+    case vexor::Severity::kWarning:
+      return "warning: ";
+    case vexor::Severity::kError:
+      break;
+  }
+  return "";
+}
+
 // Shows the text with a mark below its first wrong byte.
-void PrintFault(std::string_view text, const vexor::TextFault& fault) {
+void PrintFault(const SyntaxInfo& syntax, std::string_view text, const vexor::TextFault& fault) {
   const std::string before = OneLine(text.substr(0, fault.at), std::string::npos);
   std::cout << "  " << OneLine(text, std::string::npos) << "\n  "
-            << std::string(WidthOf(before), ' ') << "^ " << fault.what << '\n';
+            << std::string(WidthOf(before), ' ') << "^ " << PrefixOf(fault.severity) << fault.what
+            << '\n';
+  if (fault.severity != vexor::Severity::kError) PrintRow("read as", MeaningOf(syntax.name, text));
   PrintRow("expected", fault.expected);
+  PrintRow("did you mean", OneLine(fault.suggestion, std::string::npos));
+  PrintRow("example", syntax.example);
 }
 
 Status ExplainText(const SyntaxInfo& syntax, const std::vector<std::string>& texts) {
@@ -61,9 +89,8 @@ Status ExplainText(const SyntaxInfo& syntax, const std::vector<std::string>& tex
   Status status = kClean;
   for (const std::string& text : texts) {
     if (const auto fault = vexor::CheckSyntax(syntax.name, text)) {
-      PrintFault(text, *fault);
-      PrintRow("example", syntax.example);
-      status = kErrors;
+      PrintFault(syntax, text, *fault);
+      status = std::max(status, StatusOf(fault->severity));
       continue;
     }
     const std::string meaning =
@@ -174,6 +201,18 @@ Status ExplainOption(const std::string& name) {
   return kClean;
 }
 
+// Says what a subject is that is no syntax.
+Status RefuseSubject(const std::string& subject) {
+  if (!vexor::FindOptions(subject).empty()) {
+    return Refuse("explain",
+                  Quote(subject) + " is no syntax; try vexorcfg explain option " + subject);
+  }
+  const std::string nearest = vexor::FindNearestOption(subject);
+  return Refuse("explain",
+                Quote(subject) + " is no syntax; vexorcfg explain lists them" +
+                    (nearest.empty() ? "" : "; the nearest option is " + Quote(nearest)));
+}
+
 VEXOR_PM_TEST_ID FindTest(std::string_view name) {
   const VEXOR_PM_TEST_ID test = GetPMTestID(name, true);
   return test != PM_TEST_MAX ? test : ParsePMTestID(name, true);
@@ -235,7 +274,7 @@ Status Explain(const ExplainArguments& arguments) {
   const std::vector<SyntaxInfo> syntaxes = vexor::GetSyntaxes();
   const auto syntax = std::ranges::find(syntaxes, subject, &SyntaxInfo::name);
   if (syntax != syntaxes.end()) return ExplainText(*syntax, texts);
-  return Refuse("explain", Quote(subject) + " is no syntax; vexorcfg explain lists them");
+  return RefuseSubject(subject);
 }
 
 }  // namespace tools::vexorcfg

@@ -205,8 +205,9 @@ std::string DescribeIceStates(std::string_view text) {
 }
 
 std::string DescribeRatio(const vexor::Ratio& ratio) {
-  constexpr std::array<std::string_view, 10> kNames = {
-      "", "P0", "P1", "Pe", "Pn", "one below Pn", "one above P0", "any pair", "any", "all"};
+  constexpr std::array<std::string_view, 13> kNames = {
+      "",         "P0",  "P1",  "Pe",       "Pn",       "one below Pn", "one above P0",
+      "any pair", "any", "all", "P0 to Pn", "P0 to P1", "P1 to Pn"};
   if (ratio.name != vexor::RatioName::kNumber) {
     return std::string(kNames.at(static_cast<std::size_t>(ratio.name)));
   }
@@ -327,6 +328,11 @@ constexpr MeaningRow kMeanings[] = {
     {"peci-registers", DescribeRegisters},
 };
 
+bool IsRead(std::string_view syntax, std::string_view text) {
+  const auto fault = vexor::CheckSyntax(syntax, text);
+  return !fault || fault->severity != vexor::Severity::kError;
+}
+
 }  // namespace
 
 std::string MeaningOf(std::string_view syntax, std::string_view text) {
@@ -337,7 +343,7 @@ std::string MeaningOf(std::string_view syntax, std::string_view text) {
 bool MeanTheSame(std::string_view syntax, std::string_view a, std::string_view b) {
   if (a == b) return true;
   if (a.empty() || b.empty()) return false;
-  if (vexor::CheckSyntax(syntax, a) || vexor::CheckSyntax(syntax, b)) return false;
+  if (!IsRead(syntax, a) || !IsRead(syntax, b)) return false;
   const std::string meaning = MeaningOf(syntax, a);
   return !meaning.empty() && meaning == MeaningOf(syntax, b);
 }

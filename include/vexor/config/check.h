@@ -15,9 +15,11 @@
 namespace vexor {
 
 enum class Severity : std::int32_t {
-  kNote,     // no mistake: options that are absent and read as empty, tests that have no options
-  kWarning,  // read as it was meant, but written in an older form or in XML that other programs
-             // refuse; or without effect
+  kNote,     // no mistake: options that are absent and read as empty, tests that have no options,
+             // names that are unknown and may be the user's own
+  kWarning,  // read as it is written, but probably not what was meant: an older form, no effect, a
+             // list that selects nothing, a test without its times, a name that is near a known
+             // one; or XML that other programs refuse
   kError,    // not read, or read as something else than was written
 };
 
@@ -25,12 +27,11 @@ struct Finding {
   int line = 0;      // from 1; 0 for the file as a whole
   std::string path;  // "CORE/CSTATES/ActiveTime", "CustomConfiguration/MSR_CFG/MSR[2]/Address"
   Severity severity = Severity::kError;
-  std::string text;        // what stands there
-  std::string what;        // what is wrong with it
-  std::string expected;    // what may stand there; may be empty
-  std::string suggestion;  // what was probably meant in its place; may be empty
-  bool is_older_form =
-      false;  // read as what is expected, and written so when the file is converted
+  std::string text;            // what stands there
+  std::string what;            // what is wrong with it
+  std::string expected;        // what may stand there; may be empty
+  std::string suggestion;      // what was probably meant in its place; may be empty
+  bool is_older_form = false;  // read as what is expected, and converted to it
 };
 
 struct CheckLimits {

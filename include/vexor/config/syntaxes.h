@@ -14,6 +14,7 @@
 #include <string_view>
 #include <vector>
 
+#include "vexor/config/check.h"
 #include "vexor/export.h"
 
 namespace vexor {
@@ -25,9 +26,11 @@ struct SyntaxInfo {
 };
 
 struct TextFault {
-  std::size_t at = 0;         // offset of the first wrong byte; the text's length at its end
-  std::string_view what;      // what is wrong there
-  std::string_view expected;  // what may stand there
+  std::size_t at = 0;      // offset of the first wrong byte; the text's length at its end
+  std::string what;        // what is wrong there
+  std::string expected;    // what may stand there
+  std::string suggestion;  // the whole text as it was probably meant; may be empty
+  Severity severity = Severity::kError;
 };
 
 struct OptionInfo {
@@ -48,12 +51,14 @@ struct OptionInfo {
 // Returns all syntaxes.
 VEXOR_EXPORT std::vector<SyntaxInfo> GetSyntaxes();
 
-// Returns what is wrong with a text of the syntax of that name; nothing for a good text, and for
-// the syntaxes "word" and "words", which only an option makes exact. Empty text is good: it is what
-// a missing option reads as. Any text is a fault when no syntax has that name.
+// Returns what is wrong with a text of the syntax of that name, and how much it weighs: an error is
+// not read as it is written; a warning is read, but probably means something else; a note is a word
+// that may be the user's own. Nothing for a good text, and for the syntaxes "word" and "words",
+// which only an option makes exact. Empty text is good: it is what a missing option reads as. Any
+// text is an error when no syntax has that name. CheckXMLConfig judges texts in the same way.
 VEXOR_EXPORT std::optional<TextFault> CheckSyntax(std::string_view syntax, std::string_view text);
 
-// Returns the fault of a text as the value of an option, words included.
+// The same for a text as the value of an option, whose words count.
 VEXOR_EXPORT std::optional<TextFault> CheckOptionText(const OptionInfo& option,
                                                       std::string_view text);
 

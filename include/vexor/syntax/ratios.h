@@ -3,7 +3,8 @@
 //   ratio       "P0", "P1", "Pe", "Pn", "Pn--" or "Pn - -" (one below), "P0++" (one above), "P0Pn"
 //               (any pair), "XX" (any), "All" or "ALL", a number from 0 to 254 (0xFE), or two
 //               numbers joined by "-"
-//   ratios      ratios joined by "," or ";", such as "P0,0x10,8-12"; empty for all ratios
+//   ratios      ratios joined by "," or ";", such as "P0,0x10,8-12", or alone one of the ranges
+//               "P0...Pn", "P0..P1" and "P1..Pn"; empty for all ratios
 //   P-states    "P0...Pn", "P1...Pn" or "P1..Pn", "Turbo" or "P0..P1", "Specific:" and ratios, or
 //               ratios alone
 //   points      "Low", "Med", "High", "Dynamic", joined by "," or ";", in any case; empty for all
@@ -53,6 +54,9 @@ enum class RatioName : std::int32_t {
   kAnyPair,
   kAny,
   kAll,
+  kP0ToPn,  // a range: the one ratio of its list
+  kP0ToP1,
+  kP1ToPn,
 };
 
 // A ratio as it is written. Numbers run from `first` to `last`, up or down; both are 0 with a name.
@@ -77,7 +81,7 @@ struct PstateSelection {
 enum class RatioPoint : std::int32_t { kLow, kMed, kHigh, kDynamic };
 
 // Returns the ratios that a frequency test walks through, in the order of the list; an item that is
-// no ratio is passed over.
+// no ratio is passed over. A range is one ratio with its name.
 VEXOR_EXPORT std::vector<Ratio> ParseTrendRatios(std::string_view text);
 
 // Returns the P-states that a test runs; PstateRange::kAll for a text without a good item.

@@ -94,6 +94,7 @@ inline constexpr Row kLogLevel{.name = "Log_Level",
                                .about = "Least important level that the test's log keeps."};
 inline constexpr Row kKnobs{.name = "KNOBS",
                             .text = &_PM_TEST_NODE::KNOBS,
+                            .syntax = Syntax::kKnobs,
                             .about = "Knob settings passed to the test, joined by \";\"."};
 
 // KNOBS whose hint comment is the record's own.

@@ -56,6 +56,7 @@ inline constexpr auto kOverwriteOptions = Finish(Options<_GLOBALCONFIG_XMLCFG>({
 inline constexpr auto kSettingOptions = Finish(Options<_GLOBALCONFIG_XMLCFG>({
     {.name = "Seeds",
      .text = &_GLOBALCONFIG_XMLCFG::Seeds,
+     .syntax = Syntax::kNumbers,
      .about = "Seeds of the random choices; empty for new ones in each run."},
     {.name = "TopoMode",
      .text = &_GLOBALCONFIG_XMLCFG::TopoMode,
@@ -75,6 +76,7 @@ inline constexpr auto kSettingOptions = Finish(Options<_GLOBALCONFIG_XMLCFG>({
      .take = Take::kWhenEmpty},
     {.name = "Ignore_Error_Code",
      .text = &_GLOBALCONFIG_XMLCFG::Ignore_Error_Code,
+     .syntax = Syntax::kNumbers,
      .about = "Error codes that do not count as failures."},
     {.name = "MailBox_Max_Busy_Check",
      .text = &_GLOBALCONFIG_XMLCFG::MailBox_Max_Busy_Check,
@@ -143,7 +145,8 @@ struct SystemListRow {
   NamedValues _GLOBALCONFIG_XMLCFG::*pairs = nullptr;
   std::string_view about = {};             // one sentence
   Hint hint = {};                          // comments at the head of the list
-  std::span<const OptionRow> always = {};  // values that are written even without a value
+  std::span<const OptionRow> values = {};  // named values that have a grammar
+  bool are_always_written = false;         // those, even without a value
 };
 
 constexpr Hint Comments(const std::array<std::string_view, 4>& texts) {
@@ -163,6 +166,18 @@ inline constexpr auto kOsValues = std::to_array<OptionRow>({
      .hint = {.kind = Hint::Kind::kOptions, .texts = {"Default,AC,DC"}}},
 });
 
+// These stand in the list after a reset.
+inline constexpr auto kKnobValues = std::to_array<OptionRow>({
+    {.name = "LTR_IGN_Mask",
+     .syntax = Syntax::kMask,
+     .reset = "0",
+     .about = "Devices whose latency reports are ignored."},
+    {.name = "Snoop_Latency_Mask",
+     .syntax = Syntax::kMask,
+     .reset = "0",
+     .about = "Devices whose snoop latency is ignored."},
+});
+
 // In the order in which they are written; lists of one group stand together.
 inline constexpr SystemListRow kSystemLists[] = {
     {.group = "SYSTEM",
@@ -176,11 +191,13 @@ inline constexpr SystemListRow kSystemLists[] = {
      .name = "OS",
      .pairs = &_GLOBALCONFIG_XMLCFG::OS,
      .about = "Settings of the operating system.",
-     .always = kOsValues},
+     .values = kOsValues,
+     .are_always_written = true},
     {.group = "SYSTEM",
      .name = "KNOBS",
      .pairs = &_GLOBALCONFIG_XMLCFG::KNOBS,
-     .about = "Further knobs of the platform."},
+     .about = "Further knobs of the platform.",
+     .values = kKnobValues},
     {.group = "CORE",
      .name = "CONFIG",
      .items = &_GLOBALCONFIG_XMLCFG::CORE_CONFIG,
