@@ -8,6 +8,7 @@
 #include "config/syntax_table.h"
 #include "config/text_repair.h"
 #include "config/word_list.h"
+#include "syntax/keyword_table.h"
 #include "util/text.h"
 
 namespace vexor {
@@ -55,7 +56,10 @@ TextFault JudgeFault(Severity severity, const OptionRow& option, std::string_vie
 // The knob that an unknown one was probably meant to be; empty when none is near.
 std::string_view FindMeantKnob(std::string_view knob, std::span<const std::string_view> known) {
   const std::string_view correction = FindHintCorrection(Syntax::kKnobs, knob);
-  return correction.empty() ? SuggestWord(knob, known) : correction;
+  if (!correction.empty()) return correction;
+  const Keyword* const keyword = FindShortName(knob);
+  const bool is_knob = keyword != nullptr && std::ranges::find(known, keyword->name) != known.end();
+  return is_knob ? keyword->name : SuggestWord(knob, known);
 }
 
 // Replaces the knobs that are near a known one, and points at the first of them. Others may be the

@@ -42,9 +42,7 @@ void SystemCheck::CheckItem(const XMLElement& item, const SystemListRow& list,
   if (text.empty()) return;
   const std::optional<Item> parts = SplitItem(text);
   if (!parts) {
-    findings_.AddWarning(item, path, text, "not a socket, a name and a value").expected =
-        "Socket; Name; Value";
-    return;
+    return AddMalformed(item, path, text);
   }
   const std::array<std::pair<std::string_view, std::optional<Doubt>>, 3> judged = {{
       {parts->socket, JudgeSocket(parts->socket)},
@@ -75,6 +73,15 @@ void SystemCheck::CheckValue(const XMLElement& value, const SystemListRow& list,
   if (const auto doubt = JudgeValue(list, name, text)) Add(value, path, text, *doubt);
 }
 
+void SystemCheck::AddMalformed(const XMLElement& item, const std::string& path,
+                               std::string_view text) {
+  Finding& finding = findings_.AddWarning(item, path, text, "not three parts");
+  finding.expected = "Socket; Name; Value";
+  std::string rejoined(text);
+  std::ranges::replace(rejoined, ',', ';');
+  if (SplitItem(rejoined)) finding.suggestion = rejoined;
+}
+
 std::optional<SystemCheck::Doubt> SystemCheck::JudgeSocket(std::string_view socket) {
   if (!CheckPkgAffinity(socket)) return std::nullopt;
   return Doubt{.what = "unknown socket", .expected = "a number such as 0, or All"};
@@ -103,6 +110,8 @@ std::optional<SystemCheck::Doubt> SystemCheck::JudgeValue(const SystemListRow& l
                                                           std::string_view name,
                                                           std::string_view value) {
   const SettingNames& names = NamesOf(list);
+  const bool is_of_another_list = !Has(names.own, name) && FindListOf(name) != nullptr;
+  if (is_of_another_list) return std::nullopt;
   const bool takes_any_name = names.all.empty();
   const bool is_unknown_name = !takes_any_name && !Has(names.all, name);
   const bool is_listed = !names.values.empty();

@@ -44,6 +44,8 @@ class SystemCheck {
   [[nodiscard]] std::optional<Doubt> JudgeValue(const SystemListRow& list, std::string_view name,
                                                 std::string_view value);
 
+  void AddMalformed(const tinyxml2::XMLElement& item, const std::string& path,
+                    std::string_view text);
   const SettingNames& NamesOf(const SystemListRow& list);
   const SystemListRow* FindListOf(std::string_view name);
   Finding& Add(const tinyxml2::XMLElement& at, const std::string& path, std::string_view text,

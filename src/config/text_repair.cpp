@@ -98,9 +98,29 @@ std::string JoinRightly(const OptionRow& option, Text text) {
   return RejoinItems(option.syntax, text);
 }
 
+// "0,1" or "Specific=0,1" as "Specific:0,1"
 std::string SelectNumbers(const OptionRow& option, Text text) {
-  const bool is_list = IsAffinity(option.syntax) && !text.empty() && IsDecDigit(text.front());
-  return is_list ? "Specific:" + std::string(text) : std::string();
+  constexpr Text kKeyword = "Specific";
+  if (!IsAffinity(option.syntax)) return {};
+  if (StartsWithIgnoreCase(text, kKeyword)) text.remove_prefix(kKeyword.size());
+  TakeRun(text, [](char c) { return c == ' ' || c == '=' || c == ':'; });
+  if (text.empty() || !IsDecDigit(text.front())) return {};
+  return std::string(kKeyword).append(":").append(text);
+}
+
+// "p0..pn" as "P0...Pn"
+std::string WriteRange(const OptionRow& /*option*/, Text text) {
+  const auto without_dots = [](Text range) {
+    std::string letters(range);
+    std::erase(letters, '.');
+    return letters;
+  };
+  for (const Text range : {"P0...Pn", "P0..P1", "P1..Pn"}) {
+    const bool is_meant = text.size() <= 2 * range.size() && text.find("..") != Text::npos &&
+                          EqualsIgnoreCase(without_dots(text), without_dots(range));
+    if (is_meant) return std::string(range);
+  }
+  return {};
 }
 
 // The keyword that a text begins with: "BigCores" for "BigCoresAndMore".
@@ -185,8 +205,9 @@ std::string_view PieceAt(std::string_view text, std::size_t at) {
 }
 
 std::string RepairText(const OptionRow& option, std::string_view text) {
-  constexpr decltype(&Trim) kMends[] = {CorrectHint,   Trim,        DropBlanks, JoinRightly,
-                                        SelectNumbers, KeepKeyword, WriteTime,  MendWords};
+  constexpr decltype(&Trim) kMends[] = {CorrectHint, Trim,          DropBlanks,
+                                        JoinRightly, SelectNumbers, KeepKeyword,
+                                        WriteRange,  WriteTime,     MendWords};
   for (const auto mend : kMends) {
     std::string mended = mend(option, text);
     if (!mended.empty() && mended != text && IsClean(option, mended)) return mended;

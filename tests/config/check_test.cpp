@@ -470,12 +470,14 @@ TEST(Check, SuggestsTheTextThatWasMeant) {
       {"ExeCstates", "C1; C6 ;C10", "C1;C6;C10"},
       {"PkgAffinity", "0,1", "Specific:0,1"},
       {"PkgAffinity", "Specific:0;1", "Specific:0,1"},
+      {"PkgAffinity", "Specific = 0,1", "Specific:0,1"},
       {"PkgAffinity", "Specific:0,x", ""},
       {"CoreAffinity", "BigCoresAndMore", "BigCores"},
       {"Log_Level", "warning", "Information"},
       {"KNOBS", "Random,ExitOnFail", "Random;ExitOnFail"},
       {"KNOBS", "Own;Randm; PassOnMinTrubo", "Own;Random;PassOnMinTurbo"},
       {"KNOBS", "Random;QclkCheck(SAGV only)", "Random;QclkCheck"},
+      {"KNOBS", "eof;Random", "ExitOnFail;Random"},
   };
   for (const auto& row : cases) {
     const auto findings = CheckXMLConfigText(Cstates("\n" + Wrapped(row.option, row.text)));
@@ -530,8 +532,11 @@ TEST(Check, WarnsOfWhatIsReadAndHardlyMeant) {
        {config + "\"O;Turbo;On\": unknown socket at \"O\"; expected a number such as 0, or All",
         config + "\"O;Turbo;On\": unknown value at \"On\"" + modes}},
       {item("CONFIG", "Turbo; Enable"),
-       {config + "\"Turbo; Enable\": not a socket, a name and a value; expected Socket; Name; "
-                 "Value"}},
+       {config + "\"Turbo; Enable\": not three parts; expected Socket; Name; Value"}},
+      {item("CONFIG", "0, Turbo, Enable"),
+       {config +
+        "\"0, Turbo, Enable\": not three parts; expected Socket; Name; Value; did you mean "
+        "\"0; Turbo; Enable\"?"}},
       {item("CONFIG", "0; PCxLimit; 8"),
        {config + "\"0; PCxLimit; 8\": setting of another list at \"PCxLimit\"; expected to stand "
                  "in SysConfiguration/CORE/SETTING"}},

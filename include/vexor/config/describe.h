@@ -50,9 +50,13 @@ struct Description {
   int error_line = 0;
   std::string version;
   int version_line = 0;
-  bool is_compatible = false;     // whether a reader that verifies versions takes the file
-  std::vector<Setting> settings;  // in the order of a written file
-  std::vector<Unread> unread;     // in the order of the file; not the loop counter
+  bool is_compatible = false;  // whether a reader that verifies versions takes the file
+  // Section by section, as a written file has them; within a section in the order of the library's
+  // tables, which is that of a written file but for two: the switches of AutoRunCfg stand in the
+  // order of their tests' sections, and options that no file is written with stand among the
+  // others.
+  std::vector<Setting> settings;
+  std::vector<Unread> unread;  // in the order of the file; not the loop counter
 };
 
 // Reads the content of a configuration file, of any version, onto the defaults and returns all

@@ -62,7 +62,8 @@ VEXOR_EXPORT std::optional<TextFault> CheckSyntax(std::string_view syntax, std::
 VEXOR_EXPORT std::optional<TextFault> CheckOptionText(const OptionInfo& option,
                                                       std::string_view text);
 
-// Returns all elements and arguments that hold a text, in the order of a written file.
+// Returns all elements and arguments that hold a text, older names included: section by section as
+// a written file has them, and within a section in the order of the library's tables.
 VEXOR_EXPORT std::vector<OptionInfo> GetOptions();
 
 // Returns the options whose path has the name as a part: options of that name, and those that stand
