@@ -17,3 +17,4 @@ if ! "$root/build/bench/bin/vexor_bench" 2>"$root/build/bench.log"; then
   exit 1
 fi
 "$root/build/bench/bin/log_bench" "$logs"
+"$root/build/bench/bin/log_read_bench" "$logs"

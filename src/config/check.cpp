@@ -262,7 +262,10 @@ class Checker {
     constexpr std::string_view kKnown[] = {"name", "val", "randVal"};
     CheckAttributes(arg, path, findings_, kKnown);
     const char* const value = arg.Attribute("val");
-    if (value != nullptr) return CheckText(arg, path, value, *model.option, findings_);
+    if (value != nullptr) {
+      CheckText(arg, path, value, *model.option, findings_);
+      return;
+    }
     const char* const range = arg.Attribute("randVal");
     Finding& finding =
         range == nullptr

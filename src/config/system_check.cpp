@@ -68,7 +68,10 @@ void SystemCheck::CheckValue(const XMLElement& value, const SystemListRow& list,
   const std::string_view text = TextOf(value);
   if (const std::optional<Doubt> doubt = JudgeName(list, name)) Add(value, path, name, *doubt);
   const auto row = std::ranges::find(list.values, name, &OptionRow::name);
-  if (row != list.values.end()) return CheckText(value, path, text, *row, findings_);
+  if (row != list.values.end()) {
+    CheckText(value, path, text, *row, findings_);
+    return;
+  }
   if (text.empty()) return;
   if (const auto doubt = JudgeValue(list, name, text)) Add(value, path, text, *doubt);
 }

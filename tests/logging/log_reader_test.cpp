@@ -371,8 +371,10 @@ TEST(LogTime, IsReadAndWritten) {
 
 // On a system with other line ends, those in a text are read as line feeds.
 std::string AsRead(std::string text, bool has_returns) {
-  if (text.ends_with('\n')) text.pop_back();
-  if (text.ends_with('\r')) text.pop_back();
+  if (text.ends_with('\n')) {
+    text.pop_back();
+    if (text.ends_with('\r')) text.pop_back();
+  }
   std::string read;
   for (std::size_t i = 0; i < text.size(); ++i) {
     if (!has_returns || text.substr(i, 2) != "\r\n") read += text[i];
