@@ -316,15 +316,19 @@ std::error_code VexorLogging::Impl::StartFile(const std::string& file, OpenMode 
   return error;
 }
 
-bool vexor::ContinueLog(VexorLogging& log, std::string_view path, std::string_view name,
-                        TRACE_LEVEL level) {
-  const auto set_unexpected = [&log](bool unexpected) {
+struct vexor::LogContinuation {
+  // Returns whether the log goes on in a series of files.
+  static bool SetUnexpected(VexorLogging& log, bool unexpected) {
     const std::lock_guard lock(*VexorLogging::m_mFileHandleMutex);
     log.impl_->unexpected = unexpected;
     return log.impl_->series.Limit() > 0;
-  };
+  }
+};
+
+bool vexor::ContinueLog(VexorLogging& log, std::string_view path, std::string_view name,
+                        TRACE_LEVEL level) {
   std::string last;
-  if (set_unexpected(false) && !name.empty()) {
+  if (LogContinuation::SetUnexpected(log, false) && !name.empty()) {
     std::error_code error;
     last = FindLastOfSeries(path, name, error);
     if (error) {
@@ -334,9 +338,9 @@ bool vexor::ContinueLog(VexorLogging& log, std::string_view path, std::string_vi
     }
   }
   if (last.empty()) return log.Initialize(path, name, level, LOG_FILE_APPEND);
-  set_unexpected(true);
+  LogContinuation::SetUnexpected(log, true);
   const bool started = log.Initialize(path, last, level, LOG_FILE_APPEND);
-  if (!started) set_unexpected(false);
+  if (!started) LogContinuation::SetUnexpected(log, false);
   return started;
 }
 

@@ -29,7 +29,7 @@ namespace portable {
 
 inline std::uint32_t FindInBlock(const char* block, char wanted) {
   std::uint32_t found = 0;
-  for (std::uint32_t i = 0; i < kScanBlock; ++i) found |= std::uint32_t{block[i] == wanted} << i;
+  for (std::uint32_t i = 0; i < kScanBlock; ++i) found |= (block[i] == wanted ? 1U : 0U) << i;
   return found;
 }
 

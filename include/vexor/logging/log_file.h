@@ -74,6 +74,8 @@ class Immortal;  // an object that is never destroyed: logs of static storage du
 VEXOR_EXPORT bool ContinueLog(VexorLogging& log, std::string_view path, std::string_view name,
                               TRACE_LEVEL level);
 
+struct LogContinuation;  // what `ContinueLog` needs of a log; private
+
 }  // namespace vexor
 
 #if defined(_MSC_VER)
@@ -238,8 +240,7 @@ class VEXOR_EXPORT VexorLogging {
   static std::string GetPkgCoreInfo(unsigned short package, unsigned short core);
 
  private:
-  friend bool vexor::ContinueLog(VexorLogging& log, std::string_view path, std::string_view name,
-                                 TRACE_LEVEL level);
+  friend struct vexor::LogContinuation;
 
   struct Impl;
 
