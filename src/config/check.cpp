@@ -171,15 +171,18 @@ class Checker {
 
   void CheckOptionElement(const XMLElement& element, const ElementModel& model,
                           const std::string& path) {
-    const OptionRow* const option = model.option;
-    if (option != nullptr && option->flag != nullptr) return CheckSwitch(element, path, findings_);
+    if (model.list != nullptr) {
+      if (CheckLeaf(element, path, findings_)) system_.CheckItem(element, *model.list, path);
+      return;
+    }
+    const OptionRow& option = *model.option;
+    if (option.flag != nullptr) return CheckSwitch(element, path, findings_);
     if (!CheckLeaf(element, path, findings_)) return;
-    if (model.list != nullptr) return system_.CheckItem(element, *model.list, path);
     const std::string_view text = TextOf(element);
     if (!model.is_read && !text.empty()) {
       findings_.AddWarning(element, path, text, "written by the library and never read");
     }
-    CheckText(element, path, text, *option, findings_);
+    CheckText(element, path, text, option, findings_);
   }
 
   // Tells of a test that runs without any options in the file.
