@@ -89,7 +89,7 @@ TEST(Check, SaysWhyADocumentIsNoXml) {
         file}},
       {"\x01\x02", {"0: error: : \"\": the file is binary" + file}},
       {"PK\x03\x04<a/>", {"0: error: : \"\": the file is a ZIP archive" + file}},
-      {"{\"VEXOR\": \"<a/>\"}", {"0: error: : \"\": the file is JSON" + file}},
+      {R"({"VEXOR": "<a/>"})", {"0: error: : \"\": the file is JSON" + file}},
       {"[1, 2]", {"0: error: : \"\": the file is JSON" + file}},
       {"; lab\n[Test 1]\nActiveTime=1\n", {"0: error: : \"\": the file is an INI file" + file}},
       {"Active Time = 1", {"0: error: : \"\": the file is an INI file" + file}},
@@ -526,11 +526,11 @@ TEST(Check, WarnsOfWhatIsReadAndHardlyMeant) {
       {item("CONFIG", "0; Trubo; Enabel"),
        {config + "\"0; Trubo; Enabel\": unknown setting at \"Trubo\"; did you mean \"0; Turbo; "
                  "Enable\"?",
-        config + "\"0; Trubo; Enabel\": unknown value at \"Enabel\"" + modes +
+        config + R"("0; Trubo; Enabel": unknown value at "Enabel")" + modes +
             "; did you mean \"0; Turbo; Enable\"?"}},
       {item("CONFIG", "O;Turbo;On"),
-       {config + "\"O;Turbo;On\": unknown socket at \"O\"; expected a number such as 0, or All",
-        config + "\"O;Turbo;On\": unknown value at \"On\"" + modes}},
+       {config + R"("O;Turbo;On": unknown socket at "O"; expected a number such as 0, or All)",
+        config + R"("O;Turbo;On": unknown value at "On")" + modes}},
       {item("CONFIG", "Turbo; Enable"),
        {config + "\"Turbo; Enable\": not three parts; expected Socket; Name; Value"}},
       {item("CONFIG", "0, Turbo, Enable"),
@@ -551,14 +551,14 @@ TEST(Check, NotesNamesThatMayBeTheUsersOwn) {
               "<SYSTEM><KNOBS><Own/></KNOBS></SYSTEM><CORE><CONFIG><ITEM>0; Own; 7</ITEM></CONFIG>"
               "</CORE><UNCORE><CONFIG><Own>7</Own></CONFIG></UNCORE>"),
        {"1: note: SysConfiguration/SYSTEM/KNOBS/Own: \"Own\": unknown setting",
-        "1: note: SysConfiguration/CORE/CONFIG/ITEM[1]: \"0; Own; 7\": unknown setting at \"Own\"",
+        R"(1: note: SysConfiguration/CORE/CONFIG/ITEM[1]: "0; Own; 7": unknown setting at "Own")",
         "1: note: SysConfiguration/UNCORE/CONFIG/Own: \"7\": unknown value; expected Default, "
         "Enable or Disable"}},
       {Pm("CORE",
           "<FACT><StartDelayTime/><ExeCycles/><FailTolerance/><SanityEarlyExit/><TestMode/>"
           "<Log_Level/><PkgAffinity/><ModuleAffinity/><CoreAffinity/><PxMxCxScope/>"
           "<ConfigLoop/><SwitchTime/><KNOBS>Random;Own</KNOBS></FACT>"),
-       {"1: note: CORE/FACT/KNOBS: \"Random;Own\": unknown knob at \"Own\""}},
+       {R"(1: note: CORE/FACT/KNOBS: "Random;Own": unknown knob at "Own")"}},
   };
   ExpectFindings(cases, Severity::kNote);
 }

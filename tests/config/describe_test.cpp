@@ -279,10 +279,10 @@ TEST(Describe, ListsWhatIsNotRead) {
        {"attribute 2 GLOBALPM/UNCORE/MESH-GV/-exeCycles randVal=\"1-2\"",
         "text 2 GLOBALPM/UNCORE/MESH-GV/x 1", "text 2 GLOBALPM/UNCORE/MESH-GV/-exeCycles 8",
         "element 2 GLOBALPM/UNCORE/MESH-GV/arg "}},
-      {"<?xml version=\"1.0\" encoding=\"utf-8\"?><!DOCTYPE VEXOR>" + Document("") + "<a>b</a>",
+      {R"(<?xml version="1.0" encoding="utf-8"?><!DOCTYPE VEXOR>)" + Document("") + "<a>b</a>",
        {"markup 1  DOCTYPE VEXOR", "text 1 a b"}},
-      {"<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>" + Document(""),
-       {"markup 1  xml version=\"1.0\" encoding=\"ISO-8859-1\""}},
+      {R"(<?xml version="1.0" encoding="ISO-8859-1"?>)" + Document(""),
+       {R"(markup 1  xml version="1.0" encoding="ISO-8859-1")"}},
       {Document("") + "</a><VEXOR/>",
        {"rest 1  </a> closes no element: what follows it is not read"}},
   };

@@ -128,7 +128,8 @@ TEST(LintXml, AgreesWithXmllint) {
   constexpr std::size_t kDocuments = 3000;
   const TemporaryFolder folder;
   UserRand random(5);
-  std::vector<std::string> files, documents;
+  std::vector<std::string> files;
+  std::vector<std::string> documents;
   for (std::size_t i = 0; i < kDocuments; ++i) {
     documents.push_back(Mutate(kSeeds[i % std::size(kSeeds)].document, random));
     files.push_back(folder / std::to_string(i) + ".xml");

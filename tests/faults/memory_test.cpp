@@ -170,7 +170,7 @@ std::string TellsTheFrontEnd() {
     log.LogLine(std::string(40, '3'), TRACE_DEBUG);
   });
   log.LogLine("4", TRACE_DEBUG);
-  EXPECT_EQ(front_end.calls + 1U, GetFilesInFolder(folder.path()).size());
+  EXPECT_EQ(static_cast<std::size_t>(front_end.calls) + 1, GetFilesInFolder(folder.path()).size());
   if (failed) std::rethrow_exception(failed);
   return "told";
 }
