@@ -211,7 +211,7 @@ TEST(Durability, HoldsUpNobodyElseWhenAFileIsLeft) {
     std::thread first([&] { log.LogLine("1", TRACE_CRITICAL); });
     while (TestDisk::Calls(TestDisk::kFlush) == 0) std::this_thread::yield();
     std::atomic<bool> returned = false;
-    std::thread second([&] {
+    std::thread second([&, leave = leave] {
       leave(log, folder);
       returned = true;
     });

@@ -157,7 +157,7 @@ const Case kCases[] = {
       "5 row |@1|a|Debug|", "6 text |\"raw|"}},
     {"raw lines without a header",
      "raw\n1,2\n@1 a\n@2,b\n\"c\nd\"\ne\n",
-     {"1 text |raw|", "2 text |1,2|", "3 text |@1 a|", "4 text |@2,b|", "5 text |\"c\\nd\"|",
+     {"1 text |raw|", "2 text |1,2|", "3 text |@1 a|", "4 text |@2,b|", R"(5 text |"c\nd"|)",
       "7 text |e|"}},
     {"a repeated and another header",
      "H\n@1,a,Debug\nH\nTime,x\n@2,3\n",
@@ -223,7 +223,7 @@ const Case kCases[] = {
       "6 row cut-off open-quote |5|u|"}},
     {"rows of a log in a cell",
      "H\n@1,\"log:\n@2,b,Debug\nTime,x\nend\",Debug\n@3,c,Debug\n",
-     {"1 header |Time|Notes| Level|", "2 row |@1|log:\\n@2,b,Debug\\nTime,x\\nend|Debug|",
+     {"1 header |Time|Notes| Level|", R"(2 row |@1|log:\n@2,b,Debug\nTime,x\nend|Debug|)",
       "6 row |@3|c|Debug|"},
      false},
 
@@ -606,6 +606,9 @@ TEST(LogReader, FollowsAFileThatGrows) {
 }
 
 TEST(LogReader, NoticesWhatBecomesOfAFile) {
+  if (std::filesystem::path::preferred_separator == '\\') {
+    GTEST_SKIP() << "an open file cannot be replaced there";
+  }
   const TemporaryFolder folder;
   const std::string path = folder / "log.csv";
   const std::string first = Expand("H\n@1,a,Debug\n");
