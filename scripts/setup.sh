@@ -12,6 +12,7 @@
 #   coverage      measure the tests' coverage
 #   docs          make the reference of the public headers
 #   bench         build the benchmarks
+#   vexorlog      build and test vexorlog, which is not finished
 #   install       use the installed library with pkg-config, and make packages
 #   all           all of these
 set -euo pipefail
@@ -28,6 +29,7 @@ declare -A packages_of=(
   [coverage]="gcovr"
   [docs]="doxygen"
   [bench]="libbenchmark-dev libabsl-dev libfmt-dev libspdlog-dev libboost-dev"
+  [vexorlog]="libre2-dev nlohmann-json3-dev libjs-dygraphs chromium"
   [install]="pkgconf dpkg-dev debhelper lintian"
 )
 packages=()

@@ -89,12 +89,17 @@ Input ReadInput(const std::string& path, std::size_t most) {
   return input;
 }
 
-Status WriteDocument(const std::string& path, std::string_view content, bool force) {
+Status AllowWriting(const std::string& path, bool force) {
   const FileKind kind = KindOf(path);
   if (kind == FileKind::kFolder) return Refuse(path, "cannot be written: it is a folder");
   if (kind == FileKind::kFile && !force && !IsFileEmpty(path)) {
     return Refuse(path, "exists; --force replaces it");
   }
+  return kClean;
+}
+
+Status WriteDocument(const std::string& path, std::string_view content, bool force) {
+  if (const Status status = AllowWriting(path, force); status != kClean) return status;
   const std::error_code error = vexor::SaveFile(path, content);
   if (!error) return kClean;
   return Refuse(path, "cannot be written: " + (error == std::errc::no_such_file_or_directory

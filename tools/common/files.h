@@ -34,6 +34,10 @@ bool AreOneFile(const std::string& a, const std::string& b);
 // configuration has, and a device without an end stops there.
 Input ReadInput(const std::string& path, std::size_t most = std::size_t{256} << 20U);
 
+// Returns kClean for a path at which a file may be written; else says on standard error why not. A
+// file with content is replaced with `force` only.
+Status AllowWriting(const std::string& path, bool force);
+
 // Writes a document to a file, which is whole at any time. A file with content is replaced with
 // `force` only.
 Status WriteDocument(const std::string& path, std::string_view content, bool force);

@@ -1,0 +1,171 @@
+#include <array>
+#include <iostream>
+
+#include "commands.h"
+#include "common/text_output.h"
+#include "json.h"
+#include "logs.h"
+
+namespace tools::vexorlog {
+namespace {
+
+using vexor::LogDamage;
+using vexor::LogRow;
+using vexor::LogTime;
+
+struct Finding {
+  std::string path;
+  std::uint64_t line = 0;  // 0 for what concerns the file
+  std::string what;
+};
+
+struct FileFindings {
+  std::vector<Finding> findings;
+  std::uint64_t more = 0;  // that are not listed
+  std::vector<vexor::LogFault> faults;
+};
+
+// A file of nothing but damage does not take all memory.
+constexpr std::size_t kMostListed = 1000;
+
+struct DamageText {
+  LogDamage damage;
+  std::string_view what;
+};
+
+constexpr std::array<DamageText, vexor::kLogDamageCount> kDamageTexts = {
+    {{LogDamage::kCutOff, "the row is cut off"},
+     {LogDamage::kNoStart, "the beginning of the row is lost"},
+     {LogDamage::kTooLong, "the line is too long to be a row"},
+     {LogDamage::kNoUtf8, "the row holds bytes that are not UTF-8"},
+     {LogDamage::kOtherWidth, ""},  // said with the numbers
+     {LogDamage::kOpenQuote, "a quoted cell is never closed"},
+     {LogDamage::kStrayQuote, "text follows the closing quote of a cell"}}};
+
+class FileCheck {
+ public:
+  FileCheck(const std::string& path, FileFindings& result) : path_(path), result_(result) {}
+
+  void Run() {
+    ReadRows(path_, result_.faults, [this](const LogRow& row, LogTime /*time*/) { Look(row); });
+  }
+
+ private:
+  void Look(const LogRow& row) {
+    if (row.Kind() == vexor::LogRowKind::kNulBlock) {
+      Add(row, Count(row.Size(), "zero byte") + ", as after a power cut");
+      return;
+    }
+    for (const auto& [damage, what] : kDamageTexts) {
+      if (row.Has(damage) && !what.empty()) Add(row, std::string(what));
+    }
+    const bool is_whole = !row.Has(LogDamage::kCutOff) && !row.Has(LogDamage::kNoStart);
+    if (row.Has(LogDamage::kOtherWidth) && is_whole) {
+      Add(row, Count(row.Width(), "cell") + ", but the header has " +
+                   Count(row.Columns().size(), "column"));
+    }
+    const LogTime time = row.Time();
+    if (time == vexor::kNoLogTime) return;
+    if (time < last_) Add(row, "the time runs back by " + FormatDuration(last_ - time));
+    last_ = time;
+  }
+
+  void Add(const LogRow& row, std::string what) {
+    if (result_.findings.size() >= kMostListed) {
+      ++result_.more;
+    } else {
+      result_.findings.push_back({.path = path_, .line = row.Line(), .what = std::move(what)});
+    }
+  }
+
+  const std::string& path_;
+  FileFindings& result_;
+  LogTime last_ = vexor::kNoLogTime;
+};
+
+// What is to be said of a series as a whole.
+void AddSeries(const vexor::FoundSeries& series, std::vector<Finding>& findings) {
+  for (const auto& [first, last] : series.missing) {
+    const std::string numbers = first == last
+                                    ? "number " + std::to_string(first) + " of the series is"
+                                    : "numbers " + std::to_string(first) + " to " +
+                                          std::to_string(last) + " of the series are";
+    findings.push_back({.path = series.files.front().path, .what = numbers + " missing"});
+  }
+  for (const vexor::FoundLog& file : series.leftovers) {
+    findings.push_back({.path = file.path,
+                        .what = "is left of an earlier run, and not read as part of the series"});
+  }
+}
+
+struct Result {
+  std::vector<Finding> findings;
+  std::uint64_t more = 0;
+  std::size_t files = 0;
+  std::vector<vexor::LogFault> faults;
+};
+
+Result CheckAll(const Logs& logs) {
+  std::vector<std::string> paths;
+  for (const vexor::FoundSeries& series : logs.series) {
+    for (const vexor::FoundLog& file : series.files) paths.push_back(file.path);
+    for (const vexor::FoundLog& file : series.leftovers) paths.push_back(file.path);
+  }
+  std::vector<FileFindings> files(paths.size());
+  RunInParallel(paths.size(), [&](std::size_t i) { FileCheck(paths[i], files[i]).Run(); });
+
+  Result result;
+  result.files = paths.size();
+  for (const vexor::FoundSeries& series : logs.series) AddSeries(series, result.findings);
+  for (FileFindings& file : files) {
+    std::ranges::move(file.findings, std::back_inserter(result.findings));
+    std::ranges::move(file.faults, std::back_inserter(result.faults));
+    result.more += file.more;
+  }
+  return result;
+}
+
+void PrintFindings(const Result& result) {
+  for (const Finding& finding : result.findings) {
+    std::cout << NameFile(finding.path) << ':';
+    if (finding.line > 0) std::cout << finding.line << ':';
+    std::cout << ' ' << finding.what << '\n';
+  }
+  std::cout << Count(result.files, "file") << ": ";
+  const std::uint64_t count = result.findings.size() + result.more;
+  std::cout << (count == 0 ? "no damage" : Count(count, "finding"));
+  if (result.more > 0) std::cout << ", of which " << result.more << " are not listed";
+  std::cout << '\n';
+}
+
+void PrintJsonFindings(const Result& result) {
+  Json json = {{"format", "vexorlog check"},
+               {"version", 1},
+               {"files", result.files},
+               {"unlisted", result.more},
+               {"findings", Json::array()}};
+  for (const Finding& finding : result.findings) {
+    json["findings"].push_back({{"file", finding.path},
+                                {"line", finding.line == 0 ? Json() : Json(finding.line)},
+                                {"what", finding.what}});
+  }
+  std::cout << PrintJson(json, 1) << '\n';
+}
+
+}  // namespace
+
+Status Check(const CheckArguments& arguments) {
+  const Logs logs = FindGivenLogs(arguments.paths);
+  if (logs.series.empty()) return kNotRun;
+  const Result result = CheckAll(logs);
+  if (arguments.json) {
+    PrintJsonFindings(result);
+  } else {
+    PrintFindings(result);
+  }
+  return ReportFaults(result.faults, logs.status != kClean     ? logs.status
+                                     : result.findings.empty() ? kClean
+                                                               : kWarnings);
+}
+
+}  // namespace tools::vexorlog

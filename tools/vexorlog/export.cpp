@@ -1,0 +1,84 @@
+#include <cmath>
+#include <cstdint>
+
+#include "columns.h"
+#include "commands.h"
+#include "common/output_file.h"
+#include "common/text_output.h"
+#include "json.h"
+
+namespace tools::vexorlog {
+namespace {
+
+// A cell as RFC 4180 asks for it.
+void AppendCsv(std::string& line, std::string_view text) {
+  if (text.find_first_of(",\"\r\n") == std::string_view::npos) {
+    line += text;
+    return;
+  }
+  line += '"';
+  for (const char c : text) line.append(c == '"' ? 2 : 1, c);
+  line += '"';
+}
+
+std::string FormatCsv(const std::string& file, std::string_view line, ColumnFinder& finder,
+                      const vexor::LogRow* row) {
+  std::string text;
+  AppendCsv(text, file);
+  text.append(",").append(line);
+  for (std::size_t i = 0; i < finder.Names().size(); ++i) {
+    text += ',';
+    AppendCsv(text, row == nullptr ? std::string_view(finder.Names()[i]) : finder.Cell(*row, i));
+  }
+  return text + "\r\n";
+}
+
+// Numbers stand as numbers where the cell is one.
+Json MakeCell(std::string_view cell, std::optional<double> number) {
+  if (cell.empty()) return {};
+  if (!number) return cell;
+  constexpr double kMostExact = 9007199254740992;  // 2 to the 53rd
+  const bool is_whole = *number == std::trunc(*number) && std::abs(*number) < kMostExact;
+  return is_whole ? Json(static_cast<std::int64_t>(*number)) : Json(*number);
+}
+
+std::string FormatJsonLine(const std::string& file, const vexor::LogRow& row,
+                           ColumnFinder& finder) {
+  Json json = {{"File", file}, {"Line", row.Line()}};
+  for (std::size_t i = 0; i < finder.Names().size(); ++i) {
+    const std::string& name = finder.Names()[i];
+    json[name] = MakeCell(finder.Cell(row, i), row.Number(name));
+  }
+  return PrintJson(json) + "\n";
+}
+
+}  // namespace
+
+Status Export(const ExportArguments& arguments) {
+  const Logs logs = FindGivenLogs(arguments.rows.paths);
+  const auto filter = MakeFilter(arguments.rows, logs);
+  if (!filter || logs.series.empty()) return kNotRun;
+  OutputFile output(arguments.file, arguments.force);
+  if (!output.IsOpen()) return kNotRun;
+  std::vector<vexor::LogFault> faults;
+  std::vector<std::string> names;
+  for (const ColumnUse& column : CollectColumns(logs, *filter, faults))
+    names.push_back(column.name);
+  if (names.empty()) names.emplace_back("Notes");
+
+  ColumnFinder finder(std::move(names));
+  const bool is_csv = arguments.format == "csv";
+  if (is_csv) output.Write(FormatCsv("File", "Line", finder, nullptr));
+  vexor::LogMerge merge(logs.series);
+  while (merge.Next()) {
+    const vexor::LogRow row = merge.Row();
+    if (!filter->Passes(row, merge.Time())) continue;
+    const std::string& file = merge.File().path;
+    output.Write(is_csv ? FormatCsv(file, std::to_string(row.Line()), finder, &row)
+                        : FormatJsonLine(file, row, finder));
+  }
+  if (output.Close() != kClean) return kNotRun;
+  return ReportFaults(merge.Faults(), logs.status);
+}
+
+}  // namespace tools::vexorlog

@@ -1,0 +1,28 @@
+// JSON as the commands print it.
+#pragma once
+
+#include <nlohmann/json.hpp>
+#include <string>
+
+#include "vexor/logging/log_reader.h"
+
+namespace tools::vexorlog {
+
+using Json = nlohmann::ordered_json;  // members stay in the order in which they are set
+
+// A time stamp, or null for a row that has none.
+inline Json MakeJson(vexor::LogTime time) {
+  return time == vexor::kNoLogTime ? Json() : Json(vexor::FormatLogTime(time));
+}
+
+// Seconds, to the millisecond.
+inline Json MakeSeconds(vexor::LogTime milliseconds) {
+  return static_cast<double>(milliseconds) / 1000;
+}
+
+// One line, or lines with an indent. Bytes that are no UTF-8 become U+FFFD.
+inline std::string PrintJson(const Json& json, int indent = -1) {
+  return json.dump(indent, ' ', false, Json::error_handler_t::replace);
+}
+
+}  // namespace tools::vexorlog

@@ -1,0 +1,120 @@
+#include "logs.h"
+
+#include <algorithm>
+#include <atomic>
+#include <exception>
+#include <fstream>
+#include <iostream>
+#include <mutex>
+#include <stdexcept>
+#include <thread>
+
+#include "common/program.h"
+#include "common/text_output.h"
+
+namespace tools::vexorlog {
+namespace {
+
+using vexor::kNoLogTime;
+using vexor::LogTime;
+
+std::string ReasonOf(const vexor::NoLog& other) {
+  if (other.reason == vexor::NoLog::Reason::kBinary) return "is no log: it begins with binary data";
+  if (other.error == std::errc::no_such_file_or_directory) return "no such file or folder";
+  return "cannot be read: " + other.error.default_error_condition().message();
+}
+
+// The last time stamp that a line in the last stretch of the file begins with.
+LogTime FindLastTime(const std::string& path) {
+  constexpr std::streamoff kStretch = 65536;
+  constexpr std::size_t kStampSize = 23;
+  std::ifstream file(path, std::ios::binary | std::ios::ate);
+  const std::streamoff size = file.tellg();
+  if (size <= 0) return kNoLogTime;
+  file.seekg(std::max<std::streamoff>(0, size - kStretch));
+  std::string text(static_cast<std::size_t>(std::min(size, kStretch)), '\0');
+  file.read(text.data(), static_cast<std::streamsize>(text.size()));
+  for (std::size_t at = text.size(); at != std::string::npos && at > 0;) {
+    at = text.rfind('\n', at - 1);
+    const std::size_t line = at == std::string::npos ? 0 : at + 1;
+    const LogTime time = vexor::ParseLogTime(std::string_view(text).substr(line, kStampSize));
+    if (time != kNoLogTime) return time;
+  }
+  return kNoLogTime;
+}
+
+LogTime FindEnd(const Logs& logs) {
+  LogTime end = logs.start;
+  for (const vexor::FoundSeries& series : logs.series) {
+    if (!series.files.empty()) end = std::max(end, FindLastTime(series.files.back().path));
+  }
+  return end;
+}
+
+}  // namespace
+
+Logs FindGivenLogs(const std::vector<std::string>& paths) {
+  vexor::FoundLogs found = vexor::FindLogs(paths);
+  Logs logs;
+  for (const vexor::NoLog& other : found.others) {
+    if (other.reason == vexor::NoLog::Reason::kOtherName) continue;
+    logs.status = Refuse(other.path, ReasonOf(other));
+  }
+  logs.series = std::move(found.series);
+  for (const vexor::FoundSeries& series : logs.series) {
+    for (const vexor::FoundLog& file : series.files) {
+      if (file.first == kNoLogTime) continue;
+      logs.start = logs.start == kNoLogTime ? file.first : std::min(logs.start, file.first);
+    }
+  }
+  if (logs.series.empty() && logs.status == kClean) {
+    logs.status = Refuse(paths.front(), "holds no log: no file with a name that ends in .csv");
+  }
+  return logs;
+}
+
+std::optional<RowFilter> MakeFilter(const Selection& selection, const Logs& logs) {
+  const bool needs_end = selection.since.starts_with('-') || selection.until.starts_with('-');
+  try {
+    return RowFilter(selection, logs.start, needs_end ? FindEnd(logs) : logs.start);
+  } catch (const std::invalid_argument& error) {
+    std::cout.flush();
+    std::cerr << kProgram.name << ": " << error.what() << '\n';
+    return std::nullopt;
+  }
+}
+
+Status ReportFaults(const std::vector<vexor::LogFault>& faults, Status status) {
+  for (const vexor::LogFault& fault : faults) {
+    status = Refuse(fault.path,
+                    fault.change == vexor::LogFileChange::kNone
+                        ? "cannot be read: " + fault.error.default_error_condition().message()
+                        : "became shorter while it was read");
+  }
+  return status;
+}
+
+void RunInParallel(std::size_t count, const std::function<void(std::size_t)>& work) {
+  std::atomic<std::size_t> next = 0;
+  std::mutex mutex;
+  std::exception_ptr failure;
+  const auto run = [&] {
+    for (std::size_t i = next++; i < count; i = next++) {
+      try {
+        work(i);
+      } catch (...) {
+        const std::lock_guard lock(mutex);
+        failure = std::current_exception();
+        next = count;
+      }
+    }
+  };
+  std::vector<std::jthread> threads;
+  const std::size_t most = std::max(1U, std::thread::hardware_concurrency());
+  for (std::size_t i = 1; i < std::min(most, count); ++i) threads.emplace_back(run);
+  run();
+  threads.clear();
+  if (failure) std::rethrow_exception(failure);
+}
+
+}  // namespace tools::vexorlog

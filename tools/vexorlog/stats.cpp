@@ -1,0 +1,180 @@
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <iostream>
+
+#include "columns.h"
+#include "commands.h"
+#include "common/table.h"
+#include "common/text_output.h"
+#include "json.h"
+#include "vexor/util/random.h"
+
+namespace tools::vexorlog {
+namespace {
+
+// Percentiles are exact up to so many numbers, and those of a random sample beyond.
+constexpr std::size_t kSample = 65536;
+
+class Numbers {
+ public:
+  void Add(double number) {
+    least_ = count_ == 0 ? number : std::min(least_, number);
+    most_ = count_ == 0 ? number : std::max(most_, number);
+    ++count_;
+    mean_ += (number - mean_) / static_cast<double>(count_);
+    if (sample_.size() < kSample) {
+      sample_.push_back(number);
+    } else if (const std::uint64_t place = Draw(count_); place < kSample) {
+      sample_[place] = number;  // Vitter's algorithm R
+    }
+  }
+
+  [[nodiscard]] std::uint64_t Total() const { return count_; }
+  [[nodiscard]] double Least() const { return least_; }
+  [[nodiscard]] double Most() const { return most_; }
+  [[nodiscard]] double Mean() const { return mean_; }
+
+  // The number that `percent` of all do not exceed (the nearest rank).
+  [[nodiscard]] double Percentile(std::size_t percent) const {
+    std::vector<double> sorted = sample_;
+    const std::size_t rank = (percent * sorted.size() + 99) / 100;
+    const auto place =
+        sorted.begin() + static_cast<std::ptrdiff_t>(std::max<std::size_t>(rank, 1) - 1);
+    std::ranges::nth_element(sorted, place);
+    return *place;
+  }
+
+ private:
+  std::uint64_t Draw(std::uint64_t below) {
+    const std::uint64_t bits = std::uint64_t{random_.NextUint()} << 32U | random_.NextUint();
+    return bits % below;
+  }
+
+  std::uint64_t count_ = 0;
+  double least_ = 0;
+  double most_ = 0;
+  double mean_ = 0;
+  std::vector<double> sample_;
+  UserRand random_{1};
+};
+
+struct Group {
+  std::string name;
+  std::vector<Numbers> columns;
+};
+
+std::string FormatNumber(double number) {
+  std::array<char, 32> text = {};
+  const auto result =
+      std::to_chars(text.data(), text.data() + text.size(), number, std::chars_format::general, 6);
+  return {text.data(), result.ptr};
+}
+
+class Statistics {
+ public:
+  Statistics(std::vector<std::string> columns, const std::string& by)
+      : columns_(std::move(columns)), by_({by}), finder_(columns_) {}
+
+  void Add(const vexor::LogRow& row) {
+    if (row.Kind() != vexor::LogRowKind::kRow) return;
+    Group& group = GroupOf(by_.Cell(row, 0));
+    for (std::size_t i = 0; i < columns_.size(); ++i) {
+      if (finder_.Cell(row, i).empty()) continue;
+      if (const auto number = row.Number(columns_[i])) group.columns[i].Add(*number);
+    }
+  }
+
+  template <class Visit>
+  void ForEach(Visit visit) const {
+    for (const Group& group : groups_) {
+      for (std::size_t i = 0; i < columns_.size(); ++i) {
+        if (group.columns[i].Total() > 0) visit(group.name, columns_[i], group.columns[i]);
+      }
+    }
+  }
+
+ private:
+  Group& GroupOf(std::string_view name) {
+    const auto found = std::ranges::find(groups_, name, &Group::name);
+    if (found != groups_.end()) return *found;
+    groups_.push_back(
+        {.name = std::string(name), .columns = std::vector<Numbers>(columns_.size())});
+    return groups_.back();
+  }
+
+  std::vector<std::string> columns_;
+  ColumnFinder by_;
+  ColumnFinder finder_;
+  std::vector<Group> groups_;
+};
+
+void PrintTable(const Statistics& statistics, const std::string& by) {
+  TextTable table({{by},
+                   {"column"},
+                   {"count", Align::kRight},
+                   {"least", Align::kRight},
+                   {"mean", Align::kRight},
+                   {"50 %", Align::kRight},
+                   {"90 %", Align::kRight},
+                   {"99 %", Align::kRight},
+                   {"most", Align::kRight}});
+  statistics.ForEach([&](const std::string& group, const std::string& column, const Numbers& all) {
+    table.AddRow({OneLine(group), column, std::to_string(all.Total()), FormatNumber(all.Least()),
+                  FormatNumber(all.Mean()), FormatNumber(all.Percentile(50)),
+                  FormatNumber(all.Percentile(90)), FormatNumber(all.Percentile(99)),
+                  FormatNumber(all.Most())});
+  });
+  std::cout << table.Format();
+}
+
+void PrintJsonTable(const Statistics& statistics, const std::string& by) {
+  Json json = {
+      {"format", "vexorlog stats"}, {"version", 1}, {"by", by}, {"statistics", Json::array()}};
+  statistics.ForEach([&](const std::string& group, const std::string& column, const Numbers& all) {
+    json["statistics"].push_back({{"group", group},
+                                  {"column", column},
+                                  {"count", all.Total()},
+                                  {"least", all.Least()},
+                                  {"mean", all.Mean()},
+                                  {"p50", all.Percentile(50)},
+                                  {"p90", all.Percentile(90)},
+                                  {"p99", all.Percentile(99)},
+                                  {"most", all.Most()}});
+  });
+  std::cout << PrintJson(json, 1) << '\n';
+}
+
+}  // namespace
+
+Status PrintStatistics(const StatsArguments& arguments) {
+  const Logs logs = FindGivenLogs(arguments.rows.paths);
+  const auto filter = MakeFilter(arguments.rows, logs);
+  if (!filter || logs.series.empty()) return kNotRun;
+  std::vector<vexor::LogFault> faults;
+  const std::vector<ColumnUse> used = CollectColumns(logs, *filter, faults);
+  std::vector<std::string> columns;
+  for (const ColumnUse& column : used) {
+    if (column.cells > 0 && IsMeasurement(column.name)) columns.push_back(column.name);
+  }
+  const auto chosen = ChooseColumns(arguments.columns, used);
+  if (!chosen || !ChooseColumns({arguments.by}, used)) return kNotRun;
+
+  Statistics statistics(chosen->empty() ? columns : *chosen, arguments.by);
+  faults.clear();
+  for (const vexor::FoundSeries& series : logs.series) {
+    for (const vexor::FoundLog& file : series.files) {
+      ReadRows(file.path, faults, [&](const vexor::LogRow& row, vexor::LogTime time) {
+        if (filter->Passes(row, time)) statistics.Add(row);
+      });
+    }
+  }
+  if (arguments.json) {
+    PrintJsonTable(statistics, arguments.by);
+  } else {
+    PrintTable(statistics, arguments.by);
+  }
+  return ReportFaults(faults, logs.status);
+}
+
+}  // namespace tools::vexorlog

@@ -1,0 +1,11 @@
+// The summary, for programs.
+#pragma once
+
+#include "json.h"
+#include "survey.h"
+
+namespace tools::vexorlog {
+
+Json MakeSummaryJson(const Survey& survey);
+
+}  // namespace tools::vexorlog
