@@ -58,6 +58,7 @@ class LogBuffer {
   // Reads more bytes; false when there are none for now. Where many wait for the end of their row,
   // which is then looked for from the start, there are twice as many afterwards.
   bool ReadMore() {
+    if (bytes_.empty()) return false;  // no file was opened
     constexpr std::size_t kMany = 65536;
     const std::size_t before = end_ - begin_;
     const std::size_t wanted = before < kMany ? before + 1 : 2 * before;
