@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Usage: scripts/build-windows-deps.sh
 #
-# Builds what the Windows build needs beside the compiler into build/windows-deps: tinyxml2 and
-# GoogleTest from Debian's sources, and the headers of CLI11. Once done it does nothing, until this
+# Builds what the Windows build needs beside the compiler into build/windows-deps: tinyxml2, RE2 and
+# GoogleTest from Debian's sources, and the headers of CLI11 and of nlohmann's JSON library. Once done it does nothing, until this
 # script or the toolchain file changes. scripts/setup.sh windows installs what it needs.
 set -euo pipefail
 
@@ -24,11 +24,11 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 chmod 755 "$work"  # apt's own download user has to get in
 
-# Fetches the source of a Debian package with the machine's own mirrors and keys. A private copy of
+# Fetches the sources of Debian packages with the machine's own mirrors and keys. A private copy of
 # the source list, with the binary entries turned into source entries, leaves the machine's
 # configuration and package lists as they are.
-fetch_source() {
-  local package=$1 file
+fetch_sources() {
+  local file
   mkdir -p "$work/apt/parts" "$work/apt/lists" "$work/apt/cache" "$work/source"
   for file in /etc/apt/sources.list /etc/apt/sources.list.d/*.list; do
     if [[ -e $file ]]; then
@@ -46,7 +46,12 @@ fetch_source() {
     -o Acquire::Retries=3 -q)
   cd "$work/source" &&
     apt-get "${options[@]}" update &&
-    apt-get "${options[@]}" source "$package"
+    apt-get "${options[@]}" source "$@"
+}
+
+# Debian's source of RE2 leaves out the tables that its own scripts make.
+make_re2_tables() {
+  make -C "$1" REBUILD_TABLES=1 re2/perl_groups.cc re2/unicode_casefold.cc re2/unicode_groups.cc
 }
 
 # Builds and installs one CMake project for the target.
@@ -59,15 +64,18 @@ build() {
     cmake --install "$work/build/$name"
 }
 
-echo "Building tinyxml2 and GoogleTest for Windows into build/windows-deps ..." >&2
+echo "Building tinyxml2, RE2 and GoogleTest for Windows into build/windows-deps ..." >&2
 rm -rf "$prefix"
-mkdir -p "$prefix/include"
+mkdir -p "$prefix/include" "$prefix/share/cmake"
 log=$root/build/windows-deps.log
 {
-  fetch_source tinyxml2 &&
+  fetch_sources tinyxml2 re2 &&
     build tinyxml2 "$work"/source/tinyxml2-*/ -DBUILD_TESTING=OFF -Dtinyxml2_BUILD_TESTING=OFF &&
+    make_re2_tables "$work"/source/re2-*/ &&
+    build re2 "$work"/source/re2-*/ -DRE2_BUILD_TESTING=OFF &&
     build googletest /usr/src/googletest -DBUILD_GMOCK=OFF &&
-    cp -R /usr/include/CLI "$prefix/include/"
+    cp -R /usr/include/CLI /usr/include/nlohmann "$prefix/include/" &&
+    cp -R /usr/share/cmake/nlohmann_json "$prefix/share/cmake/"
 } >"$log" 2>&1 </dev/null || {
   tail -n 40 "$log" >&2
   echo "scripts/build-windows-deps.sh: failed; all of the output is in $log" >&2

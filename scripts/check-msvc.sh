@@ -9,7 +9,7 @@ set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 check_arguments 0 "$@"
 
-"$root/scripts/setup.sh" clang windows
+"$root/scripts/setup.sh" test clang windows
 "$root/scripts/build-windows-deps.sh"
 echo "== clang-cl" >&2
 build_preset clang-cl

@@ -8,7 +8,7 @@ set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 check_arguments 0 "$@"
 
-"$root/scripts/setup.sh" coverage
+"$root/scripts/setup.sh" test coverage
 build_preset coverage
 cd "$root"
 find build/coverage -name '*.gcda' -delete

@@ -12,7 +12,7 @@ if [[ ${1-format} != format ]]; then
   exit 2
 fi
 
-"$root/scripts/setup.sh" lint
+"$root/scripts/setup.sh" test lint
 cd "$root"
 mapfile -d '' -t sources < <(find bench examples fuzz include src tests tools \
   \( -name '*.h' -o -name '*.cpp' \) -print0 2>/dev/null)

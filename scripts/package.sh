@@ -51,7 +51,7 @@ make_debian_packages() {
 make_windows_archive() {
   "$root/scripts/setup.sh" install windows
   "$root/scripts/build-windows-deps.sh"
-  build_preset windows --target VexorUtils vexorcfg
+  build_preset windows --target VexorUtils vexorcfg vexorlog
   rm -f "$packages"/*.zip
   run_quietly package-windows cpack --config build/windows/CPackConfig.cmake -B "$packages"
   rm -r "$packages/_CPack_Packages"

@@ -3,7 +3,8 @@
 #
 # Installs what a Debian 12 machine lacks, as root or through sudo, and does nothing when all is
 # there. Groups:
-#   build         compile and test the library and its tools (always included)
+#   build         compile the library and its tools (always included)
+#   test          compile and run the tests
 #   windows       cross-compile for Windows and run the programs under Wine
 #   clang         compile with clang
 #   clang-newest  compile with the newest clang that Debian has
@@ -12,7 +13,6 @@
 #   coverage      measure the tests' coverage
 #   docs          make the reference of the public headers
 #   bench         build the benchmarks
-#   vexorlog      build and test vexorlog, which is not finished
 #   install       use the installed library with pkg-config, and make packages
 #   all           all of these
 set -euo pipefail
@@ -20,8 +20,11 @@ source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 check_arguments 99 "$@"
 
 declare -A packages_of=(
-  [build]="g++ cmake ninja-build libtinyxml2-dev libgtest-dev libcli11-dev libxml2-utils locales"
-  [windows]="g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 wine wine64 googletest dpkg-dev"
+  [build]="g++ cmake ninja-build libtinyxml2-dev libcli11-dev libre2-dev nlohmann-json3-dev \
+    libjs-dygraphs"
+  [test]="libgtest-dev libxml2-utils locales chromium python3 sqlite3"
+  [windows]="g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 wine wine64 googletest dpkg-dev \
+    make python3-six unicode-data"
   [clang]="clang"
   [clang-newest]="clang-newest"  # stands for clang-NN
   [fuzz]="clang libclang-rt-14-dev"
@@ -29,7 +32,6 @@ declare -A packages_of=(
   [coverage]="gcovr"
   [docs]="doxygen"
   [bench]="libbenchmark-dev libabsl-dev libfmt-dev libspdlog-dev libboost-dev"
-  [vexorlog]="libre2-dev nlohmann-json3-dev libjs-dygraphs chromium"
   [install]="pkgconf dpkg-dev debhelper lintian"
 )
 packages=()

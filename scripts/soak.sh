@@ -8,7 +8,7 @@ set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 check_arguments 1 "$@"
 
-"$root/scripts/setup.sh" build
+"$root/scripts/setup.sh" test fuzz
 build_preset sanitize
 VEXOR_EVERY_ALLOCATION=1 "$root/build/sanitize/bin/vexor_fault_tests"
 build_preset dev

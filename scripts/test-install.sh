@@ -118,6 +118,7 @@ check_debian_packages() {
   rm -r "${other%/*}"
   lintian --allow-root --fail-on error,warning build/packages/*.deb >&2
   check_binary "$work/debian/usr/bin/vexorcfg"
+  check_binary "$work/debian/usr/bin/vexorlog"
   check_binary "$work/debian/usr/lib/$multiarch/libVexorUtils.so.3"
   for file in changelog.gz copyright options.md.gz examples/lab.xml; do
     [[ -e $work/debian/usr/share/doc/vexorutils-tools/$file ]] || fail "vexorutils-tools lacks $file"
@@ -140,10 +141,12 @@ else
 fi
 install_moved "build/$preset" shared
 for folder in "${installed[@]}"; do
-  program=$folder/bin/vexorcfg$suffix
-  echo "== $program" >&2
-  output=$(launch "$program" --version)
-  [[ $output == "vexorcfg $version" ]] || fail "$program --version printed '$output'"
+  for tool in vexorlog vexorcfg; do
+    program=$folder/bin/$tool$suffix
+    echo "== $program" >&2
+    output=$(launch "$program" --version)
+    [[ $output == "$tool $version" ]] || fail "$program --version printed '$output'"
+  done
   launch "$program" check "$folder"/share/doc/vexorutils*/examples/lab.xml >/dev/null ||
     fail "$program refuses the example beside it"
 done

@@ -8,7 +8,7 @@ set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 check_arguments 0 "$@"
 
-"$root/scripts/setup.sh" windows
+"$root/scripts/setup.sh" test windows
 "$root/scripts/build-windows-deps.sh"
 echo "== windows" >&2
 build_preset run

@@ -16,12 +16,12 @@ if (($# == 0)); then
 fi
 for preset; do
   case $preset in
-    clang | lint | coverage) "$root/scripts/setup.sh" "$preset" ;;
+    clang | lint | coverage) "$root/scripts/setup.sh" test "$preset" ;;
     clang-newest)
-      "$root/scripts/setup.sh" "$preset"
+      "$root/scripts/setup.sh" test "$preset"
       export VEXOR_NEWEST_CLANG=${VEXOR_NEWEST_CLANG-clang++-$(print_newest_clang)}
       ;;
-    *) "$root/scripts/setup.sh" build ;;
+    *) "$root/scripts/setup.sh" test ;;
   esac
   echo "== $preset" >&2
   build_preset "$preset"

@@ -2,7 +2,7 @@
 #include <array>
 
 #include "commands.h"
-#include "common/output_file.h"
+#include "common/files.h"
 #include "common/text_output.h"
 #include "gaps.h"
 #include "report_data.h"
