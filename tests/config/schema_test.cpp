@@ -21,7 +21,7 @@ namespace {
 
 TEST(Schema, TheFileIsCurrent) {
   EXPECT_EQ(GetXMLSchema(), ReadBytes(VEXOR_SOURCE_DIR "/docs/vexor.xsd"))
-      << "vexorcfg schema > docs/vexor.xsd";
+      << "docs/vexor.xsd is stale: scripts/renew.sh";
 }
 
 // As a validator sees a text: outer white space gone, a blank for each run of it inside.

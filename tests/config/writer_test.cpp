@@ -38,7 +38,8 @@ TEST(Writer, WritesACommentedFileOfAllDefaults) {
   cfg.SelectionIndex = 3;
   cfg.SelectionText = path;
   ASSERT_TRUE(WriteXMLConfig(cfg.SelectionText.c_str(), cfg, true));
-  EXPECT_EQ(ReadBytes(path), ReadBytes(VEXOR_SOURCE_DIR "/tests/config/data/default.xml"));
+  EXPECT_EQ(ReadBytes(path), ReadBytes(VEXOR_SOURCE_DIR "/tests/config/data/default.xml"))
+      << "where the defaults were meant to change: scripts/renew.sh";
   cfg.GlobalPM.SAGV.KnobHint = "the test's own hint rules";
   EXPECT_EQ(vexor::FormatXMLConfig(cfg), ReadBytes(path));
   EXPECT_EQ(cfg.SelectionIndex, -1);

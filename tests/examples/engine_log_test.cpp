@@ -100,8 +100,7 @@ TEST(BadNight, IsTheOneOfTheExamples) {
   EXPECT_EQ(logs.size(), expected.size());
   for (const fs::path& path : logs) {
     EXPECT_TRUE(ReadWithoutBuild(path) == ReadWithoutBuild(examples / "night" / path.filename()))
-        << path << " is another; if that is meant, copy all .csv files of its folder to "
-        << examples / "night";
+        << path << " differs from examples/night; where that is meant: scripts/renew.sh night";
   }
 }
 

@@ -173,7 +173,7 @@ TEST_F(Tool, HasCurrentDocuments) {
     const std::string expected = ReadText(Sources() / "docs" / document);
     const Answer answer = Run(std::string("vexorcfg ") + command);
     EXPECT_EQ(answer.status, 0) << command;
-    EXPECT_TRUE(answer.output == expected) << "vexorcfg " << command << " >docs/" << document;
+    EXPECT_TRUE(answer.output == expected) << document << " is stale: scripts/renew.sh";
   }
 }
 
