@@ -139,6 +139,7 @@ else
   installed=("$work/shared" "$work/debian/usr")
   export LD_LIBRARY_PATH=$prefix/debian/usr/lib/$multiarch  # of a system that has the packages
 fi
+build_preset "$preset"
 install_moved "build/$preset" shared
 for folder in "${installed[@]}"; do
   for tool in vexorlog vexorcfg; do
