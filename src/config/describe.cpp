@@ -286,6 +286,20 @@ class Describer {
   std::unordered_set<const XMLElement*> arguments_;  // whose children are arguments
 };
 
+// What the parser drops leaves no trace in the document.
+void AddWhatIsNotParsed(std::string_view content, std::vector<Unread>& unread) {
+  const XmlLint lint = LintXml(content);
+  for (const XmlFault& fault : lint.faults) {
+    if (!fault.is_dropped) continue;
+    unread.push_back(
+        {.kind = UnreadKind::kMarkup, .line = fault.line, .path = {}, .text = fault.text});
+  }
+  std::ranges::stable_sort(unread, {}, &Unread::line);
+  if (!lint.stop) return;
+  unread.push_back(
+      {.kind = UnreadKind::kRest, .line = lint.stop->line, .path = {}, .text = lint.stop->what});
+}
+
 }  // namespace
 
 Description DescribeXMLConfigText(std::string_view content) {
@@ -315,10 +329,7 @@ Description DescribeXMLConfigText(std::string_view content) {
   }
   GetWorkLoadsXML(records->workloads, root);
   Describer(*records, description).Describe(document, *root);
-  if (const std::optional<XmlFault> stop = LintXml(content).stop) {
-    description.unread.push_back(
-        {.kind = UnreadKind::kRest, .line = stop->line, .path = {}, .text = stop->what});
-  }
+  AddWhatIsNotParsed(content, description.unread);
   return description;
 }
 

@@ -53,6 +53,15 @@ TextFault JudgeFault(Severity severity, const OptionRow& option, std::string_vie
   return result;
 }
 
+// The knobs of the test itself and those of command lines.
+Words KnownKnobs(const OptionRow& option) {
+  Words known = SplitWords(option.words);
+  for (const std::string_view knob : GetWords(Syntax::kKnobs)) {
+    if (std::ranges::find(known, knob) == known.end()) known.push_back(knob);
+  }
+  return known;
+}
+
 // The knob that an unknown one was probably meant to be; empty when none is near.
 std::string_view FindMeantKnob(std::string_view knob, std::span<const std::string_view> known) {
   const std::string_view correction = FindHintCorrection(Syntax::kKnobs, knob);
@@ -66,7 +75,7 @@ std::string_view FindMeantKnob(std::string_view knob, std::span<const std::strin
 // user's own.
 void MendKnobs(const OptionRow& option, std::string_view text, TextFault& fault) {
   int searches_left = 1000;  // nobody reads more
-  const Words known = GetWords(Syntax::kKnobs);
+  const Words known = KnownKnobs(option);
   std::string mended;
   std::string_view rest = text;
   for (std::string_view item; TakeItem(rest, ';', item);) {

@@ -104,8 +104,10 @@ struct OptionRow {
   Syntax syntax = Syntax::kFreeText;
   std::string_view reset = {};     // text after a reset
   std::string_view fallback = {};  // text when the element is missing
-  std::string_view words = {};     // kWord and kWordList: the known words, joined by ";"
-  std::string_view about = {};     // one sentence
+  // The known words, joined by ";": those that kWord and kWordList take, and those that kKnobs
+  // knows besides the knobs of command lines.
+  std::string_view words = {};
+  std::string_view about = {};  // one sentence
   Hint hint = {};
   Flow flow = Flow::kReadWrite;
   Take take = Take::kAlways;
@@ -224,14 +226,20 @@ consteval OptionRow EraseRecord(const auto& row) {
           .keyword = row.keyword};
 }
 
+// Whether the grammar is nothing but the words of the option's row.
+constexpr bool TakesOwnWords(Syntax syntax) {
+  return syntax == Syntax::kWord || syntax == Syntax::kWordList;
+}
+
 // A row has a name, one home, and one sentence about it; words stand where its grammar needs them.
 // Flags are those of workloads, which nobody writes.
 consteval bool IsWellFormed(const OptionRow& row) {
   const int homes =
       (row.text != nullptr ? 1 : 0) + (row.flag != nullptr ? 1 : 0) + (row.list != nullptr ? 1 : 0);
-  const bool needs_words = row.syntax == Syntax::kWord || row.syntax == Syntax::kWordList;
-  return !row.name.empty() && homes == 1 && row.about.ends_with('.') &&
-         needs_words == !row.words.empty() && (row.item.empty() || row.list != nullptr) &&
+  const bool has_right_words =
+      row.syntax == Syntax::kKnobs || TakesOwnWords(row.syntax) == !row.words.empty();
+  return !row.name.empty() && homes == 1 && row.about.ends_with('.') && has_right_words &&
+         (row.item.empty() || row.list != nullptr) &&
          (row.flag == nullptr || row.flow == Flow::kReadOnly);
 }
 

@@ -41,7 +41,7 @@ class SchemaWriter {
 
   void WriteElement(const ElementModel& element, const std::string& parent) {
     const OptionRow* const option = element.option;
-    const bool has_own_words = option != nullptr && !option->words.empty();
+    const bool has_own_words = option != nullptr && TakesOwnWords(option->syntax);
     if (has_own_words) {
       out_.Element("xs:element", {{"name", element.name}}, [&] {
         WriteAbout(element);

@@ -192,6 +192,7 @@ std::optional<Fault> CheckOption(const OptionRow& option, std::string_view text)
 }
 
 std::optional<Fault> DoubtOption(const OptionRow& option, std::string_view text) {
+  if (option.syntax == Syntax::kKnobs) return DoubtKnobs(text, SplitWords(option.words));
   const auto doubt = GetSyntax(option.syntax).doubt;
   return doubt == nullptr || text.empty() ? std::nullopt : doubt(text);
 }

@@ -10,8 +10,10 @@
 #include "config/pm_test_table.h"
 #include "config/syntax_table.h"
 #include "config/tables/system_setup.h"
+#include "syntax/keyword_table.h"
 #include "syntax/nearest.h"
 #include "util/text.h"
+#include "vexor/syntax/keywords.h"
 #include "vexor/util/strings.h"
 #include "vexor/util/version.h"
 
@@ -98,6 +100,7 @@ class Lister {
     info.words = option.words;
     info.hint = HintOf(option, parent);
     info.preset = option.reset;
+    info.keyword = KeywordOf(option, parent);
     if (parent.record != nullptr && option.text != nullptr) {
       info.preset = parent.record->*option.text;
     }
@@ -108,6 +111,16 @@ class Lister {
     info.is_argument = parent.content == Content::kArguments;
     info.is_read = element.is_read;
     info.is_written = option.IsWritten();
+  }
+
+  static bool IsTest(const ElementModel& element) {
+    return std::ranges::any_of(
+        PmTests(), [&element](const PmTestRow& test) { return test.name == element.name; });
+  }
+
+  static std::string_view KeywordOf(const OptionRow& option, const ElementModel& parent) {
+    const bool is_known = IsTest(parent) && FindKeyword(option.Keyword()) != nullptr;
+    return is_known ? option.Keyword() : std::string_view();
   }
 
   // A test's hint of its knobs is the writer's, or stands in its record.
@@ -157,6 +170,11 @@ bool HasPart(std::string_view path, std::string_view name) {
   return !name.empty() && ContainsIgnoreCase(whole, std::string("/").append(name).append("/"));
 }
 
+// The path with the keyword in place of the option's own name.
+std::string KeywordPath(const OptionInfo& option) {
+  return option.path.substr(0, option.path.rfind('/') + 1).append(option.keyword);
+}
+
 }  // namespace
 
 std::vector<SyntaxInfo> GetSyntaxes() {
@@ -172,8 +190,7 @@ std::optional<TextFault> CheckSyntax(std::string_view syntax, std::string_view t
     fault.what = "unknown syntax";
     return fault;
   }
-  const bool is_made_exact = row->syntax == Syntax::kWord || row->syntax == Syntax::kWordList;
-  if (is_made_exact) return std::nullopt;
+  if (TakesOwnWords(row->syntax)) return std::nullopt;
   return FindFault(row->syntax, {}, text);
 }
 
@@ -186,11 +203,19 @@ std::optional<TextFault> CheckOptionText(const OptionInfo& option, std::string_v
 std::vector<OptionInfo> GetOptions() { return Lister().List(); }
 
 std::vector<OptionInfo> FindOptions(std::string_view name) {
-  std::vector<OptionInfo> found;
-  for (OptionInfo& option : GetOptions()) {
-    if (HasPart(option.path, name)) found.push_back(std::move(option));
-  }
-  return found;
+  std::vector<OptionInfo> options = GetOptions();
+  const auto has_name = [name](const OptionInfo& option) {
+    return HasPart(option.path, name) ||
+           (!option.keyword.empty() && HasPart(KeywordPath(option), name));
+  };
+  const auto has_short_name = [name](const OptionInfo& option) {
+    return IsOverwriteOption(option.keyword, name);
+  };
+  const bool is_name = std::ranges::any_of(options, has_name);
+  std::erase_if(options, [&](const OptionInfo& option) {
+    return is_name ? !has_name(option) : !has_short_name(option);
+  });
+  return options;
 }
 
 std::string FindNearestOption(std::string_view name) {

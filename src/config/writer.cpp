@@ -7,6 +7,7 @@
 #include "config/tables/custom_register_tables.h"
 #include "config/tables/system_setup.h"
 #include "config/tables/test_control_table.h"
+#include "config/xml_characters.h"
 #include "config/xml_writer.h"
 #include "platform/platform.h"
 #include "vexor/util/version.h"
@@ -129,7 +130,7 @@ void WritePairs(XmlWriter& out, const NamedValues& pairs, std::span<const Option
   for (const auto& [name, value] : pairs) {
     const auto known = std::ranges::find(always, name, &OptionRow::name);
     if (known != always.end()) WriteHint(out, name, known->hint);
-    if (IsElementName(name)) out.TextElement(name, value);
+    if (IsXmlName(name)) out.TextElement(name, value);
     if (!always.empty() && name == always.front().name) {
       always = always.subspan(1);
       write_absent();

@@ -20,8 +20,10 @@ bool CheckXml(std::string_view content, tinyxml2::XMLDocument& document, Finding
   }
   XmlLint lint = LintXml(content);
   for (XmlFault& fault : lint.faults) {
-    add(Severity::kWarning, fault.line, fault.text,
-        std::move(fault.what) + ", refused by other XML programs", std::move(fault.expected));
+    add(fault.is_dropped ? Severity::kError : Severity::kWarning, fault.line, fault.text,
+        std::move(fault.what) +
+            (fault.is_dropped ? ", not read" : ", refused by other XML programs"),
+        std::move(fault.expected));
   }
   if (lint.stop) {
     add(Severity::kError, lint.stop->line, "", std::move(lint.stop->what),

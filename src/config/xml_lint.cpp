@@ -147,6 +147,10 @@ class Linter {
   void Add(std::string_view text, std::string what, std::string expected = {}) {
     AddAt(line_, text, std::move(what), std::move(expected));
   }
+  // Each of them is a loss of its own.
+  void AddDropped(std::string_view text, std::string what) {
+    lint_.faults.push_back({line_, Excerpt(text), std::move(what), {}, true});
+  }
   void Stop(std::string what, std::string expected = {}) {
     lint_.stop = {line_, {}, std::move(what), std::move(expected)};
   }
@@ -216,15 +220,10 @@ class Linter {
   void LintReference(std::string_view text) {
     constexpr std::string_view kEntities[] = {"lt", "gt", "amp", "apos", "quot"};
     constexpr std::size_t kLongest = 40;
+    if (text.starts_with("&#") && LintCharacterReference(text)) return;
     std::string_view name = text.substr(1, kLongest);
     const std::size_t end = name.find(';');
     name = name.substr(0, std::min(end, name.size()));
-    if (name.starts_with('#') && end != kEnd) {
-      if (!IsCharacterReference(name.substr(1))) {
-        Add(text.substr(0, end + 2), "reference to a character that XML forbids");
-      }
-      return;
-    }
     if (end == kEnd || !IsXmlName(name)) return Add(text, "bare &", "&amp;");
     if (std::ranges::find(kEntities, name) == std::end(kEntities)) {
       Add(text.substr(0, end + 2), "unknown entity, read as it stands",
@@ -232,12 +231,27 @@ class Linter {
     }
   }
 
-  // "#65" and "#x41", without the "#".
-  static bool IsCharacterReference(std::string_view digits) {
-    const bool is_hex = digits.starts_with('x');
-    const UnsignedText number = is_hex ? ReadDigits<16>(digits.substr(1)) : ReadDigits<10>(digits);
-    return number.kind == UnsignedText::Kind::kNumber && number.value <= 0x10FFFF &&
-           IsXmlCharacter(static_cast<char32_t>(number.value));
+  // Returns whether the text begins with "&#65;" or "&#x41;", whatever the number. The library's
+  // parser ends a text at the character 0 and drops what takes more than 21 bits.
+  bool LintCharacterReference(std::string_view text) {
+    constexpr auto kNumber = UnsignedText::Kind::kNumber;
+    const bool is_hex = text.starts_with("&#x");
+    std::string_view digits = text.substr(is_hex ? 3 : 2);
+    const char* const all_digits = is_hex ? "0123456789ABCDEFabcdef" : "0123456789";
+    const std::size_t size = digits.find_first_not_of(all_digits);
+    if (size == kEnd || digits[size] != ';') return false;
+    const std::string_view reference = text.substr(0, text.size() - digits.size() + size + 1);
+    digits = digits.substr(0, size);
+    const UnsignedText number = is_hex ? ReadDigits<16>(digits) : ReadDigits<10>(digits);
+    constexpr const char* kForbidden = "reference to a character that XML forbids";
+    if (digits.empty() || (number.kind == kNumber && number.value == 0)) {
+      AddDropped(text, kForbidden);
+    } else if (number.kind != kNumber || number.value > 0x1FFFFF) {
+      AddDropped(reference, kForbidden);
+    } else if (!IsXmlCharacter(static_cast<char32_t>(number.value))) {
+      Add(reference, kForbidden);
+    }
+    return true;
   }
 
   // Returns what stands between the two marks; nothing where the second is missing.
@@ -380,9 +394,7 @@ class Linter {
              rest.empty() ? ">" : "an attribute, > or />");
         return std::nullopt;
       }
-      if (is_end) {
-        Add(name, "attribute in an end tag");
-      } else if (!is_apart) {
+      if (!is_end && !is_apart) {
         Add(name, "no blank before an attribute");
       }
       if (!IsXmlName(name)) Add(name, "name that no attribute can have");
@@ -391,8 +403,13 @@ class Linter {
         return std::nullopt;
       }
       names.push_back(name);
+      const std::string_view attribute = Rest();
       PassTo(rest);
       if (!LintValue(name)) return std::nullopt;
+      if (is_end) {
+        AddDropped(attribute.substr(0, attribute.size() - Rest().size()),
+                   "attribute in an end tag");
+      }
     }
   }
 

@@ -14,6 +14,8 @@ struct XmlFault {
   std::string text;      // what stands there; may be empty
   std::string what;      // "bare &"
   std::string expected;  // "&amp;"; may be empty
+  // The library's parser passes over the text and keeps nothing of it.
+  bool is_dropped = false;
 };
 
 struct XmlLint {

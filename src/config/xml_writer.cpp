@@ -7,21 +7,10 @@
 namespace vexor {
 namespace {
 
-bool StartsName(char c) {
-  return (ToUpper(c) >= 'A' && ToUpper(c) <= 'Z') || c == '_' || c == ':' ||
-         static_cast<unsigned char>(c) > 127;
-}
-
-bool ContinuesName(char c) { return StartsName(c) || IsDecDigit(c) || c == '-' || c == '.'; }
-
 // XML 1.0 has no other control characters than tab and line ends, not even as references.
 bool IsOutsideXml(char c) { return static_cast<unsigned char>(c) < ' ' && c != '\t' && c != '\n'; }
 
 }  // namespace
-
-bool IsElementName(std::string_view name) {
-  return !name.empty() && StartsName(name.front()) && std::ranges::all_of(name, ContinuesName);
-}
 
 // Line ends become what a reader of XML sees in their place. A bare CR must not reach the file: the
 // XML library takes LF and CR for one line end.

@@ -16,10 +16,6 @@
 
 namespace vexor {
 
-// Whether an element can bear the name: a letter, "_" or ":", then these, digits, "-" and ".";
-// bytes above 127 count as letters.
-bool IsElementName(std::string_view name);
-
 class XmlWriter {
  public:
   struct Attribute {

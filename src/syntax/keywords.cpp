@@ -122,15 +122,19 @@ bool IsKnownItem(std::string_view item) {
 
 std::span<const Keyword> Keywords() { return kKeywords; }
 
-std::optional<Fault> DoubtKnobs(std::string_view text) {
+std::optional<Fault> DoubtKnobs(std::string_view text, std::span<const std::string_view> own) {
   FaultNote note(text);
   std::string_view rest = text;
   for (std::string_view item; TakeItem(rest, ';', item);) {
     const std::string_view knob = TrimBlanks(item);
-    if (!knob.empty() && !IsKnownItem(knob)) note.At(knob, "unknown knob", kListOf<kKnobs>);
+    const bool is_own = std::ranges::find(own, knob) != own.end();
+    if (!knob.empty() && !is_own && !IsKnownItem(knob))
+      note.At(knob, "unknown knob", kListOf<kKnobs>);
   }
   return note.First();
 }
+
+std::optional<Fault> DoubtKnobs(std::string_view text) { return DoubtKnobs(text, {}); }
 
 const Keyword* FindKeyword(std::string_view name) {
   for (const Keyword& keyword : kKeywords) {

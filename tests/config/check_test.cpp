@@ -165,17 +165,16 @@ TEST(Check, WarnsOfXmlThatOnlyALenientParserTakes) {
   } cases[] = {
       {"<a>R&D &amp; &#65;&#x41;</a><b c='&'/>",
        {"\"&D &amp; &#65;&#x41;\": bare & expected &amp;"}},
-      {"&copy;&#0;&#x110000;",
+      {"&copy;&#xFFFE;&#x110000;",
        {"\"&copy;\": unknown entity, read as it stands expected &lt;, &gt;, &amp;, &quot; or "
         "&apos;",
-        "\"&#0;\": reference to a character that XML forbids expected "}},
+        "\"&#xFFFE;\": reference to a character that XML forbids expected "}},
       {"<!-- a -- b -->", {"\"<!-- a -- b -->\": -- in a comment expected "}},
       {"<!-- a --->", {"\"<!-- a --->\": -- in a comment expected "}},
       {"<a b='<'/>", {"\"<\": < in the value of an attribute expected &lt;"}},
       {"<a>]]></a>", {"\"]]>\": end of a CDATA section in a text expected ]]&gt;"}},
       {"<a b='1'c='2'/>", {"\"c\": no blank before an attribute expected "}},
       {"< a/>", {"\"< a/></VEXOR>\": blank before the name of an element expected "}},
-      {"<a></a b='1'>", {"\"b\": attribute in an end tag expected "}},
       {"</a/>", {"\"</a>\": end tag that ends in />, read as an empty element expected "}},
       {"<\xC3\x97/><a \xC3\x97='1'/>",
        {"\"\xC3\x97\": name that no element can have expected ",
@@ -207,6 +206,13 @@ TEST(Check, FindsWhatAParserDoesNotReachInAFile) {
       {document + "\n</VEXOR><VEXOR/>",
        {"2: error: : \"\": </VEXOR> closes no element: what follows it is not read"}},
       {document + "\n\0<VEXOR/>"s, {"2: error: : \"\": a zero byte: what follows it is not read"}},
+      {Cstates("<KNOBS>Random&#0;;ExitOnFail&#x200000;</KNOBS>"),
+       {"1: error: : \"&#0;;ExitOnFail&#x200000;\": reference to a character that XML forbids, not "
+        "read",
+        "1: error: : \"&#x200000;\": reference to a character that XML forbids, not read"}},
+      {Cstates("<KNOBS></KNOBS a='1' b='2'>"),
+       {"1: error: : \"a='1'\": attribute in an end tag, not read",
+        "1: error: : \"b='2'\": attribute in an end tag, not read"}},
   };
   ExpectFindings(cases);
 }
@@ -346,6 +352,12 @@ TEST(Check, MendsNoMoreThanFifteenWords) {
 
 TEST(Check, FindsTextsThatReadAsSomethingElse) {
   const std::string levels = "expected No-Log, Critical, Information or Debug";
+  const auto checks = [](const std::string& words) {
+    return Pm("SYSTEM", Wrapped("GSTATES", Wrapped("PrePostCheck", words)));
+  };
+  const std::string all_checks =
+      "expected YellowBangCheck, DisplayUnderRunCheck, TDROccurrenceCheck, MemoryCheck or "
+      "DeviceEnumerationCheck";
   const Case cases[] = {
       {Cstates("<ActiveTime>msek:80</ActiveTime>"),
        {"1: error: CORE/CSTATES/ActiveTime: \"msek:80\": unknown unit; expected usec, msec, sec, "
@@ -368,12 +380,20 @@ TEST(Check, FindsTextsThatReadAsSomethingElse) {
        {"1: error: CORE/CSTATES/Log_Level: \"Error\": unknown level, listed by mistake in the "
         "hint comment; " +
         levels + "; did you mean \"Critical\"?"}},
-      {Pm("CORE", "<SDC><KNOBS>Randm; exitonfail</KNOBS></SDC>"),  // each word mended
-       {"1: error: CORE/SDC/KNOBS: \"Randm; exitonfail\": unknown word; expected Random or "
-        "ExitOnFail; did you mean \"Random; ExitOnFail\"?"}},
-      {Pm("CORE", "<SDC><KNOBS>Randm;Unknown</KNOBS></SDC>"),  // one cannot be
-       {"1: error: CORE/SDC/KNOBS: \"Randm;Unknown\": unknown word; expected Random or "
-        "ExitOnFail"}},
+      {checks("TDROccurenceCheck; memorycheck"),
+       {"1: error: SYSTEM/GSTATES/PrePostCheck: \"TDROccurenceCheck; memorycheck\": unknown "
+        "word; " +
+        all_checks + "; did you mean \"TDROccurrenceCheck; MemoryCheck\"?"}},  // each mended
+      {checks("memorycheck;Unknown"),
+       {"1: error: SYSTEM/GSTATES/PrePostCheck: \"memorycheck;Unknown\": unknown word; " +
+        all_checks}},  // one cannot be
+      {Pm("CORE", "<SDC><KNOBS>Randm; exitonfail</KNOBS></SDC>"),
+       {"1: warning: CORE/SDC/KNOBS: \"Randm; exitonfail\": unknown knob; expected Random or "
+        "ExitOnFail; did you mean \"Random;ExitOnFail\"?"}},
+      {Pm("SYSTEM", "<GSTATES><KNOBS>Sx_Legacy;NoErrOnDemotion;Sx_Legcy</KNOBS></GSTATES>"),
+       {"1: warning: SYSTEM/GSTATES/KNOBS: \"Sx_Legacy;NoErrOnDemotion;Sx_Legcy\": unknown knob at "
+        "\"Sx_Legcy\"; expected Random, Sx_Legacy, RunDeviceCheck, ExitOnFail or "
+        "ErrorOnPromotion; did you mean \"Sx_Legacy;NoErrOnDemotion;Sx_Legacy\"?"}},
       {Global("SystemSetup", "<SETTING><Log_Add_Option>append</Log_Add_Option></SETTING>"),
        {"1: error: SystemSetup/SETTING/Log_Add_Option: \"append\": unknown word; expected "
         "Overwrite, New or Append; did you mean \"Append\"?"}},

@@ -283,6 +283,11 @@ TEST(Describe, ListsWhatIsNotRead) {
        {"markup 1  DOCTYPE VEXOR", "text 1 a b"}},
       {R"(<?xml version="1.0" encoding="ISO-8859-1"?>)" + Document(""),
        {R"(markup 1  xml version="1.0" encoding="ISO-8859-1")"}},
+      {Document("<a></a b='1'\nc=\"2\">") + "\n<!--c-->",
+       {"element 1 a ", "markup 1  b='1'", "markup 2  c=\"2\"", "comment 3  c"}},
+      {cstates("<KNOBS a='&#;1'>R&#x0;X</KNOBS><ExeCycles>1&#4294967296;</ExeCycles>"),
+       {"attribute 2 GLOBALPM/CORE/CSTATES/KNOBS a=\"\"", "markup 2  &#;1", "markup 2  &#x0;X",
+        "markup 2  &#4294967296;"}},
       {Document("") + "</a><VEXOR/>",
        {"rest 1  </a> closes no element: what follows it is not read"}},
   };

@@ -8,6 +8,7 @@
 #include <memory>
 #include <set>
 
+#include "config/fault_wording.h"
 #include "config/pm_test_table.h"
 #include "syntax/keyword_table.h"
 #include "vexor/config/overrides.h"
@@ -63,12 +64,16 @@ std::string Join(const std::vector<std::string>& texts) {
   return joined;
 }
 
-// A good text that no default holds.
+// A text that no default holds, and that leaves the checker nothing to say.
 std::string TextFor(const Keyword& keyword, const PmTestRow& test) {
   const std::map<std::string_view, const char*> texts = {
-      {"scope", "50:0:0"},    {"idscope", "50:0:0"}, {"log", "Debug"},        {"mode", "Exercise"},
-      {"coreexcl", "C1:[0]"}, {"ice", "D3"},         {"substates", "C1:[0]"}, {"gvpoints", "Turbo"},
-      {"wakeevent", "USB"},   {"ss", "S3"},          {"pkgmode", "true"},     {"sxfl", "S0i3"},
+      {"scope", "50:0:0"},     {"idscope", "50:0:0"},  {"log", "Debug"},
+      {"mode", "Exercise"},    {"coreexcl", "C1:[0]"}, {"ice", "D3"},
+      {"substates", "C1:[0]"}, {"gvpoints", "Turbo"},  {"core", "Specific:7"},
+      {"mod", "Specific:7"},   {"pkg", "Specific:7"},  {"tlc", "Specific:7"},
+      {"idaff", "Specific:7"}, {"dev", "Specific:7"},  {"tile", "Specific:7"},
+      {"wakeevent", "USB"},    {"ss", "S3"},           {"pkgmode", "true"},
+      {"sxfl", "S0i3"},
   };
   if (keyword.short_name == "states") return test.id == PM_TEST_ICE_CSTATES ? "D0I3" : "C6";
   const auto row = texts.find(keyword.short_name);
@@ -163,6 +168,7 @@ void ExpectReached(const PmTestRow& test, const Keyword& keyword) {
   for (const OptionText& changed : outcome.changed) {
     EXPECT_EQ(changed.test, &test) << section << " " << option;
     EXPECT_NE(changed.text.find(text), std::string::npos) << section << " " << option;
+    EXPECT_FALSE(JudgeText(*changed.option, changed.text)) << section << " " << option;
     is_there = is_there || places.contains(Plain(changed.option->name));
   }
   EXPECT_EQ(is_there, is_known) << section << " " << option;

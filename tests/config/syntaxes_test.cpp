@@ -92,6 +92,13 @@ TEST(Options, AreFoundByTheirPath) {
             "GLOBALCONFIGURATION/SysConfiguration/SYSTEM/OS\n"
             "GLOBALCONFIGURATION/SysConfiguration/SYSTEM/OS/Power_Scheme\n"
             "GLOBALCONFIGURATION/SysConfiguration/SYSTEM/OS/Battery_Simulation\n");
+  EXPECT_EQ(find("-switchTime"), "GLOBALPM/UNCORE/MESH-GV/-switchTime\n");
+  EXPECT_TRUE(find("switchtime").ends_with("GLOBALPM/UNCORE/MESH-GV/-switchTime\n"));
+  EXPECT_EQ(find("ExeCstates"),
+            "GLOBALPM/CORE/CSTATES/ExeCstates\nGLOBALPM/ICE/Ice-Cstates/ExeStates\n");
+  EXPECT_EQ(find("ice-cstates/execstates"), "GLOBALPM/ICE/Ice-Cstates/ExeStates\n");
+  EXPECT_EQ(find("LPM"), "GLOBALPM/SYSTEM/GSTATES/LPM_EN\n");
+  EXPECT_EQ(find("eof"), "") << "the short name of a knob";
   for (const std::string_view none : {"", "Hold", "HoldPowerX", "/", "GSTATES/GSTATES"}) {
     EXPECT_EQ(find(none), "") << none;
   }
@@ -103,8 +110,8 @@ TEST(Options, AreFoundByTheirPath) {
 TEST(Options, SayAllThatTheTablesDo) {
   const auto find = [](std::string_view path) { return FindOptions(path).front(); };
   const OptionInfo knobs = find("GSTATES/KNOBS");
-  EXPECT_EQ(knobs.syntax.name, "words");
-  EXPECT_FALSE(CheckOptionText(knobs, "Random;ExitOnFail"));
+  EXPECT_EQ(knobs.syntax.name, "knobs");
+  EXPECT_FALSE(CheckOptionText(knobs, "Random;Sx_Legacy"));
   EXPECT_EQ(CheckOptionText(knobs, "Random;Rndom")->at, 7);
   EXPECT_NE(find("iGFX-DVFS/KNOBS").hint, "");
   EXPECT_NE(find("CORE/CONFIG/ITEM").hint, find("POWER/CONFIG/ITEM").hint);

@@ -20,6 +20,7 @@ foreach(document IN ITEMS
     "<GLOBALPM><Device><PCIe-Link-DState><ConfigState>1</ConfigState><ConfigState>2</ConfigState></PCIe-Link-DState></Device></GLOBALPM>"
     "<GLOBALPM><UNCORE><MESH-GV><arg name='-exeCycles' val='1'/><arg name='-switchTime' randVal='1-2'/></MESH-GV></UNCORE></GLOBALPM>"
     "<GLOBALPM><SYSTEM><PECI><RdPCIConfig><PCIE>0:0:31:0:0x40</PCIE></RdPCIConfig></PECI></SYSTEM></GLOBALPM>"
+    "<GLOBALPM><CORE><SDC><KNOBS>Random;NoErrOnDemotion</KNOBS></SDC></CORE></GLOBALPM>"
     "<TEST_CONTROL_CFG><AutoRunCfg><GT-RC6>true</GT-RC6><SDC/></AutoRunCfg><SETTING/></TEST_CONTROL_CFG>"
     "<GLOBALCONFIGURATION><SysConfiguration><SYSTEM><KNOBS><Any>1</Any></KNOBS></SYSTEM></SysConfiguration></GLOBALCONFIGURATION>")
   validate("${document}" TRUE)
@@ -33,7 +34,7 @@ foreach(document IN ITEMS
     "<GLOBALPM><CORE><CSTATES><ActiveTime>msec80</ActiveTime></CSTATES></CORE></GLOBALPM>"
     "<GLOBALPM><CORE><CSTATES><Log_Level>information</Log_Level></CSTATES></CORE></GLOBALPM>"
     "<GLOBALPM><CORE><CSTATES id='1'/></CORE></GLOBALPM>"
-    "<GLOBALPM><CORE><SDC><KNOBS>Randm</KNOBS></SDC></CORE></GLOBALPM>"
+    "<GLOBALPM><SYSTEM><GSTATES><PrePostCheck>MemryCheck</PrePostCheck></GSTATES></SYSTEM></GLOBALPM>"
     "<GLOBALPM><UNCORE><MESH-GV><arg name='exeCycles' val='1'/></MESH-GV></UNCORE></GLOBALPM>"
     "<GLOBALPM><UNCORE><MESH-GV><arg val='1'/></MESH-GV></UNCORE></GLOBALPM>"
     "<TEST_CONTROL_CFG><AutoRunCfg><SDC>True</SDC></AutoRunCfg></TEST_CONTROL_CFG>"

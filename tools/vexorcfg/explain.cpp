@@ -114,7 +114,7 @@ std::string_view PlaceOf(const OptionInfo& option) {
 bool AreAlike(const OptionInfo& a, const OptionInfo& b) {
   return NameOf(a) == NameOf(b) && a.about == b.about && a.syntax.name == b.syntax.name &&
          a.words == b.words && a.hint == b.hint && a.is_argument == b.is_argument &&
-         a.stands_for == b.stands_for;
+         a.stands_for == b.stands_for && a.keyword == b.keyword;
 }
 
 void PrintPlace(const OptionInfo& option, std::size_t width) {
@@ -145,7 +145,7 @@ void PrintOption(const std::vector<const OptionInfo*>& alike) {
     PrintRow(name, hint);
     name = "";
   }
-  const std::string short_name = GetKeywordShortName(NameOf(option));
+  const std::string short_name = GetKeywordShortName(option.keyword);
   PrintRow("command line", short_name.empty() ? short_name : "-" + short_name);
   if (option.repeats) PrintRow("", "may stand several times");
   std::cout << "  stands in, with its default there\n";
@@ -182,6 +182,14 @@ void PrintOptionsWithin(const std::vector<const OptionInfo*>& options, bool is_c
   }
 }
 
+// Whether the name is the option's own, with or without the elements that it stands in, or that of
+// its keyword.
+bool IsMeant(const OptionInfo& option, const std::string& name) {
+  const std::string keyword = std::string(PlaceOf(option)).append("/").append(option.keyword);
+  return StringEndsWith("/" + option.path, "/" + name, true) ||
+         StringEndsWith(keyword, "/" + name, true) || IsOverwriteOption(option.keyword, name);
+}
+
 Status ExplainOption(const std::string& name) {
   const std::vector<OptionInfo> found = vexor::FindOptions(name);
   if (found.empty()) {
@@ -193,8 +201,7 @@ Status ExplainOption(const std::string& name) {
   std::vector<const OptionInfo*> of_the_name;
   std::vector<const OptionInfo*> within;
   for (const OptionInfo& option : found) {
-    const bool is_meant = StringEndsWith("/" + option.path, "/" + name, true);
-    (is_meant ? of_the_name : within).push_back(&option);
+    (IsMeant(option, name) ? of_the_name : within).push_back(&option);
   }
   PrintOptionsAlike(of_the_name);
   PrintOptionsWithin(within, !of_the_name.empty());

@@ -36,13 +36,16 @@ struct TextFault {
 struct OptionInfo {
   std::string path;        // "GLOBALPM/CORE/CSTATES/ActiveTime"
   std::string_view about;  // one sentence
+  // The name that command lines know it by, which is not always its own: "ExeCstates" for the
+  // option "ExeStates" of "Ice-Cstates". Empty for what no command line reaches.
+  std::string_view keyword;
   SyntaxInfo syntax;
-  std::string_view words;    // the known words joined by ";", of the syntaxes "word" and "words"
-  std::string hint;          // the valid values as a written file shows them; may be empty
-  std::string preset;        // its text when the file says nothing of the element it stands in
-  std::string fallback;      // its text when only the option itself is missing
-  std::string stands_for;    // of an older name: the current one
-  bool repeats = false;      // may stand several times, one entry of a list each
+  std::string_view words;  // known words joined by ";": all of "word" and "words", some of "knobs"
+  std::string hint;        // the valid values as a written file shows them; may be empty
+  std::string preset;      // its text when the file says nothing of the element it stands in
+  std::string fallback;    // its text when only the option itself is missing
+  std::string stands_for;  // of an older name: the current one
+  bool repeats = false;    // may stand several times, one entry of a list each
   bool is_argument = false;  // the "name" of an "arg" element
   bool is_read = true;
   bool is_written = true;
@@ -67,7 +70,9 @@ VEXOR_EXPORT std::optional<TextFault> CheckOptionText(const OptionInfo& option,
 VEXOR_EXPORT std::vector<OptionInfo> GetOptions();
 
 // Returns the options whose path has the name as a part: options of that name, and those that stand
-// in elements of that name. Several parts may be given ("CSTATES/ActiveTime"), in any case.
+// in elements of that name. Several parts may be given ("CSTATES/ActiveTime"), in any case. An
+// option is also found by its keyword in place of its own name, and by the short name of command
+// lines ("at") where no path has that as a part.
 VEXOR_EXPORT std::vector<OptionInfo> FindOptions(std::string_view name);
 
 // Returns the part of a path that a mistyped name most likely means; empty when none is near.

@@ -100,11 +100,9 @@ inline constexpr Row kKnobs{.name = "KNOBS",
 // KNOBS whose hint comment is the record's own.
 inline constexpr Row kKnobsOfRecord = kKnobs.HintedBy({.kind = Hint::Kind::kRecord});
 
-// KNOBS of known words, which are also its hint.
+// KNOBS of a test that has knobs of its own; they are also its hint.
 constexpr Row KnobsOf(std::string_view words) {
-  return kKnobs.In(Syntax::kWordList)
-      .OfWords(words)
-      .HintedBy({.kind = Hint::Kind::kOptions, .texts = {words}});
+  return kKnobs.OfWords(words).HintedBy({.kind = Hint::Kind::kOptions, .texts = {words}});
 }
 
 // The switch time of tests that derive a missing one. It stands below ActiveTime and InStateTime
