@@ -57,8 +57,6 @@ void Progress::KeepClock() {
   Save();
 }
 
-std::string Progress::GetLog(const std::string& test) const { return Get(test + ".log"); }
-
 void Progress::KeepLog(const std::string& test, const std::string& path) {
   entries_[test + ".log"] = std::filesystem::path(path).filename().string();
   Save();

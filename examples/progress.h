@@ -32,8 +32,7 @@ class Progress {
   [[nodiscard]] Time GetClock(Time otherwise) const;
   void KeepClock();
 
-  // Returns the name of the file in which a test logs; empty before it has one.
-  [[nodiscard]] std::string GetLog(const std::string& test) const;
+  // Notes the file in which a test logs, for those who watch the run.
   void KeepLog(const std::string& test, const std::string& path);
 
   [[nodiscard]] WorkerProgress GetWorker(const std::string& worker) const;

@@ -138,7 +138,7 @@ unsigned CountThreads(const std::vector<RunningTest>& tests) {
 
 // ---- Logs.
 
-// Notes which file a test logs in, so that a restarted engine goes on there.
+// Notes which file a test logs in.
 class AutoRunEntry : public ContextUtils {
  public:
   AutoRunEntry(Progress& progress, const VexorLogging& log) : progress_(progress), log_(log) {}
@@ -161,16 +161,18 @@ void OpenLog(VexorLogging& log, const std::string& folder, const std::string& na
   }
 }
 
-// A series goes on in the file that was open when the machine went down.
+// A new run begins its series anew, without the files of an earlier one: after a restart, a series
+// goes on behind its last file.
 void OpenSeries(const std::string& folder, RunningTest& test, Progress& progress) {
   const Plan& plan = test.plan;
-  const std::string last = progress.GetLog(plan.name);
   test.log->SetLinesLimitToSplit(kLinesPerFile);
-  if (last.empty()) {
-    OpenLog(*test.log, folder, plan.name, plan.level, LOG_FILE_NEW);
-  } else {
-    test.log->UnexpectedInit();
-    OpenLog(*test.log, folder, last, plan.level, LOG_FILE_APPEND);
+  if (progress.Restarts() == 0) {
+    for (const std::string& file : GetFilesInFolder(folder)) {
+      if (file.starts_with(plan.name + "_")) std::filesystem::remove(folder + "/" + file);
+    }
+  }
+  if (!vexor::ContinueLog(*test.log, folder, plan.name, plan.level)) {
+    throw std::runtime_error(VexorLogging::BuildLogFile(folder, plan.name) + ": cannot be opened");
   }
   test.auto_run = std::make_unique<AutoRunEntry>(progress, *test.log);
   test.log->SetAutoRunInfo(test.auto_run.get(), {plan.name, '\0'});

@@ -68,8 +68,7 @@ bool DurableFile::Flush(std::uint64_t count) {
 // more can come; returns the number of blocks that a flush serves now.
 std::uint64_t DurableFile::GatherGroup() {
   const std::uint64_t begin = ReadPerformanceCounter();
-  while (appending_.load(std::memory_order_relaxed) && Appended() - covered_ < group_ &&
-         ReadPerformanceCounter() - begin < kGatherNanoseconds) {
+  while (AwaitsMore() && ReadPerformanceCounter() - begin < kGatherNanoseconds) {
     std::this_thread::yield();
   }
   const std::uint64_t appended = Appended();

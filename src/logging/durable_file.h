@@ -46,6 +46,11 @@ class DurableFile {
   // result is false from the first flush that failed on: no later one brings its lines back.
   bool Flush(std::uint64_t count);
 
+  // Whether a flush that begins now waits a moment for more blocks. Called by one thread at a time.
+  [[nodiscard]] bool AwaitsMore() const {
+    return appending_.load(std::memory_order_relaxed) && Appended() - covered_ < group_;
+  }
+
   // The error of the first flush that failed, handed out once.
   std::optional<std::error_code> TakeFault();
 

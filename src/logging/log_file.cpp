@@ -91,6 +91,12 @@ class Telling {
 
 constinit thread_local const Telling* Telling::innermost = nullptr;
 
+// The file that a log begins or goes on with, and the index of the one behind it.
+struct FirstFile {
+  std::string name;
+  std::uint32_t next_index;
+};
+
 }  // namespace
 
 constinit vexor::Immortal<std::mutex> VexorLogging::m_mFileHandleMutex;
@@ -111,13 +117,16 @@ struct VexorLogging::Impl {
   template <class Step>
   bool RunAfterKept(const Step& step);
 
+  vexor::LogContent LookAhead(const std::string& file, bool continues, bool is_locked);
   bool Settle(Aftermath& after);
   bool Flush(const std::shared_ptr<vexor::DurableFile>& file, std::uint64_t count);
   void UpdateAutoRunScript(unsigned& moves);
 
   // The rest is called under `m_mFileHandleMutex`.
-  bool Start(std::string_view name, OpenMode mode, bool continues);
-  std::error_code StartFile(const std::string& file, OpenMode mode, bool continues);
+  bool Start(std::string_view name, OpenMode mode, bool continues, const vexor::LogContent& known);
+  std::error_code StartFile(const std::string& file, OpenMode mode, bool continues,
+                            const vexor::LogContent& known);
+  [[nodiscard]] FirstFile PlanStart(const std::string& file, bool continues, bool is_locked) const;
   [[nodiscard]] std::string MakeRow(std::span<const CsvCell> cells, TRACE_LEVEL line_level) const;
   void Take(std::string_view line, Aftermath& after);
   void WriteKept(std::size_t& due, Aftermath& after);
@@ -264,6 +273,11 @@ VexorLogging::~VexorLogging() {
 bool VexorLogging::Initialize(std::string_view path, std::string_view name, TRACE_LEVEL level,
                               LOG_FILE_OPTIONS file_option, bool locked_at_start,
                               bool no_version_note, bool continue_log, bool silent) {
+  const OpenMode mode = file_option == LOG_FILE_APPEND ? OpenMode::kAppend : OpenMode::kTruncate;
+  vexor::LogContent known;
+  if (mode == OpenMode::kAppend && !name.empty()) {
+    known = impl_->LookAhead(vexor::MakeLogName(path, name), continue_log, locked_at_start);
+  }
   bool started = false;
   impl_->RunAfterKept([&](Aftermath& after) {
     impl_->series.Close(after);
@@ -271,8 +285,7 @@ bool VexorLogging::Initialize(std::string_view path, std::string_view name, TRAC
     impl_->path = path;
     impl_->locked = locked_at_start;
     impl_->level = level;
-    const OpenMode mode = file_option == LOG_FILE_APPEND ? OpenMode::kAppend : OpenMode::kTruncate;
-    started = impl_->Start(name, mode, continue_log);
+    started = impl_->Start(name, mode, continue_log, known);
     if (!started) return;
     if (!silent) {
       ConsoleOut((continue_log ? "Continue on Log File: " : "Log File: ") + impl_->series.Name(),
@@ -288,32 +301,46 @@ bool VexorLogging::Initialize(std::string_view path, std::string_view name, TRAC
   return started;
 }
 
+// Reads the file that the log is about to append to. It may be long: other logs go on meanwhile.
+vexor::LogContent VexorLogging::Impl::LookAhead(const std::string& file, bool continues,
+                                                bool is_locked) {
+  std::string first;
+  {
+    const std::lock_guard lock(*m_mFileHandleMutex);
+    first = PlanStart(file, continues, is_locked).name;
+  }
+  return vexor::LookIntoLog(vexor::MakeAbsolute(first));
+}
+
 // Opens the file of this name. A name that is made of the time may be that of a log which began in
 // the same millisecond, here or in another process: then its next copy is opened.
-bool VexorLogging::Impl::Start(std::string_view name, OpenMode mode, bool continues) {
-  if (!name.empty()) return !StartFile(vexor::MakeLogName(path, name), mode, continues);
+bool VexorLogging::Impl::Start(std::string_view name, OpenMode mode, bool continues,
+                               const vexor::LogContent& known) {
+  if (!name.empty()) return !StartFile(vexor::MakeLogName(path, name), mode, continues, known);
   std::error_code error = std::make_error_code(std::errc::file_exists);
   for (unsigned copy = 1; error == std::errc::file_exists; ++copy) {
-    error = StartFile(vexor::MakeLogName(path, name, copy), OpenMode::kCreate, continues);
+    error = StartFile(vexor::MakeLogName(path, name, copy), OpenMode::kCreate, continues, known);
   }
   return !error;
 }
 
-// Opens the file, or that of the series which it begins or goes on with.
 std::error_code VexorLogging::Impl::StartFile(const std::string& file, OpenMode mode,
-                                              bool continues) {
-  std::string name = file;
-  if (!continues) series.SetNextIndex(1);
-  if (!continues && series.Limit() > 0) {
-    if (!locked && !unexpected) {
-      name = vexor::MakeSplitName(file, 0);
-    } else if (const auto index = vexor::FindSeriesIndex(file)) {
-      series.SetNextIndex(*index + 1);
-    }
-  }
-  const std::error_code error = series.Start(name, mode);
+                                              bool continues, const vexor::LogContent& known) {
+  const FirstFile first = PlanStart(file, continues, locked);
+  series.SetNextIndex(first.next_index);
+  const std::error_code error = series.Start(first.name, mode, known);
   if (!error && !continues) unexpected = false;
   return error;
+}
+
+// The file is that of the name, or the first of the series which it begins.
+FirstFile VexorLogging::Impl::PlanStart(const std::string& file, bool continues,
+                                        bool is_locked) const {
+  if (continues) return {file, series.NextIndex()};
+  if (series.Limit() == 0) return {file, 1};
+  if (!is_locked && !unexpected) return {vexor::MakeSplitName(file, 0), 1};
+  const auto index = vexor::FindSeriesIndex(file);
+  return {file, index ? *index + 1 : 1};
 }
 
 struct vexor::LogContinuation {

@@ -1,7 +1,6 @@
 #include "logging/log_series.h"
 
 #include <algorithm>
-#include <array>
 #include <fstream>
 #include <utility>
 
@@ -28,24 +27,6 @@ bool EndsInsideLine(const std::string& path) {
   return file.seekg(-1, std::ios::end) && file.get() != '\n';
 }
 
-struct Content {
-  std::uint32_t lines = 0;  // the one included that the file ends in the middle of
-  bool torn = false;        // there is such a line
-};
-
-Content LookInto(const std::string& path) {
-  Content content;
-  std::ifstream file(path, std::ios::binary);
-  std::array<char, 65536> bytes = {};
-  do {
-    file.read(bytes.data(), bytes.size());
-    content.lines += CountLineEnds({bytes.data(), static_cast<std::size_t>(file.gcount())});
-  } while (file);
-  content.torn = EndsInsideLine(path);
-  if (content.torn) ++content.lines;
-  return content;
-}
-
 // The path leads to a file of its own on this system.
 std::error_code CheckName(const std::string& path) {
   if (const std::error_code error = CheckPath(path)) return error;
@@ -67,22 +48,23 @@ void PrintFault(std::string_view what, std::string_view name, const std::error_c
       text.append(what).append(" log file ").append(name).append(": ").append(error.message()));
 }
 
-std::error_code LogSeries::Start(const std::string& name, OpenMode mode) {
+std::error_code LogSeries::Start(const std::string& name, OpenMode mode, const LogContent& known) {
   name_ = name;
   fault_reported_ = false;
-  const std::error_code error = Open(name, MakeAbsolute(name), mode);
+  const std::error_code error = Open(name, MakeAbsolute(name), mode, known);
   if (error && error != std::errc::file_exists) ReportOnce("open", name, error);
   return error;
 }
 
-std::error_code LogSeries::Open(const std::string& name, const std::string& path, OpenMode mode) {
+std::error_code LogSeries::Open(const std::string& name, const std::string& path, OpenMode mode,
+                                const LogContent& known) {
   std::error_code error = CheckName(name);
   if (error) return error;
   std::shared_ptr<DurableFile> opened = DurableFile::Open(path, name, mode, error);
   if (error) return error;
   const std::optional<FileStatus> status = opened->ReadStatus();
   const bool is_empty = !status || status->size == 0;
-  const Content content = is_empty ? Content() : LookInto(path);
+  const LogContent content = is_empty ? LogContent() : LookIntoLog(path, known);
   std::string its_name = name;
   std::string its_path = path;
   // Nothing is thrown from here on.
@@ -93,7 +75,7 @@ std::error_code LogSeries::Open(const std::string& name, const std::string& path
   removed_ = false;
   header_due_ = true;
   size_ = is_empty ? 0 : status->size;
-  lines_ = content.lines;
+  lines_ = content.Lines();
   torn_ = content.torn;
   has_logged_line_ = !is_empty;
   return {};
@@ -101,12 +83,12 @@ std::error_code LogSeries::Open(const std::string& name, const std::string& path
 
 // The file is not what the log has written: others have cut it or made it anew.
 void LogSeries::LookAnew() {
-  const Content content = LookInto(path_);
+  const LogContent content = LookIntoLog(path_);
   const std::optional<FileStatus> status = file_->ReadStatus();
   size_ = status ? status->size : 0;
-  lines_ = content.lines;
+  lines_ = content.Lines();
   torn_ = content.torn;
-  has_logged_line_ = content.lines > 0;
+  has_logged_line_ = content.Lines() > 0;
   header_due_ = true;
   removed_ = false;
 }
@@ -149,7 +131,7 @@ bool LogSeries::FileSplitter(Aftermath& after) {
   }
   const std::string next = MakeSplitName(name_, next_index_);
   const std::string next_path = MakeSplitName(path_, next_index_);
-  if (Open(next, next_path, OpenMode::kTruncate)) {
+  if (Open(next, next_path, OpenMode::kTruncate, {})) {
     if (!std::exchange(fault_reported_, true)) PrintLine("Unable to create log file");
     return false;
   }

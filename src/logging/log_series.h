@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "logging/durable_file.h"
+#include "logging/log_content.h"
 #include "platform/platform.h"
 
 namespace vexor {
@@ -34,9 +35,10 @@ struct Aftermath {
 // logs, and is held.
 class LogSeries {
  public:
-  // Opens the first file; a file that was open must have been closed. The header is due. The error
-  // is printed, unless it says that a file to be created exists.
-  std::error_code Start(const std::string& name, OpenMode mode);
+  // Opens the first file; a file that was open must have been closed. The header is due. What is
+  // known of the file's content is not read again. The error is printed, unless it says that a file
+  // to be created exists.
+  std::error_code Start(const std::string& name, OpenMode mode, const LogContent& known);
 
   // Writes the line, and a line end unless it has one, with the header above it if that is due. A
   // file that would get more lines than the limit is left for the next of the series before.
@@ -57,13 +59,15 @@ class LogSeries {
   void MakeHeaderDue() { header_due_ = true; }
   void SetLimit(std::uint32_t limit) { limit_ = limit; }
   [[nodiscard]] std::uint32_t Limit() const { return limit_; }
+  [[nodiscard]] std::uint32_t NextIndex() const { return next_index_; }
   void SetNextIndex(std::uint32_t index) { next_index_ = index; }
 
   // Prints the fault of a flush of the file, if there is one that was not printed.
   static void ReportFlushFault(DurableFile& file);
 
  private:
-  std::error_code Open(const std::string& name, const std::string& path, OpenMode mode);
+  std::error_code Open(const std::string& name, const std::string& path, OpenMode mode,
+                       const LogContent& known);
   bool Reopen();
   bool EnsureOpen(Aftermath& after);
   bool FileSplitter(Aftermath& after);
