@@ -161,7 +161,7 @@ class Checker {
       case Content::kSwitch:
         return CheckTestSwitch(element, model, path);
       case Content::kCounter:
-        return;
+        return CheckCounter(element, path);
       case Content::kPairs:
         return CheckPairs(element, model, path);
       case Content::kTraces:
@@ -226,6 +226,14 @@ class Checker {
     finding.is_older_form = is_compatible;
   }
 
+  // The reader begins to count anew.
+  void CheckCounter(const XMLElement& element, const std::string& path) {
+    if (!CheckLeaf(element, path, findings_)) return;
+    OptionRow counter;
+    counter.syntax = Syntax::kCount;
+    CheckText(element, path, TextOf(element), counter, findings_);
+  }
+
   void CheckArguments(const XMLElement& element, const ElementModel& model,
                       const std::string& path) {
     CheckStrayText(element, path, findings_);
@@ -261,9 +269,25 @@ class Checker {
     AddMissing(element, model, path, [&](std::size_t i) { return seen[i]; });
   }
 
+  // The value of an argument is an attribute.
+  void CheckContentOfArgument(const XMLElement& arg, const std::string& path) {
+    for (const tinyxml2::XMLNode* node = arg.FirstChild(); node != nullptr;
+         node = node->NextSibling()) {
+      const bool is_text = node->ToText() != nullptr;
+      const std::string_view text =
+          is_text || node->ToElement() != nullptr ? TrimSpace(node->Value()) : "";
+      if (text.empty()) continue;
+      findings_
+          .AddError(*node, path, text,
+                    is_text ? "text in an argument, not read" : "element in an argument, not read")
+          .expected = "the value in the attribute val";
+    }
+  }
+
   void CheckArgument(const XMLElement& arg, const ElementModel& model, const std::string& path) {
     constexpr std::string_view kKnown[] = {"name", "val", "randVal"};
     CheckAttributes(arg, path, findings_, kKnown);
+    CheckContentOfArgument(arg, path);
     const char* const value = arg.Attribute("val");
     if (value != nullptr) {
       CheckText(arg, path, value, *model.option, findings_);

@@ -23,7 +23,12 @@ std::string_view OwnText(const XMLNode& node) {
 void CheckStrayText(const XMLNode& parent, const std::string& path, Findings& findings) {
   for (const XMLNode* node = parent.FirstChild(); node != nullptr; node = node->NextSibling()) {
     const std::string_view text = OwnText(*node);
-    if (!text.empty()) findings.AddError(*node, path, text, "text between elements, not read");
+    const bool is_outside = parent.ToDocument() != nullptr;
+    if (!text.empty()) {
+      findings.AddError(*node, path, text,
+                        is_outside ? "text outside of the root element, not read"
+                                   : "text between elements, not read");
+    }
   }
 }
 
@@ -37,6 +42,7 @@ void CheckAttributes(const XMLElement& element, const std::string& path, Finding
 
 bool CheckLeaf(const XMLElement& element, const std::string& path, Findings& findings) {
   const XMLNode* const first = element.FirstChild();
+  bool is_text_alone = true;
   for (const XMLNode* node = first; node != nullptr; node = node->NextSibling()) {
     if (const XMLElement* const child = node->ToElement()) {
       findings
@@ -45,8 +51,10 @@ bool CheckLeaf(const XMLElement& element, const std::string& path, Findings& fin
           .expected = "text";
     } else if (node != first && !OwnText(*node).empty()) {
       findings.AddError(*node, path, OwnText(*node),
-                        "not read: it follows a comment or an element");
+                        is_text_alone ? "not read: a CDATA section and other text are not joined"
+                                      : "not read: it follows a comment or an element");
     }
+    is_text_alone = is_text_alone && node->ToText() != nullptr;
   }
   return first == nullptr || first->ToText() != nullptr;
 }

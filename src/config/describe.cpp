@@ -10,6 +10,7 @@
 
 #include "config/document_model.h"
 #include "config/element_walk.h"
+#include "config/findings.h"
 #include "config/read_sections.h"
 #include "config/tables/custom_register_tables.h"
 #include "config/tables/system_setup.h"
@@ -19,6 +20,7 @@
 #include "config/xml_document.h"
 #include "config/xml_lint.h"
 #include "util/text.h"
+#include "vexor/util/version.h"
 
 namespace vexor {
 namespace {
@@ -56,11 +58,11 @@ class Describer {
 
   void Describe(const tinyxml2::XMLDocument& document, const XMLElement& root) {
     const ElementModel model = MakeDocumentModel(records_);
-    for (const std::string_view name : {"LoopTracker", "Version"}) {
-      const XMLElement* const element = FindElement(&root, name);
-      if (element == nullptr) continue;
-      read_.MarkText(*element);
-      if (name == "Version") description_.version_line = element->GetLineNum();
+    const XMLElement* const counter = FindElement(&root, "LoopTracker");
+    if (counter != nullptr && ParseUnsigned(TextOf(*counter))) read_.MarkText(*counter);
+    if (const XMLElement* const version = FindElement(&root, "Version")) {
+      read_.MarkText(*version);
+      description_.version_line = version->GetLineNum();
     }
     for (const ElementModel& section : model.children) {
       if (section.content == Content::kVersion || section.content == Content::kCounter) continue;
@@ -286,6 +288,27 @@ class Describer {
   std::unordered_set<const XMLElement*> arguments_;  // whose children are arguments
 };
 
+// Says which trace entry keeps the file from being read, or that the version does.
+void ExplainTraces(const XMLElement& root, Description& description) {
+  const XMLElement* at = FindElement(FindElement(&root, "TEST_CONTROL_CFG"), "TestTraceCfg");
+  if (at == nullptr) return;
+  description.error =
+      std::string("trace entries need a version of four pieces, expected ") + GetVersionText();
+  try {
+    const TraceMigration migration(description.version);
+    std::vector<std::string> currents;
+    for (const XMLElement& child : ChildElements(*at)) {
+      const std::string entry(TextOf(child));
+      at = &child;
+      description.error = "malformed trace entry \"" + ShortenName(entry) +
+                          "\", expected test_target_code, such as CSTATES_Core_Con:10";
+      if (!entry.empty()) migration.Append(entry, currents);
+    }
+  } catch (const std::out_of_range&) {
+    description.error_line = at->GetLineNum();
+  }
+}
+
 // What the parser drops leaves no trace in the document.
 void AddWhatIsNotParsed(std::string_view content, std::vector<Unread>& unread) {
   const XmlLint lint = LintXml(content);
@@ -313,7 +336,11 @@ Description DescribeXMLConfigText(std::string_view content) {
   }
   const XMLElement* const root = document.FirstChildElement("VEXOR");
   if (root == nullptr) {
+    const XMLElement* const other = document.FirstChildElement();
     description.error = "no root element VEXOR";
+    if (other == nullptr) return description;
+    description.error = "wrong root " + ShortenName(other->Name()) + ", expected VEXOR";
+    description.error_line = other->GetLineNum();
     return description;
   }
   const auto records = std::make_unique<FullRecords>();
@@ -324,7 +351,7 @@ Description DescribeXMLConfigText(std::string_view content) {
   try {
     ReadSections(*root, records->config);
   } catch (const std::out_of_range&) {
-    description.error = "a malformed trace entry, or a version of fewer than four pieces";
+    ExplainTraces(*root, description);
     return description;
   }
   GetWorkLoadsXML(records->workloads, root);

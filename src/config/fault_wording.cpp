@@ -8,6 +8,7 @@
 #include "config/syntax_table.h"
 #include "config/text_repair.h"
 #include "config/word_list.h"
+#include "config/xml_characters.h"
 #include "syntax/keyword_table.h"
 #include "util/text.h"
 
@@ -45,11 +46,22 @@ void ExplainRepair(const OptionRow& option, std::string_view text, TextFault& fa
   if (was_rejoined) BlameSeparator(text, fault);
 }
 
+// A character beyond ASCII may look like the one that was meant, or like none.
+void NameStranger(std::string_view text, TextFault& fault) {
+  const auto* const stranger =
+      std::ranges::find_if(text, [](char c) { return static_cast<unsigned char>(c) > 127; });
+  if (stranger == text.end()) return;
+  const Utf8Character c =
+      DecodeUtf8(text.substr(static_cast<std::size_t>(stranger - text.begin())));
+  if (c.size > 0) fault.what += ", with the character " + FormatHex("U+", 4, c.value);
+}
+
 TextFault JudgeFault(Severity severity, const OptionRow& option, std::string_view text,
                      const Fault& fault) {
   TextFault result = MakeTextFault(severity, option, fault);
   result.suggestion = RepairText(option, text);
   ExplainRepair(option, text, result);
+  NameStranger(text, result);
   return result;
 }
 

@@ -26,6 +26,15 @@ constexpr HintCorrection kHintCorrections[] = {
     {Syntax::kKnobs, "QclkCheck(SAGV only)", "QclkCheck"},
 };
 
+// What other programs call true and false.
+constexpr std::pair<std::string_view, std::string_view> kSwitchNames[] = {
+    {"yes", "true"}, {"on", "true"},   {"1", "true"},  {"enable", "true"},   {"enabled", "true"},
+    {"no", "false"}, {"off", "false"}, {"0", "false"}, {"disable", "false"}, {"disabled", "false"}};
+
+// Characters that come with a text copied from a document and that nobody sees: no-break space,
+// zero-width space, byte-order mark.
+constexpr std::string_view kUnseen[] = {"\xC2\xA0", "\xE2\x80\x8B", "\xEF\xBB\xBF"};
+
 // Other names of the units of time.
 constexpr std::pair<std::string_view, std::string_view> kUnitNames[] = {
     {"us", "usec"},     {"microseconds", "usec"},
@@ -72,6 +81,31 @@ std::string CorrectHint(const OptionRow& option, Text text) {
 }
 
 std::string Trim(const OptionRow& /*option*/, Text text) { return std::string(TrimSpace(text)); }
+
+std::string NameSwitch(const OptionRow& option, Text text) {
+  if (option.syntax != Syntax::kBoolean) return {};
+  for (const auto& [name, value] : kSwitchNames) {
+    if (EqualsIgnoreCase(name, text)) return std::string(value);
+  }
+  return {};
+}
+
+// "\"C1;C6\"" as "C1;C6"
+std::string DropQuotes(const OptionRow& /*option*/, Text text) {
+  const bool is_quoted = text.size() > 2 && text.front() == text.back() &&
+                         (text.front() == '"' || text.front() == '\'');
+  return is_quoted ? std::string(text.substr(1, text.size() - 2)) : std::string();
+}
+
+std::string DropUnseen(const OptionRow& /*option*/, Text text) {
+  std::string mended(text);
+  for (const Text unseen : kUnseen) {
+    for (std::size_t at = 0; (at = mended.find(unseen, at)) != Text::npos;) {
+      mended.erase(at, unseen.size());
+    }
+  }
+  return mended;
+}
 
 // "C1; C6" as "C1;C6": no blank stands beside a sign.
 std::string DropBlanks(const OptionRow& /*option*/, Text text) {
@@ -205,9 +239,9 @@ std::string_view PieceAt(std::string_view text, std::size_t at) {
 }
 
 std::string RepairText(const OptionRow& option, std::string_view text) {
-  constexpr decltype(&Trim) kMends[] = {CorrectHint, Trim,          DropBlanks,
-                                        JoinRightly, SelectNumbers, KeepKeyword,
-                                        WriteRange,  WriteTime,     MendWords};
+  constexpr decltype(&Trim) kMends[] = {CorrectHint, NameSwitch, DropQuotes,  DropUnseen,
+                                        Trim,        DropBlanks, JoinRightly, SelectNumbers,
+                                        KeepKeyword, WriteRange, WriteTime,   MendWords};
   for (const auto mend : kMends) {
     std::string mended = mend(option, text);
     if (!mended.empty() && mended != text && IsClean(option, mended)) return mended;

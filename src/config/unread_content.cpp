@@ -4,6 +4,7 @@
 #include <initializer_list>
 
 #include "config/findings.h"
+#include "config/tables/system_setup.h"
 #include "util/text.h"
 
 namespace vexor {
@@ -79,9 +80,16 @@ class Lister {
       ListAttributes(element, path);
     }
     ListChildren(element, model, path);
-    const bool is_known =
-        model != nullptr || content == Content::kPairs || content == Content::kTraces;
+    const bool is_known = model != nullptr || content == Content::kTraces ||
+                          (content == Content::kPairs && IsPair(element, *parent));
     if (!is_known && unread_.size() == before) Add(UnreadKind::kElement, element, path, "");
+  }
+
+  // A pair of an unknown name is read if it has a value.
+  [[nodiscard]] bool IsPair(const XMLElement& element, const ElementModel& parent) const {
+    const auto& values = parent.list->values;
+    return read_.IsMarked(element.FirstChild()) ||
+           std::ranges::find(values, element.Name(), &OptionRow::name) != values.end();
   }
 
   // The value of an argument is its text.

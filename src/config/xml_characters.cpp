@@ -52,6 +52,12 @@ Utf8Character DecodeUtf8(std::string_view text) {
   return {.value = value, .size = size};
 }
 
+std::string FormatHex(std::string_view prefix, std::size_t digits, char32_t value) {
+  std::string text(prefix);
+  for (std::size_t i = digits; i-- > 0;) text += "0123456789ABCDEF"[value >> (4 * i) & 0xFU];
+  return text;
+}
+
 bool IsXmlCharacter(char32_t c) { return IsIn(kCharacters, c); }
 
 bool IsXmlName(std::string_view text) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 #include <string_view>
 
 namespace vexor {
@@ -13,6 +14,9 @@ struct Utf8Character {
 
 // Returns the character that a text, which is not empty, begins with.
 Utf8Character DecodeUtf8(std::string_view text);
+
+// Returns the prefix and the lowest digits of the value: "U+", 4 and ' ' give "U+0020".
+std::string FormatHex(std::string_view prefix, std::size_t digits, char32_t value);
 
 constexpr bool IsXmlBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
 

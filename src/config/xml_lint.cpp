@@ -50,12 +50,6 @@ std::string Tag(std::string_view opening, std::string_view name) {
   return std::string(opening).append(Excerpt(name)).append(">");
 }
 
-std::string Hex(std::string_view prefix, std::size_t digits, char32_t value) {
-  std::string text(prefix);
-  for (std::size_t i = digits; i-- > 0;) text += "0123456789ABCDEF"[value >> (4 * i) & 0xFU];
-  return text;
-}
-
 // The pseudo-attributes of an XML declaration: ` version="1.0"`.
 std::optional<std::string_view> TakeSetting(std::string_view& rest, std::string_view name) {
   std::string_view ahead = rest;
@@ -193,7 +187,9 @@ class Linter {
     if (!is_blank) is_behind_instructions_ = true;
     if (!is_blank && open_.empty()) {
       lint_.has_content_outside_root = true;
-      if (text.size() == Rest().size()) return Stop("text outside of the root element");
+      if (text.size() == Rest().size()) {
+        return Stop("text outside of the root element: \"" + Excerpt(TrimSpace(text)) + "\"");
+      }
     }
     PassCharacters(text, "&]");
   }
@@ -286,7 +282,8 @@ class Linter {
     const auto body = FindBody("<?", "?>", "a processing instruction");
     if (!body) return;
     if (is_behind_instructions_) {
-      return Stop("a processing instruction (<?...?>) that is not at the beginning of the file");
+      return Stop("a processing instruction (<?...?>) that is not at the beginning of the file",
+                  "it in front of all comments and elements");
     }
     std::string_view rest = *body;
     const std::string_view target =
@@ -462,12 +459,12 @@ class Linter {
         const bool is_utf8 = encoding_ == Encoding::kUtf8;
         if (is_utf8) c = DecodeUtf8(rest);
         if (!is_utf8 || c.size == 0) {
-          if (++strangers == 1) first = {line, Hex("0x", 2, byte), {}, {}};
+          if (++strangers == 1) first = {line, FormatHex("0x", 2, byte), {}, {}};
           c = {.value = ' ', .size = 1};
         }
       }
       if (!IsXmlCharacter(c.value)) {
-        AddAt(line, Hex("U+", 4, c.value), "character that XML forbids");
+        AddAt(line, FormatHex("U+", 4, c.value), "character that XML forbids");
       }
       rest.remove_prefix(c.size);
     }

@@ -50,9 +50,12 @@ constinit std::atomic<unsigned> g_drawn_times = 0;
 std::uint64_t ReadNumber(std::string_view text) { return ParseUnsigned(text).value_or(0); }
 
 std::uint64_t ReadNumber(std::string_view text, FaultNote& note) {
-  const std::optional<std::uint64_t> number = ParseUnsigned(text);
-  if (!number) note.At(text, "not a number", kNumberForm);
-  return number.value_or(0);
+  const UnsignedText number = ReadUnsigned(text);
+  if (number.kind == UnsignedText::Kind::kNotANumber) note.At(text, "not a number", kNumberForm);
+  if (number.kind == UnsignedText::Kind::kBeyond64Bits) {
+    note.At(text, "number too large", "a number that fits 64 bits");
+  }
+  return number.value;
 }
 
 // A number that counts units of so many milliseconds or microseconds.

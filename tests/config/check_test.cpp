@@ -123,7 +123,7 @@ TEST(Check, SaysWhyADocumentIsNoXml) {
        {"1: error: : \"\": " + xml +
         "\"?></VEXOR>\" in the tag <a; expected an attribute, > or "
         "/>"}},
-      {"<VEXOR/>a", {"1: error: : \"\": " + xml + "text outside of the root element"}},
+      {"<VEXOR/>a", {"1: error: : \"\": " + xml + "text outside of the root element: \"a\""}},
       {"<VEXOR><![CDATA[a</VEXOR>",
        {"1: error: : \"\": " + xml + "a CDATA section without an end; expected ]]>"}},
       {"<VEXOR><!-- a</VEXOR>",
@@ -131,7 +131,7 @@ TEST(Check, SaysWhyADocumentIsNoXml) {
       {"<VEXOR><?a?></VEXOR>",
        {"1: error: : \"\": " + xml +
         "a processing instruction (<?...?>) that is not at the "
-        "beginning of the file"}},
+        "beginning of the file; expected it in front of all comments and elements"}},
       {"<VEXOR><!a", {"1: error: : \"\": " + xml + "markup without an end; expected >"}},
       {"<VEXOR>a < b</VEXOR>",
        {"1: error: : \"\": " + xml +
@@ -239,7 +239,7 @@ TEST(Check, SaysWhatIsWrongWithADocument) {
        {"1: error: Vexor: \"Vexor\": wrong root, and nothing is read; expected VEXOR; did you mean "
         "\"VEXOR\"?"}},
       {"stray<a/>" + Document(""),
-       {"1: error: : \"stray\": text between elements, not read",
+       {"1: error: : \"stray\": text outside of the root element, not read",
         "1: warning: a: \"a\": not read beside the root; expected one element VEXOR"}},
       {"<VEXOR/>",
        {"1: error: Version: \"\": no version; expected an element Version with 3.21.522.0"}},
@@ -328,6 +328,12 @@ TEST(Check, FindsElementsThatAreNotRead) {
         "Verify, Exercise or Monitor; did you mean \"Verify\"?",
         "3: error: Vpu/Vpu-DVFS/TestMode: \"arg\": not read: the first element of this name, on "
         "line 2, counts"}},
+      {Pm("UNCORE", "<MESH-GV><arg name='-exeCycles' val='1'>2<b/></arg></MESH-GV>"),
+       {"1: error: UNCORE/MESH-GV/-exeCycles: \"2\": text in an argument, not read; expected the "
+        "value in the attribute val",
+        "1: error: UNCORE/MESH-GV/-exeCycles: \"b\": element in an argument, not read; expected "
+        "the "
+        "value in the attribute val"}},
       {Pm("UNCORE", "<MESH-GV><arg name='-switchTime' randVal='1-2'/></MESH-GV>"),
        {"1: warning: UNCORE/MESH-GV/-switchTime: \"1-2\": reads as empty: randVal is never read; "
         "expected the attribute val"}},
@@ -406,6 +412,21 @@ TEST(Check, FindsTextsThatReadAsSomethingElse) {
       {Cstates("<PkgAffinity><!-- one -->0</PkgAffinity>"),
        {"1: error: CORE/CSTATES/PkgAffinity: \"0\": not read: it follows a comment or an "
         "element"}},
+      {Cstates("<ExeCycles>1<![CDATA[0]]>0</ExeCycles>"),
+       {"1: error: CORE/CSTATES/ExeCycles: \"0\": not read: a CDATA section and other text are not "
+        "joined",
+        "1: error: CORE/CSTATES/ExeCycles: \"0\": not read: a CDATA section and other text are not "
+        "joined"}},
+      {Cstates("<ExeCycles>99999999999999999999</ExeCycles>"),
+       {"1: error: CORE/CSTATES/ExeCycles: \"99999999999999999999\": number too large; expected a "
+        "number that fits 64 bits (for example min:30)"}},
+      {Cstates("<ActiveTime>msec:8\xE2\x88\xB6</ActiveTime>"),
+       {"1: error: CORE/CSTATES/ActiveTime: \"msec:8\xE2\x88\xB6\": not a number at "
+        "\"8\xE2\x88\xB6\", with the character U+2236; expected decimal digits, or 0x and "
+        "hexadecimal digits (for example msec:80-120)"}},
+      {Document("<LoopTracker>seven</LoopTracker>"),
+       {"1: error: LoopTracker: \"seven\": not a number; expected decimal digits, or 0x and "
+        "hexadecimal digits (for example 100)"}},
       {Cstates("<ExeCycles>10<!-- 0 -->0</ExeCycles>"),
        {"1: error: CORE/CSTATES/ExeCycles: \"0\": not read: it follows a comment or an element"}},
       {Control("<AutoRunCfg><CSTATES>True</CSTATES><HWP> false</HWP><SDC>1</SDC><UFS/>"
@@ -414,7 +435,8 @@ TEST(Check, FindsTextsThatReadAsSomethingElse) {
         "mean \"true\"?",
         "1: warning: AutoRunCfg/HWP: \" false\": reads as false, like any text but true; expected "
         "true or false; did you mean \"false\"?",
-        "1: error: AutoRunCfg/SDC: \"1\": reads as false; expected true or false"}},
+        "1: error: AutoRunCfg/SDC: \"1\": reads as false; expected true or false; did you mean "
+        "\"true\"?"}},
       {Control("<AutoRunCfg><CSTATES>true<b/></CSTATES><HWP><!-- off -->true</HWP>"
                "<SDC><!-- off --></SDC></AutoRunCfg>"),
        {"1: error: AutoRunCfg/CSTATES/b: \"b\": element in an option, not read; expected text",
@@ -422,7 +444,7 @@ TEST(Check, FindsTextsThatReadAsSomethingElse) {
       {Document("<WORKLOADS><GtStress><BouncingBall><AutoRun>yes</AutoRun></BouncingBall>"
                 "</GtStress></WORKLOADS>"),
        {"1: error: GtStress/BouncingBall/AutoRun: \"yes\": reads as false; expected true or "
-        "false"}},
+        "false; did you mean \"true\"?"}},
       {Control("<TestTraceCfg/>", "3.21.522"),
        {"1: error: Version: \"3.21.522\": incompatible version, refused where versions are "
         "verified; expected 3.21.522.0",
@@ -485,6 +507,11 @@ TEST(Check, SuggestsTheTextThatWasMeant) {
       {"ActiveTime", "msec:500-200", "msec:200-500"},
       {"ActiveTime", "80", ""},
       {"ActiveTime", "1.5sec", ""},
+      {"ActiveTime", "'msec:80'", "msec:80"},
+      {"ActiveTime",
+       "msec:\xC2\xA0"
+       "80\xE2\x80\x8B",
+       "msec:80"},
       {"ExeCycles", "10min", "min:10"},
       {"ExeCstates", "C1,C6", "C1;C6"},
       {"ExeCstates", "C1; C6 ;C10", "C1;C6;C10"},

@@ -234,9 +234,20 @@ TEST(Describe, SaysWhyAFileCannotBeRead) {
     int line;
   };
   const Case cases[] = {
-      {"<vexor/>", "no root element VEXOR", 0},
-      {Document("<TEST_CONTROL_CFG><TestTraceCfg/></TEST_CONTROL_CFG>", "3"),
-       "a malformed trace entry, or a version of fewer than four pieces", 0},
+      {"\n<vexor/>", "wrong root vexor, expected VEXOR", 2},
+      {"<!-- a -->", "no root element VEXOR", 0},
+      {"<VEXOR>\n<?a?></VEXOR>",
+       "not well-formed XML: a processing instruction (<?...?>) that is not at the beginning of "
+       "the "
+       "file, expected it in front of all comments and elements",
+       2},
+      {Document("\n<TEST_CONTROL_CFG><TestTraceCfg/></TEST_CONTROL_CFG>", "3"),
+       "trace entries need a version of four pieces, expected 3.21.522.0", 2},
+      {Document("<TEST_CONTROL_CFG><TestTraceCfg><a/>\n<b>CSTATES_a</b></TestTraceCfg>"
+                "</TEST_CONTROL_CFG>"),
+       "malformed trace entry \"CSTATES_a\", expected test_target_code, such as "
+       "CSTATES_Core_Con:10",
+       2},
   };
   for (const Case& row : cases) {
     const Description description = DescribeXMLConfigText(row.document);
@@ -261,6 +272,9 @@ TEST(Describe, ListsWhatIsNotRead) {
     Texts unread;
   } cases[] = {
       {Document("<LoopTracker>7</LoopTracker>"), {}},
+      {Document("<LoopTracker>seven</LoopTracker>"), {"text 1 LoopTracker seven"}},
+      {"a" + Document("<LoopTracker>7<!-- b -->8</LoopTracker>"),
+       {"text 1  a", "comment 1 LoopTracker  b ", "text 1 LoopTracker 8"}},
       {cstates("<KNOBS/><ActiveTime> sec:1\n</ActiveTime>"), {}},
       {cstates("<KNOBS/>x<KNOBS>a</KNOBS><Foo/><Bar><Baz>1</Baz></Bar>"),
        {"text 2 GLOBALPM/CORE/CSTATES x", "text 2 GLOBALPM/CORE/CSTATES/KNOBS a",
@@ -279,6 +293,9 @@ TEST(Describe, ListsWhatIsNotRead) {
        {"attribute 2 GLOBALPM/UNCORE/MESH-GV/-exeCycles randVal=\"1-2\"",
         "text 2 GLOBALPM/UNCORE/MESH-GV/x 1", "text 2 GLOBALPM/UNCORE/MESH-GV/-exeCycles 8",
         "element 2 GLOBALPM/UNCORE/MESH-GV/arg "}},
+      {Document("<GLOBALCONFIGURATION><SysConfiguration><SYSTEM><KNOBS><LTR_IGN_Mask/><b/><c>1</c>"
+                "</KNOBS></SYSTEM></SysConfiguration></GLOBALCONFIGURATION>"),
+       {"element 1 GLOBALCONFIGURATION/SysConfiguration/SYSTEM/KNOBS/b "}},
       {R"(<?xml version="1.0" encoding="utf-8"?><!DOCTYPE VEXOR>)" + Document("") + "<a>b</a>",
        {"markup 1  DOCTYPE VEXOR", "text 1 a b"}},
       {R"(<?xml version="1.0" encoding="ISO-8859-1"?>)" + Document(""),

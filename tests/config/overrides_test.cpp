@@ -76,7 +76,7 @@ TEST(TestOptions, WhatIsWrongIsReportedAndChangesNothing) {
        "hexadecimal digits (for example 100)"},
       {{"/cstate", "yes", "-r", "yes", "-eof", "Fals", "-core", "0", "2"},
        "1{core=0 }!/cstate \"yes\": value without an option, expected \"-\" and an option's name"
-       "!/cstate -r \"yes\": neither true nor false, expected true or false"
+       "!/cstate -r \"yes\": neither true nor false, expected true or false; did you mean \"true\"?"
        "!/cstate -eof \"Fals\": neither true nor false, expected true or false; did you mean "
        "\"false\"?"
        "!/cstate \"2\": value without an option, expected \"-\" and an option's name"},

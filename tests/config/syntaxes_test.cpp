@@ -80,6 +80,13 @@ TEST(Options, CoverEverySetting) {
   }
 }
 
+TEST(Syntaxes, KnowWhatOtherProgramsCallTrueAndFalse) {
+  for (const auto& [text, meant] : std::initializer_list<std::pair<const char*, const char*>>{
+           {"\"true\"", "true"}, {"Enabled", "true"}, {"off", "false"}, {"maybe", ""}}) {
+    EXPECT_EQ(CheckSyntax("boolean", text)->suggestion, meant) << text;
+  }
+}
+
 TEST(Options, AreFoundByTheirPath) {
   const auto find = [](std::string_view name) {
     std::string found;

@@ -121,7 +121,7 @@ constexpr auto kFaults = std::to_array<FaultCase>({
     {CheckDuration, "sec:1 - 3", 4, "not a number"},
     {CheckDuration, "sec:4294968", 4, "number too large"},
     {CheckDuration, "msec:500-200", 5, "reversed range"},
-    {CheckDuration, "usec:99999999999999999999", 5, "not a number"},
+    {CheckDuration, "usec:99999999999999999999", 5, "number too large"},
     {CheckExeCycles, "ten", 0, "not a number"},
     {CheckExeCycles, "secs:10", 0, "unknown unit"},
     {CheckExeCycles, "sec:ten", 4, "not a number"},

@@ -34,7 +34,8 @@ void AddDefault(const Setting& setting, std::vector<std::string>& lines) {
 
 std::string NameUnread(const Unread& unread) {
   constexpr std::size_t kLongest = 60;
-  const std::string path = OneLine(unread.path) + ": ";
+  const std::string path =
+      (unread.path.empty() ? "outside of the root element" : OneLine(unread.path)) + ": ";
   switch (unread.kind) {
     case UnreadKind::kText:
       return path + Quote(unread.text) + " is not read";
