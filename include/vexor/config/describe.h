@@ -29,11 +29,13 @@ struct Setting {
 };
 
 enum class UnreadKind : std::int32_t {
-  kText,       // of an element that is unknown, misplaced or repeated, or behind a comment
+  kText,       // of an element that is unknown, misplaced or repeated, in an argument, or behind a
+               // comment or another text
   kElement,    // an unknown one that holds nothing
   kAttribute,  // name="value"
   kComment,
-  kMarkup,  // a processing instruction, a document type, a declaration of another encoding
+  kMarkup,  // a document type, a declaration of another encoding, an attribute of an end tag, a
+            // reference to a character that XML does not have, with the text that is lost by it
   kRest,    // what the parser does not reach; the text says why
 };
 
@@ -41,13 +43,14 @@ enum class UnreadKind : std::int32_t {
 struct Unread {
   UnreadKind kind = UnreadKind::kText;
   int line = 0;
-  std::string path;  // of the element it stands in, or of an element that is not known
+  std::string path;  // of the element it stands in, or of an element that is not known; empty for
+                     // markup and outside of the root
   std::string text;
 };
 
 struct Description {
-  std::string error;  // why the file could not be read; empty when it was
-  int error_line = 0;
+  std::string error;   // why the file could not be read; empty when it was
+  int error_line = 0;  // 0 for the file as a whole
   std::string version;
   int version_line = 0;
   bool is_compatible = false;  // whether a reader that verifies versions takes the file
@@ -56,7 +59,7 @@ struct Description {
   // order of their tests' sections, and options that no file is written with stand among the
   // others.
   std::vector<Setting> settings;
-  std::vector<Unread> unread;  // in the order of the file; not the loop counter
+  std::vector<Unread> unread;  // in the order of their lines; not the loop counter
 };
 
 // Reads the content of a configuration file, of any version, onto the defaults and returns all

@@ -20,5 +20,6 @@ struct _XML_FULL_CFG {
 };
 
 // Gives the record its defaults, section by section, the selection index -1 and the selection text
-// empty. The version-match flag and the loop counter stay as they are.
+// empty; the host IP comes from the host-IP file (see `ReadHostIpFile`). The version-match flag and
+// the loop counter stay as they are.
 VEXOR_EXPORT void ResetVexorXmlConfiguration(_XML_FULL_CFG& cfg);

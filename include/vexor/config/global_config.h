@@ -70,13 +70,15 @@ struct _GLOBALCONFIG_XMLCFG : vexor::ConfigRecord {
 // four pieces, or whose first or fourth piece (up to a "_") is not the library's, prints "Invalid
 // XML Version: " and the version, reads nothing more and returns false. False, too, for a null
 // `root`. A present "SysConfiguration" replaces all lists of its groups, "OverwriteCfg" and
-// "SETTING" all their texts; what is absent changes nothing.
+// "SETTING" all their texts; what is absent changes nothing. With "SETTING", an empty host IP is
+// taken from the host-IP file, and one that is no IPv4 address becomes empty.
 VEXOR_EXPORT bool GetGlobalCfgXML(_GLOBALCONFIG_XMLCFG& cfg, const tinyxml2::XMLElement* root,
                                   bool verifyVersion);
 
 // Returns the first line of the host-IP file, trimmed of blanks and the carriage return; empty text
 // when the file cannot be opened. The file is C:\temp\Vexor\HostIP.txt on Windows and
 // /etc/vexor/HostIP.txt elsewhere; the environment variable VEXOR_HOST_IP_FILE names another.
+// Any thread may call, as long as none changes the environment.
 VEXOR_EXPORT std::string ReadHostIpFile();
 
 namespace vexor {

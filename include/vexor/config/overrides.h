@@ -51,7 +51,8 @@ struct _PM_TEST_CONFIG_NODE {
 // appends a line to `faults` for each that is not: an unknown test or option, one that the test
 // does not have, a missing or a stray value, a text that the option's grammar refuses (for "/all":
 // that of any test which has the option). A line names the section and the argument, and says what
-// was expected or which name is nearest. Any thread may call.
+// was expected or which name is nearest. A null argument is no value; an `argc` below 1 stands for
+// no arguments. Any thread may call.
 VEXOR_EXPORT std::vector<_PM_TEST_CONFIG_NODE> getCmdPMTestsOptions(
     char** argv, int argc, std::vector<std::string>& faults);
 

@@ -1,4 +1,5 @@
-// Short text lines that tell what a configuration will do. The functions only read the record.
+// Short text lines that tell what a configuration will do. The functions only read the record: any
+// thread may call while none changes it.
 #pragma once
 
 #include <string>

@@ -84,6 +84,7 @@ struct _WORKLOADS_XMLCFG {
 };
 
 // Reads the "WORKLOADS" child of `root` (the file's root element). Returns false, changing nothing,
-// when there is none or `root` is null. A workload that the file lacks keeps its record, except
+// when there is none or `root` is null. An option that a present workload lacks becomes empty, its
+// AutoRun false. A workload that the file lacks keeps its record, except
 // that a present "GtStress" names both graphics workloads and switches off an absent one's AutoRun.
 VEXOR_EXPORT bool GetWorkLoadsXML(_WORKLOADS_XMLCFG& workloads, const tinyxml2::XMLElement* root);

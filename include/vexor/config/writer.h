@@ -13,7 +13,7 @@
 //  - Empty entries of a list and named values without a text are written and skipped by the reader;
 //    an empty text of an option that has a fallback is read as that.
 //  - Control characters other than tab, LF and CR, which XML does not have, are left out of texts;
-//    so is a named value whose name is no name of an XML element.
+//    so is a named value whose name, in UTF-8, is no name of an XML element.
 // Bytes above 127 are written as they are: read by other programs, they should be UTF-8.
 #pragma once
 
@@ -27,7 +27,8 @@
 // disk did not take the file's new name for certain, the new one may be there, complete. With
 // `writeDefaults` the record is first reset like by ResetVexorXmlConfiguration: the caller holds
 // what was written, whether or not that succeeded. The knob hints of the graphics tests are set in
-// the record. One thread at a time may use a record; files may be written at the same time.
+// the record. False, too, when memory runs out; throws nothing. One thread at a time may use a
+// record; files may be written at the same time.
 VEXOR_EXPORT bool WriteXMLConfig(const char* path, _XML_FULL_CFG& cfg, bool writeDefaults);
 
 namespace vexor {

@@ -101,7 +101,8 @@ class VEXOR_EXPORT VexorLogging {
   // `vexor::MakeFolders`). What is no regular file is refused: a device, a pipe, on Windows also a
   // name such as NUL or COM1.csv; so is a name with a zero byte. Where the time, which stands for
   // an empty name, gives a name that is taken, "-2", "-3", ... is added. A file that was open is
-  // closed.
+  // closed. The lines of a file that is appended to are counted first: for a long file that takes
+  // its time, in which other logs go on.
   //
   // Unless `continue_log` is set all threads of the process lose their routing and a series of
   // files begins anew: with a limit of lines the name gets "_0", or, when `locked_at_start` or

@@ -5,7 +5,8 @@
 //   hasCmdOption(argv, argv + argc, "-t");  // true for "-T" too
 //   getCmdOption(argv, argv + argc, "-T");  // "5" with "prog -T 5"; null for "-t"
 //
-// The texts are those of the caller, not copies. Any thread may call.
+// The texts are those of the caller, not copies; none of them, and no option, may be null. Any
+// thread may call.
 #pragma once
 
 #include <string_view>

@@ -79,7 +79,8 @@ VEXOR_EXPORT std::string StringReplace(std::string_view text, char old_char, cha
 VEXOR_EXPORT void StringReplaceSubstring(std::string& text, std::string_view old_text,
                                          std::string_view new_text);
 
-// Removes every character of the zero-terminated set from the text, in place.
+// Removes every character of the zero-terminated set, which must not be null, from the text, in
+// place.
 VEXOR_EXPORT void RemoveCharsFromString(std::string& text, const char* set);
 
 // Returns the digits and points of the text in their order: "1.5 GHz" gives "1.5".
@@ -87,7 +88,8 @@ VEXOR_EXPORT std::string RemoveUnits(std::string_view text);
 
 // Returns the items in one text, each as 'item' in single quotes and followed by a blank. The
 // separator goes before every item but the first, and before that too with `leading_separator`.
-// The tail goes behind every item but the last two, and behind the last with `tail_after_last`.
+// The tail goes behind every item but the last two, and behind the last with `tail_after_last`. No
+// item may be null.
 VEXOR_EXPORT std::string ConcatCharVec(const std::vector<const char*>& items,
                                        std::string_view separator, std::string_view tail,
                                        bool leading_separator, bool tail_after_last);
