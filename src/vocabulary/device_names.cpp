@@ -1,44 +1,83 @@
 #include "vexor/vocabulary/device_names.h"
 
-#include <array>
-
 #include "vocabulary/name_table.h"
 
 namespace {
 
-constexpr auto kLinkOptions = std::to_array<std::string_view>({"L0", "L0s", "L1", "L0s-and-L1"});
+constexpr auto kLinkOptions = vexor::NamesOf<DevicePCIeOptions>({
+    {DEVICE_PCIE_L0, "L0"},
+    {DEVICE_PCIE_L0S, "L0s"},
+    {DEVICE_PCIE_L1, "L1"},
+    {DEVICE_PCIE_L0S_AND_L1, "L0s-and-L1"},
+});
 static_assert(kLinkOptions.size() == DEVICE_PCIE_UNKNOWN);
 
-constexpr auto kShortSpeeds =
-    std::to_array<std::string_view>({"Gen1", "Gen2", "Gen3", "Gen4", "Gen5", "Gen6"});
-constexpr auto kLongSpeeds = std::to_array<std::string_view>(
-    {"2.5 GT/s", "5.0 GT/s", "8.0 GT/s", "16.0 GT/s", "32.0 GT/s", "64.0 GT/s"});
+constexpr auto kShortSpeeds = vexor::NamesOf<PCIE_GEN_SPEED>({
+    {PCIE_GEN_SPEED_1, "Gen1"},
+    {PCIE_GEN_SPEED_2, "Gen2"},
+    {PCIE_GEN_SPEED_3, "Gen3"},
+    {PCIE_GEN_SPEED_4, "Gen4"},
+    {PCIE_GEN_SPEED_5, "Gen5"},
+    {PCIE_GEN_SPEED_6, "Gen6"},
+});
+constexpr auto kLongSpeeds = vexor::NamesOf<PCIE_GEN_SPEED>({
+    {PCIE_GEN_SPEED_1, "2.5 GT/s"},
+    {PCIE_GEN_SPEED_2, "5.0 GT/s"},
+    {PCIE_GEN_SPEED_3, "8.0 GT/s"},
+    {PCIE_GEN_SPEED_4, "16.0 GT/s"},
+    {PCIE_GEN_SPEED_5, "32.0 GT/s"},
+    {PCIE_GEN_SPEED_6, "64.0 GT/s"},
+});
 static_assert(kShortSpeeds.size() == PCIE_GEN_SPEED_UNKNOWN);
 static_assert(kLongSpeeds.size() == PCIE_GEN_SPEED_UNKNOWN);
 
-constexpr auto kShortWidths =
-    std::to_array<std::string_view>({"x1", "x2", "x4", "x8", "x12", "x16", "x32"});
-constexpr auto kLongWidths = std::to_array<std::string_view>(
-    {"1 lane", "2 lanes", "4 lanes", "8 lanes", "12 lanes", "16 lanes", "32 lanes"});
+constexpr auto kShortWidths = vexor::NamesOf<PCIE_LINK_WIDTH>({
+    {PCIE_LINK_WIDTH_X1, "x1"},
+    {PCIE_LINK_WIDTH_X2, "x2"},
+    {PCIE_LINK_WIDTH_X4, "x4"},
+    {PCIE_LINK_WIDTH_X8, "x8"},
+    {PCIE_LINK_WIDTH_X12, "x12"},
+    {PCIE_LINK_WIDTH_X16, "x16"},
+    {PCIE_LINK_WIDTH_X32, "x32"},
+});
+constexpr auto kLongWidths = vexor::NamesOf<PCIE_LINK_WIDTH>({
+    {PCIE_LINK_WIDTH_X1, "1 lane"},
+    {PCIE_LINK_WIDTH_X2, "2 lanes"},
+    {PCIE_LINK_WIDTH_X4, "4 lanes"},
+    {PCIE_LINK_WIDTH_X8, "8 lanes"},
+    {PCIE_LINK_WIDTH_X12, "12 lanes"},
+    {PCIE_LINK_WIDTH_X16, "16 lanes"},
+    {PCIE_LINK_WIDTH_X32, "32 lanes"},
+});
 static_assert(kShortWidths.size() == PCIE_LINK_WIDTH_UNKNOWN);
 static_assert(kLongWidths.size() == PCIE_LINK_WIDTH_UNKNOWN);
 
-constexpr auto kShortDStates =
-    std::to_array<std::string_view>({"D0", "D1", "D2", "D3hot", "D3cold"});
-constexpr auto kLongDStates = std::to_array<std::string_view>(
-    {"D0 fully on", "D1 light sleep", "D2 deep sleep", "D3 with power", "D3 without power"});
+constexpr auto kShortDStates = vexor::NamesOf<PCIE_DSTATE>({
+    {PCIE_DSTATE_D0, "D0"},
+    {PCIE_DSTATE_D1, "D1"},
+    {PCIE_DSTATE_D2, "D2"},
+    {PCIE_DSTATE_D3HOT, "D3hot"},
+    {PCIE_DSTATE_D3COLD, "D3cold"},
+});
+constexpr auto kLongDStates = vexor::NamesOf<PCIE_DSTATE>({
+    {PCIE_DSTATE_D0, "D0 fully on"},
+    {PCIE_DSTATE_D1, "D1 light sleep"},
+    {PCIE_DSTATE_D2, "D2 deep sleep"},
+    {PCIE_DSTATE_D3HOT, "D3 with power"},
+    {PCIE_DSTATE_D3COLD, "D3 without power"},
+});
 static_assert(kShortDStates.size() == PCIE_DSTATE_UNKNOWN);
 static_assert(kLongDStates.size() == PCIE_DSTATE_UNKNOWN);
 
-constexpr auto kCategories = std::to_array<std::string_view>({
-    "All",
-    "Root-Port",
-    "Bridge",
-    "Graphics",
-    "Storage",
-    "Network",
-    "USB",
-    "Audio",
+constexpr auto kCategories = vexor::NamesOf<PCIE_DEVICE_CATETORY>({
+    {PCIE_DEVICE_ALL, "All"},
+    {PCIE_DEVICE_ROOT_PORT, "Root-Port"},
+    {PCIE_DEVICE_BRIDGE, "Bridge"},
+    {PCIE_DEVICE_GRAPHICS, "Graphics"},
+    {PCIE_DEVICE_STORAGE, "Storage"},
+    {PCIE_DEVICE_NETWORK, "Network"},
+    {PCIE_DEVICE_USB, "USB"},
+    {PCIE_DEVICE_AUDIO, "Audio"},
 });
 static_assert(kCategories.size() == PCIE_DEVICE_UNKNOWN);
 

@@ -1,69 +1,73 @@
 #include "vexor/vocabulary/feature_names.h"
 
-#include <array>
-
 #include "vocabulary/name_table.h"
 
 namespace {
 
-constexpr auto kPower = std::to_array<std::string_view>({
-    "RAPL_Pkg_Power_Limit1",
-    "RAPL_Pkg_Clamp_Limit1",
-    "RAPL_Pkg_Power_Limit2",
-    "RAPL_Pkg_Clamp_Limit2",
-    "Pkg_Power_Limit1_(W)",
-    "Pkg_Time_Limit1",
-    "Pkg_Power_Limit2_(W)",
-    "Pkg_Time_Limit2",
+constexpr auto kPower = vexor::NamesOf<CF_POWER>({
+    {CF_POWER_RAPL_PKG_POWER_LIMIT1, "RAPL_Pkg_Power_Limit1"},
+    {CF_POWER_RAPL_PKG_CLAMP_LIMIT1, "RAPL_Pkg_Clamp_Limit1"},
+    {CF_POWER_RAPL_PKG_POWER_LIMIT2, "RAPL_Pkg_Power_Limit2"},
+    {CF_POWER_RAPL_PKG_CLAMP_LIMIT2, "RAPL_Pkg_Clamp_Limit2"},
+    {CF_POWER_PKG_POWER_LIMIT1_W, "Pkg_Power_Limit1_(W)"},
+    {CF_POWER_PKG_TIME_LIMIT1, "Pkg_Time_Limit1"},
+    {CF_POWER_PKG_POWER_LIMIT2_W, "Pkg_Power_Limit2_(W)"},
+    {CF_POWER_PKG_TIME_LIMIT2, "Pkg_Time_Limit2"},
 });
 static_assert(vexor::AllDistinct(kPower));
 
-constexpr auto kCore = std::to_array<std::string_view>({
-    "Orvel RateGlide",
-    "Turbo Mode",
-    "HWP",
-    "Race-To-Halt",
-    "Thermal Monitor",
-    "Clock Modulation",
-    "P-Control",
-    "Energy Turbo",
-    "Fast-MSR",
-    "Turbo Activation Ratio",
-    "SDC",
-    "Time Mwait",
-    "C1-E",
-    "C1 Demotion",
-    "C1 UnDemotion",
-    "C3 Demotion",
-    "C3 UnDemotion",
-    "PCx Demotion",
-    "PCx UnDemotion",
-    "Pkg Cstate Limit",
+constexpr auto kCore = vexor::NamesOf<CF_CORE>({
+    {CF_CORE_ORVEL_RATEGLIDE, "Orvel RateGlide"},
+    {CF_CORE_TURBO_MODE, "Turbo Mode"},
+    {CF_CORE_HWP, "HWP"},
+    {CF_CORE_RACE_TO_HALT, "Race-To-Halt"},
+    {CF_CORE_THERMAL_MONITOR, "Thermal Monitor"},
+    {CF_CORE_CLOCK_MODULATION, "Clock Modulation"},
+    {CF_CORE_P_CONTROL, "P-Control"},
+    {CF_CORE_ENERGY_TURBO, "Energy Turbo"},
+    {CF_CORE_FAST_MSR, "Fast-MSR"},
+    {CF_CORE_TURBO_ACTIVATION_RATIO, "Turbo Activation Ratio"},
+    {CF_CORE_SDC, "SDC"},
+    {CF_CORE_TIME_MWAIT, "Time Mwait"},
+    {CF_CORE_C1_E, "C1-E"},
+    {CF_CORE_C1_DEMOTION, "C1 Demotion"},
+    {CF_CORE_C1_UNDEMOTION, "C1 UnDemotion"},
+    {CF_CORE_C3_DEMOTION, "C3 Demotion"},
+    {CF_CORE_C3_UNDEMOTION, "C3 UnDemotion"},
+    {CF_CORE_PCX_DEMOTION, "PCx Demotion"},
+    {CF_CORE_PCX_UNDEMOTION, "PCx UnDemotion"},
+    {CF_CORE_PKG_CSTATE_LIMIT, "Pkg Cstate Limit"},
 });
 static_assert(vexor::AllDistinct(kCore));
 
-constexpr auto kCstateLatency = std::to_array<std::string_view>({
-    "Latency CTL 0",
-    "Latency CTL 1",
-    "Latency CTL 2",
-    "Latency CTL 3",
-    "Latency CTL 4",
-    "Latency CTL 5",
+constexpr auto kCstateLatency = vexor::NamesOf<CF_CSTATE_LATENCY_CTL>({
+    {CF_CSTATE_LATENCY_CTL_0, "Latency CTL 0"},
+    {CF_CSTATE_LATENCY_CTL_1, "Latency CTL 1"},
+    {CF_CSTATE_LATENCY_CTL_2, "Latency CTL 2"},
+    {CF_CSTATE_LATENCY_CTL_3, "Latency CTL 3"},
+    {CF_CSTATE_LATENCY_CTL_4, "Latency CTL 4"},
+    {CF_CSTATE_LATENCY_CTL_5, "Latency CTL 5"},
 });
 
-constexpr auto kPrivateRegisters = std::to_array<std::string_view>({
-    "PKG_ENERGY",
-    "PKG_RESIDENCY",
-    "CORE_RESIDENCY",
-    "POWER_CONTROL",
-    "PERF_STATUS",
-    "LIMIT_REASONS",
-    "THERMAL_STATUS",
-    "TURBO_LIMIT",
+constexpr auto kPrivateRegisters = vexor::NamesOf<PRIVAVE_REGS>({
+    {PRIVAVE_REGS_PKG_ENERGY, "PKG_ENERGY"},
+    {PRIVAVE_REGS_PKG_RESIDENCY, "PKG_RESIDENCY"},
+    {PRIVAVE_REGS_CORE_RESIDENCY, "CORE_RESIDENCY"},
+    {PRIVAVE_REGS_POWER_CONTROL, "POWER_CONTROL"},
+    {PRIVAVE_REGS_PERF_STATUS, "PERF_STATUS"},
+    {PRIVAVE_REGS_LIMIT_REASONS, "LIMIT_REASONS"},
+    {PRIVAVE_REGS_THERMAL_STATUS, "THERMAL_STATUS"},
+    {PRIVAVE_REGS_TURBO_LIMIT, "TURBO_LIMIT"},
 });
 static_assert(vexor::AllDistinct(kPrivateRegisters));
 
-constexpr auto kMailboxes = std::to_array<std::string_view>({"CPU", "GT", "PMC", "ISP", "VPU"});
+constexpr auto kMailboxes = vexor::NamesOf<CUSTOM_CFG_MAILBOX>({
+    {CUSTOM_CFG_MAILBOX_CPU, "CPU"},
+    {CUSTOM_CFG_MAILBOX_GT, "GT"},
+    {CUSTOM_CFG_MAILBOX_PMC, "PMC"},
+    {CUSTOM_CFG_MAILBOX_ISP, "ISP"},
+    {CUSTOM_CFG_MAILBOX_VPU, "VPU"},
+});
 
 }  // namespace
 

@@ -3,11 +3,31 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <span>
 #include <string_view>
 
 namespace vexor {
+
+// A row of a table.
+template <class Enum>
+struct Named {
+  Enum value;
+  std::string_view name;
+};
+
+// Returns the names of rows that stand in the order of their values. Rows in another order do not
+// compile.
+template <class Enum, std::size_t kCount>
+consteval std::array<std::string_view, kCount> NamesOf(const Named<Enum> (&rows)[kCount]) {
+  std::array<std::string_view, kCount> names;
+  for (std::size_t i = 0; i < kCount; ++i) {
+    if (static_cast<std::size_t>(rows[i].value) != i) throw "a row is out of order";
+    names[i] = rows[i].name;
+  }
+  return names;
+}
 
 // Rows are literals, so that each is a C string too.
 using NameTable = std::span<const std::string_view>;

@@ -1,31 +1,58 @@
 #include "vexor/vocabulary/platform_names.h"
 
-#include <array>
-
 #include "vocabulary/name_table.h"
 
 namespace {
 
-constexpr auto kCpus = std::to_array<std::string_view>(
-    {"Unknown", "CPU-A1", "CPU-A2", "CPU-B1", "CPU-B2", "CPU-C1", "CPU-C2"});
+constexpr auto kCpus = vexor::NamesOf<CpuId>({
+    {CPU_ID_UNKNOWN, "Unknown"},
+    {CPU_ID_A1, "CPU-A1"},
+    {CPU_ID_A2, "CPU-A2"},
+    {CPU_ID_B1, "CPU-B1"},
+    {CPU_ID_B2, "CPU-B2"},
+    {CPU_ID_C1, "CPU-C1"},
+    {CPU_ID_C2, "CPU-C2"},
+});
 static_assert(kCpus.size() == CPU_ID_C2 + 1);
 
-constexpr auto kProducts =
-    std::to_array<std::string_view>({"Unknown", "Desktop", "Mobile", "Server", "Embedded"});
+constexpr auto kProducts = vexor::NamesOf<ProductType>({
+    {PRODUCT_TYPE_UNKNOWN, "Unknown"},
+    {PRODUCT_TYPE_DESKTOP, "Desktop"},
+    {PRODUCT_TYPE_MOBILE, "Mobile"},
+    {PRODUCT_TYPE_SERVER, "Server"},
+    {PRODUCT_TYPE_EMBEDDED, "Embedded"},
+});
 static_assert(kProducts.size() == PRODUCT_TYPE_EMBEDDED + 1);
 
-constexpr auto kControllers =
-    std::to_array<std::string_view>({"Unknown", "PCH-A1", "PCH-B1", "PCH-C1"});
+constexpr auto kControllers = vexor::NamesOf<PchLpcType>({
+    {PCH_LPC_UNKNOWN, "Unknown"},
+    {PCH_LPC_A1, "PCH-A1"},
+    {PCH_LPC_B1, "PCH-B1"},
+    {PCH_LPC_C1, "PCH-C1"},
+});
 static_assert(kControllers.size() == PCH_LPC_C1 + 1);
 
-constexpr auto kGraphics =
-    std::to_array<std::string_view>({"Unknown", "DGFX-A1", "DGFX-B1", "DGFX-C1"});
+constexpr auto kGraphics = vexor::NamesOf<DgfxType>({
+    {DGFX_TYPE_UNKNOWN, "Unknown"},
+    {DGFX_TYPE_A1, "DGFX-A1"},
+    {DGFX_TYPE_B1, "DGFX-B1"},
+    {DGFX_TYPE_C1, "DGFX-C1"},
+});
 static_assert(kGraphics.size() == DGFX_TYPE_C1 + 1);
 
-constexpr auto kAcpiTables = std::to_array<std::string_view>({
-    "APIC", "BERT", "BGRT", "CPEP", "DBG2", "DMAR", "DSDT", "ECDT", "EINJ", "ERST", "FACP", "FACS",
-    "FPDT", "GTDT", "HEST", "HPET", "LPIT", "MCFG", "MPST", "MSCT", "NFIT", "PCCT", "PMTT", "PPTT",
-    "PSDT", "RASF", "RSDT", "SBST", "SDEI", "SLIT", "SRAT", "SSDT", "TPM2", "UEFI", "WAET", "XSDT",
+constexpr auto kAcpiTables = vexor::NamesOf<ACPI_TABLE>({
+    {ACPI_TABLE_APIC, "APIC"}, {ACPI_TABLE_BERT, "BERT"}, {ACPI_TABLE_BGRT, "BGRT"},
+    {ACPI_TABLE_CPEP, "CPEP"}, {ACPI_TABLE_DBG2, "DBG2"}, {ACPI_TABLE_DMAR, "DMAR"},
+    {ACPI_TABLE_DSDT, "DSDT"}, {ACPI_TABLE_ECDT, "ECDT"}, {ACPI_TABLE_EINJ, "EINJ"},
+    {ACPI_TABLE_ERST, "ERST"}, {ACPI_TABLE_FACP, "FACP"}, {ACPI_TABLE_FACS, "FACS"},
+    {ACPI_TABLE_FPDT, "FPDT"}, {ACPI_TABLE_GTDT, "GTDT"}, {ACPI_TABLE_HEST, "HEST"},
+    {ACPI_TABLE_HPET, "HPET"}, {ACPI_TABLE_LPIT, "LPIT"}, {ACPI_TABLE_MCFG, "MCFG"},
+    {ACPI_TABLE_MPST, "MPST"}, {ACPI_TABLE_MSCT, "MSCT"}, {ACPI_TABLE_NFIT, "NFIT"},
+    {ACPI_TABLE_PCCT, "PCCT"}, {ACPI_TABLE_PMTT, "PMTT"}, {ACPI_TABLE_PPTT, "PPTT"},
+    {ACPI_TABLE_PSDT, "PSDT"}, {ACPI_TABLE_RASF, "RASF"}, {ACPI_TABLE_RSDT, "RSDT"},
+    {ACPI_TABLE_SBST, "SBST"}, {ACPI_TABLE_SDEI, "SDEI"}, {ACPI_TABLE_SLIT, "SLIT"},
+    {ACPI_TABLE_SRAT, "SRAT"}, {ACPI_TABLE_SSDT, "SSDT"}, {ACPI_TABLE_TPM2, "TPM2"},
+    {ACPI_TABLE_UEFI, "UEFI"}, {ACPI_TABLE_WAET, "WAET"}, {ACPI_TABLE_XSDT, "XSDT"},
 });
 static_assert(kAcpiTables.size() == ACPI_TABLE_UNKNOWN && vexor::AllDistinct(kAcpiTables));
 

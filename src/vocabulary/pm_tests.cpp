@@ -16,6 +16,7 @@ enum class Input {
 };
 
 struct TestNames {
+  VEXOR_PM_TEST_ID id;
   std::string_view long_name;
   std::string_view short_name;
   Input input = Input::kAsAsked;
@@ -24,45 +25,48 @@ struct TestNames {
 // A test's row index is its identifier. That "dGFX-SAGV" ignores case and that "FANSPEED-CTR" is
 // not accepted back are part of the interface: existing files and scripts rely on it.
 constexpr auto kTests = std::to_array<TestNames>({
-    {"VEXOR", "vexor"},
-    {"CSTATES", "cstate"},
-    {"HWP", "hwp"},
-    {"PSTATES", "pstate"},
-    {"TSTATES", "tstate"},
-    {"SDC", "sdc"},
-    {"GSTATES", "gstate"},
-    {"PECI", "peci"},
-    {"iGFX-DVFS", "dvfs"},
-    {"iGFX-RC6", "rc6"},
-    {"dGFX-DVFS", "dgdvfs"},
-    {"dGFX-RC6", "dgrc6"},
-    {"dGFX-SAGV", "dgsagv", Input::kAnyCase},
-    {"DGFX-RESET", "dgreset"},
-    {"FANSPEED-CTR", "dgfan", Input::kRefused},
-    {"GCD-RC6", "gcdrc6"},
-    {"GCD-DVFS", "gcddvfs"},
-    {"SAMedia-RC6", "mediarc6"},
-    {"SAMedia-DVFS", "mediadvfs"},
-    {"Vpu-DVFS", "vpudvfs"},
-    {"PS-DVFS", "ipups"},
-    {"IS-DVFS", "ipuis"},
-    {"UFS", "ufs"},
-    {"SAGV", "sagv"},
-    {"PSF0-GV", "psf0"},
-    {"MESH-GV", "meshgv"},
-    {"Ice-Pstates", "icep"},
-    {"Ice-Cstates", "icec"},
-    {"FACT", "fact"},
-    {"PCIe-Link", "link"},
-    {"PCIe-GenWidth", "gen"},
-    {"Dx-States", "dxstates"},
-    {"TestControl", "testcontrol"},
-    {"NA", "all", Input::kRefused},
-    {"NA", "max", Input::kRefused},
-    {"Vexor-Start", "start"},
-    {"Vexor-End", "end"},
+    {PM_TEST_VEXOR, "VEXOR", "vexor"},
+    {PM_TEST_CSTATES, "CSTATES", "cstate"},
+    {PM_TEST_HWP, "HWP", "hwp"},
+    {PM_TEST_PSTATES, "PSTATES", "pstate"},
+    {PM_TEST_TSTATES, "TSTATES", "tstate"},
+    {PM_TEST_SDC, "SDC", "sdc"},
+    {PM_TEST_GSTATES, "GSTATES", "gstate"},
+    {PM_TEST_PECI, "PECI", "peci"},
+    {PM_TEST_IGFX_DVFS, "iGFX-DVFS", "dvfs"},
+    {PM_TEST_IGFX_RC6, "iGFX-RC6", "rc6"},
+    {PM_TEST_DGFX_DVFS, "dGFX-DVFS", "dgdvfs"},
+    {PM_TEST_DGFX_RC6, "dGFX-RC6", "dgrc6"},
+    {PM_TEST_DGFX_SAGV, "dGFX-SAGV", "dgsagv", Input::kAnyCase},
+    {PM_TEST_DGFX_RESET, "DGFX-RESET", "dgreset"},
+    {PM_TEST_FANSPEED_CTR, "FANSPEED-CTR", "dgfan", Input::kRefused},
+    {PM_TEST_GCD_RC6, "GCD-RC6", "gcdrc6"},
+    {PM_TEST_GCD_DVFS, "GCD-DVFS", "gcddvfs"},
+    {PM_TEST_SAMEDIA_RC6, "SAMedia-RC6", "mediarc6"},
+    {PM_TEST_SAMEDIA_DVFS, "SAMedia-DVFS", "mediadvfs"},
+    {PM_TEST_VPU_DVFS, "Vpu-DVFS", "vpudvfs"},
+    {PM_TEST_PS_DVFS, "PS-DVFS", "ipups"},
+    {PM_TEST_IS_DVFS, "IS-DVFS", "ipuis"},
+    {PM_TEST_UFS, "UFS", "ufs"},
+    {PM_TEST_SAGV, "SAGV", "sagv"},
+    {PM_TEST_PSF0_GV, "PSF0-GV", "psf0"},
+    {PM_TEST_MESH_GV, "MESH-GV", "meshgv"},
+    {PM_TEST_ICE_PSTATES, "Ice-Pstates", "icep"},
+    {PM_TEST_ICE_CSTATES, "Ice-Cstates", "icec"},
+    {PM_TEST_FACT, "FACT", "fact"},
+    {PM_TEST_PCIE_LINK, "PCIe-Link", "link"},
+    {PM_TEST_PCIE_GEN_WIDTH, "PCIe-GenWidth", "gen"},
+    {PM_TEST_DX_STATES, "Dx-States", "dxstates"},
+    {PM_TEST_TEST_CONTROL, "TestControl", "testcontrol"},
+    {PM_TEST_ALL, "NA", "all", Input::kRefused},
+    {PM_TEST_MAX, "NA", "max", Input::kRefused},
+    {PM_TEST_START, "Vexor-Start", "start"},
+    {PM_TEST_END, "Vexor-End", "end"},
 });
 static_assert(kTests.size() == PM_TEST_END + 1);
+static_assert(std::ranges::all_of(kTests, [](const TestNames& row) {
+  return row.id == &row - kTests.data();
+}));
 
 struct Alias {
   std::string_view long_name;
@@ -83,12 +87,11 @@ constexpr bool IsSameName(std::string_view a, std::string_view b) {
 // No two long names differ in case only, so the order of comparison does not show.
 template <class Equals>
 VEXOR_PM_TEST_ID FindLongName(std::string_view name, Equals equals) {
-  for (std::size_t id = 0; id < kTests.size(); ++id) {
-    const auto& [long_name, short_name, input] = kTests[id];
+  for (const auto& [id, long_name, short_name, input] : kTests) {
     if (input == Input::kRefused) continue;
     const bool is_any_case = input == Input::kAnyCase;
     if (is_any_case ? vexor::EqualsIgnoreCase(name, long_name) : equals(name, long_name)) {
-      return static_cast<VEXOR_PM_TEST_ID>(id);
+      return id;
     }
   }
   for (const Alias& alias : kAliases) {

@@ -1,31 +1,29 @@
 #include "vexor/vocabulary/state_names.h"
 
-#include <array>
-
 #include "vocabulary/name_table.h"
 #include "vocabulary/state_tables.h"
 
 namespace {
 
-constexpr auto kTestControls = std::to_array<std::string_view>({
-    "start",
-    "stop",
-    "pause",
-    "resume",
-    "skip",
-    "repeat",
+constexpr auto kTestControls = vexor::NamesOf<TEST_CONTROL_ID>({
+    {TEST_CONTROL_START, "start"},
+    {TEST_CONTROL_STOP, "stop"},
+    {TEST_CONTROL_PAUSE, "pause"},
+    {TEST_CONTROL_RESUME, "resume"},
+    {TEST_CONTROL_SKIP, "skip"},
+    {TEST_CONTROL_REPEAT, "repeat"},
 });
 static_assert(kTestControls.size() == TEST_CONTROL_UNKNOWN);
 
-constexpr auto kFlowInitMessages = std::to_array<std::string_view>({
-    "Pass",
-    "Invalid CLI Options/Arguments",
-    "Invalid XML File/Path/Version/Format",
-    "Log File Initialization",
-    "Invalid \"System Setup\" User Configuration",
-    "Invalid \"System Knobs\" User Configuration",
-    "Invalid \"Custom Knobs\" User Configuration",
-    "Invalid \"TestControl\" User Configuration",
+constexpr auto kFlowInitMessages = vexor::NamesOf<FLOW_INIT_STATUS>({
+    {FLOW_INIT_PASS, "Pass"},
+    {FLOW_INIT_BAD_ARGUMENTS, "Invalid CLI Options/Arguments"},
+    {FLOW_INIT_BAD_XML_FILE, "Invalid XML File/Path/Version/Format"},
+    {FLOW_INIT_BAD_LOG_FILE, "Log File Initialization"},
+    {FLOW_INIT_BAD_SYSTEM_SETUP, "Invalid \"System Setup\" User Configuration"},
+    {FLOW_INIT_BAD_SYSTEM_KNOBS, "Invalid \"System Knobs\" User Configuration"},
+    {FLOW_INIT_BAD_CUSTOM_KNOBS, "Invalid \"Custom Knobs\" User Configuration"},
+    {FLOW_INIT_BAD_TEST_CONTROL, "Invalid \"TestControl\" User Configuration"},
 });
 static_assert(kFlowInitMessages.size() == FLOW_INIT_BAD_TEST_CONTROL + 1);
 

@@ -302,6 +302,7 @@ TEST(Describe, ListsWhatIsNotRead) {
        {R"(markup 1  xml version="1.0" encoding="ISO-8859-1")"}},
       {Document("<a></a b='1'\nc=\"2\">") + "\n<!--c-->",
        {"element 1 a ", "markup 1  b='1'", "markup 2  c=\"2\"", "comment 3  c"}},
+      {cstates("<KNOBS>&#x1FFFFF;</KNOBS>"), {}},
       {cstates("<KNOBS a='&#;1'>R&#x0;X</KNOBS><ExeCycles>1&#4294967296;</ExeCycles>"),
        {"attribute 2 GLOBALPM/CORE/CSTATES/KNOBS a=\"\"", "markup 2  &#;1", "markup 2  &#x0;X",
         "markup 2  &#4294967296;"}},
