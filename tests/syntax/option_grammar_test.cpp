@@ -178,7 +178,8 @@ TEST(OptionGrammar, GoodTextsHaveNoFault) {
        {"S0ix;S3;S4;S5", "ShutDown;PowerOff;Warm-Reset;Cold-Reset;Global-Reset;Hybrid-ShutDown",
         "G3OnSleep;G3OnS4;G3OnS5;G3;Reset-Button=sec:30-60;Power-Button"}},
       {CheckWakeEvents, {"RTC;External,HWRTC"}},
-      {CheckDuration, {"Invalid", "msec:80", "Sec: 1-3", "usec:4294967295", "ticks:1"}},
+      {CheckDuration,
+       {"Invalid", "msec:80", "msec:80-80", "Sec: 1-3", "usec:4294967295", "ticks:1"}},
       {CheckExeCycles, {"100", "2:PerSet", "#Set:2", "min:5"}},
   };
   for (const auto& [check, texts] : cases) {
