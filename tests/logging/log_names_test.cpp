@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "logging/log_test_tools.h"
@@ -20,6 +23,15 @@ TEST(LogNames, MayBeThoseOfDevicesAndStreams) {
                            "com12.csv", "comx.csv", "xcom1.csv", "NUL_0.csv", ".csv", ""}) {
     EXPECT_FALSE(vexor::NamesDeviceOrStream(name)) << name;
   }
+}
+
+TEST(LogNames, EndInTheNumberOfASeriesThatAnotherCanFollow) {
+  using Index = std::optional<std::uint32_t>;
+  const std::pair<const char*, Index> cases[] = {
+      {"run_0.csv", 0},           {"a_1/run_x_12.csv", 12}, {"run_4294967294", 4294967294},
+      {"run_4294967295.csv", {}}, {"run_1_.csv", {}},       {"a_1/run.csv", {}},
+  };
+  for (const auto& [name, index] : cases) EXPECT_EQ(vexor::FindSeriesIndex(name), index) << name;
 }
 
 TEST(LogNames, AreRefusedWhereTheSystemWouldOpenSomethingElse) {
