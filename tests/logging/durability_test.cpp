@@ -258,9 +258,14 @@ TEST(Durability, WaitsForNoLinesOfAFileThatIsLeft) {
   EXPECT_TRUE(file->Flush(2));  // for two threads: the next one waits for two lines
   ASSERT_FALSE(file->Append("3"));
   EXPECT_TRUE(file->AwaitsMore());
+  ASSERT_FALSE(file->Append("4"));
+  EXPECT_FALSE(file->AwaitsMore());
+  EXPECT_TRUE(file->Flush(4));
+  ASSERT_FALSE(file->Append("5"));
+  EXPECT_TRUE(file->AwaitsMore());
   file->EndAppending();
   EXPECT_FALSE(file->AwaitsMore());
-  EXPECT_TRUE(file->Flush(3));
+  EXPECT_TRUE(file->Flush(5));
 }
 
 // A file may be long. The one of this test gets more lines, in the same bytes, as soon as the log
