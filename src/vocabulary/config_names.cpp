@@ -6,16 +6,15 @@
 
 namespace {
 
-constexpr auto kModes = vexor::NamesOf<CFG_MODE>({
+constexpr auto kModes = vexor::NamesBefore<CFG_MODE_UNKNOWN>({
     {CFG_MODE_DISABLE, "Disable"},
     {CFG_MODE_ENABLE, "Enable"},
     {CFG_MODE_RANDOM, "Random"},
     {CFG_MODE_TOGGLE, "Toggle"},
     {CFG_MODE_DEFAULT, "Default"},
 });
-static_assert(kModes.size() == CFG_MODE_UNKNOWN);
 
-constexpr auto kSysConfigs = vexor::NamesOf<SYS_CFG_ID>({
+constexpr auto kSysConfigs = vexor::NamesBefore<SYS_CFG_UNKNOWN>({
     {SYS_CFG_PERFP_LIMITATION_ENABLE, "PerfP_Limitation_Enable"},
     {SYS_CFG_HANGONGLBRESET, "HangOnGlbReset"},
     {SYS_CFG_HYBRID_SLEEP, "Hybrid_Sleep"},
@@ -41,9 +40,8 @@ constexpr auto kSysConfigs = vexor::NamesOf<SYS_CFG_ID>({
     {SYS_CFG_HPR_CAUSE0_CHECK_MASK, "HPR_Cause0_Check_Mask"},
     {SYS_CFG_IOE_HPR_CAUSE0_MASK, "IOE_HPR_Cause0_Mask"},
 });
-static_assert(kSysConfigs.size() == SYS_CFG_UNKNOWN && vexor::AllDistinct(kSysConfigs));
 
-constexpr auto kGuiConfigs = vexor::NamesOf<GUI_CFG_ID>({
+constexpr auto kGuiConfigs = vexor::NamesBefore<vexor::Next(GUI_CFG_POWER_DOWN_ISP_WA)>({
     {GUI_CFG_PERFP_LIMITATION_ENABLE, "PerfP_Limitation_Enable"},
     {GUI_CFG_PERFP_THRESHOLD, "PerfP_Threshold"},
     {GUI_CFG_PERFP_CLIP, "PerfP_Clip"},
@@ -80,8 +78,6 @@ constexpr auto kGuiConfigs = vexor::NamesOf<GUI_CFG_ID>({
     {GUI_CFG_PCIE_DMI_L1_WA, "PCIe_DMI_L1_WA"},
     {GUI_CFG_POWER_DOWN_ISP_WA, "Power_Down_ISP_WA"},
 });
-static_assert(kGuiConfigs.size() == GUI_CFG_POWER_DOWN_ISP_WA + 1 &&
-              vexor::AllDistinct(kGuiConfigs));
 
 // Names that older files give to the reset and hang-cause masks.
 struct OlderName {

@@ -1,75 +1,46 @@
 #include "vexor/vocabulary/device_names.h"
 
+#include <array>
+
 #include "vocabulary/name_table.h"
 
 namespace {
 
-constexpr auto kLinkOptions = vexor::NamesOf<DevicePCIeOptions>({
+constexpr auto kLinkOptions = vexor::NamesBefore<DEVICE_PCIE_UNKNOWN>({
     {DEVICE_PCIE_L0, "L0"},
     {DEVICE_PCIE_L0S, "L0s"},
     {DEVICE_PCIE_L1, "L1"},
     {DEVICE_PCIE_L0S_AND_L1, "L0s-and-L1"},
 });
-static_assert(kLinkOptions.size() == DEVICE_PCIE_UNKNOWN);
 
-constexpr auto kShortSpeeds = vexor::NamesOf<PCIE_GEN_SPEED>({
-    {PCIE_GEN_SPEED_1, "Gen1"},
-    {PCIE_GEN_SPEED_2, "Gen2"},
-    {PCIE_GEN_SPEED_3, "Gen3"},
-    {PCIE_GEN_SPEED_4, "Gen4"},
-    {PCIE_GEN_SPEED_5, "Gen5"},
-    {PCIE_GEN_SPEED_6, "Gen6"},
+constexpr auto kSpeeds = vexor::BothNamesBefore<PCIE_GEN_SPEED_UNKNOWN>({
+    {PCIE_GEN_SPEED_1, "Gen1", "2.5 GT/s"},
+    {PCIE_GEN_SPEED_2, "Gen2", "5.0 GT/s"},
+    {PCIE_GEN_SPEED_3, "Gen3", "8.0 GT/s"},
+    {PCIE_GEN_SPEED_4, "Gen4", "16.0 GT/s"},
+    {PCIE_GEN_SPEED_5, "Gen5", "32.0 GT/s"},
+    {PCIE_GEN_SPEED_6, "Gen6", "64.0 GT/s"},
 });
-constexpr auto kLongSpeeds = vexor::NamesOf<PCIE_GEN_SPEED>({
-    {PCIE_GEN_SPEED_1, "2.5 GT/s"},
-    {PCIE_GEN_SPEED_2, "5.0 GT/s"},
-    {PCIE_GEN_SPEED_3, "8.0 GT/s"},
-    {PCIE_GEN_SPEED_4, "16.0 GT/s"},
-    {PCIE_GEN_SPEED_5, "32.0 GT/s"},
-    {PCIE_GEN_SPEED_6, "64.0 GT/s"},
-});
-static_assert(kShortSpeeds.size() == PCIE_GEN_SPEED_UNKNOWN);
-static_assert(kLongSpeeds.size() == PCIE_GEN_SPEED_UNKNOWN);
 
-constexpr auto kShortWidths = vexor::NamesOf<PCIE_LINK_WIDTH>({
-    {PCIE_LINK_WIDTH_X1, "x1"},
-    {PCIE_LINK_WIDTH_X2, "x2"},
-    {PCIE_LINK_WIDTH_X4, "x4"},
-    {PCIE_LINK_WIDTH_X8, "x8"},
-    {PCIE_LINK_WIDTH_X12, "x12"},
-    {PCIE_LINK_WIDTH_X16, "x16"},
-    {PCIE_LINK_WIDTH_X32, "x32"},
+constexpr auto kWidths = vexor::BothNamesBefore<PCIE_LINK_WIDTH_UNKNOWN>({
+    {PCIE_LINK_WIDTH_X1, "x1", "1 lane"},
+    {PCIE_LINK_WIDTH_X2, "x2", "2 lanes"},
+    {PCIE_LINK_WIDTH_X4, "x4", "4 lanes"},
+    {PCIE_LINK_WIDTH_X8, "x8", "8 lanes"},
+    {PCIE_LINK_WIDTH_X12, "x12", "12 lanes"},
+    {PCIE_LINK_WIDTH_X16, "x16", "16 lanes"},
+    {PCIE_LINK_WIDTH_X32, "x32", "32 lanes"},
 });
-constexpr auto kLongWidths = vexor::NamesOf<PCIE_LINK_WIDTH>({
-    {PCIE_LINK_WIDTH_X1, "1 lane"},
-    {PCIE_LINK_WIDTH_X2, "2 lanes"},
-    {PCIE_LINK_WIDTH_X4, "4 lanes"},
-    {PCIE_LINK_WIDTH_X8, "8 lanes"},
-    {PCIE_LINK_WIDTH_X12, "12 lanes"},
-    {PCIE_LINK_WIDTH_X16, "16 lanes"},
-    {PCIE_LINK_WIDTH_X32, "32 lanes"},
-});
-static_assert(kShortWidths.size() == PCIE_LINK_WIDTH_UNKNOWN);
-static_assert(kLongWidths.size() == PCIE_LINK_WIDTH_UNKNOWN);
 
-constexpr auto kShortDStates = vexor::NamesOf<PCIE_DSTATE>({
-    {PCIE_DSTATE_D0, "D0"},
-    {PCIE_DSTATE_D1, "D1"},
-    {PCIE_DSTATE_D2, "D2"},
-    {PCIE_DSTATE_D3HOT, "D3hot"},
-    {PCIE_DSTATE_D3COLD, "D3cold"},
+constexpr auto kDStates = vexor::BothNamesBefore<PCIE_DSTATE_UNKNOWN>({
+    {PCIE_DSTATE_D0, "D0", "D0 fully on"},
+    {PCIE_DSTATE_D1, "D1", "D1 light sleep"},
+    {PCIE_DSTATE_D2, "D2", "D2 deep sleep"},
+    {PCIE_DSTATE_D3HOT, "D3hot", "D3 with power"},
+    {PCIE_DSTATE_D3COLD, "D3cold", "D3 without power"},
 });
-constexpr auto kLongDStates = vexor::NamesOf<PCIE_DSTATE>({
-    {PCIE_DSTATE_D0, "D0 fully on"},
-    {PCIE_DSTATE_D1, "D1 light sleep"},
-    {PCIE_DSTATE_D2, "D2 deep sleep"},
-    {PCIE_DSTATE_D3HOT, "D3 with power"},
-    {PCIE_DSTATE_D3COLD, "D3 without power"},
-});
-static_assert(kShortDStates.size() == PCIE_DSTATE_UNKNOWN);
-static_assert(kLongDStates.size() == PCIE_DSTATE_UNKNOWN);
 
-constexpr auto kCategories = vexor::NamesOf<PCIE_DEVICE_CATETORY>({
+constexpr auto kCategories = vexor::NamesBefore<PCIE_DEVICE_UNKNOWN>({
     {PCIE_DEVICE_ALL, "All"},
     {PCIE_DEVICE_ROOT_PORT, "Root-Port"},
     {PCIE_DEVICE_BRIDGE, "Bridge"},
@@ -79,7 +50,6 @@ constexpr auto kCategories = vexor::NamesOf<PCIE_DEVICE_CATETORY>({
     {PCIE_DEVICE_USB, "USB"},
     {PCIE_DEVICE_AUDIO, "Audio"},
 });
-static_assert(kCategories.size() == PCIE_DEVICE_UNKNOWN);
 
 }  // namespace
 
@@ -90,27 +60,27 @@ DevicePCIeOptions ParseDevicePCIOptionID(std::string_view text) {
 }
 
 const char* GetPCIeGenSpeedName(int value, bool long_form) {
-  return vexor::NameOf(long_form ? kLongSpeeds : kShortSpeeds, value);
+  return vexor::NameOf(kSpeeds.Form(long_form), value);
 }
 
 PCIE_GEN_SPEED ParsePCIeGenSpeedID(std::string_view text, bool long_form) {
-  return vexor::ValueOf(long_form ? kLongSpeeds : kShortSpeeds, text, PCIE_GEN_SPEED_UNKNOWN);
+  return vexor::ValueOf(kSpeeds.Form(long_form), text, PCIE_GEN_SPEED_UNKNOWN);
 }
 
 const char* GetPCIeLinkWidthName(int value, bool long_form) {
-  return vexor::NameOf(long_form ? kLongWidths : kShortWidths, value);
+  return vexor::NameOf(kWidths.Form(long_form), value);
 }
 
 PCIE_LINK_WIDTH ParsePCIeLinkWidthID(std::string_view text, bool long_form) {
-  return vexor::ValueOf(long_form ? kLongWidths : kShortWidths, text, PCIE_LINK_WIDTH_UNKNOWN);
+  return vexor::ValueOf(kWidths.Form(long_form), text, PCIE_LINK_WIDTH_UNKNOWN);
 }
 
 const char* GetPCIeDStateName(int value, bool long_form) {
-  return vexor::NameOf(long_form ? kLongDStates : kShortDStates, value);
+  return vexor::NameOf(kDStates.Form(long_form), value);
 }
 
 PCIE_DSTATE ParsePCIeDStateID(std::string_view text, bool long_form) {
-  return vexor::ValueOf(long_form ? kLongDStates : kShortDStates, text, PCIE_DSTATE_UNKNOWN);
+  return vexor::ValueOf(kDStates.Form(long_form), text, PCIE_DSTATE_UNKNOWN);
 }
 
 PCIE_DEVICE_CATETORY ParsePcieDevType(std::string_view text) {

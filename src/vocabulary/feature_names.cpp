@@ -1,10 +1,12 @@
 #include "vexor/vocabulary/feature_names.h"
 
+#include <array>
+
 #include "vocabulary/name_table.h"
 
 namespace {
 
-constexpr auto kPower = vexor::NamesOf<CF_POWER>({
+constexpr auto kPower = vexor::NamesBefore<vexor::Next(CF_POWER_PKG_TIME_LIMIT2)>({
     {CF_POWER_RAPL_PKG_POWER_LIMIT1, "RAPL_Pkg_Power_Limit1"},
     {CF_POWER_RAPL_PKG_CLAMP_LIMIT1, "RAPL_Pkg_Clamp_Limit1"},
     {CF_POWER_RAPL_PKG_POWER_LIMIT2, "RAPL_Pkg_Power_Limit2"},
@@ -14,9 +16,8 @@ constexpr auto kPower = vexor::NamesOf<CF_POWER>({
     {CF_POWER_PKG_POWER_LIMIT2_W, "Pkg_Power_Limit2_(W)"},
     {CF_POWER_PKG_TIME_LIMIT2, "Pkg_Time_Limit2"},
 });
-static_assert(vexor::AllDistinct(kPower));
 
-constexpr auto kCore = vexor::NamesOf<CF_CORE>({
+constexpr auto kCore = vexor::NamesBefore<vexor::Next(CF_CORE_PKG_CSTATE_LIMIT)>({
     {CF_CORE_ORVEL_RATEGLIDE, "Orvel RateGlide"},
     {CF_CORE_TURBO_MODE, "Turbo Mode"},
     {CF_CORE_HWP, "HWP"},
@@ -38,9 +39,8 @@ constexpr auto kCore = vexor::NamesOf<CF_CORE>({
     {CF_CORE_PCX_UNDEMOTION, "PCx UnDemotion"},
     {CF_CORE_PKG_CSTATE_LIMIT, "Pkg Cstate Limit"},
 });
-static_assert(vexor::AllDistinct(kCore));
 
-constexpr auto kCstateLatency = vexor::NamesOf<CF_CSTATE_LATENCY_CTL>({
+constexpr auto kCstateLatency = vexor::NamesBefore<vexor::Next(CF_CSTATE_LATENCY_CTL_5)>({
     {CF_CSTATE_LATENCY_CTL_0, "Latency CTL 0"},
     {CF_CSTATE_LATENCY_CTL_1, "Latency CTL 1"},
     {CF_CSTATE_LATENCY_CTL_2, "Latency CTL 2"},
@@ -49,7 +49,7 @@ constexpr auto kCstateLatency = vexor::NamesOf<CF_CSTATE_LATENCY_CTL>({
     {CF_CSTATE_LATENCY_CTL_5, "Latency CTL 5"},
 });
 
-constexpr auto kPrivateRegisters = vexor::NamesOf<PRIVAVE_REGS>({
+constexpr auto kPrivateRegisters = vexor::NamesBefore<vexor::Next(PRIVAVE_REGS_TURBO_LIMIT)>({
     {PRIVAVE_REGS_PKG_ENERGY, "PKG_ENERGY"},
     {PRIVAVE_REGS_PKG_RESIDENCY, "PKG_RESIDENCY"},
     {PRIVAVE_REGS_CORE_RESIDENCY, "CORE_RESIDENCY"},
@@ -59,9 +59,8 @@ constexpr auto kPrivateRegisters = vexor::NamesOf<PRIVAVE_REGS>({
     {PRIVAVE_REGS_THERMAL_STATUS, "THERMAL_STATUS"},
     {PRIVAVE_REGS_TURBO_LIMIT, "TURBO_LIMIT"},
 });
-static_assert(vexor::AllDistinct(kPrivateRegisters));
 
-constexpr auto kMailboxes = vexor::NamesOf<CUSTOM_CFG_MAILBOX>({
+constexpr auto kMailboxes = vexor::NamesBefore<vexor::Next(CUSTOM_CFG_MAILBOX_VPU)>({
     {CUSTOM_CFG_MAILBOX_CPU, "CPU"},
     {CUSTOM_CFG_MAILBOX_GT, "GT"},
     {CUSTOM_CFG_MAILBOX_PMC, "PMC"},

@@ -1,5 +1,6 @@
 // Names of values that count from 0. One table serves both directions: the row's index is the
-// value.
+// value. Tables are spelled with the enumerator in each row, and the compiler holds them to the
+// order of the enumeration.
 #pragma once
 
 #include <algorithm>
@@ -9,25 +10,6 @@
 #include <string_view>
 
 namespace vexor {
-
-// A row of a table.
-template <class Enum>
-struct Named {
-  Enum value;
-  std::string_view name;
-};
-
-// Returns the names of rows that stand in the order of their values. Rows in another order do not
-// compile.
-template <class Enum, std::size_t kCount>
-consteval std::array<std::string_view, kCount> NamesOf(const Named<Enum> (&rows)[kCount]) {
-  std::array<std::string_view, kCount> names;
-  for (std::size_t i = 0; i < kCount; ++i) {
-    if (static_cast<std::size_t>(rows[i].value) != i) throw "a row is out of order";
-    names[i] = rows[i].name;
-  }
-  return names;
-}
 
 // Rows are literals, so that each is a C string too.
 using NameTable = std::span<const std::string_view>;
@@ -50,6 +32,58 @@ constexpr bool AllDistinct(NameTable names) {
     if (std::find(names.begin(), row, *row) != row) return false;
   }
   return true;
+}
+
+// Returns whether the rows' values are 0, 1, 2, ...
+template <class Rows, class Row, class Enum>
+constexpr bool AreInOrder(const Rows& rows, Enum Row::*value) {
+  std::size_t index = 0;
+  for (const Row& row : rows) {
+    if (static_cast<std::size_t>(row.*value) != index++) return false;
+  }
+  return true;
+}
+
+template <class Enum>
+struct NamedValue {
+  Enum value;
+  std::string_view name;
+  std::string_view long_name = {};
+};
+
+// The value after `value`, for an enumeration whose "unknown" is further off.
+template <class Enum>
+consteval Enum Next(Enum value) {
+  return static_cast<Enum>(value + 1);
+}
+
+// The names of all values below `kEnd`. A value without a row, rows in another order and names that
+// stand twice do not compile.
+template <auto kEnd>
+consteval auto NamesBefore(
+    const NamedValue<decltype(kEnd)> (&rows)[kEnd],
+    std::string_view NamedValue<decltype(kEnd)>::*form = &NamedValue<decltype(kEnd)>::name) {
+  std::array<std::string_view, kEnd> names;
+  std::ranges::transform(rows, names.begin(), form);
+  if (!AreInOrder(rows, &NamedValue<decltype(kEnd)>::value)) throw "rows are in another order";
+  if (!AllDistinct(names)) throw "a name stands twice";
+  return names;
+}
+
+// The same for values with a short and a long name.
+template <std::size_t kCount>
+struct BothNames {
+  std::array<std::string_view, kCount> short_names;
+  std::array<std::string_view, kCount> long_names;
+
+  [[nodiscard]] constexpr NameTable Form(bool is_long) const {
+    return is_long ? long_names : short_names;
+  }
+};
+
+template <auto kEnd>
+consteval BothNames<kEnd> BothNamesBefore(const NamedValue<decltype(kEnd)> (&rows)[kEnd]) {
+  return {NamesBefore<kEnd>(rows), NamesBefore<kEnd>(rows, &NamedValue<decltype(kEnd)>::long_name)};
 }
 
 }  // namespace vexor

@@ -1,10 +1,12 @@
 #include "vexor/vocabulary/platform_names.h"
 
+#include <array>
+
 #include "vocabulary/name_table.h"
 
 namespace {
 
-constexpr auto kCpus = vexor::NamesOf<CpuId>({
+constexpr auto kCpus = vexor::NamesBefore<vexor::Next(CPU_ID_C2)>({
     {CPU_ID_UNKNOWN, "Unknown"},
     {CPU_ID_A1, "CPU-A1"},
     {CPU_ID_A2, "CPU-A2"},
@@ -13,34 +15,30 @@ constexpr auto kCpus = vexor::NamesOf<CpuId>({
     {CPU_ID_C1, "CPU-C1"},
     {CPU_ID_C2, "CPU-C2"},
 });
-static_assert(kCpus.size() == CPU_ID_C2 + 1);
 
-constexpr auto kProducts = vexor::NamesOf<ProductType>({
+constexpr auto kProducts = vexor::NamesBefore<vexor::Next(PRODUCT_TYPE_EMBEDDED)>({
     {PRODUCT_TYPE_UNKNOWN, "Unknown"},
     {PRODUCT_TYPE_DESKTOP, "Desktop"},
     {PRODUCT_TYPE_MOBILE, "Mobile"},
     {PRODUCT_TYPE_SERVER, "Server"},
     {PRODUCT_TYPE_EMBEDDED, "Embedded"},
 });
-static_assert(kProducts.size() == PRODUCT_TYPE_EMBEDDED + 1);
 
-constexpr auto kControllers = vexor::NamesOf<PchLpcType>({
+constexpr auto kControllers = vexor::NamesBefore<vexor::Next(PCH_LPC_C1)>({
     {PCH_LPC_UNKNOWN, "Unknown"},
     {PCH_LPC_A1, "PCH-A1"},
     {PCH_LPC_B1, "PCH-B1"},
     {PCH_LPC_C1, "PCH-C1"},
 });
-static_assert(kControllers.size() == PCH_LPC_C1 + 1);
 
-constexpr auto kGraphics = vexor::NamesOf<DgfxType>({
+constexpr auto kGraphics = vexor::NamesBefore<vexor::Next(DGFX_TYPE_C1)>({
     {DGFX_TYPE_UNKNOWN, "Unknown"},
     {DGFX_TYPE_A1, "DGFX-A1"},
     {DGFX_TYPE_B1, "DGFX-B1"},
     {DGFX_TYPE_C1, "DGFX-C1"},
 });
-static_assert(kGraphics.size() == DGFX_TYPE_C1 + 1);
 
-constexpr auto kAcpiTables = vexor::NamesOf<ACPI_TABLE>({
+constexpr auto kAcpiTables = vexor::NamesBefore<ACPI_TABLE_UNKNOWN>({
     {ACPI_TABLE_APIC, "APIC"}, {ACPI_TABLE_BERT, "BERT"}, {ACPI_TABLE_BGRT, "BGRT"},
     {ACPI_TABLE_CPEP, "CPEP"}, {ACPI_TABLE_DBG2, "DBG2"}, {ACPI_TABLE_DMAR, "DMAR"},
     {ACPI_TABLE_DSDT, "DSDT"}, {ACPI_TABLE_ECDT, "ECDT"}, {ACPI_TABLE_EINJ, "EINJ"},
@@ -54,7 +52,6 @@ constexpr auto kAcpiTables = vexor::NamesOf<ACPI_TABLE>({
     {ACPI_TABLE_SRAT, "SRAT"}, {ACPI_TABLE_SSDT, "SSDT"}, {ACPI_TABLE_TPM2, "TPM2"},
     {ACPI_TABLE_UEFI, "UEFI"}, {ACPI_TABLE_WAET, "WAET"}, {ACPI_TABLE_XSDT, "XSDT"},
 });
-static_assert(kAcpiTables.size() == ACPI_TABLE_UNKNOWN && vexor::AllDistinct(kAcpiTables));
 
 }  // namespace
 

@@ -5,6 +5,7 @@
 #include <cstddef>
 
 #include "util/text.h"
+#include "vocabulary/name_table.h"
 
 namespace {
 
@@ -63,10 +64,7 @@ constexpr auto kTests = std::to_array<TestNames>({
     {PM_TEST_START, "Vexor-Start", "start"},
     {PM_TEST_END, "Vexor-End", "end"},
 });
-static_assert(kTests.size() == PM_TEST_END + 1);
-static_assert(std::ranges::all_of(kTests, [](const TestNames& row) {
-  return row.id == &row - kTests.data();
-}));
+static_assert(kTests.size() == PM_TEST_END + 1 && vexor::AreInOrder(kTests, &TestNames::id));
 
 struct Alias {
   std::string_view long_name;

@@ -1,11 +1,13 @@
 #include "vexor/vocabulary/state_names.h"
 
+#include <array>
+
 #include "vocabulary/name_table.h"
 #include "vocabulary/state_tables.h"
 
 namespace {
 
-constexpr auto kTestControls = vexor::NamesOf<TEST_CONTROL_ID>({
+constexpr auto kTestControls = vexor::NamesBefore<TEST_CONTROL_UNKNOWN>({
     {TEST_CONTROL_START, "start"},
     {TEST_CONTROL_STOP, "stop"},
     {TEST_CONTROL_PAUSE, "pause"},
@@ -13,9 +15,8 @@ constexpr auto kTestControls = vexor::NamesOf<TEST_CONTROL_ID>({
     {TEST_CONTROL_SKIP, "skip"},
     {TEST_CONTROL_REPEAT, "repeat"},
 });
-static_assert(kTestControls.size() == TEST_CONTROL_UNKNOWN);
 
-constexpr auto kFlowInitMessages = vexor::NamesOf<FLOW_INIT_STATUS>({
+constexpr auto kFlowInitMessages = vexor::NamesBefore<vexor::Next(FLOW_INIT_BAD_TEST_CONTROL)>({
     {FLOW_INIT_PASS, "Pass"},
     {FLOW_INIT_BAD_ARGUMENTS, "Invalid CLI Options/Arguments"},
     {FLOW_INIT_BAD_XML_FILE, "Invalid XML File/Path/Version/Format"},
@@ -25,7 +26,6 @@ constexpr auto kFlowInitMessages = vexor::NamesOf<FLOW_INIT_STATUS>({
     {FLOW_INIT_BAD_CUSTOM_KNOBS, "Invalid \"Custom Knobs\" User Configuration"},
     {FLOW_INIT_BAD_TEST_CONTROL, "Invalid \"TestControl\" User Configuration"},
 });
-static_assert(kFlowInitMessages.size() == FLOW_INIT_BAD_TEST_CONTROL + 1);
 
 }  // namespace
 

@@ -1,6 +1,7 @@
 // Names of states that a fault in an option text lists, too.
 #pragma once
 
+#include <array>
 #include <string_view>
 
 #include "vexor/vocabulary/state_names.h"
@@ -8,15 +9,14 @@
 
 namespace vexor {
 
-inline constexpr auto kTestModes = NamesOf<TEST_MODE>({
+inline constexpr auto kTestModes = NamesBefore<TEST_MODE_UNKNOWN>({
     {TEST_MODE_DEFAULT, "Default"},
     {TEST_MODE_VERIFY, "Verify"},
     {TEST_MODE_EXERCISE, "Exercise"},
     {TEST_MODE_MONITOR, "Monitor"},
 });
-static_assert(kTestModes.size() == TEST_MODE_UNKNOWN);
 
-inline constexpr auto kS0ixStates = NamesOf<S0IX_STATES>({
+inline constexpr auto kS0ixStates = NamesBefore<S0IX_UNKNOWN>({
     {S0IX_S0IR, "S0iR"},
     {S0IX_S0I1, "S0i1"},
     {S0IX_S0I2, "S0i2"},
@@ -35,6 +35,5 @@ inline constexpr auto kS0ixStates = NamesOf<S0IX_STATES>({
     {S0IX_S0I3_3, "S0i3-3"},
     {S0IX_S0I3_4, "S0i3-4"},
 });
-static_assert(kS0ixStates.size() == S0IX_UNKNOWN && AllDistinct(kS0ixStates));
 
 }  // namespace vexor

@@ -3,6 +3,7 @@
 #include <array>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "vexor/vocabulary/config_names.h"
 #include "vexor/vocabulary/device_names.h"
@@ -160,6 +161,38 @@ TEST(NameTables, EveryNameGoesOutAndComesBack) {
       EXPECT_TRUE(table.parse == nullptr || table.parse(text) == table.unknown) << text;
     }
   }
+}
+
+// Whether the enumeration of the value has an enumerator for it: the compiler prints the others as
+// a cast of a number.
+template <auto kValue>
+constexpr bool IsEnumerator() {
+  return std::string_view(__PRETTY_FUNCTION__).find("= (") == std::string_view::npos;
+}
+
+template <class Enum, std::size_t... kValues>
+std::size_t CountEnumerators(std::index_sequence<kValues...> /*values*/) {
+  return (std::size_t{IsEnumerator<static_cast<Enum>(kValues)>()} + ...);
+}
+
+// Elsewhere the value after the last name is an enumerator, and the compiler counts.
+TEST(NameTables, EveryEnumeratorBelowAFarUnknownHasAName) {
+  const auto expect_names = []<class Enum>(GetName get, Enum /*unknown*/) {
+    const std::size_t count = CountEnumerators<Enum>(std::make_index_sequence<255>());
+    EXPECT_STRNE(get(static_cast<int>(count) - 1), "") << count;
+    EXPECT_STREQ(get(static_cast<int>(count)), "") << count;
+  };
+  expect_names(GetNameOfPower, CF_POWER_UNKNOWN);
+  expect_names(GetNameOfCore, CF_CORE_UNKNOWN);
+  expect_names(GetNameOfCstateLatency, CF_CSTATE_LATENCY_CTL_UNKNOWN);
+  expect_names(GetPrivateRegisterName, PRIVAVE_REGS_UNKNOWN);
+  expect_names(vexor::GetCustomConfigMailboxName, CUSTOM_CFG_MAILBOX_UNKNOWN);
+  expect_names(GetGuiConfigName, GUI_CFG_UNKNOWN);
+  expect_names(GetFlowInitStatusMsg, FLOW_INIT_PASS);
+  expect_names(GetCpuNameById, CPU_ID_UNKNOWN);
+  expect_names(vexor::GetProductTypeName, PRODUCT_TYPE_UNKNOWN);
+  expect_names(vexor::GetPchLpcTypeName, PCH_LPC_UNKNOWN);
+  expect_names(vexor::GetDgfxTypeName, DGFX_TYPE_UNKNOWN);
 }
 
 TEST(NameTables, CaseMatters) {
