@@ -49,8 +49,8 @@ bool IsGivenByOlder(const XMLElement& parent, const ElementModel& model, std::st
 bool HasDefault(const ElementModel& element) {
   const OptionRow* const option = element.option;
   return option != nullptr && option->text != nullptr && option->flow == Flow::kReadWrite &&
-         option->take == Take::kAlways && option->fallback.empty() && option->settle == nullptr &&
-         !option->reset.empty();
+         option->overwrite == Overwrite::kAlways && option->fallback.empty() &&
+         option->adjust.run == nullptr && !option->reset.empty();
 }
 
 // Walks the document beside its model: every element is known, in its place and of its kind, or a

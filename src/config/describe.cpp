@@ -146,7 +146,7 @@ class Describer {
                     option.item.empty() ? option.name : option.item, origin);
       return;
     }
-    if (!child.is_read || option.take != Take::kAlways) return;
+    if (!child.is_read || option.overwrite != Overwrite::kAlways) return;
     const std::string value = option.flag != nullptr
                                   ? std::string(group.record->*option.flag ? "true" : "false")
                                   : group.record->*option.text;
@@ -171,10 +171,10 @@ class Describer {
         continue;
       }
       const XMLElement* const second = FindOption(element, group, other.option->name);
-      const bool wins = other.option->take == Take::kWhenGiven
+      const bool wins = other.option->overwrite == Overwrite::kIfGiven
                             ? HasText(second)
                             : second != nullptr && !HasText(source.element);
-      if (wins) source = {second, other.option->take == Take::kWhenEmpty};
+      if (wins) source = {second, other.option->overwrite == Overwrite::kIfEmpty};
     }
     const bool falls_back = !option.fallback.empty() && source.element != nullptr &&
                             !TrimmedText(*source.element).has_value();
@@ -187,7 +187,7 @@ class Describer {
     if (source.element == nullptr && value.empty()) return Origin::kMissing;
     const std::string_view text =
         source.element == nullptr ? option.fallback : TextOf(*source.element);
-    if (option.settle != nullptr && value != text) return Origin::kDerived;
+    if (option.adjust.run != nullptr && value != text) return Origin::kDerived;
     if (source.element == nullptr) return Origin::kDefault;
     return source.is_older ? Origin::kOlderName : origin;
   }

@@ -17,9 +17,9 @@ using Children = std::vector<ElementModel>;
 // The name of the option that an older name stands for: the other row of the same member.
 std::vector<std::string_view> CurrentNames(const OptionRow& option,
                                            std::span<const OptionRow> options) {
-  if (option.take != Take::kWhenEmpty) return {};
+  if (option.overwrite != Overwrite::kIfEmpty) return {};
   const auto row = std::ranges::find_if(options, [&option](const OptionRow& other) {
-    return other.text == option.text && other.take != Take::kWhenEmpty;
+    return other.text == option.text && other.overwrite != Overwrite::kIfEmpty;
   });
   return {row->name};
 }

@@ -69,8 +69,7 @@ void ReadSystemSetup(_GLOBALCONFIG_XMLCFG& cfg, const XMLElement& parent) {
 
 }  // namespace
 
-void SettleHostIp(ConfigRecord& record) {
-  auto& cfg = static_cast<_GLOBALCONFIG_XMLCFG&>(record);
+void NormalizeHostIp(_GLOBALCONFIG_XMLCFG& cfg) {
   if (cfg.Host_IP_Config.empty()) cfg.Host_IP_Config = ReadHostIpFile();
   if (!IsIpv4Address(cfg.Host_IP_Config)) cfg.Host_IP_Config.clear();
 }

@@ -33,14 +33,14 @@ void TakeText(const OptionRow& option, const std::optional<std::string_view>& te
               ConfigRecord& record) {
   std::string& home = record.*option.text;
   const std::string_view value = text.value_or(option.fallback);
-  switch (option.take) {
-    case Take::kWhenGiven:
+  switch (option.overwrite) {
+    case Overwrite::kIfGiven:
       if (value.empty()) return;
       break;
-    case Take::kWhenEmpty:
+    case Overwrite::kIfEmpty:
       if (!home.empty()) return;
       break;
-    case Take::kAlways:
+    case Overwrite::kAlways:
       break;
   }
   home = value;
@@ -56,7 +56,7 @@ void TakeOption(const OptionRow& option, const Found& found, ConfigRecord& recor
     (record.*option.list).clear();
     if (found.element != nullptr) ReadItems(*found.element, option.item, record.*option.list);
   }
-  if (option.settle != nullptr) option.settle(record);
+  if (option.adjust.run != nullptr) option.adjust.run(record);
 }
 
 bool IsRepeated(const OptionRow& option) {

@@ -1,9 +1,17 @@
 // The tables that say all about the options of a configuration file. One row is one option; reset,
 // reader, writer, checker, schema and reference are loops over the same rows.
+//
+// To add an option to a test:
+//   1. a member in include/vexor/config/pm_tests.h
+//   2. a row in the test's table, src/config/tables/*_tests.h, where it is to stand in a written
+//   file
+//   3. scripts/renew.sh, which writes schema, reference and default configuration anew
+// A member without a row fails a test (OptionTables); a row without a sentence does not compile.
 #pragma once
 
 #include <algorithm>
 #include <array>
+#include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -65,10 +73,10 @@ enum class Syntax : std::uint8_t {
 enum class Flow : std::uint8_t { kReadWrite, kReadOnly, kWriteOnly, kResetOnly };
 
 // When a text that was read replaces the member's text.
-enum class Take : std::uint8_t {
-  kAlways,     // also by the fallback when the element is missing
-  kWhenGiven,  // only by a text that is not empty: a second name that overrides
-  kWhenEmpty,  // only while the member is empty: an older name
+enum class Overwrite : std::uint8_t {
+  kAlways,   // also by the fallback when the element is missing
+  kIfGiven,  // only by a text that is not empty: a second name that overrides
+  kIfEmpty,  // only while the member is empty: an older name
 };
 
 // The comments that the writer puts above an element.
@@ -90,16 +98,38 @@ struct HintedName {
   Hint hint;
 };
 
-// Code that an option runs after its text was taken, for values that follow from other options.
-using Settle = void (*)(ConfigRecord&);
+// Code that runs after an option's text was set, for values that depend on other options. The
+// record is that of the option's row: it serves every record derived from it, and no other.
+template <class Record>
+struct Adjustment {
+  void (*run)(ConfigRecord&) = nullptr;
 
-// One option. Exactly one of text, flag and list is its home in the record; none of them is that of
-// a named value, which stands among others.
-struct OptionRow {
+  template <class Other>
+  requires std::derived_from<Other, Record> || std::same_as<Other, ConfigRecord>
+  [[nodiscard]] constexpr operator Adjustment<Other>() const { return {run}; }
+};
+
+template <class Function>
+struct ArgumentOf;
+template <class Record>
+struct ArgumentOf<void (*)(Record&)> {
+  using Type = Record;
+};
+
+// The adjustment that a function of one record makes.
+template <auto kFunction, class Record = typename ArgumentOf<decltype(kFunction)>::Type>
+inline constexpr Adjustment<Record> kAdjustment = {
+    [](ConfigRecord& record) { kFunction(static_cast<Record&>(record)); }};
+
+// One option of a record. Set exactly one of text, flag and list; rows of named values set none.
+// The tables spell rows by their own record, so that a member of another record does not compile;
+// the finished tables hold rows of ConfigRecord.
+template <class Record>
+struct OptionOf {
   std::string_view name;
-  std::string ConfigRecord::*text = nullptr;
-  bool ConfigRecord::*flag = nullptr;
-  std::vector<std::string> ConfigRecord::*list = nullptr;
+  std::string Record::*text = nullptr;
+  bool Record::*flag = nullptr;
+  std::vector<std::string> Record::*list = nullptr;
   std::string_view item = {};  // list: the entries' element in this one; empty: this one repeats
   Syntax syntax = Syntax::kFreeText;
   std::string_view reset = {};     // text after a reset
@@ -110,8 +140,8 @@ struct OptionRow {
   std::string_view about = {};  // one sentence
   Hint hint = {};
   Flow flow = Flow::kReadWrite;
-  Take take = Take::kAlways;
-  Settle settle = nullptr;
+  Overwrite overwrite = Overwrite::kAlways;
+  Adjustment<Record> adjust = {};
   bool range_attribute = false;   // argument lists: a value with "-" is written as "randVal"
   std::string_view keyword = {};  // of a command line, where it is not the name
 
@@ -124,107 +154,71 @@ struct OptionRow {
   [[nodiscard]] constexpr bool IsWritten() const {
     return flow == Flow::kReadWrite || flow == Flow::kWriteOnly;
   }
-};
 
-// A row as the tables spell it, typed by the record: a member of another record does not compile.
-template <class Record>
-struct OptionOf {
-  std::string_view name;
-  std::string Record::*text = nullptr;
-  bool Record::*flag = nullptr;
-  std::vector<std::string> Record::*list = nullptr;
-  std::string_view item = {};
-  Syntax syntax = Syntax::kFreeText;
-  std::string_view reset = {};
-  std::string_view fallback = {};
-  std::string_view words = {};
-  std::string_view about = {};
-  Hint hint = {};
-  Flow flow = Flow::kReadWrite;
-  Take take = Take::kAlways;
-  Settle settle = nullptr;
-  bool range_attribute = false;
-  std::string_view keyword = {};
+  // A row of a base record serves every derived record, and each row serves the finished tables.
+  template <class Other>
+  requires std::derived_from<Other, Record> || std::same_as<Other, ConfigRecord>
+  [[nodiscard]] constexpr operator OptionOf<Other>() const {
+    return {name,
+            static_cast<std::string Other::*>(text),
+            static_cast<bool Other::*>(flag),
+            static_cast<std::vector<std::string> Other::*>(list),
+            item,
+            syntax,
+            reset,
+            fallback,
+            words,
+            about,
+            hint,
+            flow,
+            overwrite,
+            adjust,
+            range_attribute,
+            keyword};
+  }
 
   // The same option as another test has it.
   [[nodiscard]] constexpr OptionOf ResetTo(std::string_view value) const {
-    OptionOf copy = *this;
-    copy.reset = value;
-    return copy;
+    return With(&OptionOf::reset, value);
   }
   [[nodiscard]] constexpr OptionOf FallingBackTo(std::string_view value) const {
-    OptionOf copy = *this;
-    copy.fallback = value;
-    return copy;
+    return With(&OptionOf::fallback, value);
   }
-  [[nodiscard]] constexpr OptionOf In(Syntax grammar) const {
-    OptionOf copy = *this;
-    copy.syntax = grammar;
-    return copy;
-  }
+  [[nodiscard]] constexpr OptionOf In(Syntax value) const { return With(&OptionOf::syntax, value); }
   [[nodiscard]] constexpr OptionOf Flowing(Flow value) const {
-    OptionOf copy = *this;
-    copy.flow = value;
-    return copy;
+    return With(&OptionOf::flow, value);
   }
   [[nodiscard]] constexpr OptionOf ReadOnly() const { return Flowing(Flow::kReadOnly); }
-  [[nodiscard]] constexpr OptionOf SettledBy(Settle function) const {
-    OptionOf copy = *this;
-    copy.settle = function;
-    return copy;
+  [[nodiscard]] constexpr OptionOf AdjustedBy(Adjustment<Record> value) const {
+    return With(&OptionOf::adjust, value);
   }
   [[nodiscard]] constexpr OptionOf HintedBy(Hint value) const {
-    OptionOf copy = *this;
-    copy.hint = value;
-    return copy;
+    return With(&OptionOf::hint, value);
   }
   [[nodiscard]] constexpr OptionOf OfWords(std::string_view value) const {
-    OptionOf copy = *this;
-    copy.words = value;
-    return copy;
+    return With(&OptionOf::words, value);
   }
   [[nodiscard]] constexpr OptionOf Meaning(std::string_view value) const {
-    OptionOf copy = *this;
-    copy.about = value;
-    return copy;
+    return With(&OptionOf::about, value);
   }
   // A name of a test's own; the command line keeps the common one.
   [[nodiscard]] constexpr OptionOf Named(std::string_view value) const {
-    OptionOf copy = *this;
-    copy.name = value;
-    copy.keyword = name;
-    return copy;
+    return With(&OptionOf::name, value).With(&OptionOf::keyword, name);
   }
 
-  // The row of a base record serves every record derived from it.
-  template <class Derived>
-  [[nodiscard]] constexpr OptionOf<Derived> For() const {
-    return {name,  text,  flag, list, item, syntax, reset,           fallback,
-            words, about, hint, flow, take, settle, range_attribute, keyword};
+ private:
+  template <class Value>
+  [[nodiscard]] constexpr OptionOf With(Value OptionOf::*field, Value value) const {
+    OptionOf copy = *this;
+    copy.*field = value;
+    return copy;
   }
 };
 
+using OptionRow = OptionOf<ConfigRecord>;
+
 // More rows than any element has.
 inline constexpr std::size_t kMaxOptions = 48;
-
-consteval OptionRow EraseRecord(const auto& row) {
-  return {.name = row.name,
-          .text = static_cast<std::string ConfigRecord::*>(row.text),
-          .flag = static_cast<bool ConfigRecord::*>(row.flag),
-          .list = static_cast<std::vector<std::string> ConfigRecord::*>(row.list),
-          .item = row.item,
-          .syntax = row.syntax,
-          .reset = row.reset,
-          .fallback = row.fallback,
-          .words = row.words,
-          .about = row.about,
-          .hint = row.hint,
-          .flow = row.flow,
-          .take = row.take,
-          .settle = row.settle,
-          .range_attribute = row.range_attribute,
-          .keyword = row.keyword};
-}
 
 // Whether the grammar is nothing but the words of the option's row.
 constexpr bool TakesOwnWords(Syntax syntax) {
@@ -271,25 +265,25 @@ consteval auto Join(const OptionTable<Record, kCounts>&... tables) {
   return all;
 }
 
-// The finished table, its rows freed of the record's type.
+// The finished table: rows of ConfigRecord, and checked.
 template <class Record, std::size_t kCount>
 consteval std::array<OptionRow, kCount> Finish(const OptionTable<Record, kCount>& rows) {
-  std::array<OptionRow, kCount> erased;
-  for (std::size_t i = 0; i < kCount; ++i) erased[i] = EraseRecord(rows[i]);
-  if (!AreWellFormed(erased)) throw "a row is incomplete or its name stands twice";
-  return erased;
+  std::array<OptionRow, kCount> finished;
+  std::ranges::copy(rows, finished.begin());
+  if (!AreWellFormed(finished)) throw "a row is incomplete or its name stands twice";
+  return finished;
 }
 
 // An element whose children are options, and where its record stands in the parent record.
-template <class Parent>
+template <class Parent, class Record = ConfigRecord>
 struct SectionRow {
   std::string_view group;  // element above it
   std::string_view name;
   std::string_view older;  // read where `name` is absent
   std::string_view about;  // one sentence
   std::span<const OptionRow> options;
-  ConfigRecord& (*record)(Parent&) = nullptr;
-  const ConfigRecord& (*look)(const Parent&) = nullptr;
+  Record& (*record)(Parent&) = nullptr;
+  const Record& (*look)(const Parent&) = nullptr;
 };
 
 // Returns the rows from the front of a table that stand under the same group element.
@@ -309,12 +303,12 @@ struct MemberOf<Value Object::*> {
 };
 
 // The two ways to a member record, for SectionRow.
-template <auto kMember>
-ConfigRecord& RecordAt(typename MemberOf<decltype(kMember)>::Parent& parent) {
+template <auto kMember, class Record = ConfigRecord>
+Record& RecordAt(typename MemberOf<decltype(kMember)>::Parent& parent) {
   return parent.*kMember;
 }
-template <auto kMember>
-const ConfigRecord& LookAt(const typename MemberOf<decltype(kMember)>::Parent& parent) {
+template <auto kMember, class Record = ConfigRecord>
+const Record& LookAt(const typename MemberOf<decltype(kMember)>::Parent& parent) {
   return parent.*kMember;
 }
 

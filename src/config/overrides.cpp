@@ -17,7 +17,7 @@ void SetText(ConfigRecord& record, const OptionRow& option, const std::string& t
   } else if (option.text != nullptr) {
     record.*option.text = text;
   }
-  if (option.settle != nullptr) option.settle(record);
+  if (option.adjust.run != nullptr) option.adjust.run(record);
 }
 
 }  // namespace

@@ -10,7 +10,7 @@
 
 namespace vexor {
 
-struct PmTestRow : SectionRow<_GLOBALPM_XMLCFG> {
+struct PmTestRow : SectionRow<_GLOBALPM_XMLCFG, _PM_TEST_NODE> {
   // How the options stand in the test's element.
   enum class Shape : std::uint8_t {
     kElements,   // <name>text</name>

@@ -15,14 +15,13 @@ using tinyxml2::XMLElement;
 
 void ReadTest(const XMLElement& element, const PmTestRow& test, bool under_older_name,
               _GLOBALPM_XMLCFG& pm) {
-  auto& record = static_cast<_PM_TEST_NODE&>(test.record(pm));
+  _PM_TEST_NODE& record = test.record(pm);
   if (test.shape == PmTestRow::Shape::kArguments) {
     ReadArguments(element, test.options, record, &record.AllOptions);
   } else {
     ReadOptions(element, test.options, record, &record.AllOptions);
   }
-  if (test.from_older != nullptr)
-    static_cast<ConfigRecord&>(record).*test.from_older = under_older_name;
+  if (test.from_older != nullptr) record.*test.from_older = under_older_name;
 }
 
 // Reads the tests of one group; the newer of a test's two names wins.
@@ -50,8 +49,7 @@ void ReadGroup(const XMLElement& group, std::span<const PmTestRow> tests, _GLOBA
 
 }  // namespace
 
-void DeriveSwitchTime(ConfigRecord& record) {
-  auto& test = static_cast<_PM_TEST_NODE&>(record);
+void DeriveSwitchTime(_PM_TEST_NODE& test) {
   if (!test.SwitchTime.empty()) return;
   test.SwitchTime = GetUnitTimeString(
       add_OnTimeStructs(ParseOnTimeType(test.ActiveTime), ParseOnTimeType(test.InStateTime)));
@@ -59,16 +57,16 @@ void DeriveSwitchTime(ConfigRecord& record) {
 
 _PM_TEST_NODE* FindTestNode(_GLOBALPM_XMLCFG& pm, VEXOR_PM_TEST_ID test) {
   const PmTestRow* const row = FindPmTest(test);
-  return row == nullptr ? nullptr : &static_cast<_PM_TEST_NODE&>(row->record(pm));
+  return row == nullptr ? nullptr : &row->record(pm);
 }
 
 void ResetGlobalPm(_GLOBALPM_XMLCFG& pm) {
   for (const PmTestRow& test : PmTests()) {
-    auto& record = static_cast<_PM_TEST_NODE&>(test.record(pm));
+    _PM_TEST_NODE& record = test.record(pm);
     ResetOptions(common::kAllFields, record);
     ResetOptions(test.options, record);
     record.SpareNumber = 0;
-    if (test.from_older != nullptr) static_cast<ConfigRecord&>(record).*test.from_older = false;
+    if (test.from_older != nullptr) record.*test.from_older = false;
   }
 }
 

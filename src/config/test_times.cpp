@@ -59,7 +59,7 @@ Words FindMissingTimes(const ElementModel& model, Texts texts) {
     const OptionRow* const needed = FindNeeded(model, time);
     if (needed == nullptr || IsGiven(model, texts, time)) continue;
     const bool is_derived =
-        needed->settle != nullptr &&
+        needed->adjust.run != nullptr &&
         std::ranges::any_of(kTimes, [&](auto other) { return IsGiven(model, texts, other); });
     if (!is_derived) missing.push_back(needed->name);
   }

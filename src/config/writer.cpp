@@ -98,7 +98,7 @@ void WriteTestControl(XmlWriter& out, const _WL_CUSTOMERS_XMLCFG& control) {
 }
 
 void WritePmTest(XmlWriter& out, const PmTestRow& test, const _GLOBALPM_XMLCFG& pm) {
-  const auto& record = static_cast<const _PM_TEST_NODE&>(test.look(pm));
+  const _PM_TEST_NODE& record = test.look(pm);
   out.Element(test.name, [&] {
     if (test.shape == PmTestRow::Shape::kArguments) {
       WriteArguments(out, test.options, record);
@@ -178,7 +178,7 @@ void WriteGlobalConfig(XmlWriter& out, const _GLOBALCONFIG_XMLCFG& cfg) {
 void SetKnobHints(_GLOBALPM_XMLCFG& pm) {
   for (const PmTestRow& test : PmTests()) {
     if (test.knob_hint.empty()) continue;
-    static_cast<_PM_TEST_NODE&>(test.record(pm)).KnobHint = test.knob_hint;
+    test.record(pm).KnobHint = test.knob_hint;
   }
 }
 

@@ -31,7 +31,7 @@ std::string NamesByMember(const ConfigRecord& record, std::span<const OptionRow>
                           std::ptrdiff_t from) {
   std::map<std::ptrdiff_t, std::string> names;
   for (const OptionRow& option : options) {
-    if (option.flag != nullptr || option.take != Take::kAlways) continue;
+    if (option.flag != nullptr || option.overwrite != Overwrite::kAlways) continue;
     const std::ptrdiff_t offset = OffsetOf(record, option);
     if (offset >= from) names[offset] = option.name;
   }

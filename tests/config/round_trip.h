@@ -60,7 +60,7 @@ class RecordFiller {
       if (option.text == nullptr) continue;
       record.*option.text = source_.Text();
       // An empty one would read as something else.
-      if (!option.fallback.empty() || option.settle != nullptr) record.*option.text += "x";
+      if (!option.fallback.empty() || option.adjust.run != nullptr) record.*option.text += "x";
     }
   }
 
@@ -160,7 +160,7 @@ class CarryCheck {
       const bool is_home_of_another = std::ranges::any_of(options, [&](const OptionRow& other) {
         return &other != &option && other.text == option.text && other.IsWritten();
       });
-      const bool is_derived = !option.IsWritten() && option.settle != nullptr;
+      const bool is_derived = !option.IsWritten() && option.adjust.run != nullptr;
       if (!option.IsRead() || is_home_of_another || is_derived) continue;
       Hold(read.*option.text == ReadBack(option, written.*option.text, shape), place, option.name);
     }

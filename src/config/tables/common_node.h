@@ -7,95 +7,56 @@
 namespace vexor {
 
 // Fills an empty SwitchTime with the sum of ActiveTime and InStateTime.
-void DeriveSwitchTime(ConfigRecord& record);
+void DeriveSwitchTime(_PM_TEST_NODE& test);
 
 namespace common {
 
 using Row = OptionOf<_PM_TEST_NODE>;
 
-inline constexpr Row kPxMxCxScope{
-    .name = "PxMxCxScope",
-    .text = &_PM_TEST_NODE::PxMxCxScope,
-    .syntax = Syntax::kScope,
-    .reset = "100:0:0",
+// clang-format off
+inline constexpr Row kPxMxCxScope{.name = "PxMxCxScope", .text = &_PM_TEST_NODE::PxMxCxScope,
+    .syntax = Syntax::kScope, .reset = "100:0:0",
     .about = "Share of the packages, modules and cores that take part."};
-inline constexpr Row kPxMxCxTxScope{
-    .name = "PxMxCxTxScope",
-    .text = &_PM_TEST_NODE::PxMxCxTxScope,
+inline constexpr Row kPxMxCxTxScope{.name = "PxMxCxTxScope", .text = &_PM_TEST_NODE::PxMxCxTxScope,
     .syntax = Syntax::kScope,
     .about = "Share of the packages, modules, cores and threads that take part.",
     .flow = Flow::kReadOnly};
-inline constexpr Row kPkgAffinity{.name = "PkgAffinity",
-                                  .text = &_PM_TEST_NODE::PkgAffinity,
-                                  .syntax = Syntax::kPkgAffinity,
-                                  .reset = "All",
-                                  .about = "Packages that run the test."};
+inline constexpr Row kPkgAffinity{.name = "PkgAffinity", .text = &_PM_TEST_NODE::PkgAffinity,
+    .syntax = Syntax::kPkgAffinity, .reset = "All", .about = "Packages that run the test."};
 inline constexpr Row kModuleAffinity{.name = "ModuleAffinity",
-                                     .text = &_PM_TEST_NODE::ModuleAffinity,
-                                     .syntax = Syntax::kUnitAffinity,
-                                     .reset = "All",
-                                     .about = "Modules that run the test."};
-inline constexpr Row kCoreAffinity{.name = "CoreAffinity",
-                                   .text = &_PM_TEST_NODE::CoreAffinity,
-                                   .syntax = Syntax::kUnitAffinity,
-                                   .reset = "All",
-                                   .about = "Cores that run the test."};
-inline constexpr Row kActiveTime{.name = "ActiveTime",
-                                 .text = &_PM_TEST_NODE::ActiveTime,
-                                 .syntax = Syntax::kDuration,
-                                 .reset = "Invalid",
-                                 .about = "Time spent busy between two state entries."};
-inline constexpr Row kInStateTime{.name = "InStateTime",
-                                  .text = &_PM_TEST_NODE::InStateTime,
-                                  .syntax = Syntax::kDuration,
-                                  .reset = "Invalid",
-                                  .about = "Time to stay in the requested state."};
-inline constexpr Row kSwitchTime{.name = "SwitchTime",
-                                 .text = &_PM_TEST_NODE::SwitchTime,
-                                 .syntax = Syntax::kDuration,
-                                 .reset = "Invalid",
-                                 .about = "Time between two state switches."};
-inline constexpr Row kExeCycles{.name = "ExeCycles",
-                                .text = &_PM_TEST_NODE::ExeCycles,
-                                .syntax = Syntax::kExeCycles,
-                                .reset = "100",
-                                .about = "Number of test cycles, or how long to run."};
-inline constexpr Row kConfigLoop{.name = "ConfigLoop",
-                                 .text = &_PM_TEST_NODE::ConfigLoop,
-                                 .syntax = Syntax::kCount,
-                                 .reset = "1",
-                                 .about = "Number of configuration loops."};
+    .text = &_PM_TEST_NODE::ModuleAffinity, .syntax = Syntax::kUnitAffinity, .reset = "All",
+    .about = "Modules that run the test."};
+inline constexpr Row kCoreAffinity{.name = "CoreAffinity", .text = &_PM_TEST_NODE::CoreAffinity,
+    .syntax = Syntax::kUnitAffinity, .reset = "All", .about = "Cores that run the test."};
+inline constexpr Row kActiveTime{.name = "ActiveTime", .text = &_PM_TEST_NODE::ActiveTime,
+    .syntax = Syntax::kDuration, .reset = "Invalid",
+    .about = "Time spent busy between two state entries."};
+inline constexpr Row kInStateTime{.name = "InStateTime", .text = &_PM_TEST_NODE::InStateTime,
+    .syntax = Syntax::kDuration, .reset = "Invalid",
+    .about = "Time to stay in the requested state."};
+inline constexpr Row kSwitchTime{.name = "SwitchTime", .text = &_PM_TEST_NODE::SwitchTime,
+    .syntax = Syntax::kDuration, .reset = "Invalid", .about = "Time between two state switches."};
+inline constexpr Row kExeCycles{.name = "ExeCycles", .text = &_PM_TEST_NODE::ExeCycles,
+    .syntax = Syntax::kExeCycles, .reset = "100",
+    .about = "Number of test cycles, or how long to run."};
+inline constexpr Row kConfigLoop{.name = "ConfigLoop", .text = &_PM_TEST_NODE::ConfigLoop,
+    .syntax = Syntax::kCount, .reset = "1", .about = "Number of configuration loops."};
 inline constexpr Row kStartDelayTime{.name = "StartDelayTime",
-                                     .text = &_PM_TEST_NODE::StartDelayTime,
-                                     .syntax = Syntax::kDuration,
-                                     .reset = "msec:10",
-                                     .about = "Delay before the test starts."};
-inline constexpr Row kFailTolerance{.name = "FailTolerance",
-                                    .text = &_PM_TEST_NODE::FailTolerance,
-                                    .syntax = Syntax::kCount,
-                                    .reset = "5",
-                                    .about = "Failures tolerated before the test fails."};
-inline constexpr Row kSanityEarlyExit{
-    .name = "SanityEarlyExit",
-    .text = &_PM_TEST_NODE::SanityEarlyExit,
-    .syntax = Syntax::kCount,
-    .reset = "0",
+    .text = &_PM_TEST_NODE::StartDelayTime, .syntax = Syntax::kDuration, .reset = "msec:10",
+    .about = "Delay before the test starts."};
+inline constexpr Row kFailTolerance{.name = "FailTolerance", .text = &_PM_TEST_NODE::FailTolerance,
+    .syntax = Syntax::kCount, .reset = "5", .about = "Failures tolerated before the test fails."};
+inline constexpr Row kSanityEarlyExit{.name = "SanityEarlyExit",
+    .text = &_PM_TEST_NODE::SanityEarlyExit, .syntax = Syntax::kCount, .reset = "0",
     .about = "Whether a failed sanity check ends the test early."};
-inline constexpr Row kTestMode{
-    .name = "TestMode",
-    .text = &_PM_TEST_NODE::TestMode,
-    .syntax = Syntax::kTestMode,
-    .reset = "Verify",
+inline constexpr Row kTestMode{.name = "TestMode", .text = &_PM_TEST_NODE::TestMode,
+    .syntax = Syntax::kTestMode, .reset = "Verify",
     .about = "Whether the test verifies the states or only exercises them."};
-inline constexpr Row kLogLevel{.name = "Log_Level",
-                               .text = &_PM_TEST_NODE::Log_Level,
-                               .syntax = Syntax::kLogLevel,
-                               .reset = "Information",
-                               .about = "Least important level that the test's log keeps."};
-inline constexpr Row kKnobs{.name = "KNOBS",
-                            .text = &_PM_TEST_NODE::KNOBS,
-                            .syntax = Syntax::kKnobs,
-                            .about = "Knob settings passed to the test, joined by \";\"."};
+inline constexpr Row kLogLevel{.name = "Log_Level", .text = &_PM_TEST_NODE::Log_Level,
+    .syntax = Syntax::kLogLevel, .reset = "Information",
+    .about = "Least important level that the test's log keeps."};
+inline constexpr Row kKnobs{.name = "KNOBS", .text = &_PM_TEST_NODE::KNOBS,
+    .syntax = Syntax::kKnobs, .about = "Knob settings passed to the test, joined by \";\"."};
 
 // KNOBS whose hint comment is the record's own.
 inline constexpr Row kKnobsOfRecord = kKnobs.HintedBy({.kind = Hint::Kind::kRecord});
@@ -108,7 +69,7 @@ constexpr Row KnobsOf(std::string_view words) {
 // The switch time of tests that derive a missing one. It stands below ActiveTime and InStateTime
 // and above whatever replaces these.
 inline constexpr Row kDerivedSwitchTime =
-    kSwitchTime.SettledBy(DeriveSwitchTime)
+    kSwitchTime.AdjustedBy(kAdjustment<DeriveSwitchTime>)
         .Meaning(
             "Time between two state switches; empty for the active and in-state time together.");
 
@@ -130,21 +91,14 @@ inline constexpr auto kAllFields = Finish(Options<_PM_TEST_NODE>({
     kTestMode,
     kLogLevel,
     kKnobs,
-    {.name = "KnobHint",
-     .text = &_PM_TEST_NODE::KnobHint,
-     .about = "Hint comment of KNOBS.",
+    {.name = "KnobHint", .text = &_PM_TEST_NODE::KnobHint, .about = "Hint comment of KNOBS.",
      .flow = Flow::kResetOnly},
-    {.name = "AllOptions",
-     .text = &_PM_TEST_NODE::AllOptions,
-     .about = "All options in one text.",
+    {.name = "AllOptions", .text = &_PM_TEST_NODE::AllOptions, .about = "All options in one text.",
      .flow = Flow::kResetOnly},
-    {.name = "SpareTime",
-     .text = &_PM_TEST_NODE::SpareTime,
-     .syntax = Syntax::kDuration,
-     .reset = "msec:10",
-     .about = "A further time.",
-     .flow = Flow::kResetOnly},
+    {.name = "SpareTime", .text = &_PM_TEST_NODE::SpareTime, .syntax = Syntax::kDuration,
+     .reset = "msec:10", .about = "A further time.", .flow = Flow::kResetOnly},
 }));
+// clang-format on
 
 // What a test writes of the affinities.
 enum class Writes : std::uint8_t { kNoAffinity, kPackages, kAllAffinities };
@@ -155,10 +109,10 @@ consteval auto Affinities(Writes writes) {
   const Flow packages = writes == Writes::kNoAffinity ? Flow::kReadOnly : Flow::kReadWrite;
   const Flow others = writes == Writes::kAllAffinities ? Flow::kReadWrite : Flow::kReadOnly;
   return Options<Record>({
-      kPkgAffinity.Flowing(packages).For<Record>(),
-      kModuleAffinity.Flowing(others).For<Record>(),
-      kCoreAffinity.Flowing(others).For<Record>(),
-      kPxMxCxScope.Flowing(others).For<Record>(),
+      kPkgAffinity.Flowing(packages),
+      kModuleAffinity.Flowing(others),
+      kCoreAffinity.Flowing(others),
+      kPxMxCxScope.Flowing(others),
   });
 }
 
@@ -167,14 +121,14 @@ template <class Record>
 consteval auto Control(Row cycles = kExeCycles, Row tolerance = kFailTolerance,
                        Row early_exit = kSanityEarlyExit) {
   return Options<Record>({
-      cycles.For<Record>(),
-      kStartDelayTime.For<Record>(),
-      kConfigLoop.For<Record>(),
-      tolerance.For<Record>(),
-      early_exit.For<Record>(),
-      kTestMode.For<Record>(),
-      kLogLevel.For<Record>(),
-      kKnobsOfRecord.For<Record>(),
+      cycles,
+      kStartDelayTime,
+      kConfigLoop,
+      tolerance,
+      early_exit,
+      kTestMode,
+      kLogLevel,
+      kKnobsOfRecord,
   });
 }
 

@@ -55,44 +55,43 @@ constexpr OptionOf<_GFX_CFG> RatiosRow(const GraphicsTraits& traits) {
 constexpr Flow WrittenIf(bool written) { return written ? Flow::kReadWrite : Flow::kReadOnly; }
 
 consteval auto GraphicsOptions(const GraphicsTraits& traits) {
-  return Join(common::Control<_GFX_CFG>(common::kExeCycles.ResetTo("10")),
-              Options<_GFX_CFG>({
-                  common::kModuleAffinity.ReadOnly().For<_GFX_CFG>(),
-                  common::kCoreAffinity.ReadOnly().For<_GFX_CFG>(),
-                  common::kPxMxCxScope.ReadOnly().For<_GFX_CFG>(),
-                  common::kPxMxCxTxScope.For<_GFX_CFG>(),
-                  common::kActiveTime.ResetTo("msec:100").ReadOnly().For<_GFX_CFG>(),
-                  common::kInStateTime.ResetTo("sec:1").ReadOnly().For<_GFX_CFG>(),
-                  RatiosRow(traits),
-                  common::kPkgAffinity.Flowing(WrittenIf(traits.package_affinity)).For<_GFX_CFG>(),
-                  {.name = "Device",
-                   .text = &_GFX_CFG::Device,
-                   .syntax = Syntax::kUnitAffinity,
-                   .reset = "All",
-                   .about = "Graphics devices that run the test.",
-                   .flow = WrittenIf(traits.device)},
-                  {.name = "Tile",
-                   .text = &_GFX_CFG::Tile,
-                   .syntax = Syntax::kUnitAffinity,
-                   .reset = "All",
-                   .about = "Tiles of the device that run the test.",
-                   .flow = WrittenIf(traits.tile)},
-                  common::kDerivedSwitchTime.ResetTo("sec:1")
-                      .Flowing(WrittenIf(traits.switch_time))
-                      .For<_GFX_CFG>(),
-                  {.name = "LimitReasonMask",
-                   .text = &_GFX_CFG::LimitReasonMask,
-                   .syntax = Syntax::kMask,
-                   .reset = "0x0",
-                   .about = "Limit reasons that the test looks at.",
-                   .flow = WrittenIf(traits.limit_reasons)},
-                  {.name = "ExitOnPassRatios",
-                   .text = &_GFX_CFG::ExitOnPassRatios,
-                   .syntax = Syntax::kExitRatios,
-                   .reset = "ALL",
-                   .about = "Ratios that must pass before the test may end early.",
-                   .flow = WrittenIf(traits.limit_reasons)},
-              }));
+  return Join(
+      common::Control<_GFX_CFG>(common::kExeCycles.ResetTo("10")),
+      Options<_GFX_CFG>({
+          common::kModuleAffinity.ReadOnly(),
+          common::kCoreAffinity.ReadOnly(),
+          common::kPxMxCxScope.ReadOnly(),
+          common::kPxMxCxTxScope,
+          common::kActiveTime.ResetTo("msec:100").ReadOnly(),
+          common::kInStateTime.ResetTo("sec:1").ReadOnly(),
+          RatiosRow(traits),
+          common::kPkgAffinity.Flowing(WrittenIf(traits.package_affinity)),
+          {.name = "Device",
+           .text = &_GFX_CFG::Device,
+           .syntax = Syntax::kUnitAffinity,
+           .reset = "All",
+           .about = "Graphics devices that run the test.",
+           .flow = WrittenIf(traits.device)},
+          {.name = "Tile",
+           .text = &_GFX_CFG::Tile,
+           .syntax = Syntax::kUnitAffinity,
+           .reset = "All",
+           .about = "Tiles of the device that run the test.",
+           .flow = WrittenIf(traits.tile)},
+          common::kDerivedSwitchTime.ResetTo("sec:1").Flowing(WrittenIf(traits.switch_time)),
+          {.name = "LimitReasonMask",
+           .text = &_GFX_CFG::LimitReasonMask,
+           .syntax = Syntax::kMask,
+           .reset = "0x0",
+           .about = "Limit reasons that the test looks at.",
+           .flow = WrittenIf(traits.limit_reasons)},
+          {.name = "ExitOnPassRatios",
+           .text = &_GFX_CFG::ExitOnPassRatios,
+           .syntax = Syntax::kExitRatios,
+           .reset = "ALL",
+           .about = "Ratios that must pass before the test may end early.",
+           .flow = WrittenIf(traits.limit_reasons)},
+      }));
 }
 
 // The last options; only the RC6 tests write them.
@@ -127,13 +126,13 @@ consteval auto Rc6Options(GraphicsTraits traits) {
                           .syntax = Syntax::kDuration,
                           .reset = "msec:100",
                           .about = "Time spent busy between two idles.",
-                          .take = Take::kWhenGiven},
+                          .overwrite = Overwrite::kIfGiven},
                          {.name = "RC6Time",
                           .text = &_GFX_CFG::InStateTime,
                           .syntax = Syntax::kDuration,
                           .reset = "sec:1",
                           .about = "Time to stay in RC6.",
-                          .take = Take::kWhenGiven},
+                          .overwrite = Overwrite::kIfGiven},
                      }),
                      IdleOptions(Flow::kReadWrite)));
 }
@@ -153,35 +152,28 @@ inline constexpr auto kDgfxRc6Options =
     Rc6Options({.empty_means_all = false, .device = true, .tile = true});
 inline constexpr auto kMediaRc6Options = Rc6Options({});
 
+// clang-format off
 inline constexpr auto kDgfxResetOptions = Finish(Options<_DGFX_RESET_CFG>({
-    common::kSwitchTime.For<_DGFX_RESET_CFG>(),
-    common::kStartDelayTime.For<_DGFX_RESET_CFG>(),
-    common::kExeCycles.For<_DGFX_RESET_CFG>(),
-    common::KnobsOf("Random").For<_DGFX_RESET_CFG>(),
-    {.name = "ConfigState",
-     .list = &_DGFX_RESET_CFG::ConfigState,
-     .about = "A reset to run; may stand more than once.",
-     .flow = Flow::kWriteOnly},
+    common::kSwitchTime,
+    common::kStartDelayTime,
+    common::kExeCycles,
+    common::KnobsOf("Random"),
+    {.name = "ConfigState", .list = &_DGFX_RESET_CFG::ConfigState,
+     .about = "A reset to run; may stand more than once.", .flow = Flow::kWriteOnly},
 }));
 
 inline constexpr auto kFanSpeedOptions = Finish(Options<_FANSPEED_CTR_CFG>({
-    {.name = "Device",
-     .text = &_FANSPEED_CTR_CFG::Device,
-     .syntax = Syntax::kUnitAffinity,
-     .reset = "All",
-     .about = "Graphics devices whose fans are driven."},
-    {.name = "ControlPoint",
-     .text = &_FANSPEED_CTR_CFG::ControlPoint,
+    {.name = "Device", .text = &_FANSPEED_CTR_CFG::Device, .syntax = Syntax::kUnitAffinity,
+     .reset = "All", .about = "Graphics devices whose fans are driven."},
+    {.name = "ControlPoint", .text = &_FANSPEED_CTR_CFG::ControlPoint,
      .about = "Temperature and speed of each control point."},
-    {.name = "NumFanSpeedCtrPoints",
-     .text = &_FANSPEED_CTR_CFG::NumFanSpeedCtrPoints,
-     .syntax = Syntax::kCount,
-     .reset = "1",
-     .about = "Number of control points."},
-    common::kSwitchTime.For<_FANSPEED_CTR_CFG>(),
-    common::kStartDelayTime.For<_FANSPEED_CTR_CFG>(),
-    common::kExeCycles.For<_FANSPEED_CTR_CFG>(),
-    common::kLogLevel.For<_FANSPEED_CTR_CFG>(),
+    {.name = "NumFanSpeedCtrPoints", .text = &_FANSPEED_CTR_CFG::NumFanSpeedCtrPoints,
+     .syntax = Syntax::kCount, .reset = "1", .about = "Number of control points."},
+    common::kSwitchTime,
+    common::kStartDelayTime,
+    common::kExeCycles,
+    common::kLogLevel,
 }));
+// clang-format on
 
 }  // namespace vexor

@@ -7,6 +7,7 @@
 namespace vexor {
 
 // "WorkloadCfg". A missing option keeps its default, unlike everywhere else.
+// clang-format off
 inline constexpr auto kWorkloadRunnerOptions = []() consteval {
   auto rows = Options<_WL_CUSTOMERS_XMLCFG>({
       {.name = "Log_File_Name",
@@ -35,6 +36,7 @@ inline constexpr auto kWorkloadRunnerOptions = []() consteval {
   return Finish(rows);
 }
 ();
+// clang-format on
 
 // Element names that older files use in "AutoRunCfg"; they count where the current name is not
 // true. PM_TEST_MAX stands for no second test.

@@ -83,10 +83,10 @@ inline constexpr auto kCpu = Finish(NeverWritten(Options<_CPU_WORKLOAD_CFG>({
     LogLevel<_CPU_WORKLOAD_CFG>(),
 })));
 
+// clang-format off
 inline constexpr auto kMemory = Finish(NeverWritten(Options<_MEMORY_WORKLOAD_CFG>({
     AutoRun<_MEMORY_WORKLOAD_CFG>(),
-    {.name = "Algorithm",
-     .text = &_MEMORY_WORKLOAD_CFG::Algorithm,
+    {.name = "Algorithm", .text = &_MEMORY_WORKLOAD_CFG::Algorithm,
      .about = "Access pattern of the workload."},
     Packages<_MEMORY_WORKLOAD_CFG>(),
     Modules<_MEMORY_WORKLOAD_CFG>(),
@@ -94,8 +94,10 @@ inline constexpr auto kMemory = Finish(NeverWritten(Options<_MEMORY_WORKLOAD_CFG
     Duration<_MEMORY_WORKLOAD_CFG>(),
     IdleTime<_MEMORY_WORKLOAD_CFG>(),
     StartDelay<_MEMORY_WORKLOAD_CFG>(),
-    Number("DataSizeInDW", &_MEMORY_WORKLOAD_CFG::DataSizeInDW,
-           "Size of the data, in 32-bit words."),
+    Number(
+        "DataSizeInDW",
+        &_MEMORY_WORKLOAD_CFG::DataSizeInDW,
+        "Size of the data, in 32-bit words."),
     Number("Producers", &_MEMORY_WORKLOAD_CFG::Producers, "Number of writing threads."),
     Number("Consumers", &_MEMORY_WORKLOAD_CFG::Consumers, "Number of reading threads."),
     LogLevel<_MEMORY_WORKLOAD_CFG>(),
@@ -112,6 +114,7 @@ inline constexpr auto kCopyCompare = Finish(NeverWritten(Options<_COPY_COMPARE_C
     Number("Thread", &_COPY_COMPARE_CFG::Thread, "Number of threads."),
     LogLevel<_COPY_COMPARE_CFG>(),
 })));
+// clang-format on
 
 inline constexpr auto kGraphics = Finish(NeverWritten(Options<_GFX_WORKLOAD_CFG>({
     AutoRun<_GFX_WORKLOAD_CFG>(),
