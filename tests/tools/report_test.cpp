@@ -129,7 +129,7 @@ double Number(const std::string& page, const std::string& mark, const std::strin
 // What a plot holds is what the statistics say.
 void ExpectPlot(const std::string& page, const std::string& column, const Json& row) {
   const std::string mark = "data-column=\"" + column + "\"";
-  for (const char* const name : {"count", "least", "most"}) {
+  for (const char* const name : {"count", "min", "max"}) {
     EXPECT_EQ(Number(page, mark, name), row[name].get<double>()) << column << ' ' << name;
   }
 }
@@ -165,7 +165,7 @@ TEST_F(Report, ShowsANightInABrowser) {
   EXPECT_EQ(Number(whole, root, "gaps"),
             static_cast<double>(Ask({"vexorlog", "gaps"})["gaps"].size()));
   EXPECT_EQ(Attribute(whole, root, "failures"), "4");
-  EXPECT_NE(whole.find("<li>EC_C6: C-state, code 0x00200004</li>"), std::string::npos);
+  EXPECT_NE(whole.find("<li>0x00200004: C-state error (EC_CSTATE): EC_C6</li>"), std::string::npos);
   ExpectPlot(whole, "C6%", RowOf(statistics, "CSTATES", "C6%"));
   EXPECT_LE(Number(whole, "data-column=\"C6%\"", "points"), 2 * 2 * 1024);
   EXPECT_NE(whole.find("<rect class=\"silence\""), std::string::npos);

@@ -1,19 +1,23 @@
-// Runs the tool as a user runs it: each file in "sessions" is what a person types, and what the
+// Runs the tools as a user runs them: each file in "sessions" is what a person types, and what a
 // tool answers.
 //
 //   @ a.xml               a file, and its folder, of the lines that follow
 //   <VEXOR/>
+//   @@ a.csv              the same, where "\xHH" is a byte, "\xHH{512}" many of it, and a backslash
+//   Time,Notes\x0D        at the end of a line joins it with the next one
 //   $ vexorcfg check a.xml
 //   a.xml: ...            what is printed, on standard output and standard error
 //   [0]                   the exit status
 //
 // A command is words, of which one in double quotes may be empty or hold blanks, then "<FILE",
 // ">FILE" or ">&-" (standard output closed), and "|" before another command. A line that begins
-// with "#" is a remark, outside of files. The examples of the sources lie in the folder from the
-// start. Sessions of names that end in ".posix.txt" use devices that Windows does not have.
+// with "#" is a remark, outside of files. All files were written an hour ago. The examples of the
+// sources lie in the folder from the start. Sessions of names that end in ".posix.txt" use what
+// Windows does not have.
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -58,6 +62,33 @@ std::string TakeWord(std::string& command) {
   return word;
 }
 
+// Lets a file look as if it had been written an hour ago.
+void Age(const fs::path& file) {
+  fs::last_write_time(file, fs::file_time_type::clock::now() - std::chrono::hours(1));
+}
+
+// The bytes of a line of a file in a session, with its end.
+std::string Unescape(std::string_view line) {
+  std::string bytes;
+  while (!line.empty()) {
+    if (line == "\\") return bytes;
+    if (!line.starts_with("\\x")) {
+      bytes += line.front();
+      line.remove_prefix(1);
+      continue;
+    }
+    const auto byte = static_cast<char>(std::stoi(std::string(line.substr(2, 2)), nullptr, 16));
+    line.remove_prefix(4);
+    std::size_t count = 1;
+    if (line.starts_with('{')) {
+      count = static_cast<std::size_t>(std::stoi(std::string(line.substr(1))));
+      line.remove_prefix(line.find('}') + 1);
+    }
+    bytes.append(count, byte);
+  }
+  return bytes + '\n';
+}
+
 struct Answer {
   std::string output;
   int status = 0;
@@ -78,6 +109,8 @@ class Tool : public testing::Test {
     for (const char* const name : {"lab.xml", "broken.xml", "legacy.xml"}) {
       fs::copy_file(Sources() / "examples" / name, folder_ / name);
     }
+    fs::copy(Sources() / "examples/night", folder_ / "night");
+    for (const auto& entry : fs::directory_iterator(folder_ / "night")) Age(entry.path());
     fs::current_path(folder_.path());
   }
   ~Tool() override { fs::current_path(former_); }
@@ -119,22 +152,30 @@ TEST_P(Session, AnswersAsWritten) {
   std::ifstream session(Sources() / "tests/tools/sessions" / GetParam());
   std::string line;
   std::ofstream file;
+  std::string name;
+  bool has_escapes = false;
+  const auto close = [&] {
+    if (!file.is_open()) return;
+    file.close();
+    Age(name);
+  };
   std::string command;
   std::string expected;
   int commands = 0;
   while (std::getline(session, line)) {
-    if (line.starts_with("@ ")) {
-      file.close();
-      const std::string name = line.substr(2);
+    if (line.starts_with("@ ") || line.starts_with("@@ ")) {
+      close();
+      has_escapes = line.starts_with("@@");
+      name = line.substr(line.find(' ') + 1);
       const std::size_t folder = name.rfind('/');
       if (folder != std::string::npos) fs::create_directories(name.substr(0, folder));
       file.open(name, std::ios::binary);
     } else if (line.starts_with("$ ")) {
-      file.close();
+      close();
       command = line.substr(2);
       expected.clear();
     } else if (file.is_open()) {
-      file << line << '\n';
+      file << (has_escapes ? Unescape(line) : line + '\n');
     } else if (line.starts_with('[') && line.ends_with(']') && !command.empty()) {
       const Answer answer = Run(command);
       EXPECT_EQ(answer.output, expected) << command;
@@ -168,10 +209,13 @@ TEST_F(Tool, HasCurrentDocuments) {
   const struct {
     const char* command;
     const char* document;
-  } kDocuments[] = {{"manual", "vexorcfg.1"}, {"schema", "vexor.xsd"}, {"reference", "options.md"}};
+  } kDocuments[] = {{"vexorcfg manual", "vexorcfg.1"},
+                    {"vexorcfg schema", "vexor.xsd"},
+                    {"vexorcfg reference", "options.md"},
+                    {"vexorlog manual", "vexorlog.1"}};
   for (const auto& [command, document] : kDocuments) {
     const std::string expected = ReadText(Sources() / "docs" / document);
-    const Answer answer = Run(std::string("vexorcfg ") + command);
+    const Answer answer = Run(command);
     EXPECT_EQ(answer.status, 0) << command;
     EXPECT_TRUE(answer.output == expected) << document << " is stale: scripts/renew.sh";
   }
@@ -180,17 +224,25 @@ TEST_F(Tool, HasCurrentDocuments) {
 TEST_F(Tool, CompletesCommandsOptionsAndNames) {
   if (kIsWindows) GTEST_SKIP() << "needs bash";
   std::ofstream("complete.sh") << R"(source <(vexorcfg completion)
-complete() { COMP_WORDS=("$@") COMP_CWORD=$(($# - 1)); _vexorcfg; echo "${COMPREPLY[*]}"; }
+source <(vexorlog completion)
+complete() { COMP_WORDS=("$@") COMP_CWORD=$(($# - 1)); _$1; echo "${COMPREPLY[*]}"; }
 complete vexorcfg c
 complete vexorcfg check --st
 complete vexorcfg explain ti
 complete vexorcfg explain error PSF
 complete vexorcfg explain option Wak
 complete vexorcfg show l
+complete vexorlog s
+complete vexorlog show --co
+complete vexorlog show --test UF
+complete vexorlog show night --level ''
+complete vexorlog export night --format j
+complete vexorlog show ''
 )";
   EXPECT_EQ(Run("bash complete.sh").output,
             "check convert completion\n--strict\ntime timeout\nPSF0-GV\nWakeEvent WakeUpTimeout\n"
-            "\n");
+            "\n"
+            "summary show stats\n--columns --context\nUFS\nCritical Information Debug\njsonl\n\n");
 }
 
 }  // namespace

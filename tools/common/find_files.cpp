@@ -150,13 +150,23 @@ void AddPath(const std::string& path, std::string_view extension, std::vector<Fo
   }
 }
 
+bool IsWildcard(const std::string& argument) {
+  return argument.find_first_of(kWildcards) != std::string::npos &&
+         KindOf(argument) == FileKind::kNone;
+}
+
 }  // namespace
+
+std::vector<std::string> ExpandWildcard(const std::string& argument) {
+  if (!IsWildcard(argument)) return {argument};
+  std::vector<std::string> paths = MatchPaths(argument);
+  if (paths.empty()) paths.push_back(argument);
+  return paths;
+}
 
 std::vector<FoundFile> FindFiles(const std::string& argument, std::string_view extension) {
   std::vector<FoundFile> found;
-  const bool is_pattern = argument.find_first_of(kWildcards) != std::string::npos &&
-                          KindOf(argument) == FileKind::kNone;
-  if (!is_pattern) {
+  if (!IsWildcard(argument)) {
     AddPath(argument, extension, found);
     return found;
   }

@@ -22,4 +22,8 @@ struct FoundFile {
 //                    in their order; case counts where it does for files
 std::vector<FoundFile> FindFiles(const std::string& argument, std::string_view extension);
 
+// Returns the paths that a wildcard ("*" and "?" in a name that is no file's) stands for, in their
+// order; the argument itself when it is none, or nothing matches.
+std::vector<std::string> ExpandWildcard(const std::string& argument);
+
 }  // namespace tools

@@ -58,7 +58,7 @@ void PrintCommand(const CLI::App& command) {
             << Escape(command.get_description()) << '\n';
   for (const CLI::Option* const option : command.get_options()) {
     if (option == command.get_help_ptr()) continue;
-    std::cout << ".TP\n.B " << Escape(NamesOf(*option)) << '\n'
+    std::cout << ".TP\n.B " << Escape(NamesOf(*option) + NameValue(*option)) << '\n'
               << Escape(option->get_description()) << '\n';
   }
   PrintLiteral(command.get_footer());

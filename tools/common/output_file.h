@@ -20,6 +20,7 @@ class OutputFile {
   ~OutputFile();  // without `Close` nothing is left of what was written
 
   [[nodiscard]] bool IsOpen() const { return is_open_; }
+  [[nodiscard]] bool IsStandardOutput() const { return part_.empty(); }
   void Write(std::string_view text);
 
   // Puts the file in its place; kNotRun when that, or a write before it, failed.

@@ -6,22 +6,75 @@
 #include <string>
 #include <vector>
 
+#include "common/files.h"
+#include "common/suggestion.h"
 #include "common/terminal.h"
+#include "common/text_output.h"
 #include "vexor/util/version.h"
 
 namespace tools {
 namespace {
 
-// Describes options by their names alone: what they take stands in their descriptions.
+// Describes options by their names and the name of what they take.
 class Formatter : public CLI::Formatter {
  public:
-  std::string make_option_opts(const CLI::Option* /*option*/) const override { return {}; }
+  std::string make_option_opts(const CLI::Option* option) const override {
+    return NameValue(*option);
+  }
 };
 
-bool IsCommand(const CLI::App& app, const std::string& name) {
+CLI::App* FindCommand(CLI::App& app, const std::string& name) {
   const auto commands =
       app.get_subcommands([&name](const CLI::App* command) { return command->get_name() == name; });
-  return !commands.empty();
+  return commands.empty() ? nullptr : commands.front();
+}
+
+std::vector<std::string> NamesOfCommands(const CLI::App& app) {
+  std::vector<std::string> names;
+  for (const CLI::App* const command : app.get_subcommands(nullptr)) {
+    names.push_back(command->get_name());
+  }
+  return names;
+}
+
+std::vector<std::string> NamesOfOptions(const CLI::App& app) {
+  std::vector<std::string> names;
+  for (const CLI::Option* const option : app.get_options()) {
+    for (const std::string& name : option->get_lnames()) names.push_back("--" + name);
+  }
+  return names;
+}
+
+Status Complain(const std::string& message) {
+  std::cerr << kProgram.name << ": " << message << '\n';
+  return kNotRun;
+}
+
+// A first word that is no command goes to the default command, unless it is most likely a mistyped
+// command: similar to one, and no file.
+bool IsForDefaultCommand(const CLI::App& app, const std::string& word) {
+  if (kProgram.default_command.empty()) return false;
+  if (word.starts_with('-')) return word != "-h" && word != "--help" && word != "--version";
+  return KindOf(word) != FileKind::kNone || FindSimilar(word, NamesOfCommands(app)).empty();
+}
+
+Status RefuseCommand(const CLI::App& app, const std::string& word) {
+  const std::string suggestion = SuggestName(word, NamesOfCommands(app));
+  const std::string advice =
+      suggestion.empty() ? "; " + std::string(kProgram.name) + " --help lists them" : suggestion;
+  if (kProgram.default_command.empty()) return Complain("no command " + OneLine(word) + advice);
+  return Complain(OneLine(word) + ": no such file or folder, and no command" + advice);
+}
+
+std::string Describe(const CLI::ParseError& error, const CLI::App& command) {
+  const std::vector<std::string> extras = command.remaining(true);
+  if (error.get_exit_code() != static_cast<int>(CLI::ExitCodes::ExtrasError) || extras.empty()) {
+    return error.what();
+  }
+  const std::string& word = extras.front();
+  if (!word.starts_with('-')) return "unexpected argument " + Quote(word);
+  const std::string name = word.substr(0, word.find('='));
+  return "unknown option " + OneLine(name) + SuggestName(name, NamesOfOptions(command));
 }
 
 int Run(CLI::App& app, const Status& status, std::vector<std::string> words) {
@@ -29,28 +82,36 @@ int Run(CLI::App& app, const Status& status, std::vector<std::string> words) {
     std::cout << app.help();
     return kNotRun;
   }
-  if (!IsCommand(app, words.front()) && !words.front().starts_with('-')) {
-    if (kProgram.default_command.empty()) {
-      std::cerr << kProgram.name << ": no command " << words.front() << "; " << kProgram.name
-                << " --help lists them\n";
-      return kNotRun;
+  if (FindCommand(app, words.front()) == nullptr) {
+    if (IsForDefaultCommand(app, words.front())) {
+      words.emplace(words.begin(), kProgram.default_command);
+    } else if (!words.front().starts_with('-')) {
+      return RefuseCommand(app, words.front());
     }
-    words.emplace(words.begin(), kProgram.default_command);
   }
-  const std::string command = IsCommand(app, words.front()) ? words.front() + " " : "";
+  const CLI::App* const command = FindCommand(app, words.front());
   try {
     app.parse(std::vector<std::string>(words.rbegin(), words.rend()));
   } catch (const CLI::Success& asked) {  // for help or the version
     return app.exit(asked);
   } catch (const CLI::ParseError& error) {
-    std::cerr << kProgram.name << ": " << error.what() << "; see " << kProgram.name << ' '
-              << command << "--help\n";
-    return kNotRun;
+    std::string message = Describe(error, command == nullptr ? app : *command);
+    if (!message.ends_with('?')) {
+      message += "; see " + std::string(kProgram.name) +
+                 (command == nullptr ? "" : " " + command->get_name()) + " --help";
+    }
+    return Complain(message);
   }
   return status;
 }
 
 }  // namespace
+
+std::string NameValue(const CLI::Option& option) {
+  if (option.get_positional() || option.get_items_expected_max() == 0) return {};
+  const std::string type = option.get_type_name();
+  return " " + type.substr(0, type.find(':'));  // what follows lists the values
+}
 
 std::unique_ptr<CLI::App> MakeApp(const char* about, const char* footer) {
   const std::string name(kProgram.name);

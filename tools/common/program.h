@@ -3,6 +3,7 @@
 
 #include <CLI/CLI.hpp>
 #include <memory>
+#include <string>
 #include <string_view>
 
 #include "common/status.h"
@@ -43,12 +44,17 @@ Command<Arguments> AddCommand(CLI::App& app, Status& status, const char* name, c
 void AddPrinter(CLI::App& app, Status& status, const char* name, const char* about,
                 const char* footer, Status (*print)(const CLI::App&));
 
+// Returns " NAME", with the name of what an option takes; empty for flags and arguments.
+std::string NameValue(const CLI::Option& option);
+
 // Prints the manual page, made of the parser's help.
 Status PrintManual(const CLI::App& app);
 
-// Prints a completion script for bash, made of the parser's commands and options. `subjects` are
-// cases of the script for words other than those, "POSITION:COMMAND:WORD BEFORE) ...".
-Status PrintCompletion(const CLI::App& app, std::string_view subjects);
+// Prints a completion script for bash, made of the parser's commands and options. `subjects` and
+// `values` are cases of the script for other words: "POSITION:COMMAND:SECOND WORD) ..." and, by the
+// word before, "--OPTION) ...".
+Status PrintCompletion(const CLI::App& app, std::string_view subjects,
+                       std::string_view values = {});
 
 // Runs the command that the arguments name and returns the program's exit status. `app` stores the
 // status of its command in `status`.

@@ -9,6 +9,9 @@ bool OutputShowsColours();
 // The same, unless the user asked for none (NO_COLOR).
 bool UsesColours();
 
+// Returns whether standard error is a terminal.
+bool ErrorsAreOnTerminal();
+
 // Makes a terminal show texts in UTF-8 until the program ends.
 void ShowUtf8();
 

@@ -12,6 +12,8 @@ bool OutputShowsColours() {
   return isatty(STDOUT_FILENO) != 0 && terminal != nullptr && terminal != std::string_view("dumb");
 }
 
+bool ErrorsAreOnTerminal() { return isatty(STDERR_FILENO) != 0; }
+
 void ShowUtf8() {}  // a matter of the user's settings
 
 void UseBinaryInput() {}

@@ -16,6 +16,11 @@ bool OutputShowsColours() {
          SetConsoleMode(output, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0;
 }
 
+bool ErrorsAreOnTerminal() {
+  DWORD mode = 0;
+  return GetConsoleMode(GetStdHandle(STD_ERROR_HANDLE), &mode) != 0;
+}
+
 void ShowUtf8() {
   static const UINT former = GetConsoleOutputCP();  // 0 without a console
   if (former == 0 || former == CP_UTF8) return;

@@ -139,6 +139,7 @@ void AddCheck(CLI::App& app, Status& status) {
   command
       ->add_option("--max-size", arguments->max_size,
                    "Largest file to check, in MiB; 64 without the option")
+      ->type_name("MIB")
       ->check(CLI::Range(1, 65536));
 }
 

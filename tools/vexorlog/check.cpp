@@ -46,8 +46,9 @@ class FileCheck {
  public:
   FileCheck(const std::string& path, FileFindings& result) : path_(path), result_(result) {}
 
-  void Run() {
-    ReadRows(path_, result_.faults, [this](const LogRow& row, LogTime /*time*/) { Look(row); });
+  void Run(Progress& progress) {
+    ReadRows(path_, result_.faults, progress,
+             [this](const LogRow& row, LogTime /*time*/) { Look(row); });
   }
 
  private:
@@ -112,7 +113,8 @@ Result CheckAll(const Logs& logs) {
     for (const vexor::FoundLog& file : series.leftovers) paths.push_back(file.path);
   }
   std::vector<FileFindings> files(paths.size());
-  RunInParallel(paths.size(), [&](std::size_t i) { FileCheck(paths[i], files[i]).Run(); });
+  Progress progress(CountBytes(logs));
+  RunInParallel(paths.size(), [&](std::size_t i) { FileCheck(paths[i], files[i]).Run(progress); });
 
   Result result;
   result.files = paths.size();

@@ -1,6 +1,7 @@
 #include "cli.h"
 
 #include "commands.h"
+#include "selection.h"
 
 namespace tools {
 
@@ -8,8 +9,8 @@ const Program kProgram = {
     .name = "vexorlog",
     .title = "read the logs of the power-management test suite",
     .environment =
-        ".TP\n.B NO_COLOR\nWhen set and not empty, nothing is coloured. Nothing ever is "
-        "unless standard output is a terminal.\n",
+        ".TP\n.B NO_COLOR\nIf set and not empty, output is not coloured. It is coloured only on a "
+        "terminal.\n",
     .default_command = "summary",
 };
 
@@ -17,70 +18,106 @@ namespace vexorlog {
 namespace {
 
 constexpr const char* kTopExamples =
-    "After a night of tests:\n"
-    "  vexorlog logs                          what ran, what failed first, how it ended\n"
-    "  vexorlog show --failed --context 3 logs   the failures, with the rows around them\n"
-    "  vexorlog gaps logs                     when the machine was away\n"
-    "  vexorlog stats --by Affinity logs      residencies, by core\n"
-    "  vexorlog report logs -o night.html     all of it, to look at\n"
+    "After a night of tests, with its logs in the folder \"logs\":\n"
+    "  vexorlog logs                             what ran, what failed first, how the logs end\n"
+    "  vexorlog show --failed --context 3 logs   the failures and the rows around them\n"
+    "  vexorlog gaps logs                        when the machine was away\n"
+    "  vexorlog stats --test CSTATES --by Affinity logs   residencies by core\n"
+    "  vexorlog report logs -o night.html        all of it as a page for the browser\n"
     "\n"
-    "PATH is a log, or a folder of logs: the files of a series (run_0.csv, run_1.csv, ...) are\n"
-    "read as one log. vexorlog COMMAND --help shows the options of a command, with examples.\n"
+    "PATH is a log or a folder of logs; of a folder, the *.csv files directly in it are read. The\n"
+    "files of a series (run_0.csv, run_1.csv, ...) are read as one log. Wildcards (* and ?) that\n"
+    "the shell did not expand are expanded here.\n"
     "\n"
-    "Exit status: 0 all is well, 1 the logs hold failures or damage, 3 could not read something.";
+    "vexorlog COMMAND --help shows the options of a command, with examples.\n"
+    "\n"
+    "Exit status: 0 success, 1 failures or damage in the logs, 3 a file could not be read or the\n"
+    "command line is wrong.";
 
 constexpr const char* kSummaryExamples =
+    "Failures of one kind have the same test and the same error words or text. \"log ends\" says\n"
+    "whether the last log of a test was closed, is cut off, or is being written (changed within\n"
+    "the last 10 seconds).\n"
+    "\n"
     "Examples:\n"
     "  vexorlog summary logs\n"
-    "  vexorlog logs                 the same\n"
-    "  vexorlog summary --since -2h --test CSTATES logs\n"
+    "  vexorlog logs                                 the same\n"
+    "  vexorlog summary --since -2h --test CSTATES logs   CSTATES in the last two hours\n"
     "\n"
-    "Exit status: 0 nothing failed, 1 there are failures, 3 a file could not be read.";
+    "Exit status: 0 no failures, 1 failures, 3 a file could not be read.";
 
 constexpr const char* kShowExamples =
+    "Rows of equal time stay in the order of their logs. Texts of more than 40 characters are cut\n"
+    "and end in \"~\", except in the last column; --json and \"vexorlog export\" give them whole.\n"
+    "\n"
     "Examples:\n"
-    "  vexorlog show logs | less\n"
+    "  vexorlog show logs | less -S\n"
     "  vexorlog show --failed --context 3 logs\n"
     "  vexorlog show --columns Time,Affinity,C6% --test CSTATES logs\n"
+    "  vexorlog show --since 03:00 --until 03:15 --grep '(?i)timeout' logs\n"
     "\n"
-    "Exit status: 0 rows were shown, 1 there is no such row, 3 a file could not be read.";
+    "Exit status: 0 rows were shown, 1 no row matches, 3 a file could not be read.";
 
 constexpr const char* kFollowExamples =
-    "It goes on over splits, restarts and new series, until it is interrupted.\n"
+    "Starts with the last 10 rows and goes on across new files of a series, restarts and new logs\n"
+    "until it is interrupted. In a folder without logs it waits for the first one.\n"
     "\n"
-    "Example:\n"
+    "Examples:\n"
+    "  vexorlog follow logs\n"
     "  vexorlog follow --level Critical logs";
 
 constexpr const char* kCheckExamples =
-    "A finding is one line: FILE:LINE: what is wrong.\n"
+    "Prints one line for each finding: FILE:LINE: what is wrong. Findings are rows that are cut\n"
+    "off, blocks of zero bytes, bytes that are not UTF-8, rows with more or fewer cells than the\n"
+    "header, broken quotes, times that run backwards, missing files of a series, and files left "
+    "by\n"
+    "an earlier run.\n"
+    "\n"
+    "Example:\n"
+    "  vexorlog check logs\n"
     "\n"
     "Exit status: 0 no damage, 1 damage, 3 a file could not be read.";
 
 constexpr const char* kGapsExamples =
+    "A gap is a time in which no log got a row. Rows of all logs count together, so a test that\n"
+    "merely waits makes no gap while others log. A restart is a log that was opened again; a gap\n"
+    "before it counts from one second on.\n"
+    "\n"
     "Example:\n"
     "  vexorlog gaps --longer-than 5min logs\n"
     "\n"
-    "Exit status: 0 there are none, 1 there are gaps, 3 a file could not be read.";
+    "Exit status: 0 no gaps, 1 gaps, 3 a file could not be read.";
 
 constexpr const char* kStatsExamples =
+    "median, p90 and p99 are percentiles (nearest rank). Up to 65536 values of a column and group\n"
+    "they are exact; beyond, they are those of a random sample of that size.\n"
+    "\n"
     "Examples:\n"
     "  vexorlog stats logs\n"
-    "  vexorlog stats --by Affinity --columns C6%,PC10% --test CSTATES logs\n"
+    "  vexorlog stats --test CSTATES --by Affinity --columns C6%,PC10% logs\n"
     "\n"
-    "Exit status: 0 all was read, 3 a file could not be read.";
+    "Exit status: 0 success, 3 a file could not be read.";
 
 constexpr const char* kExportExamples =
-    "Two columns stand before those of the logs: File and Line.\n"
+    "Rows of all logs in order of time, under one header: File, Line, then the columns of the "
+    "logs.\n"
+    "CSV is quoted as RFC 4180 asks, with CRLF line ends. In JSON lines, numbers are numbers and\n"
+    "empty cells are null.\n"
     "\n"
     "Examples:\n"
     "  vexorlog export logs -o night.csv\n"
-    "  vexorlog export --format jsonl logs | less";
+    "  vexorlog export --format jsonl --failed logs | less\n"
+    "\n"
+    "Exit status: 0 success, 3 a file could not be read or written.";
 
 constexpr const char* kReportExamples =
+    "The page needs no network. It shows the summary, a time line, gaps, failures with the rows\n"
+    "around them, and plots of all measurements; long logs are thinned so that peaks stay.\n"
+    "\n"
     "Example:\n"
     "  vexorlog report logs -o night.html\n"
     "\n"
-    "Exit status: 0 nothing failed, 1 there are failures, 3 a file could not be read.";
+    "Exit status: 0 no failures, 1 failures, 3 a file could not be read or written.";
 
 constexpr const char* kCompletionExamples =
     "Example, for the current shell:\n"
@@ -91,55 +128,66 @@ constexpr const char* kManualExamples =
     "  vexorlog manual | man -l -";
 
 void AddPaths(CLI::App& command, std::vector<std::string>& paths) {
-  command.add_option("PATH", paths, "Logs, and folders of logs")->required();
+  command.add_option("PATH", paths, "Logs or folders of logs")->required();
 }
 
 void AddJson(CLI::App& command, bool& json) {
   command.add_flag("--json", json, "Print JSON for programs");
 }
 
-void AddColumns(CLI::App& command, std::vector<std::string>& columns, const char* about) {
-  command.add_option("--columns", columns, about)->delimiter(',');
+void AddText(CLI::App& command, const char* name, const char* type, std::string& text,
+             const char* about) {
+  command.add_option(name, text, about)->type_name(type);
 }
 
-// The options of all commands that look at rows.
+void AddNames(CLI::App& command, const char* name, std::vector<std::string>& names,
+              const char* about) {
+  command.add_option(name, names, about)->delimiter(',')->type_name("NAME,...");
+}
+
+void AddNumber(CLI::App& command, const char* name, std::size_t& number, const char* about) {
+  command.add_option(name, number, about)->type_name("N")->check(CLI::Range(0, 1'000'000));
+}
+
+// The options of all commands that select rows.
 void AddSelection(CLI::App& command, Selection& rows) {
   AddPaths(command, rows.paths);
-  command.add_option("--test", rows.tests, "Rows of these tests, such as CSTATES,HWP")
-      ->delimiter(',');
-  command.add_option("--level", rows.level,
-                     "Rows of this level (Critical, Information, Debug) or a more important one");
-  command.add_option("--since", rows.since,
-                     "Rows from a time on: \"2024-03-07 21:00\", 21:00, +2h from the start, -30min "
-                     "from the end");
-  command.add_option("--until", rows.until, "Rows up to a time, given likewise");
-  command.add_option("--grep", rows.grep,
-                     "Rows that match a regular expression (RE2; (?i) ignores case)");
-  command.add_flag("--failed", rows.failed, "Rows of failures");
+  AddNames(command, "--test", rows.tests, "Only rows of these tests, such as CSTATES,HWP");
+  AddText(command, "--level", "LEVEL", rows.level,
+          "Only rows of this level or a more important one: Critical, Information or Debug");
+  AddText(
+      command, "--since", "TIME", rows.since,
+      "Only rows from TIME on: \"2024-03-07 21:00\", 21:00, +2h (after the first row) or -30min "
+      "(before the last row)");
+  AddText(command, "--until", "TIME", rows.until, "Only rows up to TIME, given in the same way");
+  AddText(command, "--grep", "REGEX", rows.grep,
+          "Only rows that match a regular expression (RE2 syntax; (?i) ignores case)");
+  command.add_flag("--failed", rows.failed, "Only rows of failures");
 }
 
 void AddOutput(CLI::App& command, std::string& file, bool& force) {
-  command.add_option("-o,--output", file, "File to write");
-  command.add_flag("-f,--force", force, "Replace a file that exists");
+  AddText(command, "-o,--output", "FILE", file, "File to write");
+  command.add_flag("-f,--force", force, "Replace FILE if it exists");
 }
 
 void AddSummary(CLI::App& app, Status& status) {
-  const auto [command, arguments] =
-      AddCommand(app, status, "summary", "Tell what ran, what failed first, and how it ended.",
-                 kSummaryExamples, Summarise);
+  const auto [command, arguments] = AddCommand(
+      app, status, "summary", "Show what ran, what failed first and why, and how the logs end.",
+      kSummaryExamples, Summarise);
   AddSelection(*command, arguments->rows);
-  command->add_option("--failures", arguments->failures, "List so many failures (10)");
+  AddNumber(*command, "--failures", arguments->failures,
+            "List the first N kinds of failures; 10 without the option");
   AddJson(*command, arguments->json);
 }
 
 void AddShow(CLI::App& app, Status& status) {
-  const auto [command, arguments] =
-      AddCommand(app, status, "show", "Print the rows of all logs in the order of their times.",
-                 kShowExamples, Show);
+  const auto [command, arguments] = AddCommand(
+      app, status, "show", "Print the rows of all logs in order of time.", kShowExamples, Show);
   AddSelection(*command, arguments->rows);
-  AddColumns(*command, arguments->columns,
-             "These columns, in this order; without, those that hold something");
-  command->add_option("--context", arguments->context, "Show so many rows before and after, too");
+  AddNames(*command, "--columns", arguments->columns,
+           "Print these columns, in this order; without the option, those that are not empty");
+  AddNumber(*command, "--context", arguments->context,
+            "Print also the N rows before and after each");
   AddJson(*command, arguments->json);
 }
 
@@ -147,62 +195,80 @@ void AddFollow(CLI::App& app, Status& status) {
   const auto [command, arguments] =
       AddCommand(app, status, "follow", "Print rows as they are logged.", kFollowExamples, Follow);
   AddSelection(*command, arguments->rows);
-  AddColumns(*command, arguments->columns, "These columns, in this order");
-  command->add_option("--for", arguments->duration, "Stop after this time");
+  AddNames(*command, "--columns", arguments->columns, "Print these columns, in this order");
+  AddText(*command, "--for", "DURATION", arguments->duration, "Stop after this time, such as 90s");
 }
 
 void AddCheck(CLI::App& app, Status& status) {
   const auto [command, arguments] = AddCommand(
-      app, status, "check", "Tell what is damaged in logs, with its line.", kCheckExamples, Check);
+      app, status, "check", "List damage in logs, with file and line.", kCheckExamples, Check);
   AddPaths(*command, arguments->paths);
   AddJson(*command, arguments->json);
 }
 
 void AddGaps(CLI::App& app, Status& status) {
   const auto [command, arguments] = AddCommand(
-      app, status, "gaps", "Tell when nothing was logged, and what came before and after.",
+      app, status, "gaps", "List the times in which nothing was logged, and the restarts.",
       kGapsExamples, ListGaps);
   AddSelection(*command, arguments->rows);
-  command->add_option("--longer-than", arguments->longer_than,
-                      "Gaps of more than this time; without, ten times the mean distance of two "
-                      "rows, and at least 1min");
+  AddText(*command, "--longer-than", "DURATION", arguments->longer_than,
+          "List gaps longer than this, such as 90s or 5min; without the option, longer than ten "
+          "times the mean time between rows, and at least 1min");
   AddJson(*command, arguments->json);
 }
 
 void AddStats(CLI::App& app, Status& status) {
   const auto [command, arguments] =
-      AddCommand(app, status, "stats", "Print count, least, mean, percentiles and most of numbers.",
-                 kStatsExamples, PrintStatistics);
+      AddCommand(app, status, "stats", "Print statistics of the numeric columns.", kStatsExamples,
+                 PrintStatistics);
   AddSelection(*command, arguments->rows);
-  command->add_option("--by", arguments->by, "The column by which rows are grouped (TestType)");
-  AddColumns(*command, arguments->columns, "These columns; without, all that hold numbers");
+  AddText(*command, "--by", "COLUMN", arguments->by,
+          "Group rows by this column; TestType without the option");
+  AddNames(*command, "--columns", arguments->columns,
+           "Only these columns; without the option, all that hold numbers");
   AddJson(*command, arguments->json);
 }
 
 void AddExport(CLI::App& app, Status& status) {
-  const auto [command, arguments] = AddCommand(
-      app, status, "export", "Write the rows of all logs into one file for other programs.",
-      kExportExamples, Export);
+  const auto [command, arguments] =
+      AddCommand(app, status, "export", "Write the rows of all logs as CSV or JSON lines.",
+                 kExportExamples, Export);
   AddSelection(*command, arguments->rows);
-  command->add_option("--format", arguments->format, "csv or jsonl (csv)")
+  command->add_option("--format", arguments->format, "csv or jsonl; csv without the option")
+      ->type_name("FORMAT")
       ->check(CLI::IsMember({"csv", "jsonl"}));
   AddOutput(*command, arguments->file, arguments->force);
 }
 
 void AddReport(CLI::App& app, Status& status) {
-  const auto [command, arguments] =
-      AddCommand(app, status, "report", "Write a report to look at, in one HTML file.",
-                 kReportExamples, WriteReport);
+  const auto [command, arguments] = AddCommand(
+      app, status, "report", "Write a report as one HTML file.", kReportExamples, WriteReport);
   AddSelection(*command, arguments->rows);
   AddOutput(*command, arguments->file, arguments->force);
+  command->get_option("--output")->required();
 }
 
-Status PrintLogCompletion(const CLI::App& app) { return PrintCompletion(app, ""); }
+std::string Join(const std::vector<std::string>& words) {
+  std::string text;
+  for (const std::string& word : words) text.append(text.empty() ? "" : " ").append(word);
+  return text;
+}
+
+// The words that options take; names of columns are not known before the logs are.
+Status PrintLogCompletion(const CLI::App& app) {
+  return PrintCompletion(app, "",
+                         "    --test) words='" + Join(NamesOfTests()) +
+                             "' ;;\n"
+                             "    --level) words='Critical Information Debug' ;;\n"
+                             "    --format) words='csv jsonl' ;;\n");
+}
 
 }  // namespace
 
 std::unique_ptr<CLI::App> MakeCommandLine(Status& status) {
-  auto app = MakeApp("Tells what the logs of the power-management test suite say.", kTopExamples);
+  auto app =
+      MakeApp("Reads the logs of the power-management test suite: what ran, what failed, and when.",
+              kTopExamples);
   AddSummary(*app, status);
   AddShow(*app, status);
   AddFollow(*app, status);

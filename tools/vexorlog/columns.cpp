@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <iostream>
 
+#include "common/program.h"
+#include "common/suggestion.h"
 #include "common/table.h"
 #include "common/text_output.h"
 
@@ -62,16 +65,16 @@ bool IsMeasurement(std::string_view column) {
 }
 
 std::vector<ColumnUse> CollectColumns(const Logs& logs, const RowFilter& filter,
-                                      std::vector<vexor::LogFault>& faults) {
+                                      Progress& progress) {
   std::vector<const vexor::FoundLog*> files;
   for (const vexor::FoundSeries& series : logs.series) {
     for (const vexor::FoundLog& file : series.files) files.push_back(&file);
   }
   std::vector<std::vector<ColumnUse>> parts(files.size());
-  std::vector<std::vector<vexor::LogFault>> failed(files.size());
+  std::vector<std::vector<vexor::LogFault>> ignored(files.size());  // told when rows are read
   RunInParallel(files.size(), [&](std::size_t i) {
     FileColumns part(parts[i]);
-    ReadRows(files[i]->path, failed[i], [&](const LogRow& row, vexor::LogTime time) {
+    ReadRows(files[i]->path, ignored[i], progress, [&](const LogRow& row, vexor::LogTime time) {
       if (row.Kind() == vexor::LogRowKind::kRow && filter.Passes(row, time)) part.Add(row);
     });
   });
@@ -84,22 +87,25 @@ std::vector<ColumnUse> CollectColumns(const Logs& logs, const RowFilter& filter,
       sum.widest = std::max(sum.widest, use.widest);
     }
   }
-  for (auto& part : failed) std::ranges::move(part, std::back_inserter(faults));
   return columns;
 }
 
-std::optional<std::vector<std::string>> ChooseColumns(const std::vector<std::string>& names,
-                                                      const std::vector<ColumnUse>& columns) {
+bool AreColumns(std::string_view option, const std::vector<std::string>& names,
+                const std::vector<ColumnUse>& columns) {
   for (const std::string& name : names) {
     if (std::ranges::find(columns, name, &ColumnUse::name) != columns.end()) continue;
-    std::string known;
+    std::vector<std::string> all;
+    std::string used;
     for (const ColumnUse& column : columns) {
-      if (column.cells > 0) known.append(known.empty() ? "" : ",").append(column.name);
+      all.push_back(column.name);
+      if (column.cells > 0) used.append(used.empty() ? "" : ",").append(column.name);
     }
-    Refuse("--columns", Quote(name) + " is no column of these rows; those with texts are " + known);
-    return std::nullopt;
+    const std::string suggestion = SuggestName(name, all);
+    std::cerr << kProgram.name << ": " << option << ' ' << Quote(name) << ": no such column"
+              << (suggestion.empty() ? "; columns with values are " + used : suggestion) << '\n';
+    return false;
   }
-  return names;
+  return true;
 }
 
 std::string_view ColumnFinder::Cell(const LogRow& row, std::size_t name) {

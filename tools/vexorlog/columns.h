@@ -1,7 +1,6 @@
 // The columns of many logs, brought together.
 #pragma once
 
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,14 +20,14 @@ struct ColumnUse {
 bool IsMeasurement(std::string_view column);
 
 // Returns the columns of all headers, in the order in which they first stand, and how they are used
-// by the rows that pass. Reads all files once.
+// by the rows that pass. Reads all files once; does not report what cannot be read.
 std::vector<ColumnUse> CollectColumns(const Logs& logs, const RowFilter& filter,
-                                      std::vector<vexor::LogFault>& faults);
+                                      Progress& progress);
 
-// Returns those of the names that are columns of the logs; nothing, with a message on standard
-// error, when one of them is none.
-std::optional<std::vector<std::string>> ChooseColumns(const std::vector<std::string>& names,
-                                                      const std::vector<ColumnUse>& columns);
+// Returns whether all names are columns of the logs; if not, reports on standard error, as of the
+// option, which is none.
+bool AreColumns(std::string_view option, const std::vector<std::string>& names,
+                const std::vector<ColumnUse>& columns);
 
 // Finds columns of a row by name, without a search for every row.
 class ColumnFinder {

@@ -21,7 +21,7 @@ constexpr std::array<Category, 15> kCategories = {{{0x1, "configuration"},
                                                    {0x2, "P-state or turbo"},
                                                    {0x4, "C-state"},
                                                    {0x8, "sleep"},
-                                                   {0x20, "the whole system"},
+                                                   {0x20, "system"},
                                                    {0x40, "uncore clock domain"},
                                                    {0x80, "tracing"},
                                                    {0x180, "reset"},
@@ -53,9 +53,9 @@ bool Prints(VEXOR_PM_TEST_ID test, std::uint32_t code, std::string_view word) {
   return std::ranges::find(words, word) != words.end();
 }
 
-std::string_view NameCategory(std::uint32_t code) {
+std::string DescribeCategory(std::uint32_t code) {
   const auto found = std::ranges::find(kCategories, code & (kFirstDetail - 1), &Category::bits);
-  return found == kCategories.end() ? std::string_view("unknown") : found->name;
+  return found == kCategories.end() ? "error" : std::string(found->name) + " error";
 }
 
 // The codes of eight digits in a text, "0x00200004".
@@ -124,16 +124,27 @@ std::optional<std::uint32_t> FindErrorCode(VEXOR_PM_TEST_ID test, std::string_vi
 
 std::vector<std::string> ExplainErrors(VEXOR_PM_TEST_ID test, std::string_view text) {
   std::vector<std::string> lines;
+  std::vector<std::string> told;
   for (const std::uint32_t code : FindCodes(text)) {
-    std::string words;
+    if (code == 0) continue;
+    std::string details;
+    std::string category;
     const std::string tags = GetErrorCode(test, code);
-    for (const std::string_view word : FindErrorWords(tags)) words.append(" ").append(word);
-    if (!words.empty()) lines.push_back(FormatCode(code) + ":" + words);
+    for (const std::string_view word : FindErrorWords(tags)) {
+      told.emplace_back(word);
+      const bool is_category = Prints(test, code & (kFirstDetail - 1), word);
+      std::string& list = is_category ? category : details;
+      list.append(list.empty() ? "" : ", ").append(word);
+    }
+    std::string line = FormatCode(code) + ": " + DescribeCategory(code);
+    if (!category.empty()) line += " (" + category + ")";
+    if (!details.empty()) line += ": " + details;
+    lines.push_back(std::move(line));
   }
   for (const std::string_view word : FindErrorWords(text)) {
     const std::optional<std::uint32_t> code = FindErrorCode(test, word);
-    if (!code) continue;
-    lines.push_back(std::string(word) + ": " + std::string(NameCategory(*code)) + ", code " +
+    if (!code || std::ranges::find(told, word) != told.end()) continue;
+    lines.push_back(std::string(word) + ": " + DescribeCategory(*code) + ", code " +
                     FormatCode(*code));
   }
   return lines;

@@ -22,8 +22,9 @@ std::vector<std::string_view> FindErrorWords(std::string_view text);
 // it never prints.
 std::optional<std::uint32_t> FindErrorCode(VEXOR_PM_TEST_ID test, std::string_view word);
 
-// Returns what a test's error words and codes in a text mean, one line each:
-// "EC_C6: C-state, code 0x00200004", "0x00200004: EC_CSTATE EC_C6".
+// Returns what a test's error codes in a text mean, and its error words that none of these codes
+// stands for, one line each: "0x00200004: C-state error (EC_CSTATE): EC_C6",
+// "EC_C6: C-state error, code 0x00200004".
 std::vector<std::string> ExplainErrors(VEXOR_PM_TEST_ID test, std::string_view text);
 
 }  // namespace tools::vexorlog

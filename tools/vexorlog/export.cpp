@@ -58,20 +58,24 @@ Status Export(const ExportArguments& arguments) {
   const Logs logs = FindGivenLogs(arguments.rows.paths);
   const auto filter = MakeFilter(arguments.rows, logs);
   if (!filter || logs.series.empty()) return kNotRun;
+  if (KeepLogs(logs, arguments.file) != kClean) return kNotRun;
   OutputFile output(arguments.file, arguments.force);
   if (!output.IsOpen()) return kNotRun;
-  std::vector<vexor::LogFault> faults;
+  Progress progress(output.IsStandardOutput() ? 0 : 2 * CountBytes(logs));
   std::vector<std::string> names;
-  for (const ColumnUse& column : CollectColumns(logs, *filter, faults))
+  for (const ColumnUse& column : CollectColumns(logs, *filter, progress)) {
     names.push_back(column.name);
+  }
   if (names.empty()) names.emplace_back("Notes");
 
   ColumnFinder finder(std::move(names));
   const bool is_csv = arguments.format == "csv";
   if (is_csv) output.Write(FormatCsv("File", "Line", finder, nullptr));
+  RowProgress done(progress);
   vexor::LogMerge merge(logs.series);
   while (merge.Next()) {
     const vexor::LogRow row = merge.Row();
+    done.Add(row);
     if (!filter->Passes(row, merge.Time())) continue;
     const std::string& file = merge.File().path;
     output.Write(is_csv ? FormatCsv(file, std::to_string(row.Line()), finder, &row)

@@ -18,8 +18,17 @@ using vexor::LogTime;
 
 constexpr auto kPause = std::chrono::milliseconds(200);
 
-// Of what is there at the start, so many of the last rows are shown.
-constexpr std::size_t kFirstRows = 10;
+// Of what is there at the start, this many of the last rows are shown; they are picked from
+// stretches of the other size, so that memory does not grow with the logs.
+constexpr std::ptrdiff_t kFirstRows = 10;
+constexpr std::size_t kMostKept = 4096;
+
+// Widths that the usual columns need; rows are shown before the widest is known.
+std::vector<ColumnUse> UsualWidths() {
+  return {{.name = "Time", .widest = 23},  {.name = "TestType", .widest = 9},
+          {.name = "Iter", .widest = 5},   {.name = "Affinity", .widest = 11},
+          {.name = "Result", .widest = 6}, {.name = "Status", .widest = 8}};
+}
 
 struct TimedLine {
   LogTime time = vexor::kNoLogTime;
@@ -65,30 +74,39 @@ class Source {
 class Follower {
  public:
   Follower(RowFilter filter, const std::vector<std::string>& columns)
-      : filter_(std::move(filter)), format_(columns, {}) {
+      : filter_(std::move(filter)), format_(columns, UsualWidths()) {
     std::cout << format_.FormatTitles() << std::endl;
   }
 
   // Prints, in the order of their times, the rows that were added since the last call.
   void Poll(const std::vector<std::string>& paths) {
-    for (const vexor::FoundSeries& series : vexor::FindLogs(paths).series) {
+    for (const vexor::FoundSeries& series : vexor::FindLogs(ExpandPaths(paths)).series) {
       for (const vexor::FoundLog& file : series.files) sources_.try_emplace(file.path, file.path);
     }
     std::vector<TimedLine> lines;
     for (auto& [path, source] : sources_) {
       source.ReadNew([&](const LogRow& row, LogTime time) {
-        if (filter_.Passes(row, time)) lines.push_back({.time = time, .line = format_.Format(row)});
+        if (!filter_.Passes(row, time)) return;
+        lines.push_back({.time = time, .line = format_.Format(row)});
+        if (is_first_ && lines.size() >= kMostKept) KeepLast(lines);
       });
     }
-    std::ranges::stable_sort(lines, {}, &TimedLine::time);
-    const std::size_t skipped =
-        is_first_ && lines.size() > kFirstRows ? lines.size() - kFirstRows : 0;
-    for (std::size_t i = skipped; i < lines.size(); ++i) std::cout << lines[i].line << '\n';
+    if (is_first_) {
+      KeepLast(lines);
+    } else {
+      std::ranges::stable_sort(lines, {}, &TimedLine::time);
+    }
+    for (const TimedLine& line : lines) std::cout << line.line << '\n';
     std::cout.flush();
     is_first_ = false;
   }
 
  private:
+  static void KeepLast(std::vector<TimedLine>& lines) {
+    std::ranges::stable_sort(lines, {}, &TimedLine::time);
+    if (std::ssize(lines) > kFirstRows) lines.erase(lines.begin(), lines.end() - kFirstRows);
+  }
+
   RowFilter filter_;
   RowFormat format_;
   std::map<std::string, Source> sources_;
@@ -98,13 +116,11 @@ class Follower {
 }  // namespace
 
 Status Follow(const FollowArguments& arguments) {
-  const auto duration = ParseDuration(arguments.duration);
-  if (!duration && !arguments.duration.empty()) {
-    return Refuse("--for", Quote(arguments.duration) + ": expected a duration such as 90s or 5min");
-  }
-  const Logs logs = FindGivenLogs(arguments.rows.paths);
+  std::optional<LogTime> duration;
+  if (!ReadDuration("--for", arguments.duration, duration)) return kNotRun;
+  const Logs logs = FindGivenLogs(arguments.rows.paths, NoLogs::kAreAwaited);
   auto filter = MakeFilter(arguments.rows, logs);
-  if (!filter || logs.status != kClean) return kNotRun;
+  if (!filter || (logs.series.empty() && logs.status != kClean)) return kNotRun;
   const std::vector<std::string> usual = {"Time",   "TestType", "Iter", "Affinity",
                                           "Result", "Status",   "Notes"};
   Follower follower(std::move(*filter), arguments.columns.empty() ? usual : arguments.columns);
@@ -115,7 +131,7 @@ Status Follow(const FollowArguments& arguments) {
     if (duration && steady_clock::now() - start >= std::chrono::milliseconds(*duration)) break;
     std::this_thread::sleep_for(kPause);
   }
-  return kClean;
+  return logs.status;
 }
 
 }  // namespace tools::vexorlog

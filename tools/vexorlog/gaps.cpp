@@ -27,24 +27,30 @@ constexpr LogTime kTimesUsual = 10;
 // A restart is worth telling after any silence; the logs of one start follow each other at once.
 constexpr LogTime kLeastRestart = 1000;
 
-std::string Describe(const Neighbour& row) {
-  return row.test + (row.note.empty() ? "" : ": " + row.note);
+void PrintNeighbour(const Neighbour& row) {
+  std::cout << row.test << (row.note.empty() ? "" : ": ") << row.note << "\n          "
+            << NameFile(row.path) << ':' << row.line << '\n';
 }
 
 void PrintGaps(const Gaps& found) {
   if (found.gaps.empty()) {
-    std::cout << "no restart, and no silence longer than " << FormatDuration(found.limit) << '\n';
+    std::cout << "no gap: no silence longer than " << FormatDuration(found.limit)
+              << ", no restart\n";
     return;
   }
+  LogTime total = 0;
   for (const Gap& gap : found.gaps) {
-    std::cout << vexor::FormatLogTime(gap.before.time) << "  " << FormatDuration(gap.Length())
-              << (gap.is_restart ? ", then a restart" : "") << "\n  before  "
-              << Describe(gap.before) << "\n          " << NameFile(gap.before.path) << ':'
-              << gap.before.line << "\n  after   " << Describe(gap.after) << "\n          "
-              << NameFile(gap.after.path) << ':' << gap.after.line << '\n';
+    total += gap.Length();
+    std::cout << vexor::FormatLogTime(gap.before.time) << " to "
+              << vexor::FormatLogTime(gap.after.time) << ": " << FormatDuration(gap.Length())
+              << (gap.is_restart ? ", then a restart" : " of silence") << "\n  before  ";
+    PrintNeighbour(gap.before);
+    std::cout << "  after   ";
+    PrintNeighbour(gap.after);
   }
-  std::cout << Count(found.gaps.size(), "gap") << ": restarts, and silences longer than "
-            << FormatDuration(found.limit) << '\n';
+  std::cout << Count(found.gaps.size(), "gap") << ", " << FormatDuration(total)
+            << " in total (silences longer than " << FormatDuration(found.limit)
+            << ", and restarts)\n";
 }
 
 Json MakeNeighbourJson(const Neighbour& row) {
@@ -103,21 +109,19 @@ Json MakeGapsJson(const Gaps& found) {
 
 Status ListGaps(const GapsArguments& arguments) {
   std::optional<LogTime> limit;
-  if (!arguments.longer_than.empty()) {
-    limit = ParseDuration(arguments.longer_than);
-    if (!limit) {
-      return Refuse("--longer-than",
-                    Quote(arguments.longer_than) + ": expected a duration such as 90s or 5min");
-    }
-  }
+  if (!ReadDuration("--longer-than", arguments.longer_than, limit)) return kNotRun;
   const Logs logs = FindGivenLogs(arguments.rows.paths);
   const auto filter = MakeFilter(arguments.rows, logs);
   if (!filter || logs.series.empty()) return kNotRun;
+  Progress progress(CountBytes(logs));
+  RowProgress done(progress);
   GapFinder finder(limit);
   vexor::LogMerge merge(logs.series);
   while (merge.Next()) {
-    if (filter->Passes(merge.Row(), merge.Row().Time())) finder.Add(merge);
+    done.Add(merge.Row());
+    if (filter->Passes(merge.Row(), merge.Time())) finder.Add(merge);
   }
+  progress.Finish();
   const Gaps found = finder.Finish();
   if (arguments.json) {
     std::cout << PrintJson(MakeGapsJson(found), 1) << '\n';

@@ -9,8 +9,11 @@
 #include <stdexcept>
 #include <thread>
 
+#include "common/files.h"
+#include "common/find_files.h"
 #include "common/program.h"
 #include "common/text_output.h"
+#include "vexor/util/clock.h"
 
 namespace tools::vexorlog {
 namespace {
@@ -19,7 +22,8 @@ using vexor::kNoLogTime;
 using vexor::LogTime;
 
 std::string ReasonOf(const vexor::NoLog& other) {
-  if (other.reason == vexor::NoLog::Reason::kBinary) return "is no log: it begins with binary data";
+  if (other.reason == vexor::NoLog::Reason::kBinary)
+    return "is not a log: it begins with binary data";
   if (other.error == std::errc::no_such_file_or_directory) return "no such file or folder";
   return "cannot be read: " + other.error.default_error_condition().message();
 }
@@ -53,8 +57,35 @@ LogTime FindEnd(const Logs& logs) {
 
 }  // namespace
 
-Logs FindGivenLogs(const std::vector<std::string>& paths) {
-  vexor::FoundLogs found = vexor::FindLogs(paths);
+std::vector<std::string> ExpandPaths(const std::vector<std::string>& paths) {
+  std::vector<std::string> expanded;
+  for (const std::string& path : paths)
+    std::ranges::move(ExpandWildcard(path), std::back_inserter(expanded));
+  return expanded;
+}
+
+std::uint64_t CountBytes(const Logs& logs) {
+  std::uint64_t bytes = 0;
+  for (const vexor::FoundSeries& series : logs.series) {
+    for (const vexor::FoundLog& file : series.files) bytes += file.size;
+  }
+  return bytes;
+}
+
+Status KeepLogs(const Logs& logs, const std::string& output) {
+  if (KindOf(output) == FileKind::kNone) return kClean;
+  for (const vexor::FoundSeries& series : logs.series) {
+    for (const auto& files : {series.files, series.leftovers}) {
+      for (const vexor::FoundLog& file : files) {
+        if (AreOneFile(file.path, output)) return Refuse(output, "is one of the logs to be read");
+      }
+    }
+  }
+  return kClean;
+}
+
+Logs FindGivenLogs(const std::vector<std::string>& paths, NoLogs none) {
+  vexor::FoundLogs found = vexor::FindLogs(ExpandPaths(paths));
   Logs logs;
   for (const vexor::NoLog& other : found.others) {
     if (other.reason == vexor::NoLog::Reason::kOtherName) continue;
@@ -67,8 +98,8 @@ Logs FindGivenLogs(const std::vector<std::string>& paths) {
       logs.start = logs.start == kNoLogTime ? file.first : std::min(logs.start, file.first);
     }
   }
-  if (logs.series.empty() && logs.status == kClean) {
-    logs.status = Refuse(paths.front(), "holds no log: no file with a name that ends in .csv");
+  if (logs.series.empty() && logs.status == kClean && none == NoLogs::kAreAnError) {
+    logs.status = Refuse(paths.front(), "the folder holds no log (no *.csv file)");
   }
   return logs;
 }
@@ -76,12 +107,25 @@ Logs FindGivenLogs(const std::vector<std::string>& paths) {
 std::optional<RowFilter> MakeFilter(const Selection& selection, const Logs& logs) {
   const bool needs_end = selection.since.starts_with('-') || selection.until.starts_with('-');
   try {
+    if (logs.start == kNoLogTime) {  // logs that are yet to be written
+      const LogTime now = vexor::ParseLogTime(GetCurTimeStamp());
+      return RowFilter(selection, now, now);
+    }
     return RowFilter(selection, logs.start, needs_end ? FindEnd(logs) : logs.start);
   } catch (const std::invalid_argument& error) {
-    std::cout.flush();
     std::cerr << kProgram.name << ": " << error.what() << '\n';
     return std::nullopt;
   }
+}
+
+bool ReadDuration(std::string_view option, std::string_view text,
+                  std::optional<LogTime>& duration) {
+  if (text.empty()) return true;
+  duration = ParseDuration(text);
+  if (duration) return true;
+  std::cerr << kProgram.name << ": " << option << ' ' << Quote(text)
+            << ": expected a duration such as 90s or 5min\n";
+  return false;
 }
 
 Status ReportFaults(const std::vector<vexor::LogFault>& faults, Status status) {
@@ -89,7 +133,7 @@ Status ReportFaults(const std::vector<vexor::LogFault>& faults, Status status) {
     status = Refuse(fault.path,
                     fault.change == vexor::LogFileChange::kNone
                         ? "cannot be read: " + fault.error.default_error_condition().message()
-                        : "became shorter while it was read");
+                        : "became shorter while it was being read");
   }
   return status;
 }

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "common/progress.h"
 #include "common/status.h"
 #include "selection.h"
 #include "vexor/logging/log_files.h"
@@ -19,9 +20,26 @@ struct Logs {
   Status status = kClean;                    // kNotRun when something given cannot be read
 };
 
-// Finds the logs among the paths. What cannot be read, or is given and is no log, is said on
-// standard error.
-Logs FindGivenLogs(const std::vector<std::string>& paths);
+// Returns the paths with wildcards expanded.
+std::vector<std::string> ExpandPaths(const std::vector<std::string>& paths);
+
+enum class NoLogs : std::uint8_t { kAreAnError, kAreAwaited };
+
+// Finds the logs among the paths, which may hold wildcards. Reports on standard error what cannot
+// be read, what is given and is not a log, and, unless logs are awaited, that there is none at all.
+Logs FindGivenLogs(const std::vector<std::string>& paths, NoLogs none = NoLogs::kAreAnError);
+
+// Returns the bytes in all files of the series: the work of reading them once.
+std::uint64_t CountBytes(const Logs& logs);
+
+// Returns kClean for a file that may be written; reports on standard error when it is one of the
+// logs.
+Status KeepLogs(const Logs& logs, const std::string& output);
+
+// Stores the duration that an option's text names, if it is not empty; false, with a message on
+// standard error, for a text that names none.
+bool ReadDuration(std::string_view option, std::string_view text,
+                  std::optional<vexor::LogTime>& duration);
 
 // Returns the filter of a selection of these logs; nothing, with a message on standard error, for
 // one that cannot be understood.
@@ -31,16 +49,40 @@ std::optional<RowFilter> MakeFilter(const Selection& selection, const Logs& logs
 // any, else `status`.
 Status ReportFaults(const std::vector<vexor::LogFault>& faults, Status status);
 
+// Counts the rows of one thread as progress, in pieces that are worth it.
+class RowProgress {
+ public:
+  explicit RowProgress(Progress& progress) : progress_(progress) {}
+  RowProgress(const RowProgress&) = delete;
+  RowProgress& operator=(const RowProgress&) = delete;
+  ~RowProgress() { progress_.Add(bytes_); }
+
+  void Add(const vexor::LogRow& row) {
+    constexpr std::uint64_t kPiece = 1U << 20U;
+    bytes_ += row.Size();
+    if (bytes_ < kPiece) return;
+    progress_.Add(bytes_);
+    bytes_ = 0;
+  }
+
+ private:
+  Progress& progress_;
+  std::uint64_t bytes_ = 0;
+};
+
 // Calls `visit` with every row of a file and its time, or that of the row before it where it has
 // none. A file that cannot be read to its end is added to the faults.
 template <class Visit>
-void ReadRows(const std::string& path, std::vector<vexor::LogFault>& faults, Visit visit) {
+void ReadRows(const std::string& path, std::vector<vexor::LogFault>& faults, Progress& progress,
+              Visit visit) {
+  RowProgress done(progress);
   vexor::LogReader reader;
   reader.Open(path);
   vexor::LogTime time = vexor::kNoLogTime;
   while (reader.Next()) {
     const vexor::LogRow row = reader.Row();
     if (const vexor::LogTime own = row.Time(); own != vexor::kNoLogTime) time = own;
+    done.Add(row);
     visit(row, time);
   }
   if (!reader.Error() && reader.Change() != vexor::LogFileChange::kShrunk) return;

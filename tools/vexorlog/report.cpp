@@ -96,12 +96,16 @@ Status WriteReport(const ReportArguments& arguments) {
   const Logs logs = FindGivenLogs(arguments.rows.paths);
   const auto filter = MakeFilter(arguments.rows, logs);
   if (!filter || logs.series.empty()) return kNotRun;
-  Survey survey = MakeSurvey(logs, *filter);
+  if (KeepLogs(logs, arguments.file) != kClean) return kNotRun;
+  Progress progress(2 * CountBytes(logs));
+  RowProgress done(progress);
+  Survey survey = MakeSurvey(logs, *filter, progress);
   const bool has_failures = !survey.failures.empty();
   ReportData rows(survey.first, survey.last);
   GapFinder gaps({});
   vexor::LogMerge merge(logs.series);
   while (merge.Next()) {
+    done.Add(merge.Row());
     const bool is_selected = filter->Passes(merge.Row(), merge.Time());
     rows.Add(merge, is_selected);
     if (is_selected) gaps.Add(merge);

@@ -7,6 +7,7 @@
 #include <charconv>
 #include <stdexcept>
 
+#include "common/suggestion.h"
 #include "common/text_output.h"
 
 namespace tools::vexorlog {
@@ -65,26 +66,39 @@ std::optional<LogTime> ParseStamp(std::string text) {
   return time == kNoLogTime ? std::nullopt : std::optional(time);
 }
 
-[[noreturn]] void Reject(std::string_view option, std::string_view text,
-                         std::string_view expected) {
-  throw std::invalid_argument(std::string(option) + " " + Quote(text) + ": expected " +
-                              std::string(expected));
+[[noreturn]] void Reject(std::string_view option, std::string_view text, std::string_view why) {
+  throw std::invalid_argument(std::string(option) + " " + Quote(text) + ": " + std::string(why));
 }
 
 LogTime PointOf(std::string_view option, const std::string& text, LogTime start, LogTime end) {
   const std::optional<LogTime> point = ParsePointInTime(text, start, end);
   if (!point) {
     Reject(option, text,
-           "a time such as \"2024-03-07 21:00\" or 21:00, or a duration from the start (+2h) or "
-           "the end (-30min)");
+           "expected a time such as \"2024-03-07 21:00\" or 21:00, or a duration after the start "
+           "(+2h) or before the end (-30min)");
   }
   return *point;
 }
 
 VEXOR_PM_TEST_ID TestOf(const std::string& name) {
   const VEXOR_PM_TEST_ID test = GetPMTestID(name, true);
-  if (test == PM_TEST_MAX) Reject("--test", name, "a test's name such as CSTATES");
+  if (test == PM_TEST_MAX) {
+    const std::string suggestion = SuggestName(name, NamesOfTests());
+    Reject("--test", name,
+           suggestion.empty() ? "expected the name of a test such as CSTATES"
+                              : "no such test" + suggestion);
+  }
   return test;
+}
+
+TRACE_LEVEL LevelOf(const std::string& name) {
+  constexpr auto kUnknown = static_cast<TRACE_LEVEL>(-1);
+  const TRACE_LEVEL level = ParseTraceLevelID(name, kUnknown);
+  if (level == kUnknown) {
+    const std::vector<std::string> names = {"Critical", "Information", "Debug"};
+    Reject("--level", name, "expected Critical, Information or Debug" + SuggestName(name, names));
+  }
+  return level;
 }
 
 }  // namespace
@@ -100,6 +114,15 @@ std::optional<LogTime> ParseDuration(std::string_view text) {
     sum += *number * *unit;
   }
   return sum;
+}
+
+std::vector<std::string> NamesOfTests() {
+  std::vector<std::string> names;
+  for (int id = PM_TEST_VEXOR; id < PM_TEST_MAX; ++id) {
+    std::string name = GetPMTestName(static_cast<VEXOR_PM_TEST_ID>(id));
+    if (name != "NA") names.push_back(std::move(name));
+  }
+  return names;
 }
 
 std::string FormatDuration(LogTime milliseconds) {
@@ -136,17 +159,16 @@ std::optional<LogTime> ParsePointInTime(std::string_view text, LogTime start, Lo
 RowFilter::RowFilter(const Selection& selection, LogTime start, LogTime end)
     : failed_(selection.failed) {
   for (const std::string& name : selection.tests) tests_.push_back(TestOf(name));
-  if (!selection.level.empty()) {
-    constexpr auto kUnknown = static_cast<TRACE_LEVEL>(-1);
-    level_ = ParseTraceLevelID(selection.level, kUnknown);
-    if (level_ == kUnknown) Reject("--level", selection.level, "Critical, Information or Debug");
-  }
+  if (!selection.level.empty()) level_ = LevelOf(selection.level);
   if (!selection.since.empty()) since_ = PointOf("--since", selection.since, start, end);
   if (!selection.until.empty()) until_ = PointOf("--until", selection.until, start, end);
-  if (!selection.grep.empty()) {
-    pattern_ = std::make_unique<re2::RE2>(selection.grep, RE2::Quiet);
-    if (!pattern_->ok())
-      Reject("--grep", selection.grep, "a regular expression: " + pattern_->error());
+  if (until_ && *until_ < since_) {
+    Reject("--until", selection.until, "is before --since " + Quote(selection.since));
+  }
+  if (selection.grep.empty()) return;
+  pattern_ = std::make_unique<re2::RE2>(selection.grep, RE2::Quiet);
+  if (!pattern_->ok()) {
+    Reject("--grep", selection.grep, "not a regular expression: " + pattern_->error());
   }
 }
 

@@ -17,6 +17,9 @@ class RE2;
 
 namespace tools::vexorlog {
 
+// Returns the names of all tests.
+std::vector<std::string> NamesOfTests();
+
 // Returns the milliseconds of a duration such as "90s", "5min", "1h30min" or "2d"; nothing for
 // another text.
 std::optional<vexor::LogTime> ParseDuration(std::string_view text);

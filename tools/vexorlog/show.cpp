@@ -4,6 +4,7 @@
 
 #include "columns.h"
 #include "commands.h"
+#include "common/program.h"
 #include "json.h"
 #include "row_format.h"
 
@@ -33,12 +34,12 @@ std::string FormatJson(const vexor::FoundLog& file, const LogRow& row, ColumnFin
   return PrintJson(json);
 }
 
-// Prints the lines that are asked for, with some before and after each, and "--" where lines are
-// left out.
+// Prints the lines that are asked for under their titles, with some before and after each, and "--"
+// where lines are left out.
 class ContextPrinter {
  public:
-  ContextPrinter(std::size_t context, bool marks_gaps)
-      : context_(context), marks_gaps_(marks_gaps) {}
+  ContextPrinter(std::size_t context, bool marks_gaps, std::string titles)
+      : context_(context), marks_gaps_(marks_gaps), titles_(std::move(titles)) {}
 
   [[nodiscard]] bool Wants(bool is_asked_for) const { return is_asked_for || context_ > 0; }
 
@@ -65,12 +66,13 @@ class ContextPrinter {
 
  private:
   void Print(const std::string& line) {
+    if (printed_++ == 0) std::cout << titles_;
     std::cout << line << '\n';
-    ++printed_;
   }
 
   std::size_t context_;
   bool marks_gaps_;
+  std::string titles_;
   std::deque<std::string> kept_;
   std::size_t after_ = 0;
   bool has_gap_ = false;
@@ -87,18 +89,18 @@ Status Show(const ShowArguments& arguments) {
   const Logs logs = FindGivenLogs(arguments.rows.paths);
   const auto filter = MakeFilter(arguments.rows, logs);
   if (!filter || logs.series.empty()) return kNotRun;
-  std::vector<vexor::LogFault> faults;
   const RowFilter everything({}, logs.start, logs.start);
+  Progress none(0);  // rows follow at once
   const std::vector<ColumnUse> columns =
-      CollectColumns(logs, arguments.context > 0 ? everything : *filter, faults);
-  const auto names =
-      arguments.columns.empty() ? ListUsed(columns) : ChooseColumns(arguments.columns, columns);
-  if (!names) return kNotRun;
+      CollectColumns(logs, arguments.context > 0 ? everything : *filter, none);
+  if (!AreColumns("--columns", arguments.columns, columns)) return kNotRun;
+  const std::vector<std::string> names =
+      arguments.columns.empty() ? ListUsed(columns) : arguments.columns;
 
-  ColumnFinder finder(*names);
-  RowFormat format(*names, columns);
-  ContextPrinter printer(arguments.context, arguments.context > 0 && !arguments.json);
-  if (!arguments.json) std::cout << format.FormatTitles() << '\n';
+  ColumnFinder finder(names);
+  RowFormat format(names, columns);
+  ContextPrinter printer(arguments.context, arguments.context > 0 && !arguments.json,
+                         arguments.json ? "" : format.FormatTitles() + "\n");
   vexor::LogMerge merge(logs.series);
   while (merge.Next()) {
     const LogRow row = merge.Row();
@@ -107,6 +109,7 @@ Status Show(const ShowArguments& arguments) {
     printer.Add(arguments.json ? FormatJson(merge.File(), row, finder) : format.Format(row),
                 passes);
   }
+  if (printer.Printed() == 0) std::cerr << kProgram.name << ": no row to show\n";
   return ReportFaults(merge.Faults(), logs.status != kClean    ? logs.status
                                       : printer.Printed() == 0 ? kWarnings
                                                                : kClean);

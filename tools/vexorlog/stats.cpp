@@ -113,12 +113,12 @@ void PrintTable(const Statistics& statistics, const std::string& by) {
   TextTable table({{by},
                    {"column"},
                    {"count", Align::kRight},
-                   {"least", Align::kRight},
+                   {"min", Align::kRight},
                    {"mean", Align::kRight},
-                   {"50 %", Align::kRight},
-                   {"90 %", Align::kRight},
-                   {"99 %", Align::kRight},
-                   {"most", Align::kRight}});
+                   {"median", Align::kRight},
+                   {"p90", Align::kRight},
+                   {"p99", Align::kRight},
+                   {"max", Align::kRight}});
   statistics.ForEach([&](const std::string& group, const std::string& column, const Numbers& all) {
     table.AddRow({OneLine(group), column, std::to_string(all.Total()), FormatNumber(all.Least()),
                   FormatNumber(all.Mean()), FormatNumber(all.Percentile(50)),
@@ -135,12 +135,12 @@ void PrintJsonTable(const Statistics& statistics, const std::string& by) {
     json["statistics"].push_back({{"group", group},
                                   {"column", column},
                                   {"count", all.Total()},
-                                  {"least", all.Least()},
+                                  {"min", all.Least()},
                                   {"mean", all.Mean()},
-                                  {"p50", all.Percentile(50)},
+                                  {"median", all.Percentile(50)},
                                   {"p90", all.Percentile(90)},
                                   {"p99", all.Percentile(99)},
-                                  {"most", all.Most()}});
+                                  {"max", all.Most()}});
   });
   std::cout << PrintJson(json, 1) << '\n';
 }
@@ -151,24 +151,25 @@ Status PrintStatistics(const StatsArguments& arguments) {
   const Logs logs = FindGivenLogs(arguments.rows.paths);
   const auto filter = MakeFilter(arguments.rows, logs);
   if (!filter || logs.series.empty()) return kNotRun;
-  std::vector<vexor::LogFault> faults;
-  const std::vector<ColumnUse> used = CollectColumns(logs, *filter, faults);
+  Progress progress(2 * CountBytes(logs));
+  const std::vector<ColumnUse> used = CollectColumns(logs, *filter, progress);
   std::vector<std::string> columns;
   for (const ColumnUse& column : used) {
     if (column.cells > 0 && IsMeasurement(column.name)) columns.push_back(column.name);
   }
-  const auto chosen = ChooseColumns(arguments.columns, used);
-  if (!chosen || !ChooseColumns({arguments.by}, used)) return kNotRun;
+  if (!AreColumns("--columns", arguments.columns, used)) return kNotRun;
+  if (!used.empty() && !AreColumns("--by", {arguments.by}, used)) return kNotRun;
 
-  Statistics statistics(chosen->empty() ? columns : *chosen, arguments.by);
-  faults.clear();
+  Statistics statistics(arguments.columns.empty() ? columns : arguments.columns, arguments.by);
+  std::vector<vexor::LogFault> faults;
   for (const vexor::FoundSeries& series : logs.series) {
     for (const vexor::FoundLog& file : series.files) {
-      ReadRows(file.path, faults, [&](const vexor::LogRow& row, vexor::LogTime time) {
+      ReadRows(file.path, faults, progress, [&](const vexor::LogRow& row, vexor::LogTime time) {
         if (filter->Passes(row, time)) statistics.Add(row);
       });
     }
   }
+  progress.Finish();
   if (arguments.json) {
     PrintJsonTable(statistics, arguments.by);
   } else {

@@ -30,6 +30,12 @@ std::string FormatSecond(LogTime time) {
   return vexor::FormatLogTime(time).substr(0, kLength);
 }
 
+// Without the year, which stands above the table.
+std::string FormatShort(LogTime time) {
+  const std::string text = FormatSecond(time);
+  return text.empty() ? text : text.substr(std::string_view("2024-").size());
+}
+
 std::string FormatCount(std::uint64_t count) { return count == 0 ? "" : std::to_string(count); }
 
 std::string NameTest(const std::string& test) { return test.empty() ? "(none)" : OneLine(test); }
@@ -43,14 +49,14 @@ LogTime FirstFailureOf(const Survey& survey, const std::string& test) {
 
 std::string FormatSilence(const Silence& silence) {
   if (silence.Length() <= 0) return {};
-  return FormatDuration(silence.Length()) + " from " + FormatSecond(silence.begin);
+  return FormatDuration(silence.Length()) + " from " + FormatShort(silence.begin);
 }
 
 void PrintTests(const Survey& survey) {
   TextTable table({{"test"},
-                   {"first"},
-                   {"last"},
-                   {"how long", Align::kRight},
+                   {"first row"},
+                   {"last row"},
+                   {"duration", Align::kRight},
                    {"rows", Align::kRight},
                    {"iterations", Align::kRight},
                    {"passed", Align::kRight},
@@ -58,12 +64,12 @@ void PrintTests(const Survey& survey) {
                    {"first failure"},
                    {"longest silence"},
                    {"restarts", Align::kRight},
-                   {"log"}});
+                   {"log ends"}});
   for (const TestSurvey& test : survey.tests) {
-    table.AddRow({NameTest(test.test), FormatSecond(test.first), FormatSecond(test.last),
+    table.AddRow({NameTest(test.test), FormatShort(test.first), FormatShort(test.last),
                   FormatDuration(test.last - test.first), std::to_string(test.rows),
                   FormatCount(test.iterations), FormatCount(test.passes),
-                  FormatCount(test.failures), FormatSecond(FirstFailureOf(survey, test.test)),
+                  FormatCount(test.failures), FormatShort(FirstFailureOf(survey, test.test)),
                   FormatSilence(test.longest), FormatCount(test.restarts),
                   std::string(NameOf(test.end))});
   }
@@ -73,7 +79,7 @@ void PrintTests(const Survey& survey) {
 void PrintFailure(const FailureKind& failure) {
   std::cout << vexor::FormatLogTime(failure.first) << "  " << NameTest(failure.test);
   if (!failure.iteration.empty()) std::cout << ", iteration " << OneLine(failure.iteration);
-  if (!failure.affinity.empty()) std::cout << ", " << OneLine(failure.affinity);
+  if (!failure.affinity.empty()) std::cout << ", affinity " << OneLine(failure.affinity);
   std::cout << ": " << failure.what;
   if (failure.count > 1) std::cout << " (and " << failure.count - 1 << " more of this kind)";
   std::cout << "\n    " << NameFile(failure.path) << ':' << failure.line << '\n';
@@ -84,12 +90,12 @@ void PrintFailure(const FailureKind& failure) {
 
 void PrintFailures(const Survey& survey, std::size_t most) {
   if (survey.failures.empty() || most == 0) return;
-  std::cout << "\nFailures, the first of each kind:\n";
+  std::cout << "\nFailures, in order of time, the first of each kind:\n";
   const std::size_t count = std::min(most, survey.failures.size());
   for (std::size_t i = 0; i < count; ++i) PrintFailure(survey.failures[i]);
   if (count < survey.failures.size()) {
     std::cout << "and " << Count(survey.failures.size() - count, "more kind")
-              << "; --failures lists more\n";
+              << "; list more with --failures\n";
   }
 }
 
@@ -101,7 +107,7 @@ void PrintSummary(const Survey& survey, std::size_t failures) {
   }
   std::cout << "\n";
   if (survey.damaged > 0) {
-    std::cout << Count(survey.damaged, "damaged place") << "; vexorlog check tells where\n";
+    std::cout << Count(survey.damaged, "damaged place") << "; vexorlog check lists them\n";
   }
   std::cout << "\n";
   if (!survey.tests.empty()) PrintTests(survey);
@@ -159,7 +165,9 @@ Status Summarise(const SummaryArguments& arguments) {
   const Logs logs = FindGivenLogs(arguments.rows.paths);
   const auto filter = MakeFilter(arguments.rows, logs);
   if (!filter || logs.series.empty()) return kNotRun;
-  const Survey survey = MakeSurvey(logs, *filter);
+  Progress progress(CountBytes(logs));
+  const Survey survey = MakeSurvey(logs, *filter, progress);
+  progress.Finish();
   if (arguments.json) {
     std::cout << PrintJson(MakeSummaryJson(survey), 1) << '\n';
   } else {

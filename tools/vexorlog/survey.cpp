@@ -61,8 +61,9 @@ class FileReading {
   FileReading(const std::string& path, const RowFilter& filter, Part& part)
       : path_(path), filter_(filter), part_(part) {}
 
-  void Read() {
-    ReadRows(path_, part_.faults, [this](const LogRow& row, LogTime time) { Add(row, time); });
+  void Read(Progress& progress) {
+    ReadRows(path_, part_.faults, progress,
+             [this](const LogRow& row, LogTime time) { Add(row, time); });
   }
 
  private:
@@ -192,7 +193,7 @@ struct FilePlace {
 
 }  // namespace
 
-Survey MakeSurvey(const Logs& logs, const RowFilter& filter) {
+Survey MakeSurvey(const Logs& logs, const RowFilter& filter, Progress& progress) {
   std::vector<FilePlace> places;
   std::vector<std::vector<Part>> parts(logs.series.size());
   for (std::size_t i = 0; i < logs.series.size(); ++i) {
@@ -203,7 +204,7 @@ Survey MakeSurvey(const Logs& logs, const RowFilter& filter) {
     const FilePlace& place = places[i];
     FileReading(logs.series[place.series].files[place.file].path, filter,
                 parts[place.series][place.file])
-        .Read();
+        .Read(progress);
   });
 
   Part all;

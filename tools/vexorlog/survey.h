@@ -60,6 +60,6 @@ struct Survey {
 
 // Reads all files once, several at a time. Memory grows with tests and kinds of failures, not with
 // rows.
-Survey MakeSurvey(const Logs& logs, const RowFilter& filter);
+Survey MakeSurvey(const Logs& logs, const RowFilter& filter, Progress& progress);
 
 }  // namespace tools::vexorlog

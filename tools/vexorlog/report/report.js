@@ -89,7 +89,7 @@
       facts.push(`${seconds(summary.first)} to ${seconds(summary.last)} (${durationOf(span)})`);
     }
     if (summary.damaged) {
-      facts.push(`${plural(summary.damaged, 'damaged place')} (“vexorlog check” tells where)`);
+      facts.push(`${plural(summary.damaged, 'damaged place')} (“vexorlog check” lists them)`);
     }
     byId('overview').textContent = facts.join(' · ');
     const first = data.failures[0];
@@ -121,9 +121,9 @@
             (summary.more_tests ? `; ${summary.more_tests} more are not listed` : ''),
         tests, [
           {title: 'Test', cell: test => nameTest(test.test)},
-          {title: 'First', cell: test => short(test.first)},
-          {title: 'Last', cell: test => short(test.last)},
-          {title: 'How long', number: true, cell: test => durationOf(timeOf(test.last) - timeOf(test.first))},
+          {title: 'First row', cell: test => short(test.first)},
+          {title: 'Last row', cell: test => short(test.last)},
+          {title: 'Duration', number: true, cell: test => durationOf(timeOf(test.last) - timeOf(test.first))},
           {title: 'Rows', number: true, cell: test => String(test.rows)},
           {title: 'Iterations', number: true, cell: test => shownCount(test.iterations)},
           {title: 'Passed', number: true, cell: test => shownCount(test.passed)},
@@ -132,7 +132,7 @@
           {title: 'First failure', cell: test => short(test.first_failure)},
           {title: 'Longest silence', cell: silence},
           {title: 'Restarts', number: true, cell: test => shownCount(test.restarts)},
-          {title: 'Log', cell: test => test.log},
+          {title: 'Log ends', cell: test => test.log},
         ]));
   }
 
@@ -552,14 +552,14 @@
     const held = measure(graph);
     picture.setAttribute('aria-label', `${column} of ${nameTest(test)} over time, ` +
         `${plural(lines.length, 'line')}, from ${held.least} to ${held.most}`);
-    Object.assign(section.dataset, held, {
+    Object.assign(section.dataset, {points: held.points, min: held.least, max: held.most,
       lines: lines.length, count: lines.reduce((sum, line) => sum + line.count, 0)});
     section.append(make('details', {}, make('summary', {}, 'Numbers'),
         make('div', {class: 'wide'}, makeTable(`${column} of ${nameTest(test)}`, all, [
           {title: 'Core', cell: line => nameAffinity(line.affinity)},
           {title: 'Count', number: true, cell: line => String(line.count)},
-          {title: 'Least', number: true, cell: line => String(extremesOf(line).least)},
-          {title: 'Most', number: true, cell: line => String(extremesOf(line).most)},
+          {title: 'Min', number: true, cell: line => String(extremesOf(line).least)},
+          {title: 'Max', number: true, cell: line => String(extremesOf(line).most)},
         ]))));
     return held.points;
   }
