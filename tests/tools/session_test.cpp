@@ -22,6 +22,7 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "platform/child_process.h"
@@ -204,6 +205,58 @@ std::string NameSession(const testing::TestParamInfo<std::string>& session) {
 }
 
 INSTANTIATE_TEST_SUITE_P(All, Session, testing::ValuesIn(ListSessions()), NameSession);
+
+// Logs as the library writes them while "vexorlog follow" looks on.
+class Followed : public Tool {
+ protected:
+  Followed() { fs::create_directory("logs"); }
+
+  static std::string Row(int second, const std::string& note) {
+    return "2024-03-07 21:00:" + std::to_string(second) + ".000,HWP," + note + ",Information\n";
+  }
+
+  static void Append(const std::string& file, const std::string& text) {
+    std::ofstream(file, std::ios::binary | std::ios::app) << text;
+  }
+
+  // Waits for what the follower prints. It never ends by itself.
+  static void ExpectOutput(const std::string& expected) {
+    const auto start = std::chrono::steady_clock::now();
+    while (ReadText("follow.txt") != expected &&
+           std::chrono::steady_clock::now() - start < std::chrono::seconds(20)) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    }
+    EXPECT_EQ(ReadText("follow.txt"), expected);
+  }
+};
+
+TEST_F(Followed, LogsGoOnInNewFilesAndAreWrittenAnew) {
+  const std::string header = "Time,TestType,Notes, Level\n";
+  std::ofstream("follow.txt").close();
+  const ChildProcess follower({"vexorlog", "follow", "--columns", "Time,Notes", "logs"},
+                              {.output = "follow.txt", .errors = "follow.txt"});
+  ASSERT_TRUE(follower.started());
+  std::string expected = "Time                     Notes\n";
+  const auto expect = [&expected](int second, const std::string& note) {
+    expected += "2024-03-07 21:00:" + std::to_string(second) + ".000  " + note + "\n";
+    ExpectOutput(expected);
+  };
+  ExpectOutput(expected);  // the folder holds no log yet
+  Append("logs/HWP_0.csv", header + Row(10, "first"));
+  expect(10, "first");
+  Append("logs/HWP_0.csv", "2024-03-07 21:00:11.000,HWP,in");  // a row appears when it is whole
+  Append("logs/HWP_1.csv", header + Row(12, "split"));
+  expect(12, "split");
+  Append("logs/HWP_0.csv", " two pieces,Information\n");
+  expect(11, "in two pieces");
+  Append("logs/CSTATES.csv", header + Row(13, "another series"));
+  expect(13, "another series");
+  Append("logs/HWP_1.csv", header + Row(14, "appended by the next run"));
+  expect(14, "appended by the next run");
+  std::ofstream("logs/HWP_1.csv", std::ios::trunc).close();
+  Append("logs/HWP_1.csv", header + Row(15, "anew"));
+  expect(15, "anew");
+}
 
 TEST_F(Tool, HasCurrentDocuments) {
   const struct {

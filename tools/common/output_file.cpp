@@ -6,12 +6,14 @@
 #include <utility>
 
 #include "common/files.h"
+#include "common/terminal.h"
 #include "common/text_output.h"
 
 namespace tools {
 
 OutputFile::OutputFile(std::string path, bool force) : path_(std::move(path)) {
   if (path_.empty() || path_ == "-") {
+    UseBinaryOutput();
     file_ = stdout;
     is_open_ = true;
     return;
@@ -20,7 +22,10 @@ OutputFile::OutputFile(std::string path, bool force) : path_(std::move(path)) {
   part_ = path_ + ".part";
   file_ = std::fopen(part_.c_str(), "wb");
   is_open_ = file_ != nullptr;
-  if (!is_open_) Refuse(path_, "cannot be written: " + std::generic_category().message(errno));
+  if (!is_open_)
+    Refuse(path_,
+           "cannot be written: " +
+               (errno == ENOENT ? "no such folder" : std::generic_category().message(errno)));
 }
 
 OutputFile::~OutputFile() {

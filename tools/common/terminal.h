@@ -15,7 +15,8 @@ bool ErrorsAreOnTerminal();
 // Makes a terminal show texts in UTF-8 until the program ends.
 void ShowUtf8();
 
-// Makes standard input give its bytes as they are.
+// Makes standard input give its bytes, or standard output take them, as they are.
 void UseBinaryInput();
+void UseBinaryOutput();
 
 }  // namespace tools

@@ -18,4 +18,6 @@ void ShowUtf8() {}  // a matter of the user's settings
 
 void UseBinaryInput() {}
 
+void UseBinaryOutput() {}
+
 }  // namespace tools

@@ -30,4 +30,6 @@ void ShowUtf8() {
 
 void UseBinaryInput() { static_cast<void>(_setmode(_fileno(stdin), _O_BINARY)); }
 
+void UseBinaryOutput() { static_cast<void>(_setmode(_fileno(stdout), _O_BINARY)); }
+
 }  // namespace tools

@@ -1,5 +1,6 @@
 #include "common/text_output.h"
 
+#include <algorithm>
 #include <array>
 #include <iostream>
 
@@ -49,18 +50,23 @@ void AppendEscape(std::string& out, std::string_view prefix, char c) {
 
 std::string OneLine(std::string_view text, std::size_t most) {
   std::string line;
-  for (const char c : text.substr(0, most)) {
+  std::string_view rest = text;
+  while (!rest.empty()) {
+    const std::size_t length = LengthOfUtf8(rest);
+    const char c = rest.front();
+    if (text.size() - rest.size() + std::max<std::size_t>(1, length) > most) break;
     if (c == '\n') {
       line += "\\n";
     } else if (c == '\t') {
       line += "\\t";
-    } else if (IsControl(c)) {
+    } else if (IsControl(c) || length == 0) {
       AppendEscape(line, "\\x", c);
     } else {
-      line += c;
+      line += rest.substr(0, length);
     }
+    rest.remove_prefix(length == 0 ? 1 : length);
   }
-  if (text.size() > most) line += "... (" + std::to_string(text.size()) + " bytes)";
+  if (!rest.empty()) line += "... (" + std::to_string(text.size()) + " bytes)";
   return line;
 }
 

@@ -9,8 +9,9 @@
 
 namespace tools {
 
-// Returns the text on one line whatever it holds: control characters are shown as "\n" or "\x1b",
-// and of a text of more than `most` bytes the beginning and its length.
+// Returns the text on one line whatever it holds: control characters and bytes that are not UTF-8
+// are shown as "\n" or "\x1b", and of a text of more than `most` bytes the beginning and its
+// length.
 std::string OneLine(std::string_view text, std::size_t most = 200);
 
 // Returns the same in double quotes.

@@ -1,7 +1,9 @@
 #include <array>
+#include <fstream>
 #include <iostream>
 
 #include "commands.h"
+#include "common/files.h"
 #include "common/text_output.h"
 #include "json.h"
 #include "logs.h"
@@ -42,6 +44,18 @@ constexpr std::array<DamageText, vexor::kLogDamageCount> kDamageTexts = {
      {LogDamage::kOpenQuote, "a quoted cell is never closed"},
      {LogDamage::kStrayQuote, "text follows the closing quote of a cell"}}};
 
+// The size of a block counts the line end behind it.
+std::uint64_t CountZeros(const std::string& path, const LogRow& block) {
+  std::uint64_t zeros = block.Size();
+  std::ifstream file(PathOf(path), std::ios::binary);
+  for (const char end : {'\n', '\r'}) {
+    char last = 0;
+    file.seekg(static_cast<std::streamoff>(block.Offset() + zeros - 1));
+    if (zeros > 1 && file.get(last) && last == end) --zeros;
+  }
+  return zeros;
+}
+
 class FileCheck {
  public:
   FileCheck(const std::string& path, FileFindings& result) : path_(path), result_(result) {}
@@ -54,20 +68,22 @@ class FileCheck {
  private:
   void Look(const LogRow& row) {
     if (row.Kind() == vexor::LogRowKind::kNulBlock) {
-      Add(row, Count(row.Size(), "zero byte") + ", as after a power cut");
+      Add(row, Count(CountZeros(path_, row), "zero byte") + ", as after a power cut");
       return;
     }
-    for (const auto& [damage, what] : kDamageTexts) {
-      if (row.Has(damage) && !what.empty()) Add(row, std::string(what));
-    }
     const bool is_whole = !row.Has(LogDamage::kCutOff) && !row.Has(LogDamage::kNoStart);
+    for (const auto& [damage, what] : kDamageTexts) {
+      const bool is_implied = damage == LogDamage::kOpenQuote && !is_whole;
+      if (row.Has(damage) && !is_implied && !what.empty()) Add(row, std::string(what));
+    }
     if (row.Has(LogDamage::kOtherWidth) && is_whole) {
       Add(row, Count(row.Width(), "cell") + ", but the header has " +
                    Count(row.Columns().size(), "column"));
     }
     const LogTime time = row.Time();
     if (time == vexor::kNoLogTime) return;
-    if (time < last_) Add(row, "the time runs back by " + FormatDuration(last_ - time));
+    if (time < last_)
+      Add(row, "the time is " + FormatDuration(last_ - time) + " before that of the last row");
     last_ = time;
   }
 
@@ -87,15 +103,20 @@ class FileCheck {
 // What is to be said of a series as a whole.
 void AddSeries(const vexor::FoundSeries& series, std::vector<Finding>& findings) {
   for (const auto& [first, last] : series.missing) {
-    const std::string numbers = first == last
-                                    ? "number " + std::to_string(first) + " of the series is"
-                                    : "numbers " + std::to_string(first) + " to " +
-                                          std::to_string(last) + " of the series are";
-    findings.push_back({.path = series.files.front().path, .what = numbers + " missing"});
+    const std::string more =
+        first == last ? " is missing"
+                      : " and those up to number " + std::to_string(last) + " are missing";
+    findings.push_back({.path = series.name + "_" + std::to_string(first) + ".csv",
+                        .what = "this file of the series" + more});
   }
   for (const vexor::FoundLog& file : series.leftovers) {
-    findings.push_back({.path = file.path,
-                        .what = "is left of an earlier run, and not read as part of the series"});
+    findings.push_back(
+        {.path = file.path, .what = "left over from an earlier run, not part of the series"});
+  }
+  for (const vexor::FoundLog& file : series.files) {
+    if (file.size == 0 && KindOf(file.path) == FileKind::kFile) {
+      findings.push_back({.path = file.path, .what = "the file is empty"});
+    }
   }
 }
 

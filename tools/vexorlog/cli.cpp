@@ -96,7 +96,7 @@ constexpr const char* kStatsExamples =
     "  vexorlog stats logs\n"
     "  vexorlog stats --test CSTATES --by Affinity --columns C6%,PC10% logs\n"
     "\n"
-    "Exit status: 0 success, 3 a file could not be read.";
+    "Exit status: 0 success, 1 no numbers, 3 a file could not be read.";
 
 constexpr const char* kExportExamples =
     "Rows of all logs in order of time, under one header: File, Line, then the columns of the "
@@ -142,7 +142,10 @@ void AddText(CLI::App& command, const char* name, const char* type, std::string&
 
 void AddNames(CLI::App& command, const char* name, std::vector<std::string>& names,
               const char* about) {
-  command.add_option(name, names, about)->delimiter(',')->type_name("NAME,...");
+  command.add_option(name, names, about)
+      ->delimiter(',')
+      ->type_name("NAME,...")
+      ->allow_extra_args(false);
 }
 
 void AddNumber(CLI::App& command, const char* name, std::size_t& number, const char* about) {

@@ -31,8 +31,13 @@ class FileColumns {
  public:
   explicit FileColumns(std::vector<ColumnUse>& columns) : columns_(columns) {}
 
-  void Add(const LogRow& row) {
+  // Takes note of the row's header.
+  void See(const LogRow& row) {
     if (row.HeaderNumber() != header_) Map(row);
+  }
+
+  // Counts the row's cells.
+  void Add(const LogRow& row) {
     for (std::size_t i = 0; i < uses_.size(); ++i) {
       const std::string_view cell = Trim(row.At(i));
       if (cell.empty()) continue;
@@ -64,6 +69,13 @@ bool IsMeasurement(std::string_view column) {
   return std::ranges::find(kOthers, column) == kOthers.end();
 }
 
+Json MakeCell(const LogRow& row, const std::string& column, std::string_view cell) {
+  if (cell.empty()) return {};
+  const bool may_be_number = IsMeasurement(column) || column == "Iter";
+  const auto number = may_be_number ? row.Number(column) : std::nullopt;
+  return number ? MakeJson(*number) : Json(cell);
+}
+
 std::vector<ColumnUse> CollectColumns(const Logs& logs, const RowFilter& filter,
                                       Progress& progress) {
   std::vector<const vexor::FoundLog*> files;
@@ -75,6 +87,7 @@ std::vector<ColumnUse> CollectColumns(const Logs& logs, const RowFilter& filter,
   RunInParallel(files.size(), [&](std::size_t i) {
     FileColumns part(parts[i]);
     ReadRows(files[i]->path, ignored[i], progress, [&](const LogRow& row, vexor::LogTime time) {
+      part.See(row);
       if (row.Kind() == vexor::LogRowKind::kRow && filter.Passes(row, time)) part.Add(row);
     });
   });
@@ -102,7 +115,9 @@ bool AreColumns(std::string_view option, const std::vector<std::string>& names,
     }
     const std::string suggestion = SuggestName(name, all);
     std::cerr << kProgram.name << ": " << option << ' ' << Quote(name) << ": no such column"
-              << (suggestion.empty() ? "; columns with values are " + used : suggestion) << '\n';
+              << (suggestion.empty() ? "; columns with values: " + (used.empty() ? "none" : used)
+                                     : suggestion)
+              << '\n';
     return false;
   }
   return true;

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "json.h"
 #include "logs.h"
 #include "selection.h"
 
@@ -18,6 +19,10 @@ struct ColumnUse {
 
 // Returns whether the numbers of a column measure something, rather than name or count rows.
 bool IsMeasurement(std::string_view column);
+
+// Returns a row's cell of a column: null when it is empty, and a number when it measures or counts
+// one. Affinities stay texts, whatever they look like.
+Json MakeCell(const vexor::LogRow& row, const std::string& column, std::string_view cell);
 
 // Returns the columns of all headers, in the order in which they first stand, and how they are used
 // by the rows that pass. Reads all files once; does not report what cannot be read.

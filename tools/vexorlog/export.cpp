@@ -1,6 +1,3 @@
-#include <cmath>
-#include <cstdint>
-
 #include "columns.h"
 #include "commands.h"
 #include "common/output_file.h"
@@ -33,21 +30,12 @@ std::string FormatCsv(const std::string& file, std::string_view line, ColumnFind
   return text + "\r\n";
 }
 
-// Numbers stand as numbers where the cell is one.
-Json MakeCell(std::string_view cell, std::optional<double> number) {
-  if (cell.empty()) return {};
-  if (!number) return cell;
-  constexpr double kMostExact = 9007199254740992;  // 2 to the 53rd
-  const bool is_whole = *number == std::trunc(*number) && std::abs(*number) < kMostExact;
-  return is_whole ? Json(static_cast<std::int64_t>(*number)) : Json(*number);
-}
-
 std::string FormatJsonLine(const std::string& file, const vexor::LogRow& row,
                            ColumnFinder& finder) {
   Json json = {{"File", file}, {"Line", row.Line()}};
   for (std::size_t i = 0; i < finder.Names().size(); ++i) {
     const std::string& name = finder.Names()[i];
-    json[name] = MakeCell(finder.Cell(row, i), row.Number(name));
+    json[name] = MakeCell(row, name, finder.Cell(row, i));
   }
   return PrintJson(json) + "\n";
 }

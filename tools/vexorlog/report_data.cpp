@@ -1,7 +1,6 @@
 #include "report_data.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "columns.h"
 #include "common/text_output.h"
@@ -68,13 +67,6 @@ void CoarsenBuckets(std::vector<Bucket>& buckets) {
   std::vector<Bucket> coarse;
   for (const Bucket& bucket : buckets) Join(BucketOf(coarse, bucket.stretch / 2), bucket);
   buckets = std::move(coarse);
-}
-
-// Whole numbers are shorter without ".0".
-Json MakeNumber(double number) {
-  constexpr double kMostExact = 9007199254740992;  // 2 to the 53rd
-  const bool is_whole = number == std::trunc(number) && std::abs(number) < kMostExact;
-  return is_whole ? Json(static_cast<std::int64_t>(number)) : Json(number);
 }
 
 // Tests and affinities are told apart by so much of their names.
@@ -286,7 +278,7 @@ Json ReportData::MakeSeries() const {
     Json points = Json::array();
     const auto add = [&](LogTime time, double number) {
       points.push_back(time - first_);
-      points.push_back(MakeNumber(number));
+      points.push_back(MakeJson(number));
     };
     for (const PeakBucket& bucket : series.buckets) {
       const bool least_first = bucket.least_time <= bucket.most_time;

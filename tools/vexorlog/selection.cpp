@@ -9,6 +9,7 @@
 
 #include "common/suggestion.h"
 #include "common/text_output.h"
+#include "vexor/util/strings.h"
 
 namespace tools::vexorlog {
 namespace {
@@ -92,13 +93,13 @@ VEXOR_PM_TEST_ID TestOf(const std::string& name) {
 }
 
 TRACE_LEVEL LevelOf(const std::string& name) {
-  constexpr auto kUnknown = static_cast<TRACE_LEVEL>(-1);
-  const TRACE_LEVEL level = ParseTraceLevelID(name, kUnknown);
-  if (level == kUnknown) {
-    const std::vector<std::string> names = {"Critical", "Information", "Debug"};
+  const std::vector<std::string> names = {"Critical", "Information", "Debug"};
+  const auto found = std::ranges::find_if(
+      names, [&](const std::string& known) { return StringToUpper(known) == StringToUpper(name); });
+  if (found == names.end()) {
     Reject("--level", name, "expected Critical, Information or Debug" + SuggestName(name, names));
   }
-  return level;
+  return ParseTraceLevelID(*found, TRACE_DEBUG);
 }
 
 }  // namespace

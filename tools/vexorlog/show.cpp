@@ -28,8 +28,9 @@ std::vector<std::string> ListUsed(const std::vector<ColumnUse>& columns) {
 std::string FormatJson(const vexor::FoundLog& file, const LogRow& row, ColumnFinder& finder) {
   Json json = {{"File", file.path}, {"Line", row.Line()}};
   for (std::size_t i = 0; i < finder.Names().size(); ++i) {
+    const std::string& name = finder.Names()[i];
     const std::string_view cell = finder.Cell(row, i);
-    if (!cell.empty()) json[finder.Names()[i]] = cell;
+    if (!cell.empty()) json[name] = MakeCell(row, name, cell);
   }
   return PrintJson(json);
 }

@@ -5,6 +5,7 @@
 
 #include "columns.h"
 #include "commands.h"
+#include "common/program.h"
 #include "common/table.h"
 #include "common/text_output.h"
 #include "json.h"
@@ -83,6 +84,12 @@ class Statistics {
       if (finder_.Cell(row, i).empty()) continue;
       if (const auto number = row.Number(columns_[i])) group.columns[i].Add(*number);
     }
+  }
+
+  [[nodiscard]] bool IsEmpty() const {
+    bool is_empty = true;
+    ForEach([&](const auto&...) { is_empty = false; });
+    return is_empty;
   }
 
   template <class Visit>
@@ -172,10 +179,14 @@ Status PrintStatistics(const StatsArguments& arguments) {
   progress.Finish();
   if (arguments.json) {
     PrintJsonTable(statistics, arguments.by);
-  } else {
+  } else if (!statistics.IsEmpty()) {
     PrintTable(statistics, arguments.by);
+  } else {
+    std::cerr << kProgram.name << ": these rows hold no numbers\n";
   }
-  return ReportFaults(faults, logs.status);
+  return ReportFaults(faults, logs.status != kClean  ? logs.status
+                              : statistics.IsEmpty() ? kWarnings
+                                                     : kClean);
 }
 
 }  // namespace tools::vexorlog

@@ -73,14 +73,14 @@ void PrintTests(const Survey& survey) {
                   FormatSilence(test.longest), FormatCount(test.restarts),
                   std::string(NameOf(test.end))});
   }
-  std::cout << table.Format();
+  std::cout << '\n' << table.Format();
 }
 
 void PrintFailure(const FailureKind& failure) {
   std::cout << vexor::FormatLogTime(failure.first) << "  " << NameTest(failure.test);
   if (!failure.iteration.empty()) std::cout << ", iteration " << OneLine(failure.iteration);
   if (!failure.affinity.empty()) std::cout << ", affinity " << OneLine(failure.affinity);
-  std::cout << ": " << failure.what;
+  std::cout << ": " << (failure.what.empty() ? "(no note)" : failure.what);
   if (failure.count > 1) std::cout << " (and " << failure.count - 1 << " more of this kind)";
   std::cout << "\n    " << NameFile(failure.path) << ':' << failure.line << '\n';
   for (const std::string& line : ExplainErrors(GetPMTestID(failure.test, false), failure.what)) {
@@ -109,7 +109,6 @@ void PrintSummary(const Survey& survey, std::size_t failures) {
   if (survey.damaged > 0) {
     std::cout << Count(survey.damaged, "damaged place") << "; vexorlog check lists them\n";
   }
-  std::cout << "\n";
   if (!survey.tests.empty()) PrintTests(survey);
   PrintFailures(survey, failures);
 }

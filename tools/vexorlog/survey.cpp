@@ -75,6 +75,9 @@ class FileReading {
     ++part_.rows;
     if (row.Kind() != vexor::LogRowKind::kRow) return;
     if (row.HeaderNumber() != header_) FindColumns(row);
+    const bool is_cut_there =
+        row.Has(vexor::LogDamage::kCutOff) && row.Width() <= columns_.test + 1;
+    if (is_cut_there && columns_.test != vexor::kNoColumn) return;
     const std::string_view name = row.At(columns_.test);
     if (test_ >= part_.tests.size() || part_.tests[test_].test != name) {
       test_ = static_cast<std::size_t>(&TestOf(part_, name) - part_.tests.data());
