@@ -274,6 +274,41 @@ TEST_F(Tool, HasCurrentDocuments) {
   }
 }
 
+// The outputs of vexorlog that the README shows, of the folder of examples.
+TEST_F(Tool, AnswersAsTheReadmeSays) {
+  std::ifstream readme(Sources() / "README.md");
+  const std::string indent = "    ";
+  std::string line;
+  std::getline(readme, line);
+  int commands = 0;
+  while (readme) {
+    if (!line.starts_with(indent + "$ vexorlog ")) {
+      std::getline(readme, line);
+      continue;
+    }
+    const std::string command = line.substr(indent.size() + 2);
+    std::string expected;
+    while (std::getline(readme, line) && !line.starts_with(indent + "$ ") &&
+           (line.empty() || line.starts_with(indent))) {
+      expected += line.substr(std::min(line.size(), indent.size())) + '\n';
+    }
+    while (expected.ends_with("\n\n")) expected.pop_back();
+    EXPECT_EQ(Run(command).output, expected == "\n" ? "" : expected) << command;
+    ++commands;
+  }
+  EXPECT_GE(commands, 4);
+}
+
+// Another program merges the night, counts it and reads the exported files.
+TEST_F(Tool, AgreesWithOtherPrograms) {
+  if (kIsWindows) GTEST_SKIP() << "needs programs of the host";
+  const Answer answer =
+      Run("python3 " + (Sources() / "tests/tools/compare_night.py").string() + " night");
+  if (answer.status == -1 && std::getenv("CI") == nullptr) GTEST_SKIP() << "needs python3";
+  EXPECT_EQ(answer.output, "");
+  EXPECT_EQ(answer.status, 0);
+}
+
 TEST_F(Tool, CompletesCommandsOptionsAndNames) {
   if (kIsWindows) GTEST_SKIP() << "needs bash";
   std::ofstream("complete.sh") << R"(source <(vexorcfg completion)

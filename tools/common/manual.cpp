@@ -79,6 +79,9 @@ Status PrintManual(const CLI::App& app) {
   PrintLiteral(app.get_footer());
   std::cout << ".SH COMMANDS\n";
   for (const CLI::App* const command : app.get_subcommands(nullptr)) PrintCommand(*command);
+  if (!kProgram.examples.empty()) {
+    std::cout << ".SH EXAMPLES\n.nf\n" << Escape(kProgram.examples) << ".fi\n";
+  }
   std::cout << ".SH ENVIRONMENT\n" << kProgram.environment;
   return kClean;
 }

@@ -22,10 +22,9 @@ OutputFile::OutputFile(std::string path, bool force) : path_(std::move(path)) {
   part_ = path_ + ".part";
   file_ = std::fopen(part_.c_str(), "wb");
   is_open_ = file_ != nullptr;
-  if (!is_open_)
-    Refuse(path_,
-           "cannot be written: " +
-               (errno == ENOENT ? "no such folder" : std::generic_category().message(errno)));
+  if (is_open_) return;
+  Refuse(path_, "cannot be written: " +
+                    (errno == ENOENT ? "no such folder" : std::generic_category().message(errno)));
 }
 
 OutputFile::~OutputFile() {

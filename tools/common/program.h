@@ -13,8 +13,9 @@ namespace tools {
 // What a program says of itself; each tool defines its own.
 struct Program {
   std::string_view name;
-  std::string_view title;        // of the manual page: what the tool is for, in half a sentence
-  std::string_view environment;  // roff: the environment variables that it knows
+  std::string_view title;          // of the manual page: what the tool is for, in half a sentence
+  std::string_view environment;    // roff: the environment variables that it knows
+  std::string_view examples = {};  // of the manual page: with other programs
   std::string_view default_command = {};  // runs when the first argument is no command
 };
 extern const Program kProgram;

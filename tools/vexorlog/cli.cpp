@@ -11,6 +11,28 @@ const Program kProgram = {
     .environment =
         ".TP\n.B NO_COLOR\nIf set and not empty, output is not coloured. It is coloured only on a "
         "terminal.\n",
+    .examples =
+        "A spreadsheet opens the exported CSV as it is (UTF-8, separated by commas):\n"
+        "\n"
+        "  vexorlog export logs -o night.csv\n"
+        "\n"
+        "sqlite3 imports it into a table; here it counts the failures of each test:\n"
+        "\n"
+        "  sqlite3 -cmd '.import --csv night.csv rows' :memory: \\\n"
+        "    \"SELECT TestType, count(*) FROM rows WHERE Result = 'FAIL' GROUP BY TestType\"\n"
+        "\n"
+        "Python reads it with its csv module:\n"
+        "\n"
+        "  import csv\n"
+        "  with open('night.csv', newline='', encoding='utf-8') as file:\n"
+        "      for row in csv.DictReader(file):\n"
+        "          if row['Result'] == 'FAIL':\n"
+        "              print(row['Time'], row['TestType'], row['Notes'])\n"
+        "\n"
+        "jq queries JSON lines; here it takes the mean of C6% of one core:\n"
+        "\n"
+        "  vexorlog export --format jsonl logs |\n"
+        "    jq -s 'map(select(.Affinity == \"00:01:003:0\")[\"C6%\"] | numbers) | add / length'\n",
     .default_command = "summary",
 };
 
@@ -36,8 +58,9 @@ constexpr const char* kTopExamples =
 
 constexpr const char* kSummaryExamples =
     "Failures of one kind have the same test and the same error words or text. \"log ends\" says\n"
-    "whether the last log of a test was closed, is cut off, or is being written (changed within\n"
-    "the last 10 seconds).\n"
+    "of the last log of a test that its end is whole (closed), that it is damaged (cut off), or "
+    "that\n"
+    "it changed within the last 10 seconds and may still be open (just written).\n"
     "\n"
     "Examples:\n"
     "  vexorlog summary logs\n"

@@ -14,8 +14,8 @@ using vexor::LogTime;
 
 std::string_view NameOf(LogEnd end) {
   switch (end) {
-    case LogEnd::kBeingWritten:
-      return "being written";
+    case LogEnd::kJustWritten:
+      return "just written";
     case LogEnd::kCutOff:
       return "cut off";
     case LogEnd::kClosed:

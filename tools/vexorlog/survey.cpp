@@ -19,7 +19,7 @@ using vexor::LogTime;
 // A program that fails in ever new words does not take all memory.
 constexpr std::size_t kMostKinds = 10'000;
 
-// A file that was written to so lately is taken for one that is still being written.
+// A file that was written to so lately may still be open.
 constexpr auto kLately = std::chrono::seconds(10);
 
 struct KeyColumns {
@@ -177,7 +177,7 @@ LogEnd EndOf(const Part& part, const std::string& path) {
   std::error_code error;
   const auto written = std::filesystem::last_write_time(path, error);
   const auto now = std::filesystem::file_time_type::clock::now();
-  if (!error && now - written < kLately) return LogEnd::kBeingWritten;
+  if (!error && now - written < kLately) return LogEnd::kJustWritten;
   return part.has_cut_end ? LogEnd::kCutOff : LogEnd::kClosed;
 }
 

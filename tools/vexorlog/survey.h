@@ -32,7 +32,7 @@ struct Silence {
 };
 
 // How a log ends. The later ones count for more where a test has several logs.
-enum class LogEnd : std::uint8_t { kClosed, kBeingWritten, kCutOff };
+enum class LogEnd : std::uint8_t { kClosed, kJustWritten, kCutOff };
 
 struct TestSurvey {
   std::string test;

@@ -150,7 +150,7 @@
     byId('gaps').replaceChildren(makeTable(limitText, gaps, [
       {title: 'From', cell: gap => short(gap.begin)},
       {title: 'To', cell: gap => short(gap.end)},
-      {title: 'How long', number: true, cell: gap => durationOf(gap.seconds * 1000)},
+      {title: 'Duration', number: true, cell: gap => durationOf(gap.seconds * 1000)},
       {title: 'What', cell: gap => (gap.restart ? 'silence, then a restart' : 'silence')},
       {title: 'Before', wide: true, cell: gap => text(gap.before)},
       {title: 'After', wide: true, cell: gap => text(gap.after)},
