@@ -89,7 +89,7 @@
       facts.push(`${seconds(summary.first)} to ${seconds(summary.last)} (${durationOf(span)})`);
     }
     if (summary.damaged) {
-      facts.push(`${plural(summary.damaged, 'damaged place')} (“vexorlog check” lists them)`);
+      facts.push(`${plural(summary.damaged, 'damaged place')} (listed by “vexorlog check”)`);
     }
     byId('overview').textContent = facts.join(' · ');
     const first = data.failures[0];
@@ -110,7 +110,7 @@
   function showSummary(tests) {
     facts.tests = tests.length;
     if (!tests.length) {
-      byId('summary').textContent = 'No such test.';
+      byId('summary').textContent = 'No test matches the filter.';
       return;
     }
     const silence = test => test.longest_silence ?
