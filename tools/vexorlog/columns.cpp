@@ -69,13 +69,6 @@ bool IsMeasurement(std::string_view column) {
   return std::ranges::find(kOthers, column) == kOthers.end();
 }
 
-Json MakeCell(const LogRow& row, const std::string& column, std::string_view cell) {
-  if (cell.empty()) return {};
-  const bool may_be_number = IsMeasurement(column) || column == "Iter";
-  const auto number = may_be_number ? row.Number(column) : std::nullopt;
-  return number ? MakeJson(*number) : Json(cell);
-}
-
 std::vector<ColumnUse> CollectColumns(const Logs& logs, const RowFilter& filter,
                                       Progress& progress) {
   std::vector<const vexor::FoundLog*> files;
@@ -123,19 +116,27 @@ bool AreColumns(std::string_view option, const std::vector<std::string>& names,
   return true;
 }
 
-std::string_view ColumnFinder::Cell(const LogRow& row, std::size_t name) {
-  if (row.Kind() == vexor::LogRowKind::kText) {
-    const auto notes = std::ranges::find(names_, "Notes");
-    const auto home = notes == names_.end() ? names_.size() - 1
-                                            : static_cast<std::size_t>(notes - names_.begin());
-    return name == home ? row.Text() : std::string_view();
-  }
-  if (places_.empty() || !std::ranges::equal(row.Columns(), header_)) {
-    header_.assign(row.Columns().begin(), row.Columns().end());
-    places_.clear();
-    for (const std::string& wanted : names_) places_.push_back(row.Column(wanted));
-  }
-  return Trim(row.At(places_[name]));
+void ColumnFinder::Select(const LogRow& row) {
+  if (!places_.empty() && std::ranges::equal(row.Columns(), header_)) return;
+  header_.assign(row.Columns().begin(), row.Columns().end());
+  places_.clear();
+  for (const std::string& wanted : names_) places_.push_back(row.Column(wanted));
+}
+
+std::string_view ColumnFinder::Cell(const LogRow& row, std::size_t name) const {
+  if (row.Kind() != vexor::LogRowKind::kText) return Trim(row.At(places_[name]));
+  const auto notes = std::ranges::find(names_, "Notes");
+  const auto home =
+      notes == names_.end() ? names_.size() - 1 : static_cast<std::size_t>(notes - names_.begin());
+  return name == home ? row.Text() : std::string_view();
+}
+
+Json ColumnFinder::MakeCell(const LogRow& row, std::size_t name) const {
+  const std::string_view cell = Cell(row, name);
+  if (cell.empty()) return {};
+  const bool may_be_number = IsMeasurement(names_[name]) || names_[name] == "Iter";
+  const auto number = may_be_number ? Number(row, name) : std::nullopt;
+  return number ? MakeJson(*number) : Json(cell);
 }
 
 }  // namespace tools::vexorlog

@@ -18,7 +18,7 @@ void AppendCsv(std::string& line, std::string_view text) {
   line += '"';
 }
 
-std::string FormatCsv(const std::string& file, std::string_view line, ColumnFinder& finder,
+std::string FormatCsv(const std::string& file, std::string_view line, const ColumnFinder& finder,
                       const vexor::LogRow* row) {
   std::string text;
   AppendCsv(text, file);
@@ -31,11 +31,10 @@ std::string FormatCsv(const std::string& file, std::string_view line, ColumnFind
 }
 
 std::string FormatJsonLine(const std::string& file, const vexor::LogRow& row,
-                           ColumnFinder& finder) {
+                           const ColumnFinder& finder) {
   Json json = {{"File", file}, {"Line", row.Line()}};
   for (std::size_t i = 0; i < finder.Names().size(); ++i) {
-    const std::string& name = finder.Names()[i];
-    json[name] = MakeCell(row, name, finder.Cell(row, i));
+    json[finder.Names()[i]] = finder.MakeCell(row, i);
   }
   return PrintJson(json) + "\n";
 }
@@ -66,6 +65,7 @@ Status Export(const ExportArguments& arguments) {
     done.Add(row);
     if (!filter->Passes(row, merge.Time())) continue;
     const std::string& file = merge.File().path;
+    finder.Select(row);
     output.Write(is_csv ? FormatCsv(file, std::to_string(row.Line()), finder, &row)
                         : FormatJsonLine(file, row, finder));
   }

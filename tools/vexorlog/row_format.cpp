@@ -47,6 +47,7 @@ std::string RowFormat::FormatTitles() const {
 
 std::string RowFormat::Format(const vexor::LogRow& row) {
   std::string line;
+  finder_.Select(row);
   for (std::size_t i = 0; i < widths_.size(); ++i) {
     const bool is_last = i + 1 == widths_.size();
     std::string cell = OneLine(finder_.Cell(row, i), std::string::npos);

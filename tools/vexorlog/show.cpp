@@ -27,10 +27,9 @@ std::vector<std::string> ListUsed(const std::vector<ColumnUse>& columns) {
 
 std::string FormatJson(const vexor::FoundLog& file, const LogRow& row, ColumnFinder& finder) {
   Json json = {{"File", file.path}, {"Line", row.Line()}};
+  finder.Select(row);
   for (std::size_t i = 0; i < finder.Names().size(); ++i) {
-    const std::string& name = finder.Names()[i];
-    const std::string_view cell = finder.Cell(row, i);
-    if (!cell.empty()) json[name] = MakeCell(row, name, cell);
+    if (!finder.Cell(row, i).empty()) json[finder.Names()[i]] = finder.MakeCell(row, i);
   }
   return PrintJson(json);
 }

@@ -2,6 +2,7 @@
 #include <array>
 #include <charconv>
 #include <iostream>
+#include <map>
 
 #include "columns.h"
 #include "commands.h"
@@ -79,10 +80,12 @@ class Statistics {
 
   void Add(const vexor::LogRow& row) {
     if (row.Kind() != vexor::LogRowKind::kRow) return;
+    by_.Select(row);
+    finder_.Select(row);
     Group& group = GroupOf(by_.Cell(row, 0));
     for (std::size_t i = 0; i < columns_.size(); ++i) {
       if (finder_.Cell(row, i).empty()) continue;
-      if (const auto number = row.Number(columns_[i])) group.columns[i].Add(*number);
+      if (const auto number = finder_.Number(row, i)) group.columns[i].Add(*number);
     }
   }
 
@@ -103,8 +106,9 @@ class Statistics {
 
  private:
   Group& GroupOf(std::string_view name) {
-    const auto found = std::ranges::find(groups_, name, &Group::name);
-    if (found != groups_.end()) return *found;
+    const auto found = numbers_.find(name);
+    if (found != numbers_.end()) return groups_[found->second];
+    numbers_.emplace(name, groups_.size());
     groups_.push_back(
         {.name = std::string(name), .columns = std::vector<Numbers>(columns_.size())});
     return groups_.back();
@@ -114,6 +118,7 @@ class Statistics {
   ColumnFinder by_;
   ColumnFinder finder_;
   std::vector<Group> groups_;
+  std::map<std::string, std::size_t, std::less<>> numbers_;  // of the groups, by name
 };
 
 void PrintTable(const Statistics& statistics, const std::string& by) {

@@ -1,5 +1,6 @@
 #include "summary.h"
 
+#include <algorithm>
 #include <iostream>
 
 #include "commands.h"
@@ -40,11 +41,10 @@ std::string FormatCount(std::uint64_t count) { return count == 0 ? "" : std::to_
 
 std::string NameTest(const std::string& test) { return test.empty() ? "(none)" : OneLine(test); }
 
-LogTime FirstFailureOf(const Survey& survey, const std::string& test) {
-  for (const FailureKind& failure : survey.failures) {
-    if (failure.test == test) return failure.first;
-  }
-  return vexor::kNoLogTime;
+LogTime FirstFailureOf(const Survey& survey, const TestSurvey& test) {
+  if (test.failures == 0) return vexor::kNoLogTime;
+  const auto first = std::ranges::find(survey.failures, test.test, &FailureKind::test);
+  return first == survey.failures.end() ? vexor::kNoLogTime : first->first;
 }
 
 std::string FormatSilence(const Silence& silence) {
@@ -69,7 +69,7 @@ void PrintTests(const Survey& survey) {
     table.AddRow({NameTest(test.test), FormatShort(test.first), FormatShort(test.last),
                   FormatDuration(test.last - test.first), std::to_string(test.rows),
                   FormatCount(test.iterations), FormatCount(test.passes),
-                  FormatCount(test.failures), FormatShort(FirstFailureOf(survey, test.test)),
+                  FormatCount(test.failures), FormatShort(FirstFailureOf(survey, test)),
                   FormatSilence(test.longest), FormatCount(test.restarts),
                   std::string(NameOf(test.end))});
   }
@@ -121,7 +121,7 @@ Json MakeTest(const Survey& survey, const TestSurvey& test) {
                {"iterations", test.iterations},
                {"passed", test.passes},
                {"failed", test.failures},
-               {"first_failure", MakeJson(FirstFailureOf(survey, test.test))},
+               {"first_failure", MakeJson(FirstFailureOf(survey, test))},
                {"longest_silence", Json()},
                {"restarts", test.restarts},
                {"log", NameOf(test.end)}};

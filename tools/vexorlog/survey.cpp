@@ -30,6 +30,7 @@ struct KeyColumns {
 // What one file, and then one series, says.
 struct Part {
   std::vector<TestSurvey> tests;
+  std::map<std::string, std::size_t, std::less<>> numbers;  // of the tests, by name
   std::map<std::string, FailureKind> kinds;
   std::uint64_t rows = 0;
   std::uint64_t damaged = 0;
@@ -39,8 +40,9 @@ struct Part {
 };
 
 TestSurvey& TestOf(Part& part, std::string_view name) {
-  const auto found = std::ranges::find(part.tests, name, &TestSurvey::test);
-  if (found != part.tests.end()) return *found;
+  const auto found = part.numbers.find(name);
+  if (found != part.numbers.end()) return part.tests[found->second];
+  part.numbers.emplace(name, part.tests.size());
   part.tests.push_back({.test = std::string(name)});
   return part.tests.back();
 }
