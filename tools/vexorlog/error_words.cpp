@@ -95,9 +95,9 @@ std::string KindOfFailure(std::string_view what) {
     kind.append(kind.empty() ? "" : " ").append(word);
   }
   if (!kind.empty()) return kind;
-  for (std::size_t i = 0; i < what.size(); ++i) {
-    if (!IsDigit(what[i])) {
-      kind += what[i];
+  for (const char c : what) {
+    if (!IsDigit(c)) {
+      kind += c;
     } else if (!kind.ends_with('#')) {
       kind += '#';
     }
