@@ -173,8 +173,8 @@ RowFilter::RowFilter(const Selection& selection, LogTime start, LogTime end)
   }
 }
 
-RowFilter::RowFilter(RowFilter&&) noexcept = default;
-RowFilter& RowFilter::operator=(RowFilter&&) noexcept = default;
+RowFilter::RowFilter(RowFilter&& other) noexcept = default;
+RowFilter& RowFilter::operator=(RowFilter&& other) noexcept = default;
 RowFilter::~RowFilter() = default;
 
 bool RowFilter::Passes(const vexor::LogRow& row, LogTime time) const {

@@ -39,8 +39,8 @@ class RowFilter {
   // `start` and `end` are the first and the last time of the logs. Throws std::invalid_argument,
   // with the option, its text and what was expected, for a selection that cannot be understood.
   RowFilter(const Selection& selection, vexor::LogTime start, vexor::LogTime end);
-  RowFilter(RowFilter&&) noexcept;
-  RowFilter& operator=(RowFilter&&) noexcept;
+  RowFilter(RowFilter&& other) noexcept;
+  RowFilter& operator=(RowFilter&& other) noexcept;
   ~RowFilter();
 
   // `time` is the row's time, or that of the row before it where it has none. Rows of text pass
