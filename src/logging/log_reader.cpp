@@ -307,6 +307,8 @@ bool LogReader::Impl::IsHeader(const Extent& extent) const {
 }
 
 void LogReader::Impl::TakeHeader(std::string_view line) {
+  // Cut off inside its line end, a header still is the same as a whole one.
+  while (line.ends_with('\r')) line.remove_suffix(1);
   if (line == row.header.Line()) return;
   const std::vector<std::string> before(row.header.Columns().begin(), row.header.Columns().end());
   row.header.Take(line);
