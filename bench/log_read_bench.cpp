@@ -18,10 +18,8 @@
 #include <string_view>
 #include <vector>
 
+#include "suite_log.h"
 #include "table.h"
-#include "vexor/logging/log_file.h"
-#include "vexor/logging/log_reader.h"
-#include "vexor/util/random.h"
 
 namespace {
 
@@ -35,30 +33,6 @@ struct Found {
 
   bool operator==(const Found&) const = default;
 };
-
-std::string MakeRow(UserRand& random, vexor::LogTime time, unsigned cycle) {
-  const std::string note = cycle % 4 == 0
-                               ? R"("cycle )" + std::to_string(cycle) + R"(, ""idle"" for 97.5 %")"
-                               : "residency in range";
-  std::string row = vexor::FormatLogTime(time) + ",CSTATES," + std::to_string(cycle) +
-                    ",00:00:003:0,," + (cycle % 5000 == 0 ? "fail" : "pass") + ",0,,," + note +
-                    ",2400,,,,,," + std::to_string(random.Next32(0, 1'000'000'000)) + ",84.74";
-  return row.append(26, ',').append("Information\n");
-}
-
-void WriteLog(const std::string& folder) {
-  VexorLogging log;
-  log.Initialize(folder, "bench", TRACE_DEBUG, LOG_FILE_NEW, false, true, false, true);
-  log.LogHeaderLine();
-  log.CloseFile(true);
-  std::ofstream file(folder + "/bench.csv", std::ios::binary | std::ios::app);
-  UserRand random(1);
-  vexor::LogTime time = vexor::ParseLogTime("2024-03-07 21:00:00.000");
-  for (unsigned cycle = 1; static_cast<std::size_t>(file.tellp()) < kSize; ++cycle) {
-    time += random.Next32(0, 900);
-    file << MakeRow(random, time, cycle);
-  }
-}
 
 Found ReadRows(const std::string& path) {
   Found found;
@@ -120,7 +94,7 @@ Found ReadByHand(const std::string& path) {
       }
     }
     if (found.rows++ == 0) continue;
-    if (cells[5] == "fail") ++found.failures;
+    if (cells[5] == "FAIL" && cells[1] == "CSTATES") ++found.failures;
     found.note_bytes += cells[9].size();
   }
   return found;
@@ -146,8 +120,7 @@ int main(int argc, char** argv) {
   const std::string folder = argc > 1 ? argv[1] : "log_bench_files";
   const int rounds = argc > 2 ? std::atoi(argv[2]) : 5;
   std::filesystem::create_directories(folder);
-  WriteLog(folder);
-  const std::string path = folder + "/bench.csv";
+  const std::string path = vexor::WriteSuiteLog(folder, "bench", kSize);
   std::array<Work, 4> works = {{{"read a log, its rows", ReadRows},
                                 {"read a log, 5 of 44 columns", ReadFiveColumns},
                                 {"reading the bytes", ReadBytes},

@@ -18,3 +18,4 @@ if ! "$root/build/bench/bin/vexor_bench" 2>"$root/build/bench.log"; then
 fi
 "$root/build/bench/bin/log_bench" "$logs"
 "$root/build/bench/bin/log_read_bench" "$logs"
+"$root/build/bench/bin/log_tool_bench" "$root/build/bench/bin/vexorlog" "$logs"
