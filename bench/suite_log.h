@@ -26,7 +26,7 @@ class SuiteRows {
         return row + ",GSTATES,,,,,,S0ix,enter,enters S0ix for 43.203 sec" + Level();
       case 1:
         return row + ",GSTATES," + Cycle() + ",,System,PASS,0,S4,100.0 %,,,,,,,,,,,,,,,," +
-               Share() + Empty(18) + ",Information\n";
+               Share() + Empty(17) + ",Information\n";
       case 2:
         return row + ",VEXOR,,,,,,,ok,\"cycle " + Cycle() + R"(, ""idle"" for 97.5 %")" + Level();
       case 3:

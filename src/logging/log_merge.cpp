@@ -15,13 +15,14 @@ constexpr std::size_t kMostOpenFiles = 64;
 
 }  // namespace
 
-struct LogMerge::Impl {
+struct LogMergeImpl {
   // The rows of a series, from the current one on.
   struct Stream {
     FoundSeries series;
     std::size_t file = 0;
     std::optional<LogReader> reader;
     LogTime time = kNoLogTime;  // of the current row; before the first, where to look for it
+    bool has_long_row = false;  // in the file, and it is among the faults
   };
 
   bool Next();
@@ -39,14 +40,20 @@ struct LogMerge::Impl {
 };
 
 // Goes to the next row of the stream, which may be in the next file; false when there is none.
-bool LogMerge::Impl::GoOn(Stream& stream) {
+bool LogMergeImpl::GoOn(Stream& stream) {
   while (stream.file < stream.series.files.size()) {
     if (!stream.reader) {
       stream.reader.emplace(options);
       stream.reader->Open(stream.series.files[stream.file].path);
     }
     if (stream.reader->Next()) {
-      if (const LogTime time = stream.reader->Row().Time(); time != kNoLogTime) stream.time = time;
+      const LogRow row = stream.reader->Row();
+      if (const LogTime time = row.Time(); time != kNoLogTime) stream.time = time;
+      if (row.Has(LogDamage::kTooLong) && !std::exchange(stream.has_long_row, true)) {
+        faults.push_back({.path = stream.reader->Path(),
+                          .error = std::make_error_code(std::errc::value_too_large),
+                          .line = row.Line()});
+      }
       return true;
     }
     Leave(stream);
@@ -54,16 +61,20 @@ bool LogMerge::Impl::GoOn(Stream& stream) {
   return false;
 }
 
-void LogMerge::Impl::Leave(Stream& stream) {
+void LogMergeImpl::Leave(Stream& stream) {
   const LogReader& reader = *stream.reader;
   if (reader.Error() || reader.Change() != LogFileChange::kNone) {
-    faults.push_back({.path = reader.Path(), .error = reader.Error(), .change = reader.Change()});
+    faults.push_back({.path = reader.Path(),
+                      .error = reader.Error(),
+                      .change = reader.Change(),
+                      .line = reader.Offset() > 0 ? reader.Line() : 0});
   }
   stream.reader.reset();
+  stream.has_long_row = false;
   ++stream.file;
 }
 
-bool LogMerge::Impl::Next() {
+bool LogMergeImpl::Next() {
   const auto comes_after = [this](std::size_t a, std::size_t b) { return ComesBefore(b, a); };
   // A stream that waits for its first row stands at its first time.
   while (true) {
@@ -84,7 +95,7 @@ bool LogMerge::Impl::Next() {
 }
 
 LogMerge::LogMerge(std::vector<FoundSeries> series, LogReaderOptions options)
-    : impl_(std::make_unique<Impl>()) {
+    : impl_(std::make_unique<LogMergeImpl>()) {
   impl_->options = std::move(options);
   impl_->options.follow = false;
   impl_->options.keep_open = series.size() <= kMostOpenFiles;
@@ -108,7 +119,7 @@ bool LogMerge::Next() { return impl_->Next(); }
 LogRow LogMerge::Row() const { return impl_->streams[*impl_->current].reader->Row(); }
 
 const FoundLog& LogMerge::File() const {
-  const Impl::Stream& stream = impl_->streams[*impl_->current];
+  const LogMergeImpl::Stream& stream = impl_->streams[*impl_->current];
   return stream.series.files[stream.file];
 }
 

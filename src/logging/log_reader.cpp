@@ -6,6 +6,7 @@
 
 #include "logging/log_extent.h"
 #include "logging/log_row.h"
+#include "logging/log_scan.h"
 #include "logging/log_source.h"
 #include "logging/log_time.h"
 #include "logging/suite_header.h"
@@ -82,16 +83,17 @@ class LogBuffer {
 
 }  // namespace
 
-struct LogReader::Impl {
-  explicit Impl(LogReaderOptions its_options);
+struct LogReaderImpl {
+  explicit LogReaderImpl(LogReaderOptions its_options);
 
   std::error_code Open(const std::string& its_path);
   bool Next();
   [[nodiscard]] std::uint64_t Offset() const { return offset_; }
+  [[nodiscard]] std::uint64_t Line() const { return line_; }
 
   LogReaderOptions options;
   std::string path;
-  LogRow::Parts row;
+  LogRowParts row;
   LogBuffer buffer;
   bool finished = false;  // by the caller
 
@@ -127,14 +129,14 @@ struct LogReader::Impl {
   const LogHeader& assumed_;  // for rows before the first header
 };
 
-LogReader::Impl::Impl(LogReaderOptions its_options)
+LogReaderImpl::LogReaderImpl(LogReaderOptions its_options)
     : options(std::move(its_options)), assumed_(options.header.empty() ? SuiteHeader() : given_) {
   options.row_limit = std::clamp(options.row_limit, std::size_t{1} << 10, std::size_t{1} << 30);
   options.buffer_size = std::max(options.buffer_size, std::size_t{1});
   given_.Take(options.header);
 }
 
-std::error_code LogReader::Impl::Open(const std::string& its_path) {
+std::error_code LogReaderImpl::Open(const std::string& its_path) {
   path = its_path;
   finished = final_ = skipping_ = mid_line_ = false;
   at_start_ = is_first_line_ = true;
@@ -147,7 +149,7 @@ std::error_code LogReader::Impl::Open(const std::string& its_path) {
   return buffer.source.Open(path, options.keep_open, options.follow);
 }
 
-bool LogReader::Impl::Next() {
+bool LogReaderImpl::Next() {
   DataEnd end = final_ ? DataEnd::kFinal : DataEnd::kUnknown;
   while (!TakeRow(end)) {
     if (end != DataEnd::kUnknown) return false;
@@ -158,7 +160,7 @@ bool LogReader::Impl::Next() {
   return true;
 }
 
-bool LogReader::Impl::TakeRow(DataEnd end) {
+bool LogReaderImpl::TakeRow(DataEnd end) {
   if (at_start_ && !SkipByteOrderMark(end)) return false;
   if (skipping_ && !SkipRest(end)) return false;
   const std::string_view bytes = buffer.Bytes();
@@ -166,12 +168,12 @@ bool LogReader::Impl::TakeRow(DataEnd end) {
   return !bytes.empty() && TakeLine(end);
 }
 
-void LogReader::Impl::Drop(std::size_t count) {
+void LogReaderImpl::Drop(std::size_t count) {
   buffer.Drop(count);
   offset_ += count;
 }
 
-bool LogReader::Impl::SkipByteOrderMark(DataEnd end) {
+bool LogReaderImpl::SkipByteOrderMark(DataEnd end) {
   const std::string_view bytes = buffer.Bytes();
   if (end != DataEnd::kFinal && IsProperPrefix(bytes, kByteOrderMark)) return false;
   if (bytes.starts_with(kByteOrderMark)) Drop(kByteOrderMark.size());
@@ -179,14 +181,17 @@ bool LogReader::Impl::SkipByteOrderMark(DataEnd end) {
   return true;
 }
 
-bool LogReader::Impl::SkipRest(DataEnd end) {
+bool LogReaderImpl::SkipRest(DataEnd end) {
   while (skipping_) {
     const std::string_view bytes = buffer.Bytes();
-    const std::size_t place = std::min(bytes.find_first_of({"\n\0", 2}), bytes.size());
+    Passed passed;
+    const char* const stop = FindStop(bytes.data(), bytes.data() + bytes.size(), passed);
+    const auto place = static_cast<std::size_t>(stop - bytes.data());
     Drop(place);
     if (place == bytes.size()) return false;
-    if (bytes[place] == '\n') {
+    if (bytes[place] != '\0') {
       Drop(1);
+      if (bytes[place] == '"') continue;
       ++line_;
       skipping_ = false;
       break;
@@ -199,7 +204,7 @@ bool LogReader::Impl::SkipRest(DataEnd end) {
   return true;
 }
 
-bool LogReader::Impl::TakeNuls(DataEnd end) {
+bool LogReaderImpl::TakeNuls(DataEnd end) {
   std::string_view bytes = buffer.Bytes();
   const std::size_t count = std::min(bytes.find_first_not_of('\0'), bytes.size());
   if (nuls_ == 0) row.offset = offset_;
@@ -222,7 +227,7 @@ bool LogReader::Impl::TakeNuls(DataEnd end) {
   return true;
 }
 
-Extent LogReader::Impl::Measure(std::string_view bytes, bool has_stamp, DataEnd end) const {
+Extent LogReaderImpl::Measure(std::string_view bytes, bool has_stamp, DataEnd end) const {
   const LogHeader& header = row.header.IsThere() ? row.header : assumed_;
   if (row.header.BeginsWithTime() && !has_stamp) {
     return MeasureLine(bytes, options.row_limit, end);
@@ -236,7 +241,7 @@ Extent LogReader::Impl::Measure(std::string_view bytes, bool has_stamp, DataEnd 
   return MeasureRow(bytes, rules, end);
 }
 
-bool LogReader::Impl::TakeLine(DataEnd end) {
+bool LogReaderImpl::TakeLine(DataEnd end) {
   const std::string_view bytes = buffer.Bytes();
   const bool may_have_stamp = row.header.BeginsWithTime() || !row.header.IsThere();
   bool has_stamp = false;
@@ -263,7 +268,7 @@ bool LogReader::Impl::TakeLine(DataEnd end) {
 
 // ---- What a line is.
 
-void LogReader::Impl::Judge(const Extent& extent, bool has_stamp) {
+void LogReaderImpl::Judge(const Extent& extent, bool has_stamp) {
   const bool has_timed_header = row.header.BeginsWithTime();
   const bool is_raw = has_timed_header && !has_stamp;
   row.cells.Start(row.text, is_raw && extent.quoted ? LogCells::kUnknownWidth : extent.commas + 1,
@@ -284,7 +289,7 @@ void LogReader::Impl::Judge(const Extent& extent, bool has_stamp) {
   }
 }
 
-LogRowKind LogReader::Impl::FindKind(const Extent& extent, bool has_stamp) {
+LogRowKind LogReaderImpl::FindKind(const Extent& extent, bool has_stamp) {
   if (has_stamp) {
     const bool fits = row.cells.Width() >= assumed_.Columns().size();
     if (!row.header.IsThere() && fits) TakeHeader(assumed_.Line());
@@ -299,14 +304,14 @@ LogRowKind LogReader::Impl::FindKind(const Extent& extent, bool has_stamp) {
   return is_row ? LogRowKind::kRow : LogRowKind::kText;
 }
 
-bool LogReader::Impl::IsHeader(const Extent& extent) const {
+bool LogReaderImpl::IsHeader(const Extent& extent) const {
   if (extent.too_long || extent.open_quote || extent.line_ends > 1) return false;
   if (row.text.empty()) return false;
   return row.text == row.header.Line() || row.text == options.header ||
          LogHeader::IsHeader(row.text, is_first_line_);
 }
 
-void LogReader::Impl::TakeHeader(std::string_view line) {
+void LogReaderImpl::TakeHeader(std::string_view line) {
   // Cut off inside its line end, a header still is the same as a whole one.
   while (line.ends_with('\r')) line.remove_suffix(1);
   if (line == row.header.Line()) return;
@@ -318,7 +323,7 @@ void LogReader::Impl::TakeHeader(std::string_view line) {
 
 // What is left of a row that was cut off inside its time stamp. A few digits alone are such a rest
 // when the last stamp begins with them.
-bool LogReader::Impl::IsCutStamp(std::string_view text) const {
+bool LogReaderImpl::IsCutStamp(std::string_view text) const {
   constexpr std::size_t kYear = 4;
   if (text.empty() || !BeginsStamp(text)) return false;
   const std::string_view last = stamps_.LastDate();
@@ -326,13 +331,13 @@ bool LogReader::Impl::IsCutStamp(std::string_view text) const {
 }
 
 // Whether the line is what is left of a header that stood in front of all rows.
-bool LogReader::Impl::BeginsKnownHeader() const {
+bool LogReaderImpl::BeginsKnownHeader() const {
   const bool may_be = is_first_line_ || row.kind == LogRowKind::kHeader;
   return may_be && !row.text.empty() &&
          (IsProperPrefix(row.text, assumed_.Line()) || IsProperPrefix(row.text, kSuiteHeader));
 }
 
-void LogReader::Impl::JudgeRow(const Extent& extent) {
+void LogReaderImpl::JudgeRow(const Extent& extent) {
   const bool lacks_level = row.header.EndsWithLevel() && !row.EndsWithLevel();
   const bool is_cut_off = extent.cut_off || (lacks_level && !extent.too_long) ||
                           (row.header.BeginsWithTime() && row.time == kNoLogTime);
@@ -346,7 +351,7 @@ void LogReader::Impl::JudgeRow(const Extent& extent) {
 // ---- The public face.
 
 LogReader::LogReader(LogReaderOptions options)
-    : impl_(std::make_unique<Impl>(std::move(options))) {}
+    : impl_(std::make_unique<LogReaderImpl>(std::move(options))) {}
 LogReader::LogReader(LogReader&& other) noexcept = default;
 LogReader& LogReader::operator=(LogReader&& other) noexcept = default;
 LogReader::~LogReader() = default;
@@ -359,5 +364,6 @@ std::error_code LogReader::Error() const { return impl_->buffer.source.Error(); 
 LogFileChange LogReader::Change() const { return impl_->buffer.source.Change(); }
 const std::string& LogReader::Path() const { return impl_->path; }
 std::uint64_t LogReader::Offset() const { return impl_->Offset(); }
+std::uint64_t LogReader::Line() const { return impl_->Line(); }
 
 }  // namespace vexor

@@ -63,7 +63,7 @@ VEXOR_PM_TEST_ID FindTest(std::string_view name) {
 }  // namespace
 
 // A surplus of cells stands before "Level", or at the end.
-std::string_view LogRow::Parts::At(std::size_t column) {
+std::string_view LogRowParts::At(std::size_t column) {
   const std::size_t columns = header.Columns().size();
   if (kind != LogRowKind::kRow || column >= columns) return {};
   const std::size_t width = cells.Width();
@@ -71,13 +71,13 @@ std::string_view LogRow::Parts::At(std::size_t column) {
   return column + 1 == width ? cells.Last() : cells.At(column);
 }
 
-std::optional<TRACE_LEVEL> LogRow::Parts::Level() {
+std::optional<TRACE_LEVEL> LogRowParts::Level() {
   if (!std::exchange(has_level, true)) level = FindLevel(TrimBlanks(At(header.level)));
   return level;
 }
 
 // Whether the last cell is a level, also of a row that has fewer cells than columns.
-bool LogRow::Parts::EndsWithLevel() {
+bool LogRowParts::EndsWithLevel() {
   if (cells.Width() >= header.Columns().size()) return Level().has_value();
   return FindLevel(TrimBlanks(cells.Last())).has_value();
 }

@@ -13,7 +13,7 @@
 
 namespace vexor {
 
-struct LogRow::Parts {
+struct LogRowParts {
   LogRowKind kind = LogRowKind::kText;
   std::uint32_t damages = 0;  // a bit for each `LogDamage`
   std::uint64_t line = 0;

@@ -178,6 +178,7 @@ struct FileIdentity {
 std::error_code OpenReadFile(const std::string& path, FileHandle& handle);
 
 // Reads on from where the last call stopped. A count of 0 without an error is the end of the data.
+// A pipe that no program opens for writing, within two seconds, is std::errc::broken_pipe.
 std::error_code ReadFileBytes(FileHandle handle, char* bytes, std::size_t size, std::size_t& count);
 
 // Only regular files can be read from somewhere else.

@@ -1,5 +1,6 @@
 #include <dirent.h>
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/stat.h>
 #include <sys/time.h>
 #include <unistd.h>
@@ -195,9 +196,10 @@ PathKind LookUpPath(const std::string& path) {
 }
 
 std::error_code OpenReadFile(const std::string& path, FileHandle& handle) {
+  // Without waiting: a pipe that no program has opened for writing would hold the call up for ever.
   int descriptor = -1;
   do {
-    descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY);
+    descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK);
   } while (descriptor < 0 && errno == EINTR);
   if (descriptor < 0) return LastError();
   struct stat found = {};
@@ -209,15 +211,53 @@ std::error_code OpenReadFile(const std::string& path, FileHandle& handle) {
   return {};
 }
 
+namespace {
+
+bool IsPipe(int descriptor) {
+  struct stat found = {};
+  return fstat(descriptor, &found) == 0 && S_ISFIFO(found.st_mode);
+}
+
+enum class PipeEnd : std::uint8_t { kData, kClosed, kSilent };
+
+// Waits until there is something to read, or the last writer has closed the pipe.
+PipeEnd WaitForPipe(int descriptor, int milliseconds) {
+  pollfd wanted = {.fd = descriptor, .events = POLLIN, .revents = 0};
+  int count = 0;
+  do {
+    count = poll(&wanted, 1, milliseconds);
+  } while (count < 0 && errno == EINTR);
+  if (count == 0) return PipeEnd::kSilent;
+  return (wanted.revents & POLLIN) != 0 ? PipeEnd::kData : PipeEnd::kClosed;
+}
+
+}  // namespace
+
 std::error_code ReadFileBytes(FileHandle handle, char* bytes, std::size_t size,
                               std::size_t& count) {
-  ssize_t got = -1;
-  do {
-    got = read(Descriptor(handle), bytes, size);
-  } while (got < 0 && errno == EINTR);
-  if (got < 0) return LastError();
-  count = static_cast<std::size_t>(got);
-  return {};
+  constexpr int kForEver = -1;
+  constexpr int kPatience = 2000;  // milliseconds for a program to open a pipe for writing
+  const int descriptor = Descriptor(handle);
+  bool was_silent = false;
+  count = 0;
+  while (true) {
+    const ssize_t got = read(descriptor, bytes, size);
+    if (got > 0) {
+      count = static_cast<std::size_t>(got);
+      return {};
+    }
+    if (got < 0 && errno == EINTR) continue;
+    if (got < 0 && errno != EAGAIN) return LastError();
+    if (got < 0) {  // a writer is there
+      WaitForPipe(descriptor, kForEver);
+      continue;
+    }
+    if (size == 0 || !IsPipe(descriptor)) return {};
+    if (was_silent) return std::make_error_code(std::errc::broken_pipe);
+    const PipeEnd end = WaitForPipe(descriptor, kPatience);
+    if (end == PipeEnd::kClosed) return {};
+    was_silent = end == PipeEnd::kSilent;
+  }
 }
 
 std::error_code SeekReadFile(FileHandle handle, std::uint64_t offset) {

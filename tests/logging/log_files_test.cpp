@@ -191,6 +191,74 @@ TEST(LogMerge, GoesOnWhereAFileCannotBeRead) {
   EXPECT_EQ(merge.Faults()[0].error, std::errc::no_such_file_or_directory);
 }
 
+// A file that changes while it is read: the rows before are given, and what happened is told with
+// the line that reading has come to.
+TEST(LogMerge, TellsWhereAFileEnds) {
+  const bool is_windows = std::filesystem::path::preferred_separator == '\\';
+  const std::string row = "1970-01-01 00:00:01.000," + std::string(75, 'x') + "\n";
+  std::string log = "Time,Notes\n";
+  for (int i = 0; i < 1000; ++i) log += row;
+  using vexor::LogFileChange;
+  struct Case {
+    const char* name;
+    bool is_one_of_many;  // logs, and not kept open
+    void (*act)(const std::string& path);
+    std::error_code error;
+    LogFileChange change;
+  };
+  const auto shrink = [](const std::string& path) { std::filesystem::resize_file(path, 5); };
+  const auto remove = [](const std::string& path) { std::filesystem::remove(path); };
+  const auto replace = [](const std::string& path) {
+    WriteBytes(path + ".new", "another\n");
+    std::filesystem::rename(path + ".new", path);
+  };
+  const auto missing = make_error_code(std::errc::no_such_file_or_directory);
+  const Case kCases[] = {
+      {"shrunk", false, shrink, {}, LogFileChange::kShrunk},
+      {"shrunk, many", true, shrink, {}, LogFileChange::kShrunk},
+      {"removed, many", true, remove, missing, LogFileChange::kNone},
+      {"replaced, many", true, replace, {}, LogFileChange::kReplaced},
+  };
+  for (const Case& c : kCases) {
+    if (is_windows && !c.is_one_of_many) continue;  // an open file cannot be changed there
+    const TemporaryFolder folder;
+    WriteBytes(folder / "log.csv", log);
+    for (int i = 0; c.is_one_of_many && i < 100; ++i) {
+      WriteBytes(folder / ("other" + std::to_string(i) + ".csv"), "");
+    }
+    LogMerge merge(vexor::FindLogs({folder.path()}).series, {.buffer_size = 4096});
+    std::uint64_t rows = 0;
+    while (merge.Next()) {
+      if (rows++ == 10) c.act(folder / "log.csv");
+    }
+    ASSERT_EQ(merge.Faults().size(), 1U) << c.name;
+    EXPECT_EQ(merge.Faults()[0].error.default_error_condition(), c.error.default_error_condition())
+        << c.name;
+    EXPECT_EQ(merge.Faults()[0].change, c.change) << c.name;
+    EXPECT_TRUE(rows > 10 && rows < 100) << c.name;
+    // The last row may be the rest of one.
+    EXPECT_LE(rows - merge.Faults()[0].line, 1U) << c.name;
+  }
+}
+
+TEST(LogMerge, TellsOfALineThatIsTooLong) {
+  const TemporaryFolder folder;
+  const std::string much(2000, 'x');
+  for (const int i : {0, 1}) {
+    WriteBytes(folder / ("run_" + std::to_string(i) + ".csv"),
+               LogOf({1, 2}) + much + "\n" + much + "\n" + "a last line\n");
+  }
+  LogMerge merge(vexor::FindLogs({folder.path()}).series, {.row_limit = 1024});
+  int rows = 0;
+  while (merge.Next()) ++rows;
+  EXPECT_EQ(rows, 12);
+  ASSERT_EQ(merge.Faults().size(), 2U);
+  for (const vexor::LogFault& fault : merge.Faults()) {
+    EXPECT_EQ(fault.error, std::errc::value_too_large);
+    EXPECT_EQ(fault.line, 4U);
+  }
+}
+
 // On a system that tells.
 std::ptrdiff_t CountOpenFiles() {
   std::error_code none;

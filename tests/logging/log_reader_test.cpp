@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <limits>
@@ -99,7 +100,9 @@ Shown ShowAll(const std::string& path, LogReaderOptions options = {}) {
   Shown shown;
   ShowMore(reader, shown);
   EXPECT_FALSE(reader.Error());
-  EXPECT_EQ(reader.Offset(), std::filesystem::file_size(path));
+  const std::string bytes = ReadBytes(path);
+  EXPECT_EQ(reader.Offset(), bytes.size());
+  EXPECT_EQ(reader.Line(), 1U + std::count(bytes.begin(), bytes.end(), '\n'));
   return shown;
 }
 
@@ -506,7 +509,7 @@ TEST(LogReader, CutsRowsThatAreTooLong) {
   std::string characters;
   for (int i = 0; i < 600; ++i) lines += "x\n";
   for (int i = 0; i < 600; ++i) characters += "\xC3\xA4";
-  const std::string much(5000, 'x');
+  const std::string much = std::string(3000, 'x') + "\"~" + std::string(2000, 'x');
   WriteBytes(path, Expand("H\n@1," + much + ",Debug\n@2,b,Debug\n" + characters + "y\nz" +
                           characters + "\n" + much + "~~~~~~~~\n@3,c,Debug\n"));
   for (const std::size_t size : {100U, 100000U}) {

@@ -28,6 +28,18 @@ std::string ReasonOf(const vexor::NoLog& other) {
   return "cannot be read: " + other.error.default_error_condition().message();
 }
 
+std::string ReasonOf(const vexor::LogFault& fault) {
+  if (fault.change == vexor::LogFileChange::kShrunk)
+    return "became shorter while it was being read";
+  if (fault.change == vexor::LogFileChange::kReplaced)
+    return "was replaced while it was being read";
+  if (fault.error == std::errc::value_too_large)
+    return "the line is too long; only its beginning was read";
+  if (fault.error == std::errc::broken_pipe)
+    return "no program writes to this pipe (a command that reads logs twice needs a file)";
+  return "cannot be read: " + fault.error.default_error_condition().message();
+}
+
 // The last time stamp that a line in the last stretch of the file begins with.
 LogTime FindLastTime(const std::string& path) {
   constexpr std::streamoff kStretch = 65536;
@@ -130,10 +142,8 @@ bool ReadDuration(std::string_view option, std::string_view text,
 
 Status ReportFaults(const std::vector<vexor::LogFault>& faults, Status status) {
   for (const vexor::LogFault& fault : faults) {
-    status = Refuse(fault.path,
-                    fault.change == vexor::LogFileChange::kNone
-                        ? "cannot be read: " + fault.error.default_error_condition().message()
-                        : "became shorter while it was being read");
+    const std::string line = fault.line > 0 ? ":" + std::to_string(fault.line) : "";
+    status = Refuse(fault.path + line, ReasonOf(fault));
   }
   return status;
 }

@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "common/progress.h"
@@ -79,14 +80,23 @@ void ReadRows(const std::string& path, std::vector<vexor::LogFault>& faults, Pro
   vexor::LogReader reader;
   reader.Open(path);
   vexor::LogTime time = vexor::kNoLogTime;
+  bool has_long_row = false;
   while (reader.Next()) {
     const vexor::LogRow row = reader.Row();
+    if (row.Has(vexor::LogDamage::kTooLong) && !std::exchange(has_long_row, true)) {
+      faults.push_back({.path = path,
+                        .error = std::make_error_code(std::errc::value_too_large),
+                        .line = row.Line()});
+    }
     if (const vexor::LogTime own = row.Time(); own != vexor::kNoLogTime) time = own;
     done.Add(row);
     visit(row, time);
   }
   if (!reader.Error() && reader.Change() != vexor::LogFileChange::kShrunk) return;
-  faults.push_back({.path = path, .error = reader.Error(), .change = reader.Change()});
+  faults.push_back({.path = path,
+                    .error = reader.Error(),
+                    .change = reader.Change(),
+                    .line = reader.Offset() > 0 ? reader.Line() : 0});
 }
 
 // Calls `work` with every number below `count`, on as many threads as the machine has processors,

@@ -18,6 +18,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <system_error>
@@ -29,12 +30,17 @@
 
 namespace vexor {
 
-// A file that could not be read, or not to its end.
+// A file that could not be read, or not all of it.
 struct LogFault {
   std::string path;
-  std::error_code error;  // none when the file has shrunk
+  // None when the file has shrunk or was replaced. For the first row of a file that is longer than
+  // `row_limit`, of which only the beginning is given, std::errc::value_too_large.
+  std::error_code error;
   LogFileChange change = LogFileChange::kNone;
+  std::uint64_t line = 0;  // where reading ended, or of the row; 0 when the file was not opened
 };
+
+struct LogMergeImpl;
 
 class VEXOR_EXPORT LogMerge {
  public:
@@ -63,8 +69,7 @@ class VEXOR_EXPORT LogMerge {
   [[nodiscard]] const std::vector<LogFault>& Faults() const;
 
  private:
-  struct Impl;
-  std::unique_ptr<Impl> impl_;
+  std::unique_ptr<LogMergeImpl> impl_;
 };
 
 }  // namespace vexor

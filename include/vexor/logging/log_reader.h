@@ -80,6 +80,8 @@ enum class LogResult : std::uint8_t { kNone, kPass, kFail };
 // The column for which a header has no name, or no header is there.
 inline constexpr std::size_t kNoColumn = static_cast<std::size_t>(-1);
 
+struct LogRowParts;
+
 // A row of a reader. A handle, cheap to copy; it and all texts that it returns are valid until the
 // reader's next call of `Next`, `Open` or its destructor. Nothing here throws but std::bad_alloc.
 class VEXOR_EXPORT LogRow {
@@ -152,9 +154,8 @@ class VEXOR_EXPORT LogRow {
 
  private:
   friend class LogReader;
-  struct Parts;
-  explicit LogRow(Parts* parts) : parts_(parts) {}
-  Parts* parts_;
+  explicit LogRow(LogRowParts* parts) : parts_(parts) {}
+  LogRowParts* parts_;
 };
 
 // ---- Files.
@@ -187,11 +188,12 @@ enum class LogFileChange : std::uint8_t {
   kRemoved,   // its path leads to no file
 };
 
+struct LogReaderImpl;
+
 // How a line is understood:
 // - A header is a line of at least two columns, all named and different, one of them "Time".
-// Without
-//   "Time" a line is a header when it is the first of the file and its names have no blanks around
-//   them ("Level" may); or when it is the option `header` or equals the header above.
+//   Without "Time" a line is a header when it is the first of the file and its names have no blanks
+//   around them ("Level" may); or when it is the option `header` or equals the header above.
 // - Under a header that begins with "Time", a row begins with a time stamp, and any other line is
 //   text. A line that is the beginning of a time stamp is a row that was cut off, and so is a row
 //   without a level under a header that ends with "Level".
@@ -224,21 +226,24 @@ class VEXOR_EXPORT LogReader {
   // is left, to its end.
   void Finish();
 
-  // The first error of opening or reading, such as that of a folder; it compares with std::errc.
+  // The first error of opening or reading, such as that of a folder; it compares with std::errc. A
+  // pipe that no program opens for writing is std::errc::broken_pipe after two seconds.
   [[nodiscard]] std::error_code Error() const;
 
   // Known when `Next` has returned false. With `follow` everything is looked for; without it, only
-  // whether the file has shrunk. Rows that are in the reader's buffer are still given before. To go
-  // on with the new content, `Open` the path again (`Finish` first gives what is left of the old).
+  // whether the file has shrunk, and with `keep_open` false also whether it was replaced. Rows that
+  // are in the reader's buffer are still given before. To go on with the new content, `Open` the
+  // path again (`Finish` first gives what is left of the old).
   [[nodiscard]] LogFileChange Change() const;
 
-  // The path as given to `Open`, and the bytes read so far of which rows were given.
+  // The path as given to `Open`, the bytes read so far of which rows were given, and the line, from
+  // 1, that stands behind them.
   [[nodiscard]] const std::string& Path() const;
   [[nodiscard]] std::uint64_t Offset() const;
+  [[nodiscard]] std::uint64_t Line() const;
 
  private:
-  struct Impl;
-  std::unique_ptr<Impl> impl_;
+  std::unique_ptr<LogReaderImpl> impl_;
 };
 
 }  // namespace vexor
