@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <cstdlib>
@@ -21,6 +22,7 @@
 #include "platform/child_process.h"
 #include "platform/test_disk.h"
 #include "vexor/logging/log_file.h"
+#include "vexor/logging/log_merge.h"
 #include "vexor/syntax/error_codes.h"
 
 namespace {
@@ -50,6 +52,47 @@ std::map<std::string, int> CountLines(const std::string& folder, std::string_vie
   return counts;
 }
 
+// What a reader of logs makes of a folder.
+struct Reading {
+  std::size_t lines = 0;  // whole ones, headers left out
+  std::size_t cut_off = 0;
+  std::size_t nul_blocks = 0;
+  bool has_false_alarms = false;
+};
+
+Reading ReadFolder(const std::string& folder) {
+  Reading reading;
+  const vexor::FoundLogs found = vexor::FindLogs({folder});
+  for (const vexor::FoundSeries& series : found.series) {
+    if (!series.missing.empty() || !series.leftovers.empty()) reading.has_false_alarms = true;
+  }
+  vexor::LogMerge merge(found.series);
+  while (merge.Next()) {
+    const vexor::LogRow row = merge.Row();
+    if (row.Kind() == vexor::LogRowKind::kNulBlock) {
+      ++reading.nul_blocks;
+    } else if (row.Has(vexor::LogDamage::kCutOff)) {
+      ++reading.cut_off;
+    } else if (row.IsDamaged()) {
+      reading.has_false_alarms = true;
+    } else if (row.Text() != "header") {
+      ++reading.lines;
+    }
+  }
+  reading.has_false_alarms = reading.has_false_alarms || !merge.Faults().empty();
+  return reading;
+}
+
+std::size_t CountTornFiles(const std::string& folder) {
+  std::size_t count = 0;
+  for (const std::string& name : GetFilesInFolder(folder)) {
+    if (!name.starts_with("run")) continue;
+    const std::string bytes = ReadBytes(folder + "/" + name);
+    if (!bytes.empty() && !bytes.ends_with('\n')) ++count;
+  }
+  return count;
+}
+
 TEST(Durability, SurvivesTheEndOfTheProcess) {
   const char* asked_for = std::getenv("VEXOR_KILL_ROUNDS");
   const int rounds = asked_for != nullptr ? std::atoi(asked_for) : 200;
@@ -73,6 +116,10 @@ TEST(Durability, SurvivesTheEndOfTheProcess) {
     for (const auto& [line, count] : logged) EXPECT_EQ(count, 1) << line;
     for (const auto& [line, count] : returned) EXPECT_TRUE(logged.contains(line)) << line;
     EXPECT_LE(logged.size(), returned.size() + 4) << "lines that no thread has logged";
+    const Reading reading = ReadFolder(folder.path());
+    EXPECT_EQ(reading.lines, logged.size());
+    EXPECT_EQ(reading.cut_off, CountTornFiles(folder.path()));
+    EXPECT_TRUE(reading.nul_blocks == 0 && !reading.has_false_alarms);
     if (!returned.empty()) ++killed_while_logging;
   }
   EXPECT_GE(killed_while_logging, round / 2);
@@ -145,6 +192,22 @@ TEST(Durability, SurvivesAPowerCut) {
         ASSERT_TRUE(size != cut.sizes.end() && size->second >= place->second.end) << place->first;
       }
     }
+  }
+  // What a power cut may leave: the files as they were on the disk, some with NUL bytes behind.
+  for (std::size_t i = 0; i < cuts.size(); i += 1 + cuts.size() / 20) {
+    const TemporaryFolder left;
+    std::size_t blocks = 0;
+    for (const auto& [path, size] : cuts[i].sizes) {
+      std::string bytes = ReadBytes(path);
+      std::fill(bytes.begin() + static_cast<std::ptrdiff_t>(size), bytes.end(), '\0');
+      if (i % 2 == 0) bytes.resize(size);
+      if (bytes.size() > size) ++blocks;
+      WriteBytes(left / std::filesystem::path(path).filename().string(), bytes);
+    }
+    const Reading reading = ReadFolder(left.path());
+    EXPECT_EQ(reading.lines, CountLines(left.path(), "run").size());
+    EXPECT_EQ(reading.nul_blocks, blocks);
+    EXPECT_TRUE(reading.cut_off == 0 && !reading.has_false_alarms);
   }
   const std::map<std::string, int> logged = CountLines(folder.path(), "run");
   EXPECT_EQ(logged.size(), std::size_t{kThreads * kLines});
