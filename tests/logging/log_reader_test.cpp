@@ -353,6 +353,28 @@ TEST(LogRow, HasTypedViews) {
   }
 }
 
+TEST(LogRow, HasTheLastColumnInQuotes) {
+  const TemporaryFolder folder;
+  WriteBytes(folder / "log.csv", Expand("Time,Notes\n@1,\"" + std::string(20, 'x') + ", y\"\n"));
+  LogReader reader;
+  reader.Open(folder / "log.csv");
+  ASSERT_TRUE(reader.Next() && reader.Next());
+  EXPECT_EQ(reader.Row().At("Notes"), std::string(20, 'x') + ", y");
+}
+
+TEST(LogReader, TakesHeadersOfUpTo4096Columns) {
+  const TemporaryFolder folder;
+  for (const int columns : {4096, 4097}) {
+    std::string header = "Time";
+    for (int i = 1; i < columns; ++i) header += "," + std::to_string(i) + "x";
+    WriteBytes(folder / "log.csv", header + "\n");
+    LogReader reader;
+    reader.Open(folder / "log.csv");
+    ASSERT_TRUE(reader.Next());
+    EXPECT_EQ(reader.Row().Kind(), columns == 4096 ? LogRowKind::kHeader : LogRowKind::kText);
+  }
+}
+
 TEST(LogTime, IsReadAndWritten) {
   for (const char* const stamp :
        {"2024-03-07 09:05:02.017", "1970-01-01 00:00:00.000", "2024-02-29 23:59:59.999",

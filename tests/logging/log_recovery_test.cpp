@@ -53,9 +53,22 @@ void LogSome(VexorLogging& log) {
   log.LogNote("c", TRACE_INFORMATION);
 }
 
+// The text with the line ends of the other system.
+std::string WithReturns(std::string_view text) {
+  std::string changed;
+  for (const char c : text) {
+    if (c == '\n' && !changed.ends_with('\r')) changed += '\r';
+    changed += c;
+  }
+  return changed;
+}
+
 // Wherever the power goes: all rows that were whole are read, what is left of another is not taken
 // for one, and the place is noticed, unless nothing but a line end was missing and was added.
-TEST(LogReader, FindsEveryCut) {
+class LogRecovery : public testing::TestWithParam<bool> {};
+
+TEST_P(LogRecovery, FindsEveryCut) {
+  const bool has_returns = GetParam();
   const QuietConsole quiet;
   const TemporaryFolder folder;
   const TestDisk disk;
@@ -64,7 +77,9 @@ TEST(LogReader, FindsEveryCut) {
   ASSERT_TRUE(Open(log, folder, "whole"));
   LogSome(log);
   log.CloseFile(true);
-  const std::string bytes = ReadBytes(folder / "whole.csv");
+  std::string bytes = ReadBytes(folder / "whole.csv");
+  if (has_returns) bytes = WithReturns(bytes);
+  WriteBytes(folder / "whole.csv", bytes);
   struct Place {
     std::size_t text_end;
     std::size_t end;  // with the line end
@@ -94,10 +109,12 @@ TEST(LogReader, FindsEveryCut) {
     WriteBytes(cut, left);
     EXPECT_EQ(Read(cut).cut_off, is_cut ? 1 : 0) << size;
     for (const bool nuls : {false, true}) {
-      WriteBytes(cut, left + std::string(nuls ? 700 : 0, '\0'));
+      const std::string before = left + std::string(nuls ? 700 : 0, '\0');
+      WriteBytes(cut, before);
       ASSERT_TRUE(Open(log, folder, "cut", TRACE_DEBUG, LOG_FILE_APPEND));
       LogSome(log);
       log.CloseFile(true);
+      if (has_returns) WriteBytes(cut, before + WithReturns(ReadBytes(cut).substr(before.size())));
       const Reading reading = Read(cut);
       EXPECT_EQ(reading.cut_off, (nuls ? is_cut : lacks_text) ? 1 : 0) << size << nuls;
       EXPECT_EQ(reading.nul_blocks, nuls ? 1 : 0) << size;
@@ -106,6 +123,8 @@ TEST(LogReader, FindsEveryCut) {
     }
   }
 }
+
+INSTANTIATE_TEST_SUITE_P(BothLineEnds, LogRecovery, testing::Bool());
 
 TEST(LogScan, FindsTheSameOnEveryProcessor) {
   std::minstd_rand random(5);
