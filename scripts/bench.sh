@@ -3,8 +3,9 @@
 #
 # Sets up the machine, builds the benchmarks and prints one table: what the library needs beside the
 # least that the work costs and beside other libraries, each row measured in one run; below 1 the
-# library is the faster. The logs are written to FOLDER, or build/bench-logs: a real disk it must be,
-# and nothing else should keep the machine busy.
+# library is the faster. A second table holds "vexorlog summary" against other programs, processor
+# time and memory. The logs are written to FOLDER, or build/bench-logs: a real disk it must be, with
+# 2 GB to spare, and nothing else should keep the machine busy.
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 check_arguments 1 "$@"
