@@ -31,7 +31,7 @@ declare -A packages_of=(
   [lint]="clang clang-format clang-tidy shellcheck"
   [coverage]="gcovr"
   [docs]="doxygen"
-  [bench]="libbenchmark-dev libabsl-dev libfmt-dev libspdlog-dev libboost-dev"
+  [bench]="miller libbenchmark-dev libabsl-dev libfmt-dev libspdlog-dev libboost-dev"
   [install]="pkgconf dpkg-dev debhelper lintian"
 )
 packages=()
