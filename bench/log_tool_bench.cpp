@@ -57,7 +57,8 @@ bool Measure(Work& work) {
   posix_spawn_file_actions_init(&streams);
   posix_spawn_file_actions_addopen(&streams, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
   pid_t child = 0;
-  const int error = posix_spawnp(&child, arguments[0], &streams, nullptr, arguments.data(), environ);
+  const int error =
+      posix_spawnp(&child, arguments[0], &streams, nullptr, arguments.data(), environ);
   posix_spawn_file_actions_destroy(&streams);
   if (error != 0) return false;
   int status = 0;
