@@ -13,7 +13,7 @@ check_arguments 0 "$@"
 "$root/scripts/build-windows-deps.sh"
 echo "== clang-cl" >&2
 build_preset clang-cl
-compiler=$(sed -n 's/^CMAKE_CXX_COMPILER:[^=]*=//p' build/clang-cl/CMakeCache.txt)
+compiler=$(dirname "$(realpath "$(command -v clang++)")")/clang-cl
 
 # Checks what clang-cl says of vexor/export.h with these options: the text, or nothing.
 # Usage: expect TEXT OPTION...
