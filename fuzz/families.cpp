@@ -93,6 +93,14 @@ using enum Agreement;
 
 constexpr Family kFamilies[] = {
     {"text", ReadPlainWords},
+    {"boolean", ReadPlainWords},
+    {"word", ReadPlainWords},
+    {"words", ReadPlainWords},
+    {"numbers", ReadPlainWords},
+    {"exit-ratios", ReadPlainWords},
+    {"power-scheme", ReadPlainWords},
+    {"power-source", ReadPlainWords},
+    {"knobs", ReadPlainWords},
     {"count", ReadNumber, kAlike},
     {"mask", ReadNumber, kAlike},
     {"address", [](Text text) { return text == "Default" ? 1 : ReadNumber(text); }, kAlike},
@@ -146,6 +154,7 @@ void FuzzFamily(const Family& family, Text text) {
   } catch (const std::length_error&) {  // a list too long to hold
   }
   const std::optional<TextFault> fault = CheckSyntax(family.syntax, text);
+  DescribeText(family.syntax, text);
   if (fault) {
     Require(fault->at <= text.size(), "a fault stands in the text", text);
     Require(!fault->what.empty() && !fault->expected.empty(), "a fault is explained", text);

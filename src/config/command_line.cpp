@@ -6,6 +6,7 @@
 #include "config/fault_wording.h"
 #include "config/option_target.h"
 #include "config/syntax_table.h"
+#include "syntax/checks.h"
 #include "syntax/nearest.h"
 #include "util/text.h"
 #include "vexor/config/overrides.h"
@@ -161,7 +162,7 @@ class SectionReader {
       if (EqualsIgnoreCase(value, word)) return Accept(keyword, std::string(word));
     }
     constexpr OptionRow kSwitch{.name = "switch", .syntax = Syntax::kBoolean};
-    const Fault fault{.what = "neither true nor false", .expected = "true or false"};
+    const Fault fault{.what = "neither true nor false", .expected = kBooleanWords};
     RefuseValue(argument, value, WordFault(kSwitch, value, fault));
   }
 
@@ -206,7 +207,7 @@ class SectionReader {
     for (const PmTestRow& test : Tests()) {
       const OptionRow* const option = FindTarget(test, keyword).option;
       if (option == nullptr) continue;
-      const Fault missing{.what = "no value", .expected = GetSyntax(option->syntax).grammar};
+      const Fault missing{.what = "no value", .expected = GrammarOf(option->syntax)};
       return Refuse(argument, "no value, expected " + WordFault(*option, "", missing).expected);
     }
   }

@@ -23,8 +23,8 @@ TextFault MakeTextFault(Severity severity, const OptionRow& option, const Fault&
   TextFault result;
   result.at = fault.at;
   result.what = fault.what;
-  result.expected =
-      option.words.empty() ? std::string(fault.expected) : JoinWordList(SplitWords(option.words));
+  result.expected = option.words.empty() ? std::string(fault.expected.text)
+                                         : JoinWordList(SplitWords(option.words));
   result.severity = severity;
   return result;
 }
@@ -129,7 +129,8 @@ std::string NamePlace(std::string_view text, const TextFault& fault) {
 
 std::string AddExample(const OptionRow& option, const std::string& expected) {
   constexpr std::size_t kMostWords = 20;  // more are no help in a line
-  if (SplitWordList(expected).size() > kMostWords) return {};
+  const Words words = GetWords(option);
+  if (words.size() > kMostWords && expected == JoinWordList(words)) return {};
   const std::string_view example = GetSyntax(option.syntax).example;
   const bool shows_example = !option.words.empty() || Contains(expected, example) ||
                              Contains(expected, "such as") || Contains(expected, "for example");

@@ -90,13 +90,10 @@ bool IsSection(const ElementModel& element) {
          element.content == Content::kTraces;
 }
 
-// The words of a syntax that its grammar does not name itself.
+// The words of a syntax whose grammar does not list them.
 std::string WordsOf(const SyntaxRow& syntax) {
-  const Words words = GetWords(syntax.syntax);
-  const auto is_named = [&](std::string_view word) {
-    return syntax.grammar.find(word) != std::string_view::npos;
-  };
-  return std::ranges::all_of(words, is_named) ? std::string() : JoinCodes(words);
+  const bool lists_words = syntax.grammar.find("%w") != std::string_view::npos;
+  return lists_words ? std::string() : JoinCodes(GetWords(syntax.syntax));
 }
 
 class ReferenceWriter {
@@ -239,7 +236,7 @@ class ReferenceWriter {
       const std::string name(syntax.name);
       std::string anchor = R"(<a id="syntax-)";
       anchor.append(name).append(R"("></a>)").append(name);
-      WriteRow({anchor, Cell(syntax.grammar), WordsOf(syntax), Code(syntax.example)});
+      WriteRow({anchor, Cell(GrammarOf(syntax.syntax)), WordsOf(syntax), Code(syntax.example)});
     }
   }
 

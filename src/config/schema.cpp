@@ -167,7 +167,7 @@ class SchemaWriter {
   void WriteTextType(const OptionRow& option) {
     const SyntaxRow& syntax = GetSyntax(option.syntax);
     out_.Element("xs:simpleType", {{"name", syntax.name}}, [&] {
-      const std::string grammar(syntax.grammar);
+      const std::string grammar(GrammarOf(option.syntax));
       WriteDocumentation(grammar + "; for example " + std::string(syntax.example));
       WriteTexts(option);
     });

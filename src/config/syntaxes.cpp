@@ -22,7 +22,7 @@ namespace {
 
 using Content = ElementModel::Content;
 
-SyntaxInfo InfoOf(const SyntaxRow& row) { return {row.name, row.grammar, row.example}; }
+SyntaxInfo InfoOf(const SyntaxRow& row) { return {row.name, GrammarOf(row.syntax), row.example}; }
 
 const SyntaxRow* FindSyntax(std::string_view name) {
   const auto row = std::ranges::find(Syntaxes(), name, &SyntaxRow::name);
@@ -198,6 +198,12 @@ std::optional<TextFault> CheckOptionText(const OptionInfo& option, std::string_v
   const SyntaxRow* const row = FindSyntax(option.syntax.name);
   if (row == nullptr) return std::nullopt;
   return FindFault(row->syntax, option.words, text);
+}
+
+std::string DescribeText(std::string_view syntax, std::string_view text) {
+  const SyntaxRow* const row = FindSyntax(syntax);
+  if (row == nullptr || row->meaning == nullptr || text.empty()) return {};
+  return row->check(text) ? std::string() : row->meaning(text);
 }
 
 std::vector<OptionInfo> GetOptions() { return Lister().List(); }

@@ -6,7 +6,7 @@
 
 #include "config/content_check.h"
 #include "config/element_walk.h"
-#include "syntax/affinity_grammar.h"
+#include "syntax/checks.h"
 #include "util/text.h"
 
 namespace vexor {

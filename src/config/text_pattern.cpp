@@ -1,8 +1,10 @@
 #include "config/text_pattern.h"
 
 #include <algorithm>
+#include <span>
 
 #include "config/syntax_table.h"
+#include "syntax/time_units.h"
 #include "util/text.h"
 
 namespace vexor {
@@ -26,6 +28,15 @@ std::string InAnyCase(std::string_view words) {
   return pattern;
 }
 
+// "(AC|DC)"
+std::string AnyOf(std::span<const std::string_view> words) {
+  std::string pattern;
+  for (const std::string_view word : words) {
+    pattern.append(pattern.empty() ? "(" : "|").append(word);
+  }
+  return pattern + ")";
+}
+
 bool IgnoresCase(const OptionRow& option, std::string_view word) {
   std::string other(word);
   for (char& c : other) c = c == ToLower(c) ? ToUpper(c) : ToLower(c);
@@ -34,10 +45,7 @@ bool IgnoresCase(const OptionRow& option, std::string_view word) {
 
 std::string WordPattern(const OptionRow& option) {
   const Words words = GetWords(option);
-  std::string pattern;
-  for (const std::string_view word : words)
-    pattern.append(pattern.empty() ? "(" : "|").append(word);
-  pattern += ')';
+  const std::string pattern = AnyOf(words);
   return IgnoresCase(option, words.front()) ? InAnyCase(pattern) : pattern;
 }
 
@@ -51,6 +59,7 @@ std::string Expand(std::string_view pattern, const OptionRow& option) {
     if (pattern.starts_with("%w")) expanded += WordPattern(option);
     if (pattern.starts_with("%n")) expanded += kNumber;
     if (pattern.starts_with("%r")) expanded += Expand(kRatio, option);
+    if (pattern.starts_with("%u")) expanded += InAnyCase(AnyOf(kUnitWords));
     const bool is_group = pattern.starts_with("%(");
     const std::size_t end =
         is_group ? pattern.find(')') + 1 : std::min<std::size_t>(2, pattern.size());

@@ -7,6 +7,7 @@
 
 #include "config/syntax_table.h"
 #include "config/word_list.h"
+#include "syntax/time_units.h"
 #include "util/text.h"
 
 namespace vexor {
@@ -44,7 +45,6 @@ constexpr std::pair<std::string_view, std::string_view> kUnitNames[] = {
     {"minutes", "min"}, {"h", "hour"},
     {"hr", "hour"},     {"hrs", "hour"},
 };
-constexpr auto kUnits = std::to_array<std::string_view>({"usec", "msec", "sec", "min", "hour"});
 
 bool IsLetter(char c) { return ToUpper(c) >= 'A' && ToUpper(c) <= 'Z'; }
 
@@ -52,7 +52,7 @@ std::string_view FindUnit(std::string_view word) {
   for (const auto& [name, unit] : kUnitNames) {
     if (EqualsIgnoreCase(name, word)) return unit;
   }
-  return SuggestWord(word, kUnits);
+  return SuggestWord(word, kDurationUnits);
 }
 
 // Takes the run of bytes at the front that the predicate holds for.
@@ -161,7 +161,7 @@ std::string WriteRange(const OptionRow& /*option*/, Text text) {
 std::string KeepKeyword(const OptionRow& option, Text text) {
   const std::optional<Fault> fault = CheckOption(option, text);
   if (!fault || !IsAffinity(option.syntax)) return {};
-  const Words keywords = SplitWordList(fault->expected);
+  const std::span<const std::string_view> keywords = fault->expected.words;
   const Text keyword = text.substr(0, fault->at);
   const auto known = std::ranges::find_if(
       keywords, [keyword](Text word) { return EqualsIgnoreCase(word, keyword); });
@@ -186,7 +186,8 @@ std::string WriteTime(const OptionRow& option, Text text) {
 }
 
 Words ExpectedWords(const OptionRow& option, const Fault& fault) {
-  return option.words.empty() ? SplitWordList(fault.expected) : SplitWords(option.words);
+  const auto& words = fault.expected.words;
+  return option.words.empty() ? Words(words.begin(), words.end()) : SplitWords(option.words);
 }
 
 // Replaces one unknown word after the other by the known one that it is nearest to.

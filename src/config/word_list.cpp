@@ -38,25 +38,6 @@ Words SplitWords(std::string_view joined) {
   return words;
 }
 
-Words SplitWordList(std::string_view list) {
-  const std::size_t last = list.rfind(kOr);
-  if (last == std::string_view::npos) return {};
-  Words words;
-  std::string_view rest = list.substr(0, last);
-  for (std::size_t comma = rest.find(kComma); comma != std::string_view::npos;
-       comma = rest.find(kComma)) {
-    words.push_back(rest.substr(0, comma));
-    rest.remove_prefix(comma + kComma.size());
-  }
-  words.push_back(rest);
-  words.push_back(list.substr(last + kOr.size()));
-  const auto is_phrase = [](std::string_view word) {
-    return word.find(' ') != std::string_view::npos;
-  };
-  if (std::ranges::any_of(words, is_phrase)) words.clear();
-  return words;
-}
-
 std::string JoinWordList(std::span<const std::string_view> words) {
   std::string list;
   for (std::size_t i = 0; i < words.size(); ++i) {

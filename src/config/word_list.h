@@ -13,9 +13,6 @@ using Words = std::vector<std::string_view>;
 // "a;b;c"
 Words SplitWords(std::string_view joined);
 
-// "a, b or c": the list that a fault expects. None where the text is no such list.
-Words SplitWordList(std::string_view list);
-
 // Returns "a, b or c".
 std::string JoinWordList(std::span<const std::string_view> words);
 

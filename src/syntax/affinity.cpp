@@ -5,7 +5,7 @@
 #include <cstdio>
 #include <span>
 
-#include "syntax/affinity_grammar.h"
+#include "syntax/checks.h"
 #include "syntax/fault_note.h"
 #include "syntax/number_list.h"
 #include "syntax/words.h"
@@ -87,13 +87,13 @@ std::string_view NumbersBehindColon(std::string_view text, FaultNote& note) {
 enum class ListAlone { kRefused, kAccepted };
 
 // A keyword counts wherever a text begins with it, and what follows it is not read.
-void RefuseSurplus(std::string_view surplus, std::string_view keywords, FaultNote& note) {
+void RefuseSurplus(std::string_view surplus, const Expectation& keywords, FaultNote& note) {
   if (TrimBlanks(surplus).empty()) return;
   note.At(surplus, "text behind the keyword, not read", keywords);
 }
 
 AffinityText SplitAffinity(std::string_view text, std::span<const Mode> modes,
-                           std::string_view keywords, ListAlone list_alone, FaultNote& note) {
+                           const Expectation& keywords, ListAlone list_alone, FaultNote& note) {
   const auto mode = std::ranges::find_if(
       modes, [text](const Mode& row) { return StartsWithIgnoreCase(text, row.text); });
   if (mode != modes.end()) {
@@ -109,7 +109,7 @@ AffinityText SplitAffinity(std::string_view text, std::span<const Mode> modes,
 }
 
 AffinityText SplitPkgAffinity(std::string_view text, FaultNote& note) {
-  return SplitAffinity(text, kPkgModes, kListOf<kPkgModes>, ListAlone::kAccepted, note);
+  return SplitAffinity(text, kPkgModes, kOneOf<kPkgModes>, ListAlone::kAccepted, note);
 }
 
 bool IsAnyCore(std::string_view text) { return StartsWithIgnoreCase(text, "Any"); }
@@ -117,14 +117,14 @@ bool IsAnyCore(std::string_view text) { return StartsWithIgnoreCase(text, "Any")
 // A text that asks for any core reads as "All".
 AffinityText SplitUnitAffinity(std::string_view text, FaultNote& note) {
   if (!IsAnyCore(text)) {
-    return SplitAffinity(text, kUnitModes, kListOf<kUnitModes>, ListAlone::kAccepted, note);
+    return SplitAffinity(text, kUnitModes, kOneOf<kUnitModes>, ListAlone::kAccepted, note);
   }
-  note.At(text, "any core cannot be asked for", kListOf<kUnitModes>);
+  note.At(text, "any core cannot be asked for", kOneOf<kUnitModes>);
   return {};
 }
 
 AffinityText SplitThreadAffinity(std::string_view text, FaultNote& note) {
-  return SplitAffinity(text, kThreadModes, kListOf<kThreadModes>, ListAlone::kRefused, note);
+  return SplitAffinity(text, kThreadModes, kOneOf<kThreadModes>, ListAlone::kRefused, note);
 }
 
 std::optional<Fault> CheckAffinity(AffinityText (*split)(std::string_view, FaultNote&),
@@ -136,6 +136,10 @@ std::optional<Fault> CheckAffinity(AffinityText (*split)(std::string_view, Fault
 }
 
 }  // namespace
+
+constinit const Expectation vexor::kPkgAffinityWords = kOneOf<kPkgModes>;
+constinit const Expectation vexor::kUnitAffinityWords = kOneOf<kUnitModes>;
+constinit const Expectation vexor::kThreadAffinityWords = kOneOf<kThreadModes>;
 
 namespace vexor {
 

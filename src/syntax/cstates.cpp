@@ -10,7 +10,7 @@
 #include <system_error>
 #include <utility>
 
-#include "syntax/cstates_grammar.h"
+#include "syntax/checks.h"
 #include "syntax/fault_note.h"
 #include "syntax/number_list.h"
 #include "syntax/words.h"
@@ -47,7 +47,16 @@ constexpr CstateRow kNoCstate = {{}, CSTATE_MASK_NONE, MWAIT_HINT_NONE, 0};
 
 constexpr std::size_t kSettings = 11;  // one entry a number, up to C10
 
-constexpr std::string_view kNumberedState = "C1, C3, C6, C7, C8, C9 or C10";
+// The states with an entry of their own.
+constexpr auto kNumberedStates = [] {
+  constexpr auto kCount = std::ranges::count_if(kCstates, &CstateRow::number);
+  std::array<std::string_view, kCount> names;
+  auto out = names.begin();
+  for (const CstateRow& row : kCstates) {
+    if (row.number != 0) *out++ = row.name;
+  }
+  return names;
+}();
 
 const CstateRow& FindCstate(std::string_view name) {
   for (const CstateRow& row : kCstates) {
@@ -64,7 +73,7 @@ std::vector<CSTATE_MASK> ReadExeCstates(std::string_view list, FaultNote& note) 
   for (std::string_view item; TakeItem(list, ';', item);) {
     const CSTATE_MASK mask = FindCstate(item).mask;
     if (mask == CSTATE_MASK_NONE) {
-      note.At(item, "unknown C-state", kListOf<kCstates>);
+      note.At(item, "unknown C-state", kOneOf<kCstates>);
       return {};
     }
     masks.push_back(mask);
@@ -78,7 +87,7 @@ int ReadLimitCstates(std::string_view list, FaultNote& note) {
   int limit = 0;
   for (std::string_view item; TakeItem(list, ',', item);) {
     const int number = FindNumber(item);
-    if (number == 0) note.At(item, "unknown C-state", kNumberedState);
+    if (number == 0) note.At(item, "unknown C-state", kOneOf<kNumberedStates>);
     limit |= number;
   }
   return limit;
@@ -114,7 +123,7 @@ void ReadSettings(std::string_view text, FaultNote& note, Read read, Store store
   for (std::string_view item; TakeFilledItem(text, ';', item);) {
     const SettingItem setting = SplitSetting(item);
     if (setting.name && FindNumber(*setting.name) == 0) {
-      note.At(*setting.name, "unknown C-state", kNumberedState);
+      note.At(*setting.name, "unknown C-state", kOneOf<kNumberedStates>);
     } else if (read(setting.value)) {
       for (const CstateRow& row : kCstates) {
         const bool is_meant = !setting.name || row.name == *setting.name;
@@ -173,6 +182,8 @@ void ReadLists(std::string_view text, std::vector<std::vector<int>>* lists, Numb
 }
 
 }  // namespace
+
+constinit const Expectation vexor::kCstateWords = kOneOf<kCstates>;
 
 namespace vexor {
 

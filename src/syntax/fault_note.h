@@ -14,8 +14,8 @@ class FaultNote {
  public:
   explicit FaultNote(std::string_view text) : text_(text) {}
 
-  // `part` lies within the text; `what` and `expected` are literals.
-  void At(std::string_view part, std::string_view what, std::string_view expected) {
+  // `part` lies within the text; `what` is a literal.
+  void At(std::string_view part, std::string_view what, const Expectation& expected) {
     if (fault_) return;
     const auto at = static_cast<std::size_t>(part.data() - text_.data());
     fault_ = Fault{.at = at, .what = what, .expected = expected};
@@ -26,7 +26,7 @@ class FaultNote {
     At(part.substr(fault.at), fault.what, fault.expected);
   }
 
-  void AtEnd(std::string_view what, std::string_view expected) {
+  void AtEnd(std::string_view what, const Expectation& expected) {
     At(text_.substr(text_.size()), what, expected);
   }
 

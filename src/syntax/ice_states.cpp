@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "syntax/checks.h"
 #include "syntax/fault_note.h"
-#include "syntax/ice_states_grammar.h"
 #include "syntax/words.h"
 #include "util/text.h"
 
@@ -38,7 +38,7 @@ ICE_POWER_STATES ReadIceState(std::string_view list, FaultNote& note) {
     if (const auto* const state = FindWord(kStates, item)) {
       first = std::min(first, state);
     } else {
-      note.At(item, "unknown device state", kListOf<kStates>);
+      note.At(item, "unknown device state", kOneOf<kStates>);
     }
   }
   return first->value;
@@ -50,7 +50,7 @@ std::vector<int> ReadExecutedStates(std::string_view list, FaultNote& note) {
     const auto* const state = FindWord(kExecutedStates, TrimBlanks(item));
     if (state == nullptr) {
       note.At(item, "unknown device state, and nothing of the list is read",
-              kListOf<kExecutedStates>);
+              kOneOf<kExecutedStates>);
       return {};
     }
     states.push_back(state->value);
@@ -59,6 +59,9 @@ std::vector<int> ReadExecutedStates(std::string_view list, FaultNote& note) {
 }
 
 }  // namespace
+
+constinit const Expectation vexor::kIceStateWords = kOneOf<kStates>;
+constinit const Expectation vexor::kExeIceStateWords = kOneOf<kExecutedStates>;
 
 std::optional<Fault> vexor::CheckIceStates(std::string_view text) {
   FaultNote note(text);

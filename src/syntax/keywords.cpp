@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <array>
 
+#include "syntax/checks.h"
 #include "syntax/fault_note.h"
 #include "syntax/keyword_table.h"
-#include "syntax/knobs_grammar.h"
 #include "syntax/nearest.h"
 #include "syntax/words.h"
 #include "util/text.h"
@@ -120,6 +120,8 @@ bool IsKnownItem(std::string_view item) {
 
 }  // namespace
 
+constinit const Expectation kKnobWords = kOneOf<kKnobs>;
+
 std::span<const Keyword> Keywords() { return kKeywords; }
 
 std::optional<Fault> DoubtKnobs(std::string_view text, std::span<const std::string_view> own) {
@@ -129,7 +131,7 @@ std::optional<Fault> DoubtKnobs(std::string_view text, std::span<const std::stri
     const std::string_view knob = TrimBlanks(item);
     const bool is_own = std::ranges::find(own, knob) != own.end();
     if (!knob.empty() && !is_own && !IsKnownItem(knob))
-      note.At(knob, "unknown knob", kListOf<kKnobs>);
+      note.At(knob, "unknown knob", kOneOf<kKnobs>);
   }
   return note.First();
 }

@@ -4,8 +4,8 @@
 #include <cstddef>
 #include <span>
 
+#include "syntax/checks.h"
 #include "syntax/fault_note.h"
-#include "syntax/number_tuples_grammar.h"
 #include "syntax/tuple_reader.h"
 
 namespace vexor {
@@ -64,7 +64,7 @@ std::uint8_t Byte(std::uint32_t value) { return static_cast<std::uint8_t>(value)
 
 std::optional<Fault> CheckScope(std::string_view text) { return Check(text, kScope); }
 
-std::optional<Fault> CheckRatioSpread(std::string_view text) { return Check(text, kSpread); }
+std::optional<Fault> CheckRatioBytes(std::string_view text) { return Check(text, kSpread); }
 
 std::optional<Fault> CheckTimeout(std::string_view text) { return Check(text, kTimeout); }
 

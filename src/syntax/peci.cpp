@@ -4,8 +4,8 @@
 #include <optional>
 #include <utility>
 
+#include "syntax/checks.h"
 #include "syntax/fault_note.h"
-#include "syntax/peci_grammar.h"
 #include "syntax/tuple_reader.h"
 #include "syntax/words.h"
 #include "util/text.h"
@@ -90,7 +90,7 @@ class NumbersBesideNames {
   const NumberLimit& limit_;
 };
 
-std::optional<Fault> CheckNumbers(std::string_view text, const NumberLimit& limit) {
+std::optional<Fault> CheckLimited(std::string_view text, const NumberLimit& limit) {
   FaultNote note(text);
   for (NumbersBesideNames numbers(text, limit); !numbers.IsAtEnd();) numbers.Take(note);
   return note.First();
@@ -142,7 +142,7 @@ std::optional<PeciPciConfig> ReadPciConfig(std::string_view command, FaultNote& 
 
 std::optional<PeciCommand> ReadCommand(std::string_view item, FaultNote& note) {
   if (const auto* const command = FindWord(kCommands, item)) return command->value;
-  note.At(item, "unknown command", kListOf<kCommands>);
+  note.At(item, "unknown command", kOneOf<kCommands>);
   return std::nullopt;
 }
 
@@ -175,11 +175,13 @@ std::vector<Value> ParseList(std::string_view text,
 
 }  // namespace
 
+constinit const Expectation vexor::kPeciCommandWords = kOneOf<kCommands>;
+
 namespace vexor {
 
 std::optional<Fault> CheckPeciInterface(std::string_view text) {
   if (text.empty() || FindWord(kInterfaces, text) != nullptr) return std::nullopt;
-  return Fault{.what = "unknown interface", .expected = kListOf<kInterfaces>};
+  return Fault{.what = "unknown interface", .expected = kOneOf<kInterfaces>};
 }
 
 std::optional<Fault> CheckPeciCommands(std::string_view text) {
@@ -193,10 +195,10 @@ std::optional<Fault> CheckPeciServices(std::string_view text) {
 }
 
 std::optional<Fault> CheckPeciParameters(std::string_view text) {
-  return CheckNumbers(text, kParameter);
+  return CheckLimited(text, kParameter);
 }
 
-std::optional<Fault> CheckPeciData(std::string_view text) { return CheckNumbers(text, kData); }
+std::optional<Fault> CheckPeciData(std::string_view text) { return CheckLimited(text, kData); }
 
 std::optional<Fault> CheckPeciRegisters(std::string_view text) { return CheckList(text, ReadMsr); }
 

@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "syntax/power_scheme_grammar.h"
+#include "syntax/checks.h"
 #include "syntax/words.h"
 
 namespace {
@@ -27,6 +27,9 @@ constexpr auto kSources = std::to_array<Word<OS_BATTERY_SIMLATION>>({
 constexpr const char* kUserDefined = "User Defined";
 
 }  // namespace
+
+constinit const vexor::Expectation vexor::kPowerSchemeWords = vexor::kOneOf<kSchemes>;
+constinit const vexor::Expectation vexor::kPowerSourceWords = vexor::kOneOf<kSources>;
 
 OS_POWER_SCHEME ParsePowerScheme(std::string_view text) {
   const auto* const word = vexor::FindWord(kSchemes, text);
@@ -53,12 +56,12 @@ namespace vexor {
 
 std::optional<Fault> CheckPowerScheme(std::string_view text) {
   if (text.empty() || FindWord(kSchemes, text) != nullptr) return std::nullopt;
-  return Fault{.what = "unknown power scheme", .expected = kListOf<kSchemes>};
+  return Fault{.what = "unknown power scheme", .expected = kOneOf<kSchemes>};
 }
 
 std::optional<Fault> CheckBatteryOption(std::string_view text) {
   if (text.empty() || FindWord(kSources, text) != nullptr) return std::nullopt;
-  return Fault{.what = "unknown power source", .expected = kListOf<kSources>};
+  return Fault{.what = "unknown power source", .expected = kOneOf<kSources>};
 }
 
 }  // namespace vexor

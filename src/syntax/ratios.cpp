@@ -4,9 +4,9 @@
 #include <array>
 #include <optional>
 
+#include "syntax/checks.h"
 #include "syntax/fault_note.h"
 #include "syntax/number_list.h"
-#include "syntax/ratios_grammar.h"
 #include "syntax/words.h"
 #include "util/text.h"
 #include "vexor/util/numbers.h"
@@ -130,6 +130,9 @@ constexpr auto kPoints = std::to_array<Word<RatioPoint>>({
     {"Dynamic", RatioPoint::kDynamic},
 });
 
+// Those that a test with two points knows.
+constexpr std::array kLowAndHigh = {kPoints[0], kPoints[2]};
+
 constexpr std::string_view kRatioForm =
     "P0, P1, Pe, Pn, Pn--, P0++, P0Pn, All, a number from 0 to 254 (0xFE) or two of them as 8-12";
 constexpr std::string_view kTrendForm =
@@ -192,7 +195,7 @@ std::vector<RatioPoint> ReadPoints(std::string_view text, FaultNote& note) {
     if (const auto* const point = FindWord(kPoints, item)) {
       points.push_back(point->value);
     } else {
-      note.At(item, "unknown point", kListOf<kPoints>);
+      note.At(item, "unknown point", kSagvPoints);
     }
   });
   return points;
@@ -211,6 +214,9 @@ std::vector<std::uint16_t> ReadTurboActivationRatios(std::string_view text, Faul
 }
 
 }  // namespace
+
+constinit const Expectation vexor::kSagvPoints = kOneOf<kPoints>;
+constinit const Expectation vexor::kLowHighPoints = kOneOf<kLowAndHigh>;
 
 namespace vexor {
 
@@ -235,10 +241,7 @@ std::optional<Fault> CheckSagvRatios(std::string_view text) {
 std::optional<Fault> CheckLowHighRatios(std::string_view text) {
   FaultNote note(text);
   ForEachItem(text, [&](std::string_view item) {
-    const auto* const point = FindWord(kPoints, item);
-    const bool is_known =
-        point != nullptr && (point->value == RatioPoint::kLow || point->value == RatioPoint::kHigh);
-    if (!is_known) note.At(item, "unknown point", "Low or High");
+    if (FindWord(kLowAndHigh, item) == nullptr) note.At(item, "unknown point", kLowHighPoints);
   });
   return note.First();
 }

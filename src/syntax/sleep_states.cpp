@@ -2,9 +2,8 @@
 
 #include <array>
 
+#include "syntax/checks.h"
 #include "syntax/fault_note.h"
-#include "syntax/sleep_states_grammar.h"
-#include "syntax/time_grammar.h"
 #include "syntax/words.h"
 #include "util/text.h"
 
@@ -49,7 +48,7 @@ constexpr auto kFlows = std::to_array<Word<unsigned int>>({
 
 unsigned int ReadFlow(std::string_view word, FaultNote& note) {
   if (const auto* const flow = FindWord(kFlows, word)) return flow->value;
-  note.At(word, "unknown sleep state", kListOf<kFlows>);
+  note.At(word, "unknown sleep state", kOneOf<kFlows>);
   return 0;
 }
 
@@ -74,6 +73,8 @@ std::vector<SleepState> ReadSleepStates(std::string_view text, FaultNote& note) 
 }
 
 }  // namespace
+
+constinit const Expectation vexor::kSleepFlowWords = kOneOf<kFlows>;
 
 namespace vexor {
 

@@ -6,8 +6,9 @@
 #include <cmath>
 #include <optional>
 
+#include "syntax/checks.h"
 #include "syntax/fault_note.h"
-#include "syntax/time_grammar.h"
+#include "syntax/time_units.h"
 #include "util/saturate.h"
 #include "util/text.h"
 #include "vexor/util/numbers.h"
@@ -19,23 +20,10 @@ namespace {
 
 constexpr std::string_view kNumberForm = "decimal digits, or 0x and hexadecimal digits";
 
-struct TimeUnit {
-  std::string_view word;
-  std::uint32_t milliseconds;
-};
+constexpr std::string_view kDurationExample = " (for example msec:80)";
+constexpr std::string_view kDurationHelp = JoinedTexts<kDurationForm, kDurationExample>::kText;
 
-constexpr TimeUnit kTimeUnits[] = {
-    {"msec", 1},
-    {"sec", 1000},
-    {"min", 60000},
-    {"hour", 3600000},
-};
-
-const TimeUnit* FindUnit(std::string_view word) {
-  const auto* const found = std::ranges::find_if(
-      kTimeUnits, [word](const TimeUnit& unit) { return EqualsIgnoreCase(word, unit.word); });
-  return found == std::end(kTimeUnits) ? nullptr : found;
-}
+const TimeUnit* FindUnit(std::string_view word) { return FindWord(kTimeUnits, word); }
 
 // For the grammars that know the unit words in lower case only: no upper-case letter may be there.
 const TimeUnit* FindExactUnit(std::string_view word) {
@@ -108,9 +96,7 @@ ONTIME_TYPE ReadOnTime(std::string_view text, FaultNote& note) {
   time.isSet = true;
   const auto parts = SplitUnitAndValue(text);
   if (!parts) {
-    note.AtEnd("not a unit and a value",
-               "unit:value or unit:low-high with usec, msec, sec, min or hour (for example "
-               "msec:80)");
+    note.AtEnd("not a unit and a value", kDurationHelp);
     return time;
   }
   const TimeUnit* const unit = FindUnit(parts->unit);
@@ -125,7 +111,7 @@ ONTIME_TYPE ReadOnTime(std::string_view text, FaultNote& note) {
     time.avgUs = time.minUs = time.maxUs = 1;
     return time;
   }
-  if (unit == nullptr) note.At(parts->unit, "unknown unit", "usec, msec, sec, min or hour");
+  if (unit == nullptr) note.At(parts->unit, "unknown unit", kOneOf<kDurationUnits>);
   const std::uint32_t factor = unit != nullptr ? unit->milliseconds : 1;
   const Bounds bounds = ReadBounds(parts->value, factor, note);
   time.avgMs = (factor * (bounds.min + bounds.max)) >> 1U;
@@ -155,7 +141,7 @@ ExeLength ReadExeLength(std::string_view text, FaultNote& note) {
     length.number = ReadNumber(second, note);
   } else {
     length.is_per_set = ContainsIgnoreCase(text, "PerSet") || ContainsIgnoreCase(text, "#Set");
-    if (!length.is_per_set) note.At(first, "unknown unit", "msec, sec, min, hour, PerSet or #Set");
+    if (!length.is_per_set) note.At(first, "unknown unit", kOneOf<kExeUnits>);
     length.number = ReadNumber(second);
     if (length.number == 0) length.number = ReadNumber(first, note);
   }

@@ -2,8 +2,8 @@
 
 #include <array>
 
+#include "syntax/checks.h"
 #include "syntax/fault_note.h"
-#include "syntax/wake_events_grammar.h"
 #include "syntax/words.h"
 
 using namespace vexor;
@@ -34,13 +34,15 @@ std::vector<WAKE_EVENT> ReadWakeEvents(std::string_view text, FaultNote& note) {
     if (const auto* const event = FindWord(kEvents, item)) {
       events.push_back(event->value);
     } else {
-      note.At(item, "unknown wake event", kListOf<kEvents>);
+      note.At(item, "unknown wake event", kOneOf<kEvents>);
     }
   });
   return events;
 }
 
 }  // namespace
+
+constinit const Expectation vexor::kWakeEventWords = kOneOf<kEvents>;
 
 std::optional<Fault> vexor::CheckWakeEvents(std::string_view text) {
   FaultNote note(text);

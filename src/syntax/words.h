@@ -1,10 +1,12 @@
 // Words that stand for values, and lists of them. A word is compared as a whole and in any case.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <string_view>
 
+#include "syntax/fault.h"
 #include "util/text.h"
 
 namespace vexor {
@@ -40,9 +42,10 @@ constexpr void ForEachItem(std::string_view text, Read read) {
   }
 }
 
-// The texts of a constant table as one text, made at compile time: "AC, DC or Default".
+// The texts of a constant table, and their list as one text, made at compile time: "AC, DC or
+// Default".
 template <const auto& kRows>
-class JoinedWords {
+class WordList {
   static constexpr std::string_view kComma = ", ";
   static constexpr std::string_view kOr = " or ";
 
@@ -51,30 +54,50 @@ class JoinedWords {
     return row + 1 == kRows.size() ? kOr : kComma;
   }
 
+  static constexpr auto kWords = [] {
+    std::array<std::string_view, kRows.size()> words;
+    std::ranges::transform(kRows, words.begin(), [](const auto& row) { return TextOf(row); });
+    return words;
+  }();
+
   static constexpr std::size_t kSize = [] {
     std::size_t size = 0;
-    for (std::size_t row = 0; row < kRows.size(); ++row) {
-      size += SeparatorBefore(row).size() + TextOf(kRows[row]).size();
+    for (std::size_t i = 0; i < kWords.size(); ++i) {
+      size += SeparatorBefore(i).size() + kWords[i].size();
     }
     return size;
   }();
 
   static constexpr auto kChars = [] {
     std::array<char, kSize> chars{};
-    std::size_t end = 0;
-    for (std::size_t row = 0; row < kRows.size(); ++row) {
-      for (const char c : SeparatorBefore(row)) chars[end++] = c;
-      for (const char c : TextOf(kRows[row])) chars[end++] = c;
+    auto out = chars.begin();
+    for (std::size_t i = 0; i < kWords.size(); ++i) {
+      out = std::ranges::copy(SeparatorBefore(i), out).out;
+      out = std::ranges::copy(kWords[i], out).out;
     }
+    return chars;
+  }();
+
+ public:
+  static constexpr Expectation kExpectation{{kChars.data(), kChars.size()}, kWords};
+};
+
+// For example `kOneOf<kSchemes>`, where a fault expects one of the schemes.
+template <const auto& kRows>
+inline constexpr Expectation kOneOf = WordList<kRows>::kExpectation;
+
+// Several texts as one, made at compile time.
+template <const std::string_view&... kTexts>
+class JoinedTexts {
+  static constexpr auto kChars = [] {
+    std::array<char, (kTexts.size() + ...)> chars{};
+    auto out = chars.begin();
+    ((out = std::ranges::copy(kTexts, out).out), ...);
     return chars;
   }();
 
  public:
   static constexpr std::string_view kText{kChars.data(), kChars.size()};
 };
-
-// For example `kListOf<kSchemes>`, the words that a fault says it expected.
-template <const auto& kRows>
-inline constexpr std::string_view kListOf = JoinedWords<kRows>::kText;
 
 }  // namespace vexor

@@ -15,18 +15,6 @@
 namespace vexor {
 namespace {
 
-TEST(Syntaxes, AcceptTheirExamples) {
-  std::set<std::string_view> names;
-  for (const SyntaxInfo& syntax : GetSyntaxes()) {
-    EXPECT_TRUE(names.insert(syntax.name).second) << syntax.name;
-    EXPECT_NE(syntax.grammar, "") << syntax.name;
-    EXPECT_FALSE(CheckSyntax(syntax.name, syntax.example)) << syntax.name;
-    EXPECT_FALSE(CheckSyntax(syntax.name, "")) << syntax.name;
-    const bool takes_any = syntax.name == "text" || syntax.example.empty();
-    EXPECT_EQ(CheckSyntax(syntax.name, ";?;").has_value(), !takes_any) << syntax.name;
-  }
-}
-
 TEST(Syntaxes, PointAtTheFault) {
   const auto fault = CheckSyntax("time", "msec:80-x");
   ASSERT_TRUE(fault);

@@ -9,19 +9,8 @@
 #include <utility>
 #include <vector>
 
-#include "syntax/affinity_grammar.h"
-#include "syntax/cstates_grammar.h"
+#include "syntax/checks.h"
 #include "syntax/fault.h"
-#include "syntax/ice_states_grammar.h"
-#include "syntax/knobs_grammar.h"
-#include "syntax/number_tuples_grammar.h"
-#include "syntax/peci_grammar.h"
-#include "syntax/plain_grammar.h"
-#include "syntax/power_scheme_grammar.h"
-#include "syntax/ratios_grammar.h"
-#include "syntax/sleep_states_grammar.h"
-#include "syntax/time_grammar.h"
-#include "syntax/wake_events_grammar.h"
 #include "vexor/util/random.h"
 
 namespace {
@@ -71,7 +60,7 @@ constexpr auto kFaults = std::to_array<FaultCase>({
     {CheckScope, "100:0", 5, "too few numbers"},
     {CheckScope, "100:101:0", 4, "number too large"},
     {CheckScope, "0:0:0:0:7", 8, "too many numbers"},
-    {CheckRatioSpread, "FF:FG:FF", 3, "not a number"},
+    {CheckRatioBytes, "FF:FG:FF", 3, "not a number"},
     {CheckTimeout, "120:5:1", 6, "too many numbers"},
     {CheckPeciInterface, "eSPI,MCTP", 0, "unknown interface", "eSPI, MCTP or Serial"},
     {CheckPeciCommands, "Ping; Pong", 6, "unknown command"},
@@ -149,7 +138,7 @@ TEST(OptionGrammar, GoodTextsHaveNoFault) {
       {CheckIceStates, {"None", "Power-On; d0i3"}},
       {CheckExeIceSleepStates, {"Power-On; d0i3;"}},
       {CheckScope, {"100:0:0"}},
-      {CheckRatioSpread, {"FF:FF:FF"}},
+      {CheckRatioBytes, {"FF:FF:FF"}},
       {CheckTimeout, {"120:5"}},
       {CheckPeciInterface, {"eSPI"}},
       {CheckPeciCommands, {"Ping;RdPkgConfig"}},
@@ -194,9 +183,9 @@ TEST(OptionGrammar, FaultsArePointedAt) {
     ASSERT_TRUE(fault) << row.text;
     EXPECT_EQ(fault->at, row.at) << row.text;
     EXPECT_EQ(fault->what, row.what) << row.text;
-    EXPECT_FALSE(fault->expected.empty()) << row.text;
+    EXPECT_FALSE(fault->expected.text.empty()) << row.text;
     if (row.expected != nullptr) {
-      EXPECT_EQ(fault->expected, row.expected) << row.text;
+      EXPECT_EQ(fault->expected.text, row.expected) << row.text;
     }
   }
 }

@@ -3,7 +3,6 @@
 #include <string_view>
 #include <unordered_map>
 
-#include "meanings.h"
 #include "vexor/config/syntaxes.h"
 
 namespace tools::vexorcfg {
@@ -58,6 +57,12 @@ class Syntaxes {
  private:
   std::unordered_map<std::string, std::string_view> names_;
 };
+
+bool MeanTheSame(std::string_view syntax, std::string_view a, std::string_view b) {
+  if (a == b) return true;
+  const std::string meaning = vexor::DescribeText(syntax, a);
+  return !meaning.empty() && meaning == vexor::DescribeText(syntax, b);
+}
 
 }  // namespace
 

@@ -5,7 +5,6 @@
 
 #include "commands.h"
 #include "common/text_output.h"
-#include "meanings.h"
 #include "vexor/config/syntaxes.h"
 #include "vexor/syntax/error_codes.h"
 #include "vexor/syntax/keywords.h"
@@ -17,6 +16,10 @@ namespace {
 
 using vexor::OptionInfo;
 using vexor::SyntaxInfo;
+
+std::string MeaningOf(const SyntaxInfo& syntax, std::string_view text) {
+  return OneLine(vexor::DescribeText(syntax.name, text), std::string::npos);
+}
 
 void PrintRow(std::string_view name, std::string_view text) {
   if (text.empty()) return;
@@ -71,7 +74,7 @@ void PrintFault(const SyntaxInfo& syntax, std::string_view text, const vexor::Te
   std::cout << "  " << OneLine(text, std::string::npos) << "\n  "
             << std::string(WidthOf(before), ' ') << "^ " << PrefixOf(fault.severity) << fault.what
             << '\n';
-  if (fault.severity != vexor::Severity::kError) PrintRow("read as", MeaningOf(syntax.name, text));
+  if (fault.severity != vexor::Severity::kError) PrintRow("read as", MeaningOf(syntax, text));
   PrintRow("expected", fault.expected);
   PrintRow("did you mean", OneLine(fault.suggestion, std::string::npos));
   PrintRow("example", syntax.example);
@@ -82,7 +85,7 @@ Status ExplainText(const SyntaxInfo& syntax, const std::vector<std::string>& tex
     std::cout << syntax.name << '\n';
     PrintRow("texts", syntax.grammar);
     PrintRow("example", syntax.example);
-    const std::string meaning = MeaningOf(syntax.name, syntax.example);
+    const std::string meaning = MeaningOf(syntax, syntax.example);
     PrintRow("", meaning.empty() ? meaning : "which means " + meaning);
     return kClean;
   }
@@ -94,7 +97,7 @@ Status ExplainText(const SyntaxInfo& syntax, const std::vector<std::string>& tex
       continue;
     }
     const std::string meaning =
-        text.empty() ? "as if the option were missing" : MeaningOf(syntax.name, text);
+        text.empty() ? "as if the option were missing" : MeaningOf(syntax, text);
     std::cout << "  " << (text.empty() ? "\"\"" : OneLine(text, std::string::npos)) << "\n  good"
               << (meaning.empty() ? "" : ": " + meaning) << '\n';
   }

@@ -65,6 +65,11 @@ VEXOR_EXPORT std::optional<TextFault> CheckSyntax(std::string_view syntax, std::
 VEXOR_EXPORT std::optional<TextFault> CheckOptionText(const OptionInfo& option,
                                                       std::string_view text);
 
+// Returns what a valid text of the syntax of that name amounts to, for a person: "80 ms to 120 ms"
+// for "msec:80-120". Texts that mean the same have the same description. Empty for empty text, for
+// an invalid one, for an unknown syntax, and where texts speak for themselves.
+VEXOR_EXPORT std::string DescribeText(std::string_view syntax, std::string_view text);
+
 // Returns all elements and arguments that hold a text, older names included: section by section as
 // a written file has them, and within a section in the order of the library's tables.
 VEXOR_EXPORT std::vector<OptionInfo> GetOptions();

@@ -1,14 +1,12 @@
-#include "meanings.h"
+#include "config/text_meaning.h"
 
-#include <algorithm>
 #include <array>
+#include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <span>
 #include <vector>
 
-#include "common/text_output.h"
-#include "vexor/config/syntaxes.h"
+#include "util/text.h"
 #include "vexor/syntax/affinity.h"
 #include "vexor/syntax/cstates.h"
 #include "vexor/syntax/ice_states.h"
@@ -21,7 +19,7 @@
 #include "vexor/util/numbers.h"
 #include "vexor/util/strings.h"
 
-namespace tools::vexorcfg {
+namespace vexor {
 namespace {
 
 // Returns the items' texts joined by ", ".
@@ -57,6 +55,11 @@ std::string ToHex(std::uint64_t value) {
   return "0x" + digits;
 }
 
+// "1 cycle", "2 cycles"
+std::string Count(std::size_t count, std::string_view noun) {
+  return std::to_string(count).append(" ").append(noun).append(count == 1 ? "" : "s");
+}
+
 struct Scale {
   std::uint64_t factor;
   std::string_view unit;
@@ -90,6 +93,47 @@ std::string DescribeTime(const ONTIME_TYPE& time) {
   return low == high ? low : low + " to " + high;
 }
 
+std::string DescribeAffinity(const std::vector<int>& list) {
+  const int mode = list.front();
+  std::string name = GetAffinityString(mode);
+  if (mode == kAffinityEvenCores) name = "EvenCores";
+  if (mode == kAffinityOddCores) name = "OddCores";
+  std::span<const int> numbers = list;
+  while (!numbers.empty() && numbers.front() == mode) numbers = numbers.subspan(1);
+  return numbers.empty() ? name : name + ": " + DescribeNumbers(numbers);
+}
+
+// `describe` gives the text of a state's setting, empty for none.
+template <class Settings, class Describe>
+std::string DescribeStates(const Settings& settings, Describe describe) {
+  std::string text;
+  for (std::size_t state = 0; state < settings.size(); ++state) {
+    const std::string setting = describe(settings[state]);
+    if (setting.empty()) continue;
+    text += (text.empty() ? "C" : ", C") + std::to_string(state) + ": " + setting;
+  }
+  return text.empty() ? "none of the C-states" : text;
+}
+
+std::string DescribeDeviceState(int state) {
+  constexpr std::array<std::string_view, 6> kNames = {"none", "power off", "power on",
+                                                      "D0",   "D3",        "D0I3"};
+  return std::string(kNames.at(static_cast<std::size_t>(state)));
+}
+
+std::string DescribeRatio(const Ratio& ratio) {
+  constexpr std::array<std::string_view, 13> kNames = {
+      "",         "P0",  "P1",  "Pe",       "Pn",       "one below Pn", "one above P0",
+      "any pair", "any", "all", "P0 to Pn", "P0 to P1", "P1 to Pn"};
+  if (ratio.name != RatioName::kNumber) {
+    return std::string(kNames.at(static_cast<std::size_t>(ratio.name)));
+  }
+  const std::string first = std::to_string(ratio.first);
+  return ratio.first == ratio.last ? first : first + " to " + std::to_string(ratio.last);
+}
+
+}  // namespace
+
 std::string DescribeDuration(std::string_view text) { return DescribeTime(ParseOnTimeType(text)); }
 
 std::string DescribeCycles(std::string_view text) {
@@ -103,13 +147,13 @@ std::string DescribeCycles(std::string_view text) {
 }
 
 std::string DescribeTimeout(std::string_view text) {
-  const auto timeout = vexor::ParseTimeout(text);
+  const auto timeout = ParseTimeout(text);
   if (!timeout) return {};
   return Count(timeout->seconds, "second") + ", " + Count(timeout->times, "time");
 }
 
 std::string DescribeScope(std::string_view text) {
-  const auto scope = vexor::ParseScope(text);
+  const auto scope = ParseScope(text);
   if (!scope) return {};
   const auto share = [](std::uint8_t percent) { return std::to_string(percent) + "% of the "; };
   return share(scope->packages) + "packages, " + share(scope->modules) + "modules, " +
@@ -117,20 +161,10 @@ std::string DescribeScope(std::string_view text) {
 }
 
 std::string DescribeSpread(std::string_view text) {
-  const auto spread = vexor::ParseRatioSpread(text);
+  const auto spread = ParseRatioSpread(text);
   if (!spread) return {};
   return "low " + ToHex(spread->low) + ", medium " + ToHex(spread->medium) + ", high " +
          ToHex(spread->high);
-}
-
-std::string DescribeAffinity(const std::vector<int>& list) {
-  const int mode = list.front();
-  std::string name = GetAffinityString(mode);
-  if (mode == vexor::kAffinityEvenCores) name = "EvenCores";
-  if (mode == vexor::kAffinityOddCores) name = "OddCores";
-  std::span<const int> numbers = list;
-  while (!numbers.empty() && numbers.front() == mode) numbers = numbers.subspan(1);
-  return numbers.empty() ? name : name + ": " + DescribeNumbers(numbers);
 }
 
 std::string DescribePackages(std::string_view text) {
@@ -152,18 +186,6 @@ std::string DescribeCstates(std::string_view text) {
     return std::string(kNames.at(BitScanForwardUtil(static_cast<std::uint32_t>(state))));
   });
   return states.empty() ? "all C-states" : states;
-}
-
-// `describe` gives the text of a state's setting, empty for none.
-template <class Settings, class Describe>
-std::string DescribeStates(const Settings& settings, Describe describe) {
-  std::string text;
-  for (std::size_t state = 0; state < settings.size(); ++state) {
-    const std::string setting = describe(settings[state]);
-    if (setting.empty()) continue;
-    text += (text.empty() ? "C" : ", C") + std::to_string(state) + ": " + setting;
-  }
-  return text.empty() ? "none of the C-states" : text;
 }
 
 std::string DescribeCounts(std::string_view text) {
@@ -190,12 +212,6 @@ std::string DescribeAddress(std::string_view text) {
   return text == "Default" ? "the detected one" : ToHex(String2Integer(text, 0));
 }
 
-std::string DescribeDeviceState(int state) {
-  constexpr std::array<std::string_view, 6> kNames = {"none", "power off", "power on",
-                                                      "D0",   "D3",        "D0I3"};
-  return std::string(kNames.at(static_cast<std::size_t>(state)));
-}
-
 std::string DescribeIceState(std::string_view text) {
   return DescribeDeviceState(ParseIceState(text));
 }
@@ -204,19 +220,8 @@ std::string DescribeIceStates(std::string_view text) {
   return Joined(ParseExeIceSleepStates(text), DescribeDeviceState);
 }
 
-std::string DescribeRatio(const vexor::Ratio& ratio) {
-  constexpr std::array<std::string_view, 13> kNames = {
-      "",         "P0",  "P1",  "Pe",       "Pn",       "one below Pn", "one above P0",
-      "any pair", "any", "all", "P0 to Pn", "P0 to P1", "P1 to Pn"};
-  if (ratio.name != vexor::RatioName::kNumber) {
-    return std::string(kNames.at(static_cast<std::size_t>(ratio.name)));
-  }
-  const std::string first = std::to_string(ratio.first);
-  return ratio.first == ratio.last ? first : first + " to " + std::to_string(ratio.last);
-}
-
 std::string DescribeRatios(std::string_view text) {
-  const std::string ratios = Joined(vexor::ParseTrendRatios(text), DescribeRatio);
+  const std::string ratios = Joined(ParseTrendRatios(text), DescribeRatio);
   return ratios.empty() ? "all ratios" : ratios;
 }
 
@@ -225,15 +230,15 @@ std::string DescribeExitRatios(std::string_view text) {
 }
 
 std::string DescribePstates(std::string_view text) {
-  const vexor::PstateSelection selection = vexor::ParseExePstates(text);
+  const PstateSelection selection = ParseExePstates(text);
   switch (selection.range) {
-    case vexor::PstateRange::kAll:
+    case PstateRange::kAll:
       return "all P-states, from P0 to Pn";
-    case vexor::PstateRange::kGuaranteed:
+    case PstateRange::kGuaranteed:
       return "the guaranteed P-states, from P1 to Pn";
-    case vexor::PstateRange::kTurbo:
+    case PstateRange::kTurbo:
       return "the turbo P-states, from P0 to P1";
-    case vexor::PstateRange::kSpecific:
+    case PstateRange::kSpecific:
       break;
   }
   return Joined(selection.ratios, DescribeRatio);
@@ -241,7 +246,7 @@ std::string DescribePstates(std::string_view text) {
 
 std::string DescribePoints(std::string_view text) {
   constexpr std::array<std::string_view, 4> kNames = {"low", "medium", "high", "dynamic"};
-  const std::string points = Joined(vexor::ParseSagvRatios(text), [&](vexor::RatioPoint point) {
+  const std::string points = Joined(ParseSagvRatios(text), [&](RatioPoint point) {
     return std::string(kNames.at(static_cast<std::size_t>(point)));
   });
   return points.empty() ? "all points" : points;
@@ -250,7 +255,7 @@ std::string DescribePoints(std::string_view text) {
 std::string DescribeSleepStates(std::string_view text) {
   return Joined(Split(text, ';', true), [](const std::string& item) {
     std::string description = Trim(std::string_view(item).substr(0, item.find('=')));
-    for (const vexor::SleepState& state : ParseSleepStates(item)) {
+    for (const SleepState& state : ParseSleepStates(item)) {
       description += " (" + ToHex(state.flow) + ")";
       if (state.time.isSet) description += " for " + DescribeTime(state.time);
     }
@@ -278,7 +283,7 @@ std::string DescribeWakeEvents(std::string_view text) {
 }
 
 std::string DescribePci(std::string_view text) {
-  return Joined(ParsePECIPciCfgCmdsList(text), [](const vexor::PeciPciConfig& command) {
+  return Joined(ParsePECIPciCfgCmdsList(text), [](const PeciPciConfig& command) {
     std::string place = std::to_string(command.segment);
     for (const unsigned int part : {command.bus + 0U, command.device + 0U, command.function + 0U}) {
       place += ":" + std::to_string(part);
@@ -289,63 +294,9 @@ std::string DescribePci(std::string_view text) {
 }
 
 std::string DescribeRegisters(std::string_view text) {
-  return Joined(ParsePECIRdMSRCmdsList(text), [](const vexor::PeciMsr& read) {
-    return OneLine(read.name, std::string::npos) + " of thread " + std::to_string(read.thread);
+  return Joined(ParsePECIRdMSRCmdsList(text), [](const PeciMsr& read) {
+    return read.name + " of thread " + std::to_string(read.thread);
   });
 }
 
-struct MeaningRow {
-  std::string_view syntax;
-  std::string (*describe)(std::string_view text);
-};
-
-constexpr MeaningRow kMeanings[] = {
-    {"count", DescribeCount},
-    {"mask", DescribeMask},
-    {"address", DescribeAddress},
-    {"time", DescribeDuration},
-    {"cycles", DescribeCycles},
-    {"timeout", DescribeTimeout},
-    {"scope", DescribeScope},
-    {"packages", DescribePackages},
-    {"affinity", DescribeUnits},
-    {"threads", DescribeThreads},
-    {"cstates", DescribeCstates},
-    {"state-counts", DescribeCounts},
-    {"state-lists", DescribeLists},
-    {"condition", DescribeMask},
-    {"ice", DescribeIceState},
-    {"ice-states", DescribeIceStates},
-    {"pstates", DescribePstates},
-    {"ratios", DescribeRatios},
-    {"exit-ratios", DescribeExitRatios},
-    {"sagv", DescribePoints},
-    {"low-high", DescribePoints},
-    {"ratio-bytes", DescribeSpread},
-    {"sleep", DescribeSleepStates},
-    {"wake", DescribeWakeEvents},
-    {"peci-pci", DescribePci},
-    {"peci-registers", DescribeRegisters},
-};
-
-bool IsRead(std::string_view syntax, std::string_view text) {
-  const auto fault = vexor::CheckSyntax(syntax, text);
-  return !fault || fault->severity != vexor::Severity::kError;
-}
-
-}  // namespace
-
-std::string MeaningOf(std::string_view syntax, std::string_view text) {
-  const auto* const row = std::ranges::find(kMeanings, syntax, &MeaningRow::syntax);
-  return row == std::end(kMeanings) || text.empty() ? std::string() : row->describe(text);
-}
-
-bool MeanTheSame(std::string_view syntax, std::string_view a, std::string_view b) {
-  if (a == b) return true;
-  if (a.empty() || b.empty()) return false;
-  if (!IsRead(syntax, a) || !IsRead(syntax, b)) return false;
-  const std::string meaning = MeaningOf(syntax, a);
-  return !meaning.empty() && meaning == MeaningOf(syntax, b);
-}
-
-}  // namespace tools::vexorcfg
+}  // namespace vexor

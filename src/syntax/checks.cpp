@@ -1,4 +1,4 @@
-#include "syntax/plain_grammar.h"
+#include "syntax/checks.h"
 
 #include "syntax/fault_note.h"
 #include "syntax/words.h"
@@ -23,9 +23,13 @@ std::optional<Fault> CheckNumber(std::string_view text, std::string_view expecte
   return Fault{.what = "not a number", .expected = expected};
 }
 
+constexpr auto kTruths = std::to_array<std::string_view>({"true", "false"});
+
 bool IsFalseInAnyForm(std::string_view text) { return EqualsIgnoreCase(TrimSpace(text), "false"); }
 
 }  // namespace
+
+constinit const Expectation kBooleanWords = kOneOf<kTruths>;
 
 std::optional<Fault> CheckCount(std::string_view text) {
   return CheckNumber(text, "decimal digits, or 0x and hexadecimal digits");
@@ -51,22 +55,22 @@ std::optional<Fault> CheckNumbers(std::string_view text) {
 std::optional<Fault> CheckBoolean(std::string_view text) {
   const bool is_good = text.empty() || text == "true" || IsFalseInAnyForm(text);
   if (is_good) return std::nullopt;
-  return Fault{.what = "reads as false", .expected = "true or false"};
+  return Fault{.what = "reads as false", .expected = kBooleanWords};
 }
 
 std::optional<Fault> DoubtBoolean(std::string_view text) {
   if (text == "false" || !IsFalseInAnyForm(text)) return std::nullopt;
-  return Fault{.what = "reads as false, like any text but true", .expected = "true or false"};
+  return Fault{.what = "reads as false, like any text but true", .expected = kBooleanWords};
 }
 
 std::optional<Fault> CheckTestMode(std::string_view text) {
   if (text.empty() || ParseTestModeID(text) != TEST_MODE_UNKNOWN) return std::nullopt;
-  return Fault{.what = "unknown test mode", .expected = kListOf<kTestModes>};
+  return Fault{.what = "unknown test mode", .expected = kOneOf<kTestModes>};
 }
 
 std::optional<Fault> CheckS0ixState(std::string_view text) {
   if (text.empty() || ParseS0ixStatesID(text) != S0IX_UNKNOWN) return std::nullopt;
-  return Fault{.what = "unknown state", .expected = kListOf<kS0ixStates>};
+  return Fault{.what = "unknown state", .expected = kOneOf<kS0ixStates>};
 }
 
 }  // namespace vexor
