@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
 # Usage: scripts/lint.sh [format]
 #
-# Checks the format of the code, the scripts, and the code itself: everything is compiled with
-# clang and read by clang-tidy, only what changed when run again. With "format" only the first two.
-# A failing check says where.
+# Checks the format of the code, the scripts, the layers of the library, and the code itself:
+# everything is compiled with clang and read by clang-tidy, only what changed when run again. With
+# "format" all but the last. A failing check says where.
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 check_arguments 1 "$@"
@@ -20,6 +20,18 @@ echo "== clang-format: ${#sources[@]} files" >&2
 clang-format --dry-run -Werror "${sources[@]}"
 echo "== shellcheck" >&2
 shellcheck scripts/*.sh .ci/run
+echo "== layers" >&2
+# A folder of src/ needs only those before it in this list; "config" is layered by its rooms.
+layers=(util vocabulary syntax logging config/tables config/texts config/file config/model
+  config/check)
+for ((i = 0; i < ${#layers[@]}; i++)); do
+  for later in "${layers[@]:i+1}"; do
+    if grep -rn "#include \"$later/" "src/${layers[i]}"; then
+      echo "lint.sh: src/${layers[i]} must not need src/$later" >&2
+      exit 1
+    fi
+  done
+done
 if (($# > 0)); then
   exit 0
 fi

@@ -263,79 +263,102 @@ TEST(Check, FindsElementsThatAreNotRead) {
        {"1: error: LoopTraker: \"LoopTraker\": unknown element, not read; did you mean "
         "\"LoopTracker\"?"}},
       {Cstates("<activetime>sec:1</activetime>"),
-       {"1: error: CORE/CSTATES/activetime: \"activetime\": unknown element, not read; did you "
+       {"1: error: GLOBALPM/CORE/CSTATES/activetime: \"activetime\": unknown element, not read; "
+        "did you "
         "mean \"ActiveTime\"?"}},
       {Pm("CORE", "<XSTATES/>"),  // as near to three
-       {"1: error: CORE/XSTATES: \"XSTATES\": unknown element, not read"}},
+       {"1: error: GLOBALPM/CORE/XSTATES: \"XSTATES\": unknown element, not read"}},
       {Pm("CORE", "<PECI/>"),
-       {"1: error: CORE/PECI: \"PECI\": misplaced element, not read; expected to stand in "
+       {"1: error: GLOBALPM/CORE/PECI: \"PECI\": misplaced element, not read; expected to stand in "
         "GLOBALPM/SYSTEM"}},
       {Pm("CORE", "<PECI><KNOBS/></PECI>"),
-       {"1: error: CORE/PECI: \"PECI\": misplaced element, not read; expected to stand in "
+       {"1: error: GLOBALPM/CORE/PECI: \"PECI\": misplaced element, not read; expected to stand in "
         "GLOBALPM/SYSTEM"}},
       {Pm("CORE", "<PECI>true</PECI>"),
-       {"1: error: CORE/PECI: \"PECI\": misplaced element, not read; expected to stand in "
+       {"1: error: GLOBALPM/CORE/PECI: \"PECI\": misplaced element, not read; expected to stand in "
         "TEST_CONTROL_CFG/AutoRunCfg"}},
       {Document("<SYSTEM><KNOBS/></SYSTEM>"),
-       {"1: error: SYSTEM: \"SYSTEM\": misplaced element, not read; expected to stand in GLOBALPM "
+       {"1: error: SYSTEM: \"SYSTEM\": misplaced element, not read; expected to stand in "
+        "GLOBALPM "
         "or 1 other element"}},
       {Pm("CORE", "<ActiveTime>sec:1</ActiveTime>"),
-       {"1: error: CORE/ActiveTime: \"ActiveTime\": misplaced element, not read; expected to stand "
+       {"1: error: GLOBALPM/CORE/ActiveTime: \"ActiveTime\": misplaced element, not read; expected "
+        "to stand "
         "in GLOBALPM/CORE/CSTATES or 5 other elements"}},
       {Cstates("<ExeStates>D0</ExeStates>"),
-       {"1: error: CORE/CSTATES/ExeStates: \"ExeStates\": misplaced element, not read; expected to "
+       {"1: error: GLOBALPM/CORE/CSTATES/ExeStates: \"ExeStates\": misplaced element, not read; "
+        "expected to "
         "stand in GLOBALPM/ICE/Ice-Cstates; did you mean \"ExeCstates\"?"}},
       {Document("<GLOBALPM><Version>1</Version></GLOBALPM>"),
-       {"1: error: Version: \"Version\": misplaced element, not read; expected to stand in "
+       {"1: error: GLOBALPM/Version: \"Version\": misplaced element, not read; expected to stand "
+        "in "
         "VEXOR"}},
       {Cstates("<ExeCycles>1</ExeCycles>\n<ExeCycles>2</ExeCycles>"),
-       {"2: error: CORE/CSTATES/ExeCycles: \"2\": not read: the first element of this name, on "
+       {"2: error: GLOBALPM/CORE/CSTATES/ExeCycles: \"2\": not read: the first element of this "
+        "name, on "
         "line 1, counts"}},
-      {Cstates("stray"), {"1: error: CORE/CSTATES: \"stray\": text between elements, not read"}},
-      {Pm("CORE", "<CSTATES id='1'/>"), {"1: warning: CORE/CSTATES: \"id\": attribute, not read"}},
+      {Cstates("stray"),
+       {"1: error: GLOBALPM/CORE/CSTATES: \"stray\": text between elements, not read"}},
+      {Pm("CORE", "<CSTATES id='1'/>"),
+       {"1: warning: GLOBALPM/CORE/CSTATES: \"id\": attribute, not read"}},
       {Pm("CORE", "<FACT><ConfigState>1</ConfigState><ConfigState/></FACT>"),
-       {"1: warning: CORE/FACT/ConfigState[1]: \"1\": written by the library and never read"}},
+       {"1: warning: GLOBALPM/CORE/FACT/ConfigState[1]: \"1\": written by the library and never "
+        "read"}},
       {Global("SysConfiguration", "<CORE><CONFIG><ITM>1</ITM></CONFIG></CORE>"),
-       {"1: error: SysConfiguration/CORE/CONFIG/ITM: \"ITM\": unknown element, not read; did you "
+       {"1: error: GLOBALCONFIGURATION/SysConfiguration/CORE/CONFIG/ITM: \"ITM\": unknown element, "
+        "not read; did you "
         "mean \"ITEM\"?"}},
       {Global("SysConfiguration", "<SYSTEM><KNOBS>a<X y='1'>1<b/></X></KNOBS></SYSTEM>"),
-       {"1: error: SysConfiguration/SYSTEM/KNOBS: \"a\": text between elements, not read",
-        "1: warning: SysConfiguration/SYSTEM/KNOBS/X: \"y\": attribute, not read",
-        "1: error: SysConfiguration/SYSTEM/KNOBS/X/b: \"b\": element in an option, not read; "
+       {"1: error: GLOBALCONFIGURATION/SysConfiguration/SYSTEM/KNOBS: \"a\": text between "
+        "elements, not read",
+        "1: warning: GLOBALCONFIGURATION/SysConfiguration/SYSTEM/KNOBS/X: \"y\": attribute, not "
+        "read",
+        "1: error: GLOBALCONFIGURATION/SysConfiguration/SYSTEM/KNOBS/X/b: \"b\": element in an "
+        "option, not read; "
         "expected text"}},
       {Global("SysConfiguration",  // the word of the hint comment, which no parser takes
               "<SYSTEM><OS><Power_Scheme>Balance</Power_Scheme>\n"
               "<Battery_Simulation>ac</Battery_Simulation><Plan>Balance</Plan></OS></SYSTEM>"),
-       {"1: error: SysConfiguration/SYSTEM/OS/Power_Scheme: \"Balance\": unknown power scheme, "
+       {"1: error: GLOBALCONFIGURATION/SysConfiguration/SYSTEM/OS/Power_Scheme: \"Balance\": "
+        "unknown power scheme, "
         "listed by mistake in the hint comment; expected Default, Balanced, Power-Saver, "
         "High-Performance, Random or All; did you mean \"Balanced\"?"}},
       {Global("CustomConfiguration", "<MSR_CFG><MSR/><MSR><Adress>1</Adress></MSR></MSR_CFG>"),
-       {"1: error: CustomConfiguration/MSR_CFG/MSR[2]/Adress: \"Adress\": unknown element, not "
+       {"1: error: GLOBALCONFIGURATION/CustomConfiguration/MSR_CFG/MSR[2]/Adress: \"Adress\": "
+        "unknown element, not "
         "read; did you mean \"Address\"?"}},
       {Pm("Vpu", "<Vpu-DVFS>\n<SwitchTime/>\n<arg val='1'/>\n<arg name='Ratio'/></Vpu-DVFS>"),
-       {"2: error: Vpu/Vpu-DVFS/SwitchTime: \"SwitchTime\": unknown element, not read; expected "
+       {"2: error: GLOBALPM/Vpu/Vpu-DVFS/SwitchTime: \"SwitchTime\": unknown element, not read; "
+        "expected "
         "arg with the attributes name and val",
-        "3: error: Vpu/Vpu-DVFS/arg: \"arg\": argument without a name, not read; expected the "
+        "3: error: GLOBALPM/Vpu/Vpu-DVFS/arg: \"arg\": argument without a name, not read; expected "
+        "the "
         "attribute name",
-        "4: error: Vpu/Vpu-DVFS/Ratio: \"Ratio\": unknown argument, not read; did you mean "
+        "4: error: GLOBALPM/Vpu/Vpu-DVFS/Ratio: \"Ratio\": unknown argument, not read; did you "
+        "mean "
         "\"Ratios\"?"}},
       {Pm("Vpu",
           "<Vpu-DVFS><arg name='KNOBS' Val='1'/>\n<arg name='TestMode' val='verify'/>\n"
           "<arg name='TestMode' val='Verify'/></Vpu-DVFS>"),
-       {"1: warning: Vpu/Vpu-DVFS/KNOBS: \"Val\": attribute, not read",
-        "1: warning: Vpu/Vpu-DVFS/KNOBS: \"\": reads as empty; expected the attribute val",
-        "2: error: Vpu/Vpu-DVFS/TestMode: \"verify\": unknown test mode; expected Default, "
+       {"1: warning: GLOBALPM/Vpu/Vpu-DVFS/KNOBS: \"Val\": attribute, not read",
+        "1: warning: GLOBALPM/Vpu/Vpu-DVFS/KNOBS: \"\": reads as empty; expected the attribute val",
+        "2: error: GLOBALPM/Vpu/Vpu-DVFS/TestMode: \"verify\": unknown test mode; expected "
+        "Default, "
         "Verify, Exercise or Monitor; did you mean \"Verify\"?",
-        "3: error: Vpu/Vpu-DVFS/TestMode: \"arg\": not read: the first element of this name, on "
+        "3: error: GLOBALPM/Vpu/Vpu-DVFS/TestMode: \"arg\": not read: the first element of this "
+        "name, on "
         "line 2, counts"}},
       {Pm("UNCORE", "<MESH-GV><arg name='-exeCycles' val='1'>2<b/></arg></MESH-GV>"),
-       {"1: error: UNCORE/MESH-GV/-exeCycles: \"2\": text in an argument, not read; expected the "
+       {"1: error: GLOBALPM/UNCORE/MESH-GV/-exeCycles: \"2\": text in an argument, not read; "
+        "expected the "
         "value in the attribute val",
-        "1: error: UNCORE/MESH-GV/-exeCycles: \"b\": element in an argument, not read; expected "
+        "1: error: GLOBALPM/UNCORE/MESH-GV/-exeCycles: \"b\": element in an argument, not read; "
+        "expected "
         "the "
         "value in the attribute val"}},
       {Pm("UNCORE", "<MESH-GV><arg name='-switchTime' randVal='1-2'/></MESH-GV>"),
-       {"1: warning: UNCORE/MESH-GV/-switchTime: \"1-2\": reads as empty: randVal is never read; "
+       {"1: warning: GLOBALPM/UNCORE/MESH-GV/-switchTime: \"1-2\": reads as empty: randVal is "
+        "never read; "
         "expected the attribute val"}},
   };
   ExpectFindings(cases);
@@ -366,98 +389,122 @@ TEST(Check, FindsTextsThatReadAsSomethingElse) {
       "DeviceEnumerationCheck";
   const Case cases[] = {
       {Cstates("<ActiveTime>msek:80</ActiveTime>"),
-       {"1: error: CORE/CSTATES/ActiveTime: \"msek:80\": unknown unit; expected usec, msec, sec, "
+       {"1: error: GLOBALPM/CORE/CSTATES/ActiveTime: \"msek:80\": unknown unit; expected usec, "
+        "msec, sec, "
         "min or hour (for example msec:80-120); did you mean \"msec:80\"?"}},
       {Cstates("<ActiveTime>msec80</ActiveTime>"),
-       {"1: error: CORE/CSTATES/ActiveTime: \"msec80\": not a unit and a value; expected "
+       {"1: error: GLOBALPM/CORE/CSTATES/ActiveTime: \"msec80\": not a unit and a value; expected "
         "unit:value or unit:low-high with usec, msec, sec, min or hour (for example msec:80); did "
         "you mean \"msec:80\"?"}},
       {Cstates("<ExeCstates>C1;C5</ExeCstates>"),  // as near to many
-       {"1: error: CORE/CSTATES/ExeCstates: \"C1;C5\": unknown C-state at \"C5\"; expected C0, C1, "
+       {"1: error: GLOBALPM/CORE/CSTATES/ExeCstates: \"C1;C5\": unknown C-state at \"C5\"; "
+        "expected C0, C1, "
         "C3, C6, C6r, C7, C7s, C8, C9 or C10 (for example C1;C6;C10)"}},
       {Cstates("<CoreAffinity>Specfic:0,2</CoreAffinity>"),
-       {"1: error: CORE/CSTATES/CoreAffinity: \"Specfic:0,2\": unknown affinity; expected All, "
+       {"1: error: GLOBALPM/CORE/CSTATES/CoreAffinity: \"Specfic:0,2\": unknown affinity; expected "
+        "All, "
         "Random, BigCores, SmallCores, EvenCores, OddCores, sCores, cCores, cCoreAtom or Specific: "
         "(for example Specific:0-3,8); did you mean \"Specific:0,2\"?"}},
       {Cstates("<Log_Level>information</Log_Level>"),
-       {"1: error: CORE/CSTATES/Log_Level: \"information\": unknown level; " + levels +
+       {"1: error: GLOBALPM/CORE/CSTATES/Log_Level: \"information\": unknown level; " + levels +
         "; did you mean \"Information\"?"}},
       {Cstates("<Log_Level>Error</Log_Level>"),
-       {"1: error: CORE/CSTATES/Log_Level: \"Error\": unknown level, listed by mistake in the "
+       {"1: error: GLOBALPM/CORE/CSTATES/Log_Level: \"Error\": unknown level, listed by mistake in "
+        "the "
         "hint comment; " +
         levels + "; did you mean \"Critical\"?"}},
       {checks("TDROccurenceCheck; memorycheck"),
-       {"1: error: SYSTEM/GSTATES/PrePostCheck: \"TDROccurenceCheck; memorycheck\": unknown "
+       {"1: error: GLOBALPM/SYSTEM/GSTATES/PrePostCheck: \"TDROccurenceCheck; memorycheck\": "
+        "unknown "
         "word; " +
         all_checks + "; did you mean \"TDROccurrenceCheck; MemoryCheck\"?"}},  // each mended
       {checks("memorycheck;Unknown"),
-       {"1: error: SYSTEM/GSTATES/PrePostCheck: \"memorycheck;Unknown\": unknown word; " +
+       {"1: error: GLOBALPM/SYSTEM/GSTATES/PrePostCheck: \"memorycheck;Unknown\": unknown word; " +
         all_checks}},  // one cannot be
       {Pm("CORE", "<SDC><KNOBS>Randm; exitonfail</KNOBS></SDC>"),
-       {"1: warning: CORE/SDC/KNOBS: \"Randm; exitonfail\": unknown knob; expected Random or "
+       {"1: warning: GLOBALPM/CORE/SDC/KNOBS: \"Randm; exitonfail\": unknown knob; expected Random "
+        "or "
         "ExitOnFail; did you mean \"Random;ExitOnFail\"?"}},
       {Pm("SYSTEM", "<GSTATES><KNOBS>Sx_Legacy;NoErrOnDemotion;Sx_Legcy</KNOBS></GSTATES>"),
-       {"1: warning: SYSTEM/GSTATES/KNOBS: \"Sx_Legacy;NoErrOnDemotion;Sx_Legcy\": unknown knob at "
+       {"1: warning: GLOBALPM/SYSTEM/GSTATES/KNOBS: \"Sx_Legacy;NoErrOnDemotion;Sx_Legcy\": "
+        "unknown knob at "
         "\"Sx_Legcy\"; expected Random, Sx_Legacy, RunDeviceCheck, ExitOnFail or "
         "ErrorOnPromotion; did you mean \"Sx_Legacy;NoErrOnDemotion;Sx_Legacy\"?"}},
       {Global("SystemSetup", "<SETTING><Log_Add_Option>append</Log_Add_Option></SETTING>"),
-       {"1: error: SystemSetup/SETTING/Log_Add_Option: \"append\": unknown word; expected "
+       {"1: error: GLOBALCONFIGURATION/SystemSetup/SETTING/Log_Add_Option: \"append\": unknown "
+        "word; expected "
         "Overwrite, New or Append; did you mean \"Append\"?"}},
       {Global("CustomConfiguration", "<MSR_CFG><MSR/><MSR><OrMask>two</OrMask></MSR></MSR_CFG>"),
-       {"1: error: CustomConfiguration/MSR_CFG/MSR[2]/OrMask: \"two\": not a number; expected a "
+       {"1: error: GLOBALCONFIGURATION/CustomConfiguration/MSR_CFG/MSR[2]/OrMask: \"two\": not a "
+        "number; expected a "
         "mask such as 0xFFFFFFFF"}},
       {Pm("SYSTEM", "<PECI><RdPCIConfig><PCIE/><PCIE>0:0:32:0:0</PCIE></RdPCIConfig></PECI>"),
-       {"1: error: SYSTEM/PECI/RdPCIConfig/PCIE[2]: \"0:0:32:0:0\": number too large at \"32\"; "
+       {"1: error: GLOBALPM/SYSTEM/PECI/RdPCIConfig/PCIE[2]: \"0:0:32:0:0\": number too large at "
+        "\"32\"; "
         "expected a device from 0 to 31 (for example 0:0:31:0:0x40)"}},
       {Cstates("<PkgAffinity><!-- one -->0</PkgAffinity>"),
-       {"1: error: CORE/CSTATES/PkgAffinity: \"0\": not read: it follows a comment or an "
+       {"1: error: GLOBALPM/CORE/CSTATES/PkgAffinity: \"0\": not read: it follows a comment or an "
         "element"}},
       {Cstates("<ExeCycles>1<![CDATA[0]]>0</ExeCycles>"),
-       {"1: error: CORE/CSTATES/ExeCycles: \"0\": not read: a CDATA section and other text are not "
+       {"1: error: GLOBALPM/CORE/CSTATES/ExeCycles: \"0\": not read: a CDATA section and other "
+        "text are not "
         "joined",
-        "1: error: CORE/CSTATES/ExeCycles: \"0\": not read: a CDATA section and other text are not "
+        "1: error: GLOBALPM/CORE/CSTATES/ExeCycles: \"0\": not read: a CDATA section and other "
+        "text are not "
         "joined"}},
       {Cstates("<ExeCycles>99999999999999999999</ExeCycles>"),
-       {"1: error: CORE/CSTATES/ExeCycles: \"99999999999999999999\": number too large; expected a "
+       {"1: error: GLOBALPM/CORE/CSTATES/ExeCycles: \"99999999999999999999\": number too large; "
+        "expected a "
         "number that fits 64 bits (for example min:30)"}},
       {Cstates("<ActiveTime>msec:8\xE2\x88\xB6</ActiveTime>"),
-       {"1: error: CORE/CSTATES/ActiveTime: \"msec:8\xE2\x88\xB6\": not a number at "
+       {"1: error: GLOBALPM/CORE/CSTATES/ActiveTime: \"msec:8\xE2\x88\xB6\": not a number at "
         "\"8\xE2\x88\xB6\", with the character U+2236; expected decimal digits, or 0x and "
         "hexadecimal digits (for example msec:80-120)"}},
       {Document("<LoopTracker>seven</LoopTracker>"),
        {"1: error: LoopTracker: \"seven\": not a number; expected decimal digits, or 0x and "
         "hexadecimal digits (for example 100)"}},
       {Cstates("<ExeCycles>10<!-- 0 -->0</ExeCycles>"),
-       {"1: error: CORE/CSTATES/ExeCycles: \"0\": not read: it follows a comment or an element"}},
+       {"1: error: GLOBALPM/CORE/CSTATES/ExeCycles: \"0\": not read: it follows a comment or an "
+        "element"}},
       {Control("<AutoRunCfg><CSTATES>True</CSTATES><HWP> false</HWP><SDC>1</SDC><UFS/>"
                "<SAGV> </SAGV></AutoRunCfg>"),
-       {"1: error: AutoRunCfg/CSTATES: \"True\": reads as false; expected true or false; did you "
+       {"1: error: TEST_CONTROL_CFG/AutoRunCfg/CSTATES: \"True\": reads as false; expected true or "
+        "false; did you "
         "mean \"true\"?",
-        "1: warning: AutoRunCfg/HWP: \" false\": reads as false, like any text but true; expected "
+        "1: warning: TEST_CONTROL_CFG/AutoRunCfg/HWP: \" false\": reads as false, like any text "
+        "but true; expected "
         "true or false; did you mean \"false\"?",
-        "1: error: AutoRunCfg/SDC: \"1\": reads as false; expected true or false; did you mean "
+        "1: error: TEST_CONTROL_CFG/AutoRunCfg/SDC: \"1\": reads as false; expected true or false; "
+        "did you mean "
         "\"true\"?"}},
       {Control("<AutoRunCfg><CSTATES>true<b/></CSTATES><HWP><!-- off -->true</HWP>"
                "<SDC><!-- off --></SDC></AutoRunCfg>"),
-       {"1: error: AutoRunCfg/CSTATES/b: \"b\": element in an option, not read; expected text",
-        "1: error: AutoRunCfg/HWP: \"true\": not read: it follows a comment or an element"}},
+       {"1: error: TEST_CONTROL_CFG/AutoRunCfg/CSTATES/b: \"b\": element in an option, not read; "
+        "expected text",
+        "1: error: TEST_CONTROL_CFG/AutoRunCfg/HWP: \"true\": not read: it follows a comment or an "
+        "element"}},
       {Document("<WORKLOADS><GtStress><BouncingBall><AutoRun>yes</AutoRun></BouncingBall>"
                 "</GtStress></WORKLOADS>"),
-       {"1: error: GtStress/BouncingBall/AutoRun: \"yes\": reads as false; expected true or "
+       {"1: error: WORKLOADS/GtStress/BouncingBall/AutoRun: \"yes\": reads as false; expected true "
+        "or "
         "false; did you mean \"true\"?"}},
       {Control("<TestTraceCfg/>", "3.21.522"),
        {"1: error: Version: \"3.21.522\": incompatible version, refused where versions are "
         "verified; expected 3.21.522.0",
-        "1: error: TestTraceCfg: \"3.21.522\": the file cannot be read: trace entries need a "
+        "1: error: TEST_CONTROL_CFG/TestTraceCfg: \"3.21.522\": the file cannot be read: trace "
+        "entries need a "
         "version of four pieces; expected 3.21.522.0"}},
       {Control("<TestTraceCfg><a>CSTATES_b</a><b/><c>CSTATE_b_Con</c><d>CSTATESS_b_c</d>"
                "<e>nothing_b_c</e><f>gt-rc6_b_c</f><g>dgfan_b_c</g><h>FANSPEED-CTR_b_c</h>"
                "</TestTraceCfg>"),
-       {"1: error: TestTraceCfg/a[1]: \"CSTATES_b\": the file cannot be read: malformed trace "
+       {"1: error: TEST_CONTROL_CFG/TestTraceCfg/Name[1]: \"CSTATES_b\": the file cannot be read: "
+        "malformed trace "
         "entry; expected test_target_code, such as CSTATES_Core_Con:10",
-        "1: warning: TestTraceCfg/d[4]: \"CSTATESS_b_c\": trace entry of an unknown test; expected "
+        "1: warning: TEST_CONTROL_CFG/TestTraceCfg/Name[4]: \"CSTATESS_b_c\": trace entry of an "
+        "unknown test; expected "
         "the name of a test; did you mean \"CSTATES_b_c\"?",
-        "1: warning: TestTraceCfg/e[5]: \"nothing_b_c\": trace entry of an unknown test; expected "
+        "1: warning: TEST_CONTROL_CFG/TestTraceCfg/Name[5]: \"nothing_b_c\": trace entry of an "
+        "unknown test; expected "
         "the name of a test"}},
   };
   ExpectFindings(cases);
@@ -465,15 +512,16 @@ TEST(Check, FindsTextsThatReadAsSomethingElse) {
 
 TEST(Check, KnowsWhichOlderElementsHaveAnEffect) {
   const std::string option =
-      "1: warning: SystemSetup/SETTING/Ordered_Flow_Interleave: "
+      "1: warning: GLOBALCONFIGURATION/SystemSetup/SETTING/Ordered_Flow_Interleave: "
       "\"Ordered_Flow_Interleave\": older name";
   const std::string beside = ", not read beside the current one";
   const std::string ordered = "; expected Ordered_Interleave_ICE_Flow";
   const std::string older = "<Ordered_Flow_Interleave>true</Ordered_Flow_Interleave>";
   const std::string device =
-      "1: warning: Device/PCIe-Link-DState: \"PCIe-Link-DState\": older name";
+      "1: warning: GLOBALPM/Device/PCIe-Link-DState: \"PCIe-Link-DState\": older name";
   const std::string both = "; expected PCIe-Link and Dx-States";
-  const std::string name = "1: warning: AutoRunCfg/GT-DVFS: \"GT-DVFS\": older name";
+  const std::string name =
+      "1: warning: TEST_CONTROL_CFG/AutoRunCfg/GT-DVFS: \"GT-DVFS\": older name";
   const auto setting = [](const std::string& content) {
     return Global("SystemSetup", Wrapped("SETTING", content));
   };
@@ -543,8 +591,9 @@ TEST(Check, SuggestsTheTextThatWasMeant) {
 }
 
 TEST(Check, WarnsOfWhatIsReadAndHardlyMeant) {
-  const std::string settings = "1: warning: SysConfiguration/SYSTEM/";
-  const std::string config = "1: warning: SysConfiguration/CORE/CONFIG/ITEM[1]: ";
+  const std::string settings = "1: warning: GLOBALCONFIGURATION/SysConfiguration/SYSTEM/";
+  const std::string config =
+      "1: warning: GLOBALCONFIGURATION/SysConfiguration/CORE/CONFIG/ITEM[1]: ";
   const std::string modes = "; expected Default, Enable, Disable, Random or Toggle";
   const auto system = [](const std::string& list, const std::string& content) {
     return Global("SysConfiguration", Wrapped("SYSTEM", Wrapped(list, content)));
@@ -554,11 +603,13 @@ TEST(Check, WarnsOfWhatIsReadAndHardlyMeant) {
   };
   const Case cases[] = {
       {Cstates("<PkgAffinity>0,1</PkgAffinity>"),
-       {"1: warning: CORE/CSTATES/PkgAffinity: \"0,1\": numbers alone, which mean All; expected "
+       {"1: warning: GLOBALPM/CORE/CSTATES/PkgAffinity: \"0,1\": numbers alone, which mean All; "
+        "expected "
         "Specific: in front of the numbers, or All (for example Specific:0,1); did you mean "
         "\"Specific:0,1\"?"}},
       {Cstates("<KNOBS>Own;Randm</KNOBS>"),
-       {"1: warning: CORE/CSTATES/KNOBS: \"Own;Randm\": unknown knob at \"Randm\"; did you mean "
+       {"1: warning: GLOBALPM/CORE/CSTATES/KNOBS: \"Own;Randm\": unknown knob at \"Randm\"; did "
+        "you mean "
         "\"Own;Random\"?"}},
       {system("GSTATES",
               "<Hybrid_Slep>Disable</Hybrid_Slep><Fast_Startup>Disabled</Fast_Startup>"
@@ -574,7 +625,8 @@ TEST(Check, WarnsOfWhatIsReadAndHardlyMeant) {
               "<Hybrid_Sleep>Enable</Hybrid_Sleep><Own>Enabel</Own>"),
        {settings + "KNOBS/LTR_IGN_Msk: \"LTR_IGN_Msk\": unknown setting; did you mean "
                    "\"LTR_IGN_Mask\"?",
-        "1: error: SysConfiguration/SYSTEM/KNOBS/Snoop_Latency_Mask: \"zero\": not a number; "
+        "1: error: GLOBALCONFIGURATION/SysConfiguration/SYSTEM/KNOBS/Snoop_Latency_Mask: \"zero\": "
+        "not a number; "
         "expected a mask such as 0xFFFFFFFF",
         settings + "KNOBS/Hybrid_Sleep: \"Hybrid_Sleep\": setting of another list; expected to "
                    "stand in SysConfiguration/SYSTEM/GSTATES"}},
@@ -605,15 +657,16 @@ TEST(Check, NotesNamesThatMayBeTheUsersOwn) {
       {Global("SysConfiguration",
               "<SYSTEM><KNOBS><Own/></KNOBS></SYSTEM><CORE><CONFIG><ITEM>0; Own; 7</ITEM></CONFIG>"
               "</CORE><UNCORE><CONFIG><Own>7</Own></CONFIG></UNCORE>"),
-       {"1: note: SysConfiguration/SYSTEM/KNOBS/Own: \"Own\": unknown setting",
-        R"(1: note: SysConfiguration/CORE/CONFIG/ITEM[1]: "0; Own; 7": unknown setting at "Own")",
-        "1: note: SysConfiguration/UNCORE/CONFIG/Own: \"7\": unknown value; expected Default, "
+       {"1: note: GLOBALCONFIGURATION/SysConfiguration/SYSTEM/KNOBS/Own: \"Own\": unknown setting",
+        R"(1: note: GLOBALCONFIGURATION/SysConfiguration/CORE/CONFIG/ITEM[1]: "0; Own; 7": unknown setting at "Own")",
+        "1: note: GLOBALCONFIGURATION/SysConfiguration/UNCORE/CONFIG/Own: \"7\": unknown value; "
+        "expected Default, "
         "Enable or Disable"}},
       {Pm("CORE",
           "<FACT><StartDelayTime/><ExeCycles/><FailTolerance/><SanityEarlyExit/><TestMode/>"
           "<Log_Level/><PkgAffinity/><ModuleAffinity/><CoreAffinity/><PxMxCxScope/>"
           "<ConfigLoop/><SwitchTime/><KNOBS>Random;Own</KNOBS></FACT>"),
-       {R"(1: note: CORE/FACT/KNOBS: "Random;Own": unknown knob at "Own")"}},
+       {R"(1: note: GLOBALPM/CORE/FACT/KNOBS: "Random;Own": unknown knob at "Own")"}},
   };
   ExpectFindings(cases, Severity::kNote);
 }
@@ -655,18 +708,20 @@ TEST(Check, NotesWhatIsAbsent) {
       {Pm("SYSTEM",
           "<PECI><StartDelayTime/><ExeCycles/><FailTolerance/><SanityEarlyExit/>"
           "<TestMode/><Log_Level/>\n<Stranger/></PECI>"),
-       {"1: note: SYSTEM/PECI: \"ActiveTime, InStateTime, ConfigLoop, Interface\": absent, and "
+       {"1: note: GLOBALPM/SYSTEM/PECI: \"ActiveTime, InStateTime, ConfigLoop, Interface\": "
+        "absent, and "
         "read as empty, not as the default",
-        "2: error: SYSTEM/PECI/Stranger: \"Stranger\": unknown element, not read"}},
+        "2: error: GLOBALPM/SYSTEM/PECI/Stranger: \"Stranger\": unknown element, not read"}},
       {Pm("UNCORE",
           "<MESH-GV><arg name='-switchTime' val=''/><arg name='-exeCycles' val=''/>"
           "<arg name='-startDelayTime' val=''/><arg name='-failTolerance' val=''/>"
           "<arg name='-checkDelayTime' val=''/><arg name='-testMode' val=''/>"
           "<arg name='-exitOnPassRatios' val=''/></MESH-GV>"),
-       {"1: note: UNCORE/MESH-GV: \"-sanityEarlyExit, -logLevel\": absent, and read as empty, not "
+       {"1: note: GLOBALPM/UNCORE/MESH-GV: \"-sanityEarlyExit, -logLevel\": absent, and read as "
+        "empty, not "
         "as the default"}},
       {Pm("CORE", "<PSTATES/>"),  // the switch time is derived
-       {"1: note: CORE/PSTATES: \"PkgAffinity, ModuleAffinity, CoreAffinity, PxMxCxScope, "
+       {"1: note: GLOBALPM/CORE/PSTATES: \"PkgAffinity, ModuleAffinity, CoreAffinity, PxMxCxScope, "
         "ExeCycles, "
         "StartDelayTime, ConfigLoop, FailTolerance, SanityEarlyExit, TestMode, Log_Level, "
         "LimitReasonMask, TurboLimitCores, ExePstates, RatioDistLoMeHi, FreqTolerance, "
@@ -674,7 +729,8 @@ TEST(Check, NotesWhatIsAbsent) {
       {Control("<WorkloadCfg/>"), {}},  // these keep their defaults
       {Control("<AutoRunCfg><HWP>true</HWP><SDC>false</SDC><TestControl>true</TestControl>"
                "</AutoRunCfg>"),
-       {"1: note: AutoRunCfg/HWP: \"true\": the test runs with the defaults alone; expected its "
+       {"1: note: TEST_CONTROL_CFG/AutoRunCfg/HWP: \"true\": the test runs with the defaults "
+        "alone; expected its "
         "options in GLOBALPM/CORE/HWP"}},
   };
   ExpectFindings(cases, Severity::kNote);
@@ -695,17 +751,18 @@ TEST(Check, WarnsOfEachOlderFormInAnOlderFile) {
   }
   const Texts expected = {
       "4 Version 3.21.522.0",
-      "9 AutoRunCfg/GT-DVFS iGFX-DVFS",
-      "10 AutoRunCfg/GT-RC6 iGFX-RC6",
-      "11 AutoRunCfg/PCIe-Link-DState PCIe-Link and Dx-States",
-      "14 TestTraceCfg/Name[1] CSTATES_Core_Con",
-      "15 TestTraceCfg/Name[2] GSTATES_System_Con:15_Full",
-      "16 TestTraceCfg/Name[3] PCIe-Link_Device_Con and Dx-States_Device_Con",
-      "19 SETTING WorkloadCfg",
-      "73 GT/GT-DVFS iGFX-DVFS",
-      "87 GT/GT-RC6 iGFX-RC6",
-      "102 Device/PCIe-Link-DState PCIe-Link and Dx-States",
-      "124 SystemSetup/SETTING/Ordered_Flow_Interleave Ordered_Interleave_ICE_Flow",
+      "9 TEST_CONTROL_CFG/AutoRunCfg/GT-DVFS iGFX-DVFS",
+      "10 TEST_CONTROL_CFG/AutoRunCfg/GT-RC6 iGFX-RC6",
+      "11 TEST_CONTROL_CFG/AutoRunCfg/PCIe-Link-DState PCIe-Link and Dx-States",
+      "14 TEST_CONTROL_CFG/TestTraceCfg/Name[1] CSTATES_Core_Con",
+      "15 TEST_CONTROL_CFG/TestTraceCfg/Name[2] GSTATES_System_Con:15_Full",
+      "16 TEST_CONTROL_CFG/TestTraceCfg/Name[3] PCIe-Link_Device_Con and Dx-States_Device_Con",
+      "19 TEST_CONTROL_CFG/SETTING WorkloadCfg",
+      "73 GLOBALPM/GT/GT-DVFS iGFX-DVFS",
+      "87 GLOBALPM/GT/GT-RC6 iGFX-RC6",
+      "102 GLOBALPM/Device/PCIe-Link-DState PCIe-Link and Dx-States",
+      "124 GLOBALCONFIGURATION/SystemSetup/SETTING/Ordered_Flow_Interleave "
+      "Ordered_Interleave_ICE_Flow",
   };
   EXPECT_EQ(places, expected);
 }

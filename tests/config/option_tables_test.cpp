@@ -7,10 +7,10 @@
 #include <set>
 
 #include "config/config_files.h"
-#include "config/option_reader.h"
-#include "config/pm_test_table.h"
+#include "config/file/option_reader.h"
 #include "config/tables/common_node.h"
 #include "config/tables/custom_register_tables.h"
+#include "config/tables/pm_test_table.h"
 #include "config/tables/system_setup.h"
 #include "config/tables/test_control_table.h"
 #include "config/tables/workload_tables.h"
@@ -197,8 +197,8 @@ TEST(OptionTables, EachOptionIsCheckedByItsGrammar) {
       if (option.flow == Flow::kResetOnly) continue;
       elements += BadElement(test, option);
       if (option.syntax == Syntax::kFreeText || option.syntax == Syntax::kKnobs) continue;
-      std::string& path = expected.emplace_back(test.group);
-      path.append("/").append(test.name).append("/").append(option.name);
+      std::string& path = expected.emplace_back("GLOBALPM/");
+      path.append(test.group).append("/").append(test.name).append("/").append(option.name);
       if (!option.item.empty()) path.append("/").append(option.item).append("[1]");
     }
     const std::string section = Wrapped(std::string(test.name), elements);

@@ -8,8 +8,8 @@
 #include <memory>
 #include <set>
 
-#include "config/fault_wording.h"
-#include "config/pm_test_table.h"
+#include "config/tables/pm_test_table.h"
+#include "config/texts/fault_wording.h"
 #include "syntax/keyword_table.h"
 #include "vexor/config/overrides.h"
 

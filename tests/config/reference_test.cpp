@@ -6,7 +6,7 @@
 #include <regex>
 #include <set>
 
-#include "config/document_model.h"
+#include "config/model/document_model.h"
 #include "source_dir.h"
 #include "temporary_folder.h"
 

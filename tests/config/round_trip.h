@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
-#include "config/pm_test_table.h"
 #include "config/tables/custom_register_tables.h"
+#include "config/tables/pm_test_table.h"
 #include "config/tables/system_setup.h"
 #include "config/tables/test_control_table.h"
 #include "util/text.h"

@@ -7,10 +7,10 @@
 #include <map>
 #include <regex>
 
-#include "config/pm_test_table.h"
-#include "config/syntax_table.h"
+#include "config/tables/pm_test_table.h"
 #include "config/tables/system_setup.h"
-#include "config/text_pattern.h"
+#include "config/texts/syntax_table.h"
+#include "config/texts/text_pattern.h"
 #include "source_dir.h"
 #include "temporary_folder.h"
 #include "util/text.h"

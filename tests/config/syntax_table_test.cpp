@@ -1,4 +1,4 @@
-#include "config/syntax_table.h"
+#include "config/texts/syntax_table.h"
 
 #include <gtest/gtest.h>
 

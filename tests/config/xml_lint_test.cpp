@@ -1,5 +1,5 @@
 // Holds the library's idea of well-formed XML against that of xmllint.
-#include "config/xml_lint.h"
+#include "config/file/xml_lint.h"
 
 #include <gtest/gtest.h>
 #include <tinyxml2.h>
@@ -9,7 +9,7 @@
 #include <set>
 #include <sstream>
 
-#include "config/xml_document.h"
+#include "config/file/xml_document.h"
 #include "platform/child_process.h"
 #include "temporary_folder.h"
 #include "vexor/util/random.h"

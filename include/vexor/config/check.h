@@ -25,7 +25,8 @@ enum class Severity : std::int32_t {
 
 struct Finding {
   int line = 0;      // from 1; 0 for the file as a whole
-  std::string path;  // "CORE/CSTATES/ActiveTime", "CustomConfiguration/MSR_CFG/MSR[2]/Address"
+  std::string path;  // below the root: "GLOBALPM/CORE/CSTATES/ActiveTime"; one of several elements
+                     // of a name ends in its number: "[2]"
   Severity severity = Severity::kError;
   std::string text;            // what stands there
   std::string what;            // what is wrong with it

@@ -20,8 +20,9 @@ enum class Origin : std::int32_t {
 };
 
 struct Setting {
-  std::string
-      path;  // "GLOBALPM/CORE/CSTATES/ActiveTime"; entries of lists end in "[1]", "[2]", ...
+  // "GLOBALPM/CORE/CSTATES/ActiveTime"; entries of lists end in "[1]", "[2]", ..., counted as they
+  // are read.
+  std::string path;
   std::string value;
   Origin origin = Origin::kDefault;
   int line = 0;      // of the element, 0 for a setting that comes from none

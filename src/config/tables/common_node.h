@@ -1,7 +1,7 @@
 // The options that most tests share, as rows that the tests' tables take up.
 #pragma once
 
-#include "config/option_table.h"
+#include "config/tables/option_table.h"
 #include "vexor/config/pm_tests.h"
 
 namespace vexor {

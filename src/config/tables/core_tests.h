@@ -10,7 +10,7 @@ inline constexpr std::string_view kPerStateExits = "C1:0;C3:0;C6:0;C7:0;C8:0;C9:
 inline constexpr std::string_view kPerStateNoCores = "C1:[];C3:[];C6:[];C7:[];C8:[];C9:[];C10:[]";
 
 // clang-format off
-inline constexpr auto kCstatesOptions = Finish(Join(
+inline constexpr auto kCstatesOptions = Finish(Concatenate(
     common::Affinities<_CSTATES_CFG>(common::Writes::kAllAffinities),
     common::Control<_CSTATES_CFG>(
         common::kExeCycles.ResetTo("10"),
@@ -47,7 +47,7 @@ consteval auto CommonReadOnly() {
   });
 }
 
-inline constexpr auto kPstatesOptions = Finish(Join(
+inline constexpr auto kPstatesOptions = Finish(Concatenate(
     common::Affinities<_PSTATES_CFG>(common::Writes::kAllAffinities),
     common::Control<_PSTATES_CFG>(),
     CommonReadOnly<_PSTATES_CFG>(),
@@ -73,7 +73,7 @@ inline constexpr auto kPstatesOptions = Finish(Join(
          .about = "Further knobs of regression runs.", .flow = Flow::kReadOnly},
     })));
 
-inline constexpr auto kHwpOptions = Finish(Join(
+inline constexpr auto kHwpOptions = Finish(Concatenate(
     common::Affinities<_HWP_CFG>(common::Writes::kAllAffinities),
     common::Control<_HWP_CFG>(),
     CommonReadOnly<_HWP_CFG>(),
@@ -163,7 +163,7 @@ inline constexpr auto kSdcOptions = Finish(Options<_SDC_CFG>({
     common::kActiveTime.ReadOnly(),
 }));
 
-inline constexpr auto kFactOptions = Finish(Join(
+inline constexpr auto kFactOptions = Finish(Concatenate(
     common::Affinities<_FACT_CFG>(common::Writes::kAllAffinities),
     common::Control<_FACT_CFG>(),
     CommonReadOnly<_FACT_CFG>(),
@@ -174,7 +174,7 @@ inline constexpr auto kFactOptions = Finish(Join(
          .flow = Flow::kWriteOnly},
     })));
 
-inline constexpr auto kIceCstatesOptions = Finish(Join(
+inline constexpr auto kIceCstatesOptions = Finish(Concatenate(
     common::Affinities<_ICE_CSTATES_CFG>(common::Writes::kPackages),
     common::Control<_ICE_CSTATES_CFG>(),
     Options<_ICE_CSTATES_CFG>({
@@ -192,7 +192,7 @@ inline constexpr auto kIceCstatesOptions = Finish(Join(
         common::kDerivedSwitchTime.ReadOnly(),
     })));
 
-inline constexpr auto kIcePstatesOptions = Finish(Join(
+inline constexpr auto kIcePstatesOptions = Finish(Concatenate(
     common::Affinities<_ICE_PSTATES_CFG>(common::Writes::kPackages),
     common::Control<_ICE_PSTATES_CFG>(),
     CommonReadOnly<_ICE_PSTATES_CFG>(),

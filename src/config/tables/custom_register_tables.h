@@ -2,7 +2,7 @@
 // and written.
 #pragma once
 
-#include "config/option_table.h"
+#include "config/tables/option_table.h"
 #include "vexor/config/custom_registers.h"
 
 namespace vexor {

@@ -55,7 +55,7 @@ constexpr OptionOf<_GFX_CFG> RatiosRow(const GraphicsTraits& traits) {
 constexpr Flow WrittenIf(bool written) { return written ? Flow::kReadWrite : Flow::kReadOnly; }
 
 consteval auto GraphicsOptions(const GraphicsTraits& traits) {
-  return Join(
+  return Concatenate(
       common::Control<_GFX_CFG>(common::kExeCycles.ResetTo("10")),
       Options<_GFX_CFG>({
           common::kModuleAffinity.ReadOnly(),
@@ -112,29 +112,29 @@ consteval auto IdleOptions(Flow flow) {
 }
 
 consteval auto DvfsOptions(const GraphicsTraits& traits) {
-  return Finish(Join(GraphicsOptions(traits), IdleOptions(Flow::kReadOnly)));
+  return Finish(Concatenate(GraphicsOptions(traits), IdleOptions(Flow::kReadOnly)));
 }
 
 // "RC0Time" and "RC6Time" are the RC6 tests' own names of the active and the in-state time: given
 // ones win, and the file is written with them.
 consteval auto Rc6Options(GraphicsTraits traits) {
   traits.switch_time = false;
-  return Finish(Join(GraphicsOptions(traits),
-                     Options<_GFX_CFG>({
-                         {.name = "RC0Time",
-                          .text = &_GFX_CFG::ActiveTime,
-                          .syntax = Syntax::kDuration,
-                          .reset = "msec:100",
-                          .about = "Time spent busy between two idles.",
-                          .overwrite = Overwrite::kIfGiven},
-                         {.name = "RC6Time",
-                          .text = &_GFX_CFG::InStateTime,
-                          .syntax = Syntax::kDuration,
-                          .reset = "sec:1",
-                          .about = "Time to stay in RC6.",
-                          .overwrite = Overwrite::kIfGiven},
-                     }),
-                     IdleOptions(Flow::kReadWrite)));
+  return Finish(Concatenate(GraphicsOptions(traits),
+                            Options<_GFX_CFG>({
+                                {.name = "RC0Time",
+                                 .text = &_GFX_CFG::ActiveTime,
+                                 .syntax = Syntax::kDuration,
+                                 .reset = "msec:100",
+                                 .about = "Time spent busy between two idles.",
+                                 .overwrite = Overwrite::kIfGiven},
+                                {.name = "RC6Time",
+                                 .text = &_GFX_CFG::InStateTime,
+                                 .syntax = Syntax::kDuration,
+                                 .reset = "sec:1",
+                                 .about = "Time to stay in RC6.",
+                                 .overwrite = Overwrite::kIfGiven},
+                            }),
+                            IdleOptions(Flow::kReadWrite)));
 }
 
 inline constexpr auto kIgfxDvfsOptions = DvfsOptions({.limit_reasons = true});

@@ -1,7 +1,8 @@
 // The options of "SystemSetup": overwritten bases, and the settings of the run.
 #pragma once
 
-#include "config/option_table.h"
+#include "config/tables/option_table.h"
+#include "config/tables/sections.h"
 #include "vexor/config/global_config.h"
 
 namespace vexor {
@@ -117,7 +118,7 @@ inline constexpr auto kKnobValues = std::to_array<OptionRow>({
      .about = "Devices whose snoop latency is ignored."},
 });
 
-// In the order in which they are written; lists of one group stand together.
+// In the order of a written file.
 inline constexpr SystemListRow kSystemLists[] = {
     {.group = "SYSTEM", .name = "GSTATES", .pairs = &_GLOBALCONFIG_XMLCFG::GSTATES,
      .about = "Settings of the sleep states.",
@@ -160,5 +161,6 @@ inline constexpr SystemListRow kSystemLists[] = {
      .about = "Values of the uncore."},
 };
 // clang-format on
+static_assert(AreGroupsInOrder(kSystemLists, Section::kSysConfiguration));
 
 }  // namespace vexor

@@ -1,7 +1,7 @@
 // The options of "TEST_CONTROL_CFG".
 #pragma once
 
-#include "config/option_table.h"
+#include "config/tables/option_table.h"
 #include "vexor/config/test_control.h"
 
 namespace vexor {
@@ -37,17 +37,5 @@ inline constexpr auto kWorkloadRunnerOptions = []() consteval {
 }
 ();
 // clang-format on
-
-// Element names that older files use in "AutoRunCfg"; they count where the current name is not
-// true. PM_TEST_MAX stands for no second test.
-struct OlderAutoRunName {
-  std::string_view name;
-  std::array<VEXOR_PM_TEST_ID, 2> tests;
-};
-inline constexpr OlderAutoRunName kOlderAutoRunNames[] = {
-    {"GT-DVFS", {PM_TEST_IGFX_DVFS, PM_TEST_MAX}},
-    {"GT-RC6", {PM_TEST_IGFX_RC6, PM_TEST_MAX}},
-    {"PCIe-Link-DState", {PM_TEST_PCIE_LINK, PM_TEST_DX_STATES}},
-};
 
 }  // namespace vexor

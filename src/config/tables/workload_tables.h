@@ -1,7 +1,8 @@
-// The stress workloads of the "WORKLOADS" section.
+// The stress workloads.
 #pragma once
 
-#include "config/option_table.h"
+#include "config/tables/option_table.h"
+#include "config/tables/sections.h"
 #include "vexor/config/workloads.h"
 
 namespace vexor {
@@ -126,7 +127,7 @@ inline constexpr auto kGraphics = Finish(NeverWritten(Options<_GFX_WORKLOAD_CFG>
 
 }  // namespace workloads
 
-struct WorkloadRow : SectionRow<_WORKLOADS_XMLCFG> {
+struct WorkloadRow : RecordRow<_WORKLOADS_XMLCFG> {
   // Graphics workloads: where the workload's name goes. They are named, and no longer run, once
   // their group is there, whether or not their own element is.
   std::string ConfigRecord::*name_home = nullptr;
@@ -149,7 +150,7 @@ constexpr WorkloadRow Workload(std::string_view group, std::string_view name,
 inline constexpr auto kGraphicsName =
     static_cast<std::string ConfigRecord::*>(&_GFX_WORKLOAD_CFG::Name);
 
-// An empty group: directly under "WORKLOADS".
+// In the order of a file.
 inline constexpr WorkloadRow kWorkloads[] = {
     Workload<&_WORKLOADS_XMLCFG::SSE2>("IAPowerStress", "SSE2",
                                        "Vector work with SSE2 instructions.", workloads::kCpu),
@@ -190,5 +191,6 @@ inline constexpr WorkloadRow kWorkloads[] = {
                                              "Media and graphics at once.", workloads::kGraphics,
                                              kGraphicsName),
 };
+static_assert(AreGroupsInOrder(kWorkloads, Section::kWorkloads));
 
 }  // namespace vexor

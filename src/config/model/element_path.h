@@ -1,0 +1,20 @@
+// The paths of elements, as every output names them: the names of the elements below the root, as
+// "GLOBALPM/CORE/CSTATES/ActiveTime"; entries of a list end in "[1]", "[2]", ...
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace vexor {
+
+// Returns the path of an element below `parent`, which is empty for the root.
+std::string JoinPath(std::string_view parent, std::string_view name);
+
+// Returns the path of an entry of a list, counted from 1.
+std::string EntryPath(std::string_view list, std::size_t number);
+
+// Returns the name, cut if it is very long: every finding below an element repeats its name.
+std::string ShortenName(std::string_view name);
+
+}  // namespace vexor

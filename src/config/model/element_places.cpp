@@ -1,0 +1,62 @@
+#include "config/model/element_places.h"
+
+#include <algorithm>
+#include <span>
+#include <utility>
+
+namespace vexor {
+namespace {
+
+using Content = ElementModel::Content;
+
+bool IsSection(const ElementModel& element) {
+  return element.content == Content::kChildren || element.content == Content::kArguments ||
+         element.content == Content::kPairs || element.content == Content::kTraces;
+}
+
+// How many elements from the root on two paths have in common.
+std::ptrdiff_t CountShared(std::string_view a, std::string_view b) {
+  const auto [end, unused] = std::ranges::mismatch(a, b);
+  const auto whole = static_cast<std::size_t>(end - a.begin());
+  const auto is_end = [whole](std::string_view path) {
+    return whole == path.size() || path[whole] == '/';
+  };
+  const std::ptrdiff_t separators = std::ranges::count(a.substr(0, whole), '/');
+  return separators + (whole > 0 && is_end(a) && is_end(b) ? 1 : 0);
+}
+
+}  // namespace
+
+ElementPlaces::ElementPlaces(const ElementModel& root) {
+  Collect(root, "");
+  std::ranges::stable_sort(places_, {}, &Place::name);
+}
+
+// Below an older name stands what stands below the current one, too, and the options of an argument
+// list are no elements.
+void ElementPlaces::Collect(const ElementModel& parent, const std::string& path) {
+  if (parent.content == Content::kArguments || parent.IsOlder()) return;
+  for (const ElementModel& child : parent.children) {
+    places_.push_back(
+        {child.name, path.empty() ? std::string(parent.name) : path, IsSection(child)});
+    Collect(child, path.empty() ? std::string(child.name) : path + "/" + std::string(child.name));
+  }
+}
+
+std::string ElementPlaces::Find(std::string_view name, Kind kind, std::string_view path) const {
+  const auto rank = [&](const Place& place) {
+    const bool is_kind = kind == Kind::kEither || place.is_section == (kind == Kind::kSection);
+    return std::pair(is_kind, CountShared(place.parent, path));
+  };
+  const auto first = std::ranges::lower_bound(places_, name, {}, &Place::name);
+  const auto last = std::ranges::upper_bound(places_, name, {}, &Place::name);
+  const std::span known(first, last);
+  if (known.empty()) return {};
+  const Place& best = *std::ranges::max_element(known, {}, rank);
+  const auto others = std::ranges::count(known, rank(best), rank) - 1;
+  if (others == 0) return best.parent;
+  return best.parent + " or " + std::to_string(others) + " other element" +
+         (others == 1 ? "" : "s");
+}
+
+}  // namespace vexor

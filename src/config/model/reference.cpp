@@ -1,0 +1,260 @@
+#include "vexor/config/reference.h"
+
+#include <algorithm>
+#include <memory>
+
+#include "config/model/document_model.h"
+#include "config/tables/custom_register_tables.h"
+#include "config/tables/pm_test_table.h"
+#include "config/tables/system_setup.h"
+#include "config/texts/syntax_table.h"
+
+namespace vexor {
+namespace {
+
+using Content = ElementModel::Content;
+
+constexpr std::string_view kIntroduction = R"(# The options of a configuration file
+
+A configuration file is an XML file with the root element `VEXOR`. Below stand all elements that it
+may hold, section by section.
+
+- Elements may stand in any order. Of several elements of one name in the same place the first
+  counts, unless the table says that an option repeats.
+- White space around a text is dropped; capital and small letters differ in element names.
+- A section that is absent keeps its defaults. An option that is absent from a section that is there
+  reads as **empty**, not as its default, unless the table says otherwise.
+- A comment stands above an element or behind its text: text behind a comment is not read.
+
+The tables show for each option what its text looks like, by the [syntax](#syntaxes) and an example,
+and its default. The last column tells whether an option is read from a file (`r`), written to one
+(`w`), or both.
+)";
+
+// A text in the cell of a table.
+std::string Cell(std::string_view text) {
+  std::string cell;
+  for (const char c : text) cell.append(c == '|' ? "\\" : "").append(1, c);
+  return cell;
+}
+
+// A text as it stands in a file.
+std::string Code(std::string_view text) {
+  return text.empty() ? std::string() : "`" + Cell(text) + "`";
+}
+
+std::string JoinCodes(std::span<const std::string_view> texts) {
+  std::string joined;
+  for (const std::string_view text : texts)
+    joined.append(joined.empty() ? "" : ", ").append(Code(text));
+  return joined;
+}
+
+// A link to the section of a name.
+std::string LinkTo(std::string_view name) {
+  std::string link = "[" + Code(name) + "](#";
+  for (const char c : name) link += c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
+  return link + ")";
+}
+
+// What an option's text looks like.
+std::string ValueOf(const OptionRow& option) {
+  const SyntaxRow& syntax = GetSyntax(option.syntax);
+  const std::string name(syntax.name);
+  std::string value = "[" + name + "](#syntax-" + name + ")";
+  if (!option.words.empty()) return value + ": " + JoinCodes(GetWords(option));
+  if (option.syntax != Syntax::kFreeText) value += ": " + Code(syntax.example);
+  return value;
+}
+
+std::string AboutOf(const OptionRow& option) {
+  std::string about(option.about);
+  if (!option.item.empty()) about += " Each stands in an element " + Code(option.item) + ".";
+  if (option.list != nullptr && option.item.empty()) about += " Repeats.";
+  if (!option.fallback.empty()) about += " Absent, it reads as " + Code(option.fallback) + ".";
+  if (option.range_attribute) about += " A range is written as `randVal`, which is not read.";
+  return about;
+}
+
+std::string_view FlowOf(const OptionRow& option) {
+  if (option.IsRead() && option.IsWritten()) return "rw";
+  return option.IsRead() ? "r" : "w";
+}
+
+bool HasOptions(const ElementModel& element) {
+  return !element.children.empty() && element.children.front().content == Content::kOption;
+}
+
+bool IsSection(const ElementModel& element) {
+  return !element.children.empty() || element.content == Content::kPairs ||
+         element.content == Content::kTraces;
+}
+
+// The words of a syntax whose grammar does not list them.
+std::string WordsOf(const SyntaxRow& syntax) {
+  const bool lists_words = syntax.grammar.find("%w") != std::string_view::npos;
+  return lists_words ? std::string() : JoinCodes(GetWords(syntax.syntax));
+}
+
+class ReferenceWriter {
+ public:
+  std::string Write(const ElementModel& root) && {
+    out_ = kIntroduction;
+    WriteContents(root);
+    WriteLeaves(root);
+    for (const ElementModel& section : root.children) {
+      if (IsSection(section)) WriteSection(section, root, 2);
+    }
+    WriteSyntaxes();
+    return std::move(out_);
+  }
+
+ private:
+  void WriteHeading(std::size_t depth, std::string_view name) {
+    out_.append("\n").append(depth, '#').append(" ").append(name).append("\n");
+  }
+
+  void WriteParagraph(const std::string& text) {
+    if (!text.empty()) out_.append("\n").append(text).append("\n");
+  }
+
+  void WriteRow(std::initializer_list<std::string_view> cells) {
+    for (const std::string_view cell : cells) {
+      out_.append("|").append(cell.empty() ? "" : " ").append(cell).append(" ");
+    }
+    out_ += "|\n";
+  }
+
+  void WriteHead(std::initializer_list<std::string_view> names) {
+    out_ += '\n';
+    WriteRow(names);
+    for (std::size_t i = 0; i < names.size(); ++i) out_ += "|---";
+    out_ += "|\n";
+  }
+
+  void WriteContents(const ElementModel& root) {
+    out_ += '\n';
+    for (const ElementModel& section : root.children) {
+      if (IsSection(section))
+        out_ += "- " + LinkTo(section.name) + ": " + Cell(section.about) + "\n";
+    }
+    out_ += "- [Syntaxes](#syntaxes) of the options' texts.\n";
+  }
+
+  // An older name is described with the current one.
+  void WriteSection(const ElementModel& section, const ElementModel& parent, std::size_t depth) {
+    if (section.IsOlder()) return;
+    WriteHeading(depth, section.name);
+    std::string about(section.about);
+    for (const ElementModel& other : parent.children) {
+      if (other.StandsFor(section.name)) about += " Older name: " + Code(other.name) + ".";
+    }
+    WriteParagraph(about);
+    if (HasOptions(section)) return WriteOptions(section, section.name);
+    if (section.list != nullptr) return WriteList(*section.list);
+    if (section.table != nullptr) return WriteRegisters(section);
+    if (section.content == Content::kTraces) return WriteTraces();
+    WriteLeaves(section);
+    for (const ElementModel& child : section.children) {
+      if (IsSection(child)) WriteSection(child, section, depth + 1);
+    }
+  }
+
+  // Elements of a section that hold neither options nor elements.
+  void WriteLeaves(const ElementModel& section) {
+    if (std::ranges::all_of(section.children, IsSection)) return;
+    const bool are_switches = section.children.front().content == Content::kSwitch;
+    if (are_switches) {
+      WriteParagraph("Each element names a test, which runs when the text is exactly `true`.");
+    }
+    WriteHead({"Element", "Meaning", are_switches ? "Older name" : "Flow"});
+    for (const ElementModel& child : section.children) {
+      if (child.IsOlder() || IsSection(child)) continue;
+      std::string older;
+      for (const ElementModel& other : section.children) {
+        if (other.StandsFor(child.name)) older += Code(other.name);
+      }
+      const bool has_section =
+          std::ranges::find(PmTests(), child.name, &PmTestRow::name) != PmTests().end();
+      const std::string flow = child.is_read ? "rw" : "w";
+      WriteRow({has_section ? LinkTo(child.name) : Code(child.name), Cell(child.about),
+                are_switches ? older : flow});
+    }
+  }
+
+  // `name` is the heading above.
+  void WriteOptions(const ElementModel& section, std::string_view name) {
+    const OptionRow* const first = section.children.front().option;
+    const auto known = std::ranges::find(described_, first, &Described::first);
+    if (known != described_.end()) {
+      return WriteParagraph("The options are those of " + LinkTo(known->name) + ".");
+    }
+    described_.push_back({first, name});
+    if (section.content == Content::kArguments) {
+      WriteParagraph(R"(The options stand in elements `<arg name="..." val="..."/>`.)");
+    }
+    WriteHead({"Option", "Meaning", "Text", "Default", "Flow"});
+    for (const ElementModel& child : section.children) {
+      const OptionRow& option = *child.option;
+      const std::string_view reset = option.flag != nullptr ? "false" : option.reset;
+      WriteRow(
+          {Code(option.name), Cell(AboutOf(option)), ValueOf(option), Code(reset), FlowOf(option)});
+    }
+  }
+
+  void WriteRegisters(const ElementModel& container) {
+    const ElementModel& item = container.children.front();
+    WriteParagraph("Each stands in an element " + Code(item.name) + ".");
+    WriteOptions(item, container.name);
+  }
+
+  void WriteList(const SystemListRow& list) {
+    WriteParagraph(list.items != nullptr ? "Each stands in an element `ITEM`."
+                                         : "Elements of any names, each a named value.");
+    std::string hints;
+    for (const std::string_view hint : list.hint.texts) {
+      if (!hint.empty()) hints += "- " + Code(hint) + "\n";
+    }
+    for (const OptionRow& option : list.values) {
+      hints += "- " + Code(option.name) + ": " + Cell(option.about) + " " + ValueOf(option) + "\n";
+    }
+    if (!hints.empty()) out_ += "\n" + hints;
+  }
+
+  void WriteTraces() {
+    WriteParagraph(
+        "An entry such as `CSTATES_Core_Con:10` joins the name of a test, a target and a code by "
+        "`_`; further fields may follow. Entries need a `Version` of four pieces: without it, or "
+        "with a malformed entry, the file cannot be read.");
+  }
+
+  void WriteSyntaxes() {
+    WriteHeading(2, "Syntaxes");
+    WriteParagraph("An empty text is good by every syntax.");
+    WriteHead({"Syntax", "Text", "Words", "Example"});
+    for (const SyntaxRow& syntax : Syntaxes()) {
+      const std::string name(syntax.name);
+      std::string anchor = R"(<a id="syntax-)";
+      anchor.append(name).append(R"("></a>)").append(name);
+      WriteRow({anchor, Cell(GrammarOf(syntax.syntax)), WordsOf(syntax), Code(syntax.example)});
+    }
+  }
+
+  struct Described {
+    const OptionRow* first;
+    std::string_view name;
+  };
+
+  std::string out_;
+  std::vector<Described> described_;
+};
+
+}  // namespace
+
+std::string GetOptionReference() {
+  const auto records = std::make_unique<FullRecords>();
+  const ElementModel root = MakeDocumentModel(*records);
+  return ReferenceWriter().Write(root);
+}
+
+}  // namespace vexor

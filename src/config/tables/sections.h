@@ -1,0 +1,141 @@
+// The skeleton of a configuration file: its sections, in the order of a written file. Reader,
+// writer, checker, description and schema name and find elements by these rows; what stands in a
+// section without options of its own is said by a table of its subject.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string_view>
+
+namespace vexor {
+
+enum class Section : std::uint8_t {
+  kRoot,
+  kVersion,
+  kLoopTracker,
+  kTestControl,
+  kAutoRun,
+  kTestTraces,
+  kWorkloadRunner,
+  kTests,
+  kGlobalConfiguration,
+  kSystemSetup,
+  kOverwrites,
+  kSettings,
+  kSysConfiguration,
+  kCustomConfiguration,
+  kWorkloads,
+};
+
+struct SectionRow {
+  Section section;
+  Section parent;
+  std::string_view name;
+  std::string_view older = {};  // read where `name` is absent
+  std::string_view about = {};  // one sentence
+};
+
+// A group of elements in a section: tests, lists or workloads.
+struct GroupRow {
+  Section section;
+  std::string_view name;
+  std::string_view about;
+};
+
+// clang-format off
+inline constexpr auto kSections = std::to_array<SectionRow>({
+    {.section = Section::kRoot, .parent = Section::kRoot, .name = "VEXOR"},
+    {.section = Section::kVersion, .parent = Section::kRoot, .name = "Version",
+     .about = "Version of the tool that the file was written for."},
+    {.section = Section::kLoopTracker, .parent = Section::kRoot, .name = "LoopTracker",
+     .about = "Loop counter of the writer."},
+    {.section = Section::kTestControl, .parent = Section::kRoot, .name = "TEST_CONTROL_CFG",
+     .about = "Which tests run, and how."},
+    {.section = Section::kAutoRun, .parent = Section::kTestControl, .name = "AutoRunCfg",
+     .about = "The tests that run."},
+    {.section = Section::kTestTraces, .parent = Section::kTestControl, .name = "TestTraceCfg",
+     .about = "What is traced: entries under any element names."},
+    {.section = Section::kWorkloadRunner, .parent = Section::kTestControl, .name = "WorkloadCfg",
+     .older = "SETTING", .about = "How the workload runner behaves."},
+    {.section = Section::kTests, .parent = Section::kRoot, .name = "GLOBALPM",
+     .about = "The options of the tests."},
+    {.section = Section::kGlobalConfiguration, .parent = Section::kRoot,
+     .name = "GLOBALCONFIGURATION", .about = "Settings of the whole run."},
+    {.section = Section::kSystemSetup, .parent = Section::kGlobalConfiguration,
+     .name = "SystemSetup", .about = "The platform, the log and the flow of the run."},
+    {.section = Section::kOverwrites, .parent = Section::kSystemSetup, .name = "OverwriteCfg",
+     .about = "Bases to use in place of the detected ones."},
+    {.section = Section::kSettings, .parent = Section::kSystemSetup, .name = "SETTING",
+     .about = "Settings of the run."},
+    {.section = Section::kSysConfiguration, .parent = Section::kGlobalConfiguration,
+     .name = "SysConfiguration", .about = "Settings of the domains."},
+    {.section = Section::kCustomConfiguration, .parent = Section::kGlobalConfiguration,
+     .name = "CustomConfiguration",
+     .about = "Register writes that are applied before testing."},
+    {.section = Section::kWorkloads, .parent = Section::kRoot, .name = "WORKLOADS",
+     .about = "Stress workloads that run beside the tests."},
+});
+
+inline constexpr auto kGroups = std::to_array<GroupRow>({
+    {Section::kTests, "CORE", "Tests of the cores."},
+    {Section::kTests, "ICE", "Tests of the image-compute engine."},
+    {Section::kTests, "SYSTEM", "Tests of the system."},
+    {Section::kTests, "GT", "Tests of graphics and media."},
+    {Section::kTests, "Device", "Tests of PCIe devices."},
+    {Section::kTests, "IPU", "Tests of the imaging unit."},
+    {Section::kTests, "Vpu", "Tests of the vision unit."},
+    {Section::kTests, "UNCORE", "Tests of the uncore."},
+    {Section::kSysConfiguration, "SYSTEM", "Settings of the system."},
+    {Section::kSysConfiguration, "CORE", "Settings of the cores."},
+    {Section::kSysConfiguration, "POWER", "Settings of the power limits."},
+    {Section::kSysConfiguration, "UNCORE", "Settings of the uncore."},
+    {Section::kWorkloads, "IAPowerStress", "Workloads of the processor."},
+    {Section::kWorkloads, "MemoryStress", "Workloads of caches and memory."},
+    {Section::kWorkloads, "GtStress", "Workloads of the graphics."},
+});
+// clang-format on
+
+// The names of elements that repeat.
+inline constexpr std::string_view kTraceEntry = "Name";      // a reader takes any name
+inline constexpr std::string_view kListItem = "ITEM";        // of a list under "SysConfiguration"
+inline constexpr std::string_view kArgumentElement = "arg";  // of a test with arguments
+
+consteval bool AreSectionsInOrder() {
+  for (std::size_t i = 0; i < kSections.size(); ++i) {
+    if (kSections[i].section != static_cast<Section>(i)) return false;
+    if (i > 0 && kSections[i].parent >= kSections[i].section) return false;
+  }
+  return true;
+}
+static_assert(AreSectionsInOrder());
+
+constexpr const SectionRow& RowOf(Section section) {
+  return kSections[static_cast<std::size_t>(section)];
+}
+
+constexpr std::string_view NameOf(Section section) { return RowOf(section).name; }
+
+// Calls `visit` with the section's own sections, in the order of a written file.
+template <class Visit>
+constexpr void ForEachSectionIn(Section parent, Visit visit) {
+  for (const SectionRow& row : kSections) {
+    if (row.parent == parent && row.section != Section::kRoot) visit(row);
+  }
+}
+
+// Whether all rows of a table stand in groups of the section, or directly in it, each group in one
+// piece and in the order of kGroups: the order of a written file.
+template <class Rows>
+consteval bool AreGroupsInOrder(const Rows& rows, Section section) {
+  std::size_t group = 0;
+  for (const auto& row : rows) {
+    if (row.group.empty()) continue;
+    while (group < kGroups.size() &&
+           (kGroups[group].section != section || kGroups[group].name != row.group)) {
+      ++group;
+    }
+  }
+  return group < kGroups.size();
+}
+
+}  // namespace vexor

@@ -1,0 +1,161 @@
+#include "config/texts/fault_wording.h"
+
+#include <algorithm>
+#include <span>
+#include <string>
+#include <utility>
+
+#include "config/texts/syntax_table.h"
+#include "config/texts/text_repair.h"
+#include "config/texts/word_list.h"
+#include "config/texts/xml_characters.h"
+#include "syntax/keyword_table.h"
+#include "util/text.h"
+
+namespace vexor {
+namespace {
+
+bool Contains(std::string_view text, std::string_view part) {
+  return text.find(part) != std::string_view::npos;
+}
+
+TextFault MakeTextFault(Severity severity, const OptionRow& option, const Fault& fault) {
+  TextFault result;
+  result.at = fault.at;
+  result.what = fault.what;
+  result.expected = option.words.empty() ? std::string(fault.expected.text)
+                                         : JoinWordList(SplitWords(option.words));
+  result.severity = severity;
+  return result;
+}
+
+constexpr std::string_view kWrongHint = ", listed by mistake in the hint comment";
+
+// Items that were joined wrongly are the fault, whatever their grammar says of the whole.
+void BlameSeparator(std::string_view text, TextFault& fault) {
+  const auto [wrong, right] = std::ranges::mismatch(text, fault.suggestion);
+  fault.at = static_cast<std::size_t>(wrong - text.begin());
+  fault.what = std::string("items joined by \"") + *wrong + "\"";
+  fault.expected = std::string("\"") + *right + "\" between the items";
+}
+
+void ExplainRepair(const OptionRow& option, std::string_view text, TextFault& fault) {
+  if (!FindHintCorrection(option.syntax, text).empty()) fault.what += kWrongHint;
+  const bool was_rejoined =
+      !fault.suggestion.empty() && fault.suggestion == RejoinItems(option.syntax, text);
+  if (was_rejoined) BlameSeparator(text, fault);
+}
+
+// A character beyond ASCII may look like the one that was meant, or like none.
+void NameStranger(std::string_view text, TextFault& fault) {
+  const auto* const stranger =
+      std::ranges::find_if(text, [](char c) { return static_cast<unsigned char>(c) > 127; });
+  if (stranger == text.end()) return;
+  const Utf8Character c =
+      DecodeUtf8(text.substr(static_cast<std::size_t>(stranger - text.begin())));
+  if (c.size > 0) fault.what += ", with the character " + FormatHex("U+", 4, c.value);
+}
+
+TextFault JudgeFault(Severity severity, const OptionRow& option, std::string_view text,
+                     const Fault& fault) {
+  TextFault result = MakeTextFault(severity, option, fault);
+  result.suggestion = RepairText(option, text);
+  ExplainRepair(option, text, result);
+  NameStranger(text, result);
+  return result;
+}
+
+// The knobs of the test itself and those of command lines.
+Words KnownKnobs(const OptionRow& option) {
+  Words known = SplitWords(option.words);
+  for (const std::string_view knob : GetWords(Syntax::kKnobs)) {
+    if (std::ranges::find(known, knob) == known.end()) known.push_back(knob);
+  }
+  return known;
+}
+
+// The knob that an unknown one was probably meant to be; empty when none is near.
+std::string_view FindMeantKnob(std::string_view knob, std::span<const std::string_view> known) {
+  const std::string_view correction = FindHintCorrection(Syntax::kKnobs, knob);
+  if (!correction.empty()) return correction;
+  const Keyword* const keyword = FindShortName(knob);
+  const bool is_knob = keyword != nullptr && std::ranges::find(known, keyword->name) != known.end();
+  return is_knob ? keyword->name : SuggestWord(knob, known);
+}
+
+// Replaces the knobs that are near a known one, and points at the first of them. Others may be the
+// user's own.
+void MendKnobs(const OptionRow& option, std::string_view text, TextFault& fault) {
+  int searches_left = 1000;  // nobody reads more
+  const Words known = KnownKnobs(option);
+  std::string mended;
+  std::string_view rest = text;
+  for (std::string_view item; TakeItem(rest, ';', item);) {
+    const std::string_view knob = TrimBlanks(item);
+    const bool is_unknown = DoubtOption(option, knob).has_value();
+    const std::string_view meant =
+        is_unknown && searches_left-- > 0 ? FindMeantKnob(knob, known) : "";
+    mended.append(item.data() == text.data() ? "" : ";").append(meant.empty() ? item : meant);
+    if (meant.empty() || fault.severity == Severity::kWarning) continue;
+    fault.severity = Severity::kWarning;
+    fault.at = static_cast<std::size_t>(knob.data() - text.data());
+    if (!FindHintCorrection(Syntax::kKnobs, knob).empty()) fault.what += kWrongHint;
+  }
+  if (fault.severity == Severity::kWarning) fault.suggestion = std::move(mended);
+}
+
+std::optional<TextFault> JudgeKnobs(const OptionRow& option, std::string_view text) {
+  const std::optional<Fault> doubt = DoubtOption(option, text);
+  if (!doubt) return std::nullopt;
+  TextFault result = MakeTextFault(Severity::kNote, option, *doubt);
+  std::string rejoined = RejoinItems(option.syntax, text);
+  if (rejoined.empty() || DoubtOption(option, rejoined)) {
+    MendKnobs(option, text, result);
+  } else {
+    result.severity = Severity::kWarning;
+    result.suggestion = std::move(rejoined);
+    BlameSeparator(text, result);
+  }
+  return result;
+}
+
+std::string NamePlace(std::string_view text, const TextFault& fault) {
+  const bool is_apart = fault.at > 0 && fault.at < text.size() && !fault.what.ends_with('"');
+  if (!is_apart) return fault.what;
+  std::string what = fault.what;
+  const std::string place = " at \"" + std::string(PieceAt(text, fault.at)) + "\"";
+  return what.insert(std::min(what.find(','), what.size()), place);
+}
+
+std::string AddExample(const OptionRow& option, const std::string& expected) {
+  constexpr std::size_t kMostWords = 20;  // more are no help in a line
+  const Words words = GetWords(option);
+  if (words.size() > kMostWords && expected == JoinWordList(words)) return {};
+  const std::string_view example = GetSyntax(option.syntax).example;
+  const bool shows_example = !option.words.empty() || Contains(expected, example) ||
+                             Contains(expected, "such as") || Contains(expected, "for example");
+  return shows_example ? expected : expected + " (for example " + std::string(example) + ")";
+}
+
+}  // namespace
+
+std::optional<TextFault> JudgeText(const OptionRow& option, std::string_view text) {
+  if (option.syntax == Syntax::kKnobs) return JudgeKnobs(option, text);
+  const std::optional<Fault> fault = CheckOption(option, text);
+  const std::optional<Fault> doubt = fault ? std::nullopt : DoubtOption(option, text);
+  if (!fault && !doubt) return std::nullopt;
+  return fault ? JudgeFault(Severity::kError, option, text, *fault)
+               : JudgeFault(Severity::kWarning, option, text, *doubt);
+}
+
+FaultWording WordFault(const OptionRow& option, std::string_view text, const TextFault& fault) {
+  return {.what = NamePlace(text, fault),
+          .expected = AddExample(option, fault.expected),
+          .suggestion = fault.suggestion};
+}
+
+FaultWording WordFault(const OptionRow& option, std::string_view text, const Fault& fault) {
+  return WordFault(option, text, JudgeFault(Severity::kError, option, text, fault));
+}
+
+}  // namespace vexor
