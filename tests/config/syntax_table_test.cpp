@@ -14,7 +14,7 @@ namespace vexor {
 namespace {
 
 bool TakesAnyText(const SyntaxRow& row) {
-  return row.syntax == Syntax::kFreeText || TakesOwnWords(row.syntax);
+  return row.syntax == Syntax::kFreeText || HasOwnWords(row.syntax);
 }
 
 TEST(SyntaxTable, RowsAreComplete) {

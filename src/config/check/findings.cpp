@@ -31,7 +31,7 @@ Finding& Findings::AddNote(const tinyxml2::XMLNode& at, const std::string& path,
   return Add(Severity::kNote, at.GetLineNum(), path, text, std::move(what));
 }
 
-std::vector<Finding> Findings::TakeSorted() && {
+std::vector<Finding> Findings::Sorted() && {
   std::ranges::stable_sort(findings_, {}, &Finding::line);
   return std::move(findings_);
 }

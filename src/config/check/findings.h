@@ -25,7 +25,7 @@ class Findings {
                    std::string what);
 
   // Gives all findings in the order of their lines, those of one line as they were added.
-  std::vector<Finding> TakeSorted() &&;
+  std::vector<Finding> Sorted() &&;
 
  private:
   std::vector<Finding> findings_;

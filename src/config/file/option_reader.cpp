@@ -30,8 +30,8 @@ void AppendFlattened(std::string_view name, std::string_view text, Flatten mode,
   out += "  ";
 }
 
-void TakeText(const OptionRow& option, const std::optional<std::string_view>& text,
-              ConfigRecord& record) {
+void StoreText(const OptionRow& option, const std::optional<std::string_view>& text,
+               ConfigRecord& record) {
   std::string& home = record.*option.text;
   const std::string_view value = text.value_or(option.fallback);
   switch (option.overwrite) {
@@ -47,10 +47,10 @@ void TakeText(const OptionRow& option, const std::optional<std::string_view>& te
   home = value;
 }
 
-void TakeOption(const OptionRow& option, const Found& found, ConfigRecord& record) {
+void StoreOption(const OptionRow& option, const Found& found, ConfigRecord& record) {
   if (!option.IsRead()) return;
   if (option.text != nullptr) {
-    TakeText(option, found.text, record);
+    StoreText(option, found.text, record);
   } else if (option.flag != nullptr) {
     record.*option.flag = found.element != nullptr && IsTrue(*found.element);
   } else if (!option.item.empty()) {
@@ -95,7 +95,7 @@ void ReadOptions(const tinyxml2::XMLElement& element, std::span<const OptionRow>
       found[i] = {&child, text};
     }
   }
-  for (std::size_t i = 0; i < options.size(); ++i) TakeOption(options[i], found[i], record);
+  for (std::size_t i = 0; i < options.size(); ++i) StoreOption(options[i], found[i], record);
 }
 
 void ReadArguments(const tinyxml2::XMLElement& element, std::span<const OptionRow> options,
@@ -115,7 +115,7 @@ void ReadArguments(const tinyxml2::XMLElement& element, std::span<const OptionRo
     const char* const value = child.Attribute("val");
     found[i] = {&child, value == nullptr ? "" : value};
   }
-  for (std::size_t i = 0; i < options.size(); ++i) TakeOption(options[i], found[i], record);
+  for (std::size_t i = 0; i < options.size(); ++i) StoreOption(options[i], found[i], record);
 }
 
 void ResetOptions(std::span<const OptionRow> options, ConfigRecord& record) {

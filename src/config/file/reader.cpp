@@ -8,7 +8,7 @@
 #include <new>
 
 #include "config/file/element_walk.h"
-#include "config/file/read_sections.h"
+#include "config/file/reader.h"
 #include "config/file/xml_document.h"
 #include "util/standard_output.h"
 #include "vexor/config/legacy.h"

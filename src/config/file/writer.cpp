@@ -50,7 +50,7 @@ void WriteTexts(XmlWriter& out, std::string_view name, const std::vector<std::st
   for (const std::string& text : texts) out.TextElement(name, text);
 }
 
-std::string_view TextOf(bool flag) { return flag ? "true" : "false"; }
+std::string_view SwitchText(bool is_on) { return is_on ? "true" : "false"; }
 
 void WriteOptions(XmlWriter& out, std::span<const OptionRow> options, const ConfigRecord& record,
                   std::string_view knob_hint = {}) {
@@ -90,7 +90,7 @@ void WriteGroups(XmlWriter& out, std::span<const Row> rows, const WriteRow& writ
 void WriteSwitches(XmlWriter& out, const _WL_CUSTOMERS_XMLCFG& control) {
   for (int id = kFirstAutoRunTest; id <= kLastAutoRunTest; ++id) {
     const auto test = static_cast<VEXOR_PM_TEST_ID>(id);
-    out.TextElement(GetPMTestName(test), TextOf(IsAutoRun(control, test)));
+    out.TextElement(GetPMTestName(test), SwitchText(IsAutoRun(control, test)));
   }
 }
 
@@ -217,7 +217,7 @@ void SetKnobHints(_GLOBALPM_XMLCFG& pm) {
 std::string FormatXMLConfig(const _XML_FULL_CFG& cfg) {
   XmlWriter out;
   WriteSection(out, RowOf(Section::kRoot), cfg);
-  return std::move(out).TakeDocument();
+  return std::move(out).Release();
 }
 
 }  // namespace vexor

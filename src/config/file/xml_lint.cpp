@@ -99,15 +99,7 @@ class Linter {
       : content_(content.substr(0, content.find('\0'))),
         has_zero_(content_.size() < content.size()) {}
 
-  XmlLint Lint() && {
-    if (content_.starts_with(kByteOrderMark)) Pass(kByteOrderMark.size());
-    LintDeclaration();
-    while (!lint_.stop && !Rest().empty()) LintNext();
-    if (!lint_.stop) LintEnd();
-    LintCharacters();
-    std::ranges::stable_sort(lint_.faults, {}, &XmlFault::line);
-    return std::move(lint_);
-  }
+  XmlLint Lint() &&;
 
  private:
   struct OpenElement {
@@ -115,368 +107,38 @@ class Linter {
     int line;
   };
 
-  static std::string Name(const OpenElement& open) {
-    return Tag("<", open.name) + ", opened on line " + std::to_string(open.line);
-  }
+  static std::string Name(const OpenElement& open);
 
   [[nodiscard]] std::string_view Rest() const { return content_.substr(at_); }
 
-  // Goes on by so many bytes, or to the end.
-  void Pass(std::size_t size) {
-    const std::string_view passed = Rest().substr(0, size);
-    line_ += static_cast<int>(std::ranges::count(passed, '\n'));
-    at_ += passed.size();
-  }
+  void Pass(std::size_t size);
   void PassTo(std::string_view rest) { Pass(Rest().size() - rest.size()); }
 
-  // Of the same fault on one line one is enough.
-  void AddAt(int line, std::string_view text, std::string what, std::string expected = {}) {
-    XmlFault fault{line, Excerpt(text), std::move(what), std::move(expected)};
-    if (!lint_.faults.empty()) {
-      const XmlFault& last = lint_.faults.back();
-      if (last.line == line && last.what == fault.what) return;
-    }
-    lint_.faults.push_back(std::move(fault));
-  }
-  void Add(std::string_view text, std::string what, std::string expected = {}) {
-    AddAt(line_, text, std::move(what), std::move(expected));
-  }
-  // Each of them is a loss of its own.
-  void AddDropped(std::string_view text, std::string what) {
-    lint_.faults.push_back({line_, Excerpt(text), std::move(what), {}, true});
-  }
-  void Stop(std::string what, std::string expected = {}) {
-    lint_.stop = {line_, {}, std::move(what), std::move(expected)};
-  }
-
-  // "<?xml version="1.0" encoding="UTF-8"?>", which stands first or nowhere.
-  void LintDeclaration() {
-    const std::string_view all = Rest().substr(0, Rest().find("?>"));
-    std::string_view rest = all;
-    if (!rest.starts_with("<?xml") || rest.size() < 6 || !IsXmlBlank(rest[5])) return;
-    rest.remove_prefix(5);
-    const auto version = TakeSetting(rest, "version");
-    const auto encoding = TakeSetting(rest, "encoding");
-    const auto standalone = TakeSetting(rest, "standalone");
-    const bool is_alone = standalone.value_or("yes") == "yes" || *standalone == "no";
-    TakeBlanks(rest);
-    if (!version || !IsXmlVersion(*version) || !is_alone || !rest.empty()) {
-      Add(all, "malformed XML declaration", R"(<?xml version="1.0" encoding="UTF-8"?>)");
-    }
-    if (encoding) encoding_ = ParseEncoding(*encoding);
-    if (encoding_ == Encoding::kUnknown) {
-      Add(*encoding, "encoding that is not read", "UTF-8");
-    }
-    if (all.size() < Rest().size()) Pass(all.size() + 2);
-  }
-
-  void LintNext() {
-    const std::string_view rest = Rest();
-    if (!rest.starts_with('<')) return LintText();
-    if (rest.starts_with("<!--")) return LintComment();
-    if (rest.starts_with("<![CDATA[")) return LintData();
-    if (rest.starts_with("<?")) return LintInstruction();
-    is_behind_instructions_ = true;
-    if (rest.starts_with("<!")) return LintType();
-    LintTag();
-  }
-
-  void LintText() {
-    const std::string_view text = Rest().substr(0, Rest().find('<'));
-    const bool is_blank = TrimSpace(text).empty();
-    if (!is_blank) is_behind_instructions_ = true;
-    if (!is_blank && open_.empty()) {
-      lint_.has_content_outside_root = true;
-      if (text.size() == Rest().size()) {
-        return Stop("text outside of the root element: \"" + Excerpt(TrimSpace(text)) + "\"");
-      }
-    }
-    PassCharacters(text, "&]");
-  }
-
-  // Passes a text, and lints what begins with one of the characters.
-  void PassCharacters(std::string_view text, const char* special) {
-    for (;;) {
-      const std::size_t plain = std::min(text.find_first_of(special), text.size());
-      Pass(plain);
-      text.remove_prefix(plain);
-      if (text.empty()) return;
-      if (text.starts_with('&')) {
-        LintReference(text);
-      } else if (text.starts_with('<')) {
-        Add(text, "< in the value of an attribute", "&lt;");
-      } else if (text.starts_with("]]>")) {
-        Add("]]>", "end of a CDATA section in a text", "]]&gt;");
-      }
-      Pass(1);
-      text.remove_prefix(1);
-    }
-  }
-
-  void LintReference(std::string_view text) {
-    constexpr std::string_view kEntities[] = {"lt", "gt", "amp", "apos", "quot"};
-    constexpr std::size_t kLongest = 40;
-    if (text.starts_with("&#") && LintCharacterReference(text)) return;
-    std::string_view name = text.substr(1, kLongest);
-    const std::size_t end = name.find(';');
-    name = name.substr(0, std::min(end, name.size()));
-    if (end == kEnd || !IsXmlName(name)) return Add(text, "bare &", "&amp;");
-    if (std::ranges::find(kEntities, name) == std::end(kEntities)) {
-      Add(text.substr(0, end + 2), "unknown entity, read as it stands",
-          "&lt;, &gt;, &amp;, &quot; or &apos;");
-    }
-  }
-
-  // Returns whether the text begins with "&#65;" or "&#x41;", whatever the number. The library's
-  // parser ends a text at the character 0 and drops what takes more than 21 bits.
-  bool LintCharacterReference(std::string_view text) {
-    constexpr auto kNumber = UnsignedText::Kind::kNumber;
-    const bool is_hex = text.starts_with("&#x");
-    std::string_view digits = text.substr(is_hex ? 3 : 2);
-    const char* const all_digits = is_hex ? "0123456789ABCDEFabcdef" : "0123456789";
-    const std::size_t size = digits.find_first_not_of(all_digits);
-    if (size == kEnd || digits[size] != ';') return false;
-    const std::string_view reference = text.substr(0, text.size() - digits.size() + size + 1);
-    digits = digits.substr(0, size);
-    const UnsignedText number = is_hex ? ReadDigits<16>(digits) : ReadDigits<10>(digits);
-    constexpr const char* kForbidden = "reference to a character that XML forbids";
-    if (digits.empty() || (number.kind == kNumber && number.value == 0)) {
-      AddDropped(text, kForbidden);
-    } else if (number.kind != kNumber || number.value > 0x1FFFFF) {
-      AddDropped(reference, kForbidden);
-    } else if (!IsXmlCharacter(static_cast<char32_t>(number.value))) {
-      Add(reference, kForbidden);
-    }
-    return true;
-  }
-
-  // Returns what stands between the two marks; nothing where the second is missing.
+  void AddAt(int line, std::string_view text, std::string what, std::string expected = {});
+  void Add(std::string_view text, std::string what, std::string expected = {});
+  void AddDropped(std::string_view text, std::string what);
+  void Stop(std::string what, std::string expected = {});
+  void LintDeclaration();
+  void LintNext();
+  void LintText();
+  void PassCharacters(std::string_view text, const char* special);
+  void LintReference(std::string_view text);
+  bool LintCharacterReference(std::string_view text);
   std::optional<std::string_view> FindBody(std::string_view begin, std::string_view end,
-                                           std::string_view name) {
-    const std::size_t size = Rest().find(end, begin.size());
-    if (size != kEnd) return Rest().substr(begin.size(), size - begin.size());
-    Stop(std::string(name).append(" without an end").append(has_zero_ ? " before a zero byte" : ""),
-         std::string(end));
-    return std::nullopt;
-  }
-
-  void LintComment() {
-    is_behind_instructions_ = true;
-    const auto body = FindBody("<!--", "-->", "a comment");
-    if (!body) return;
-    if (body->ends_with('-') || body->find("--") != kEnd) {
-      Add(Rest().substr(0, body->size() + 7), "-- in a comment");
-    }
-    Pass(body->size() + 7);
-  }
-
-  void LintData() {
-    is_behind_instructions_ = true;
-    const auto body = FindBody("<![CDATA[", "]]>", "a CDATA section");
-    if (!body) return;
-    if (open_.empty()) Add(Rest(), "CDATA section outside of the root element");
-    Pass(body->size() + 12);
-  }
-
-  void LintInstruction() {
-    const auto body = FindBody("<?", "?>", "a processing instruction");
-    if (!body) return;
-    if (is_behind_instructions_) {
-      return Stop("a processing instruction (<?...?>) that is not at the beginning of the file",
-                  "it in front of all comments and elements");
-    }
-    std::string_view rest = *body;
-    const std::string_view target =
-        rest.substr(0, std::min(rest.find_first_of(" \t\r\n"), rest.size()));
-    if (EqualsIgnoreCase(target, "xml")) {
-      Add(Rest(), "XML declaration that is not the first of the file, or malformed",
-          R"(<?xml version="1.0"?>)");
-    } else if (!IsXmlName(target)) {
-      Add(Rest(), "malformed processing instruction");
-    }
-    Pass(body->size() + 4);
-  }
-
-  // "<!DOCTYPE VEXOR SYSTEM "vexor.dtd">" before the root element, and no other markup.
-  void LintType() {
-    const auto body = FindBody("<!", ">", "markup");
-    if (!body) return;
-    const bool is_in_place = !has_root_ && !has_type_;
-    if (!is_in_place || !IsDocumentType(*body)) {
-      Add(Rest(), "markup that is not read");
-    }
-    has_type_ = true;
-    Pass(body->size() + 3);
-  }
-
-  static bool IsDocumentType(std::string_view rest) {
-    if (!rest.starts_with("DOCTYPE")) return false;
-    rest.remove_prefix(7);
-    if (TakeBlanks(rest).empty() || !IsXmlName(TakeName(rest))) return false;
-    const bool has_blank = !TakeBlanks(rest).empty();
-    if (rest.empty()) return true;
-    const bool is_public = rest.starts_with("PUBLIC");
-    if (!has_blank || (!is_public && !rest.starts_with("SYSTEM"))) return false;
-    rest.remove_prefix(6);
-    if (is_public && !TakeLiteral(rest)) return false;
-    if (!TakeLiteral(rest)) return false;
-    TakeBlanks(rest);
-    return rest.empty();
-  }
-
-  static bool TakeLiteral(std::string_view& rest) {
-    if (TakeBlanks(rest).empty() || rest.empty()) return false;
-    const std::size_t end = rest.find(rest.front(), 1);
-    if ((rest.front() != '"' && rest.front() != '\'') || end == kEnd) return false;
-    rest.remove_prefix(end + 1);
-    return true;
-  }
-
-  void LintTag() {
-    const std::string_view tag = Rest();
-    std::string_view rest = tag.substr(1);
-    const bool has_blank = !TakeBlanks(rest).empty();
-    if (has_blank) Add(tag, "blank before the name of an element");
-    const bool is_end = rest.starts_with('/');
-    if (is_end) rest.remove_prefix(1);
-    const std::string_view name = TakeName(rest);
-    const auto stop = [&] {
-      Stop("< that begins no tag: \"" + Excerpt(tag) + "\"", "&lt; for the character");
-    };
-    if (name.empty()) return stop();
-    if (!IsXmlName(name)) Add(name, "name that no element can have");
-    PassTo(rest);
-    const auto is_empty = LintAttributes(name, is_end);
-    if (!is_empty && has_blank) stop();
-    if (!is_empty) return;
-    if (is_end && *is_empty)
-      Add(Tag("</", name), "end tag that ends in />, read as an empty element");
-    if (is_end && !*is_empty) return Close(name);
-    if (open_.empty()) {
-      lint_.has_content_outside_root = lint_.has_content_outside_root || has_root_;
-      has_root_ = true;
-    }
-    if (!*is_empty) open_.push_back({name, line_});
-  }
-
-  void Close(std::string_view name) {
-    const std::string tag = Tag("</", name);
-    if (open_.empty()) {
-      return Stop(tag + " closes no element: what follows it is not read");
-    }
-    const OpenElement& open = open_.back();
-    if (open.name != name) {
-      return Stop(tag + " does not close " + Name(open), Tag("</", open.name));
-    }
-    open_.pop_back();
-  }
-
-  // Passes the attributes and the end of the tag. Returns whether the tag ends in "/>"; nothing
-  // when it has no end.
-  std::optional<bool> LintAttributes(std::string_view element, bool is_end) {
-    std::vector<std::string_view> names;
-    for (;;) {
-      std::string_view rest = Rest();
-      const bool is_apart = !TakeBlanks(rest).empty();
-      PassTo(rest);
-      if (rest.starts_with('>') || rest.starts_with("/>")) {
-        const bool is_empty = rest.front() == '/';
-        Pass(is_empty ? 2 : 1);
-        return is_empty;
-      }
-      const std::string_view name = TakeName(rest);
-      if (name.empty()) {
-        Stop(rest.empty() ? NameEnd() + " within the tag <" + Excerpt(element)
-                          : "\"" + Excerpt(rest) + "\" in the tag <" + Excerpt(element),
-             rest.empty() ? ">" : "an attribute, > or />");
-        return std::nullopt;
-      }
-      if (!is_end && !is_apart) {
-        Add(name, "no blank before an attribute");
-      }
-      if (!IsXmlName(name)) Add(name, "name that no attribute can have");
-      if (std::ranges::find(names, name) != names.end()) {
-        Stop("the attribute " + Excerpt(name) + " stands twice in <" + Excerpt(element) + ">");
-        return std::nullopt;
-      }
-      names.push_back(name);
-      const std::string_view attribute = Rest();
-      PassTo(rest);
-      if (!LintValue(name)) return std::nullopt;
-      if (is_end) {
-        AddDropped(attribute.substr(0, attribute.size() - Rest().size()),
-                   "attribute in an end tag");
-      }
-    }
-  }
-
-  // Passes the value of an attribute.
-  bool LintValue(std::string_view name) {
-    const auto stop = [this, name](const char* what) {
-      Stop("the attribute " + Excerpt(name) + what, std::string(Excerpt(name)) + "=\"value\"");
-      return false;
-    };
-    std::string_view rest = Rest();
-    TakeBlanks(rest);
-    if (!rest.starts_with('=')) return stop(" has no value");
-    rest.remove_prefix(1);
-    TakeBlanks(rest);
-    if (!rest.starts_with('"') && !rest.starts_with('\''))
-      return stop(" has a value without quotes");
-    const std::size_t end = rest.find(rest.front(), 1);
-    if (end == kEnd) return stop(" has a value without its second quote");
-    PassTo(rest.substr(1));
-    PassCharacters(Rest().substr(0, end - 1), "&<");
-    Pass(1);
-    return true;
-  }
-
-  // The library's parser reads no further than to a zero byte.
-  [[nodiscard]] std::string NameEnd() const {
-    return has_zero_ ? "a zero byte ends the file" : "the file ends";
-  }
-
-  void LintEnd() {
-    if (!open_.empty()) {
-      const OpenElement& open = open_.back();
-      Stop(NameEnd() + " and does not close " + Name(open), Tag("</", open.name));
-    } else if (has_zero_) {
-      Stop("a zero byte: what follows it is not read");
-    }
-  }
-
-  // Bytes that are not the encoding, and characters that XML does not have. One finding for all
-  // bytes: of a file in another encoding, there are many.
-  void LintCharacters() {
-    int line = 1;
-    std::size_t strangers = 0;
-    XmlFault first;
-    for (std::string_view rest = content_; !rest.empty();) {
-      if (rest.front() == '\n') ++line;
-      const auto byte = static_cast<unsigned char>(rest.front());
-      Utf8Character c{.value = byte, .size = 1};
-      if (byte > 127) {
-        const bool is_utf8 = encoding_ == Encoding::kUtf8;
-        if (is_utf8) c = DecodeUtf8(rest);
-        if (!is_utf8 || c.size == 0) {
-          if (++strangers == 1) first = {line, FormatHex("0x", 2, byte), {}, {}};
-          c = {.value = ' ', .size = 1};
-        }
-      }
-      if (!IsXmlCharacter(c.value)) {
-        AddAt(line, FormatHex("U+", 4, c.value), "character that XML forbids");
-      }
-      rest.remove_prefix(c.size);
-    }
-    if (strangers == 0 || encoding_ == Encoding::kUnknown) return;
-    constexpr std::string_view kWhat[] = {
-        "byte that is no UTF-8", "byte that is no ASCII, the encoding that the file declares",
-        "byte above 0x7F, read as it stands and not by the encoding that the file declares"};
-    first.what = kWhat[static_cast<std::size_t>(encoding_)];
-    if (strangers > 1) first.what += ", the first of " + std::to_string(strangers);
-    first.expected = "UTF-8";
-    lint_.faults.push_back(std::move(first));
-  }
+                                           std::string_view name);
+  void LintComment();
+  void LintData();
+  void LintInstruction();
+  void LintType();
+  static bool IsDocumentType(std::string_view rest);
+  static bool TakeLiteral(std::string_view& rest);
+  void LintTag();
+  void Close(std::string_view name);
+  std::optional<bool> LintAttributes(std::string_view element, bool is_end);
+  bool LintValue(std::string_view name);
+  [[nodiscard]] std::string NameEnd() const;
+  void LintEnd();
+  void LintCharacters();
 
   std::string_view content_;
   bool has_zero_;
@@ -489,6 +151,377 @@ class Linter {
   std::vector<OpenElement> open_;
   XmlLint lint_;
 };
+
+XmlLint Linter::Lint() && {
+  if (content_.starts_with(kByteOrderMark)) Pass(kByteOrderMark.size());
+  LintDeclaration();
+  while (!lint_.stop && !Rest().empty()) LintNext();
+  if (!lint_.stop) LintEnd();
+  LintCharacters();
+  std::ranges::stable_sort(lint_.faults, {}, &XmlFault::line);
+  return std::move(lint_);
+}
+
+std::string Linter::Name(const OpenElement& open) {
+  return Tag("<", open.name) + ", opened on line " + std::to_string(open.line);
+}
+
+// Goes on by so many bytes, or to the end.
+void Linter::Pass(std::size_t size) {
+  const std::string_view passed = Rest().substr(0, size);
+  line_ += static_cast<int>(std::ranges::count(passed, '\n'));
+  at_ += passed.size();
+}
+
+// Of the same fault on one line one is enough.
+void Linter::AddAt(int line, std::string_view text, std::string what, std::string expected) {
+  XmlFault fault{line, Excerpt(text), std::move(what), std::move(expected)};
+  if (!lint_.faults.empty()) {
+    const XmlFault& last = lint_.faults.back();
+    if (last.line == line && last.what == fault.what) return;
+  }
+  lint_.faults.push_back(std::move(fault));
+}
+
+void Linter::Add(std::string_view text, std::string what, std::string expected) {
+  AddAt(line_, text, std::move(what), std::move(expected));
+}
+
+// Each of them is a loss of its own.
+void Linter::AddDropped(std::string_view text, std::string what) {
+  lint_.faults.push_back({line_, Excerpt(text), std::move(what), {}, true});
+}
+
+void Linter::Stop(std::string what, std::string expected) {
+  lint_.stop = {line_, {}, std::move(what), std::move(expected)};
+}
+
+// "<?xml version="1.0" encoding="UTF-8"?>", which stands first or nowhere.
+void Linter::LintDeclaration() {
+  const std::string_view all = Rest().substr(0, Rest().find("?>"));
+  std::string_view rest = all;
+  if (!rest.starts_with("<?xml") || rest.size() < 6 || !IsXmlBlank(rest[5])) return;
+  rest.remove_prefix(5);
+  const auto version = TakeSetting(rest, "version");
+  const auto encoding = TakeSetting(rest, "encoding");
+  const auto standalone = TakeSetting(rest, "standalone");
+  const bool is_alone = standalone.value_or("yes") == "yes" || *standalone == "no";
+  TakeBlanks(rest);
+  if (!version || !IsXmlVersion(*version) || !is_alone || !rest.empty()) {
+    Add(all, "malformed XML declaration", R"(<?xml version="1.0" encoding="UTF-8"?>)");
+  }
+  if (encoding) encoding_ = ParseEncoding(*encoding);
+  if (encoding_ == Encoding::kUnknown) {
+    Add(*encoding, "encoding that is not read", "UTF-8");
+  }
+  if (all.size() < Rest().size()) Pass(all.size() + 2);
+}
+
+void Linter::LintNext() {
+  const std::string_view rest = Rest();
+  if (!rest.starts_with('<')) return LintText();
+  if (rest.starts_with("<!--")) return LintComment();
+  if (rest.starts_with("<![CDATA[")) return LintData();
+  if (rest.starts_with("<?")) return LintInstruction();
+  is_behind_instructions_ = true;
+  if (rest.starts_with("<!")) return LintType();
+  LintTag();
+}
+
+void Linter::LintText() {
+  const std::string_view text = Rest().substr(0, Rest().find('<'));
+  const bool is_blank = TrimSpace(text).empty();
+  if (!is_blank) is_behind_instructions_ = true;
+  if (!is_blank && open_.empty()) {
+    lint_.has_content_outside_root = true;
+    if (text.size() == Rest().size()) {
+      return Stop("text outside of the root element: \"" + Excerpt(TrimSpace(text)) + "\"");
+    }
+  }
+  PassCharacters(text, "&]");
+}
+
+// Passes a text, and lints what begins with one of the characters.
+void Linter::PassCharacters(std::string_view text, const char* special) {
+  for (;;) {
+    const std::size_t plain = std::min(text.find_first_of(special), text.size());
+    Pass(plain);
+    text.remove_prefix(plain);
+    if (text.empty()) return;
+    if (text.starts_with('&')) {
+      LintReference(text);
+    } else if (text.starts_with('<')) {
+      Add(text, "< in the value of an attribute", "&lt;");
+    } else if (text.starts_with("]]>")) {
+      Add("]]>", "end of a CDATA section in a text", "]]&gt;");
+    }
+    Pass(1);
+    text.remove_prefix(1);
+  }
+}
+
+void Linter::LintReference(std::string_view text) {
+  constexpr std::string_view kEntities[] = {"lt", "gt", "amp", "apos", "quot"};
+  constexpr std::size_t kLongest = 40;
+  if (text.starts_with("&#") && LintCharacterReference(text)) return;
+  std::string_view name = text.substr(1, kLongest);
+  const std::size_t end = name.find(';');
+  name = name.substr(0, std::min(end, name.size()));
+  if (end == kEnd || !IsXmlName(name)) return Add(text, "bare &", "&amp;");
+  if (std::ranges::find(kEntities, name) == std::end(kEntities)) {
+    Add(text.substr(0, end + 2), "unknown entity, read as it stands",
+        "&lt;, &gt;, &amp;, &quot; or &apos;");
+  }
+}
+
+// Returns whether the text begins with "&#65;" or "&#x41;", whatever the number. The library's
+// parser ends a text at the character 0 and drops what takes more than 21 bits.
+bool Linter::LintCharacterReference(std::string_view text) {
+  constexpr auto kNumber = UnsignedText::Kind::kNumber;
+  const bool is_hex = text.starts_with("&#x");
+  std::string_view digits = text.substr(is_hex ? 3 : 2);
+  const char* const all_digits = is_hex ? "0123456789ABCDEFabcdef" : "0123456789";
+  const std::size_t size = digits.find_first_not_of(all_digits);
+  if (size == kEnd || digits[size] != ';') return false;
+  const std::string_view reference = text.substr(0, text.size() - digits.size() + size + 1);
+  digits = digits.substr(0, size);
+  const UnsignedText number = is_hex ? ReadDigits<16>(digits) : ReadDigits<10>(digits);
+  constexpr const char* kForbidden = "reference to a character that XML forbids";
+  if (digits.empty() || (number.kind == kNumber && number.value == 0)) {
+    AddDropped(text, kForbidden);
+  } else if (number.kind != kNumber || number.value > 0x1FFFFF) {
+    AddDropped(reference, kForbidden);
+  } else if (!IsXmlCharacter(static_cast<char32_t>(number.value))) {
+    Add(reference, kForbidden);
+  }
+  return true;
+}
+
+// Returns what stands between the two marks; nothing where the second is missing.
+std::optional<std::string_view> Linter::FindBody(std::string_view begin, std::string_view end,
+                                                 std::string_view name) {
+  const std::size_t size = Rest().find(end, begin.size());
+  if (size != kEnd) return Rest().substr(begin.size(), size - begin.size());
+  Stop(std::string(name).append(" without an end").append(has_zero_ ? " before a zero byte" : ""),
+       std::string(end));
+  return std::nullopt;
+}
+
+void Linter::LintComment() {
+  is_behind_instructions_ = true;
+  const auto body = FindBody("<!--", "-->", "a comment");
+  if (!body) return;
+  if (body->ends_with('-') || body->find("--") != kEnd) {
+    Add(Rest().substr(0, body->size() + 7), "-- in a comment");
+  }
+  Pass(body->size() + 7);
+}
+
+void Linter::LintData() {
+  is_behind_instructions_ = true;
+  const auto body = FindBody("<![CDATA[", "]]>", "a CDATA section");
+  if (!body) return;
+  if (open_.empty()) Add(Rest(), "CDATA section outside of the root element");
+  Pass(body->size() + 12);
+}
+
+void Linter::LintInstruction() {
+  const auto body = FindBody("<?", "?>", "a processing instruction");
+  if (!body) return;
+  if (is_behind_instructions_) {
+    return Stop("a processing instruction (<?...?>) that is not at the beginning of the file",
+                "it in front of all comments and elements");
+  }
+  std::string_view rest = *body;
+  const std::string_view target =
+      rest.substr(0, std::min(rest.find_first_of(" \t\r\n"), rest.size()));
+  if (EqualsIgnoreCase(target, "xml")) {
+    Add(Rest(), "XML declaration that is not the first of the file, or malformed",
+        R"(<?xml version="1.0"?>)");
+  } else if (!IsXmlName(target)) {
+    Add(Rest(), "malformed processing instruction");
+  }
+  Pass(body->size() + 4);
+}
+
+// "<!DOCTYPE VEXOR SYSTEM "vexor.dtd">" before the root element, and no other markup.
+void Linter::LintType() {
+  const auto body = FindBody("<!", ">", "markup");
+  if (!body) return;
+  const bool is_in_place = !has_root_ && !has_type_;
+  if (!is_in_place || !IsDocumentType(*body)) {
+    Add(Rest(), "markup that is not read");
+  }
+  has_type_ = true;
+  Pass(body->size() + 3);
+}
+
+bool Linter::IsDocumentType(std::string_view rest) {
+  if (!rest.starts_with("DOCTYPE")) return false;
+  rest.remove_prefix(7);
+  if (TakeBlanks(rest).empty() || !IsXmlName(TakeName(rest))) return false;
+  const bool has_blank = !TakeBlanks(rest).empty();
+  if (rest.empty()) return true;
+  const bool is_public = rest.starts_with("PUBLIC");
+  if (!has_blank || (!is_public && !rest.starts_with("SYSTEM"))) return false;
+  rest.remove_prefix(6);
+  if (is_public && !TakeLiteral(rest)) return false;
+  if (!TakeLiteral(rest)) return false;
+  TakeBlanks(rest);
+  return rest.empty();
+}
+
+bool Linter::TakeLiteral(std::string_view& rest) {
+  if (TakeBlanks(rest).empty() || rest.empty()) return false;
+  const std::size_t end = rest.find(rest.front(), 1);
+  if ((rest.front() != '"' && rest.front() != '\'') || end == kEnd) return false;
+  rest.remove_prefix(end + 1);
+  return true;
+}
+
+void Linter::LintTag() {
+  const std::string_view tag = Rest();
+  std::string_view rest = tag.substr(1);
+  const bool has_blank = !TakeBlanks(rest).empty();
+  if (has_blank) Add(tag, "blank before the name of an element");
+  const bool is_end = rest.starts_with('/');
+  if (is_end) rest.remove_prefix(1);
+  const std::string_view name = TakeName(rest);
+  const auto stop = [&] {
+    Stop("< that begins no tag: \"" + Excerpt(tag) + "\"", "&lt; for the character");
+  };
+  if (name.empty()) return stop();
+  if (!IsXmlName(name)) Add(name, "name that no element can have");
+  PassTo(rest);
+  const auto is_empty = LintAttributes(name, is_end);
+  if (!is_empty && has_blank) stop();
+  if (!is_empty) return;
+  if (is_end && *is_empty)
+    Add(Tag("</", name), "end tag that ends in />, read as an empty element");
+  if (is_end && !*is_empty) return Close(name);
+  if (open_.empty()) {
+    lint_.has_content_outside_root = lint_.has_content_outside_root || has_root_;
+    has_root_ = true;
+  }
+  if (!*is_empty) open_.push_back({name, line_});
+}
+
+void Linter::Close(std::string_view name) {
+  const std::string tag = Tag("</", name);
+  if (open_.empty()) {
+    return Stop(tag + " closes no element: what follows it is not read");
+  }
+  const OpenElement& open = open_.back();
+  if (open.name != name) {
+    return Stop(tag + " does not close " + Name(open), Tag("</", open.name));
+  }
+  open_.pop_back();
+}
+
+// Passes the attributes and the end of the tag. Returns whether the tag ends in "/>"; nothing
+// when it has no end.
+std::optional<bool> Linter::LintAttributes(std::string_view element, bool is_end) {
+  std::vector<std::string_view> names;
+  for (;;) {
+    std::string_view rest = Rest();
+    const bool is_apart = !TakeBlanks(rest).empty();
+    PassTo(rest);
+    if (rest.starts_with('>') || rest.starts_with("/>")) {
+      const bool is_empty = rest.front() == '/';
+      Pass(is_empty ? 2 : 1);
+      return is_empty;
+    }
+    const std::string_view name = TakeName(rest);
+    if (name.empty()) {
+      Stop(rest.empty() ? NameEnd() + " within the tag <" + Excerpt(element)
+                        : "\"" + Excerpt(rest) + "\" in the tag <" + Excerpt(element),
+           rest.empty() ? ">" : "an attribute, > or />");
+      return std::nullopt;
+    }
+    if (!is_end && !is_apart) {
+      Add(name, "no blank before an attribute");
+    }
+    if (!IsXmlName(name)) Add(name, "name that no attribute can have");
+    if (std::ranges::find(names, name) != names.end()) {
+      Stop("the attribute " + Excerpt(name) + " stands twice in <" + Excerpt(element) + ">");
+      return std::nullopt;
+    }
+    names.push_back(name);
+    const std::string_view attribute = Rest();
+    PassTo(rest);
+    if (!LintValue(name)) return std::nullopt;
+    if (is_end) {
+      AddDropped(attribute.substr(0, attribute.size() - Rest().size()), "attribute in an end tag");
+    }
+  }
+}
+
+// Passes the value of an attribute.
+bool Linter::LintValue(std::string_view name) {
+  const auto stop = [this, name](const char* what) {
+    Stop("the attribute " + Excerpt(name) + what, std::string(Excerpt(name)) + "=\"value\"");
+    return false;
+  };
+  std::string_view rest = Rest();
+  TakeBlanks(rest);
+  if (!rest.starts_with('=')) return stop(" has no value");
+  rest.remove_prefix(1);
+  TakeBlanks(rest);
+  if (!rest.starts_with('"') && !rest.starts_with('\'')) return stop(" has a value without quotes");
+  const std::size_t end = rest.find(rest.front(), 1);
+  if (end == kEnd) return stop(" has a value without its second quote");
+  PassTo(rest.substr(1));
+  PassCharacters(Rest().substr(0, end - 1), "&<");
+  Pass(1);
+  return true;
+}
+
+// The library's parser reads no further than to a zero byte.
+std::string Linter::NameEnd() const {
+  return has_zero_ ? "a zero byte ends the file" : "the file ends";
+}
+
+void Linter::LintEnd() {
+  if (!open_.empty()) {
+    const OpenElement& open = open_.back();
+    Stop(NameEnd() + " and does not close " + Name(open), Tag("</", open.name));
+  } else if (has_zero_) {
+    Stop("a zero byte: what follows it is not read");
+  }
+}
+
+// Bytes that are not the encoding, and characters that XML does not have. One finding for all
+// bytes: of a file in another encoding, there are many.
+void Linter::LintCharacters() {
+  int line = 1;
+  std::size_t strangers = 0;
+  XmlFault first;
+  for (std::string_view rest = content_; !rest.empty();) {
+    if (rest.front() == '\n') ++line;
+    const auto byte = static_cast<unsigned char>(rest.front());
+    Utf8Character c{.value = byte, .size = 1};
+    if (byte > 127) {
+      const bool is_utf8 = encoding_ == Encoding::kUtf8;
+      if (is_utf8) c = DecodeUtf8(rest);
+      if (!is_utf8 || c.size == 0) {
+        if (++strangers == 1) first = {line, FormatHex("0x", 2, byte), {}, {}};
+        c = {.value = ' ', .size = 1};
+      }
+    }
+    if (!IsXmlCharacter(c.value)) {
+      AddAt(line, FormatHex("U+", 4, c.value), "character that XML forbids");
+    }
+    rest.remove_prefix(c.size);
+  }
+  if (strangers == 0 || encoding_ == Encoding::kUnknown) return;
+  constexpr std::string_view kWhat[] = {
+      "byte that is no UTF-8", "byte that is no ASCII, the encoding that the file declares",
+      "byte above 0x7F, read as it stands and not by the encoding that the file declares"};
+  first.what = kWhat[static_cast<std::size_t>(encoding_)];
+  if (strangers > 1) first.what += ", the first of " + std::to_string(strangers);
+  first.expected = "UTF-8";
+  lint_.faults.push_back(std::move(first));
+}
 
 }  // namespace
 

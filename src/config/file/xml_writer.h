@@ -3,7 +3,7 @@
 //
 //   XmlWriter out;
 //   out.Element("VEXOR", [&out] { out.TextElement("Version", "3.21.522.0"); });
-//   std::string document = std::move(out).TakeDocument();
+//   std::string document = std::move(out).Release();
 #pragma once
 
 #include <tinyxml2.h>
@@ -54,7 +54,7 @@ class XmlWriter {
   // A blank parts hyphens that would end the comment.
   void Comment(std::string_view text);
 
-  std::string TakeDocument() && { return std::move(printer_.document); }
+  std::string Release() && { return std::move(printer_.document); }
 
  private:
   // The XML library's own buffer counts its bytes in an int.

@@ -1,6 +1,7 @@
+#include "config/model/command_line.h"
+
 #include <algorithm>
 #include <optional>
-#include <span>
 #include <utility>
 
 #include "config/model/option_target.h"
@@ -9,13 +10,12 @@
 #include "syntax/checks.h"
 #include "syntax/nearest.h"
 #include "util/text.h"
-#include "vexor/config/overrides.h"
 #include "vexor/syntax/keywords.h"
 
 namespace vexor {
 namespace {
 
-bool IsSection(std::string_view argument) { return argument.starts_with('/'); }
+bool StartsSection(std::string_view argument) { return argument.starts_with('/'); }
 
 bool IsOption(std::string_view argument) { return argument.starts_with('-'); }
 
@@ -83,17 +83,7 @@ class SectionReader {
   SectionReader(std::span<char* const> arguments, std::vector<std::string>& faults)
       : arguments_(arguments), faults_(faults) {}
 
-  std::vector<_PM_TEST_CONFIG_NODE> Read() {
-    for (bool is_first = true; !arguments_.empty(); is_first = false) {
-      const std::string_view argument = Take();
-      if (IsSection(argument)) {
-        OpenSection(argument, is_first);
-      } else if (state_ == State::kInSection) {
-        ReadInSection(argument);
-      }
-    }
-    return std::move(nodes_);
-  }
+  std::vector<_PM_TEST_CONFIG_NODE> Read();
 
  private:
   enum class State {
@@ -102,123 +92,20 @@ class SectionReader {
     kSkipping,   // options of a test that is unknown
   };
 
-  [[nodiscard]] std::string_view Next() const {
-    if (arguments_.empty() || arguments_.front() == nullptr) return {};
-    return arguments_.front();
-  }
-
-  std::string_view Take() {
-    const std::string_view argument = Next();
-    arguments_ = arguments_.subspan(1);
-    return argument;
-  }
-
-  // Takes the next argument if it is a value.
-  std::optional<std::string_view> TakeValue() {
-    if (arguments_.empty() || arguments_.front() == nullptr) return std::nullopt;
-    if (IsSection(Next()) || IsOption(Next())) return std::nullopt;
-    return Take();
-  }
-
-  void OpenSection(std::string_view argument, bool is_first) {
-    std::string name(argument);
-    std::erase(name, '/');
-    const VEXOR_PM_TEST_ID test = ParsePMTestID(name, false);
-    if (test != PM_TEST_MAX) {
-      nodes_.push_back({.test = test, .options = {}});
-      state_ = State::kInSection;
-    } else if (state_ != State::kBefore || IsMeantAsSection(argument, is_first)) {
-      faults_.push_back(Quote(argument) + ": unknown test, the nearest is /" +
-                        std::string(FindNearestTest(name)));
-      state_ = State::kSkipping;
-    }
-  }
-
-  // Whether an argument before the first section is a mistyped section.
-  [[nodiscard]] bool IsMeantAsSection(std::string_view argument, bool is_first) const {
-    if (!LooksLikeSection(argument)) return false;
-    return !is_first || (IsOption(Next()) && FindShortName(Next().substr(1)) != nullptr);
-  }
-
-  void ReadInSection(std::string_view argument) {
-    if (!IsOption(argument)) {
-      return Refuse(argument, "value without an option, expected \"-\" and an option's name");
-    }
-    const Keyword* const keyword = FindShortName(argument.substr(1));
-    if (keyword == nullptr) return RefuseName(argument, "unknown option");
-    if (!HasOption(Tests(), *keyword)) return RefuseName(argument, "no option of this test");
-    const std::optional<std::string_view> value = TakeValue();
-    if (keyword->kind != KeywordKind::kValue) {
-      ReadSwitch(argument, *keyword, value.value_or("true"));
-    } else if (value) {
-      ReadValue(argument, *keyword, *value);
-    } else {
-      RefuseWithoutValue(argument, *keyword);
-    }
-  }
-
-  void ReadSwitch(std::string_view argument, const Keyword& keyword, std::string_view value) {
-    for (const std::string_view word : {"true", "false"}) {
-      if (EqualsIgnoreCase(value, word)) return Accept(keyword, std::string(word));
-    }
-    constexpr OptionRow kSwitch{.name = "switch", .syntax = Syntax::kBoolean};
-    const Fault fault{.what = "neither true nor false", .expected = kBooleanWords};
-    RefuseValue(argument, value, WordFault(kSwitch, value, fault));
-  }
-
-  void ReadValue(std::string_view argument, const Keyword& keyword, std::string_view value) {
-    std::string text = PrependtoRange(keyword.unit, value);
-    for (const PmTestRow& test : Tests()) {
-      const OptionRow* const option = FindTarget(test, keyword).option;
-      const auto fault = option == nullptr ? std::nullopt : CheckOption(*option, text);
-      if (!fault) continue;
-      FaultWording wording = WordFault(*option, text, *fault);
-      if (Section() == PM_TEST_ALL) wording.what += " for " + SectionName(test.id);
-      return RefuseValue(argument, value, wording);
-    }
-    Accept(keyword, std::move(text));
-  }
-
-  void Accept(const Keyword& keyword, std::string text) {
-    nodes_.back().options.push_back({std::string(keyword.short_name), std::move(text)});
-  }
-
-  // All values behind a refused name go with it.
-  void RefuseName(std::string_view argument, std::string what) {
-    const std::string_view nearest = FindNearestOption(argument.substr(1), Tests());
-    if (nearest.empty()) {
-      what += ", the test has none";
-    } else {
-      what.append(", the nearest is -").append(nearest);
-    }
-    Refuse(argument, what);
-    while (TakeValue()) {
-    }
-  }
-
-  void RefuseValue(std::string_view argument, std::string_view value, const FaultWording& wording) {
-    std::string line = SectionName(Section()).append(" ").append(argument).append(" ");
-    line += Quote(value) + ": " + wording.what + ", expected " + wording.expected;
-    if (!wording.suggestion.empty()) line += "; did you mean " + Quote(wording.suggestion) + "?";
-    faults_.push_back(std::move(line));
-  }
-
-  void RefuseWithoutValue(std::string_view argument, const Keyword& keyword) {
-    for (const PmTestRow& test : Tests()) {
-      const OptionRow* const option = FindTarget(test, keyword).option;
-      if (option == nullptr) continue;
-      const Fault missing{.what = "no value", .expected = GrammarOf(option->syntax)};
-      return Refuse(argument, "no value, expected " + WordFault(*option, "", missing).expected);
-    }
-  }
-
-  void Refuse(std::string_view argument, const std::string& what) {
-    faults_.push_back(SectionName(Section()) + " " + Quote(argument) + ": " + what);
-  }
-
-  static std::string SectionName(VEXOR_PM_TEST_ID test) {
-    return std::string("/") + GetPMTestNameByID(test);
-  }
+  [[nodiscard]] std::string_view Next() const;
+  std::string_view NextArgument();
+  std::optional<std::string_view> NextValue();
+  void OpenSection(std::string_view argument, bool is_first);
+  [[nodiscard]] bool IsMeantAsSection(std::string_view argument, bool is_first) const;
+  void ReadInSection(std::string_view argument);
+  void ReadSwitch(std::string_view argument, const Keyword& keyword, std::string_view value);
+  void ReadValue(std::string_view argument, const Keyword& keyword, std::string_view value);
+  void Accept(const Keyword& keyword, std::string text);
+  void RefuseName(std::string_view argument, std::string what);
+  void RefuseValue(std::string_view argument, std::string_view value, const FaultWording& wording);
+  void RefuseWithoutValue(std::string_view argument, const Keyword& keyword);
+  void Refuse(std::string_view argument, const std::string& what);
+  static std::string SectionName(VEXOR_PM_TEST_ID test);
 
   [[nodiscard]] VEXOR_PM_TEST_ID Section() const { return nodes_.back().test; }
 
@@ -230,11 +117,144 @@ class SectionReader {
   State state_ = State::kBefore;
 };
 
-}  // namespace
-}  // namespace vexor
-
-std::vector<_PM_TEST_CONFIG_NODE> getCmdPMTestsOptions(char** argv, int argc,
-                                                       std::vector<std::string>& faults) {
-  const auto count = static_cast<std::size_t>(argc > 0 ? argc : 0);
-  return vexor::SectionReader({argv, count}, faults).Read();
+std::vector<_PM_TEST_CONFIG_NODE> SectionReader::Read() {
+  for (bool is_first = true; !arguments_.empty(); is_first = false) {
+    const std::string_view argument = NextArgument();
+    if (StartsSection(argument)) {
+      OpenSection(argument, is_first);
+    } else if (state_ == State::kInSection) {
+      ReadInSection(argument);
+    }
+  }
+  return std::move(nodes_);
 }
+
+std::string_view SectionReader::Next() const {
+  if (arguments_.empty() || arguments_.front() == nullptr) return {};
+  return arguments_.front();
+}
+
+std::string_view SectionReader::NextArgument() {
+  const std::string_view argument = Next();
+  arguments_ = arguments_.subspan(1);
+  return argument;
+}
+
+// Takes the next argument if it is a value.
+std::optional<std::string_view> SectionReader::NextValue() {
+  if (arguments_.empty() || arguments_.front() == nullptr) return std::nullopt;
+  if (StartsSection(Next()) || IsOption(Next())) return std::nullopt;
+  return NextArgument();
+}
+
+void SectionReader::OpenSection(std::string_view argument, bool is_first) {
+  std::string name(argument);
+  std::erase(name, '/');
+  const VEXOR_PM_TEST_ID test = ParsePMTestID(name, false);
+  if (test != PM_TEST_MAX) {
+    nodes_.push_back({.test = test, .options = {}});
+    state_ = State::kInSection;
+  } else if (state_ != State::kBefore || IsMeantAsSection(argument, is_first)) {
+    faults_.push_back(Quote(argument) + ": unknown test, the nearest is /" +
+                      std::string(FindNearestTest(name)));
+    state_ = State::kSkipping;
+  }
+}
+
+// Whether an argument before the first section is a mistyped section.
+bool SectionReader::IsMeantAsSection(std::string_view argument, bool is_first) const {
+  if (!LooksLikeSection(argument)) return false;
+  return !is_first || (IsOption(Next()) && FindShortName(Next().substr(1)) != nullptr);
+}
+
+void SectionReader::ReadInSection(std::string_view argument) {
+  if (!IsOption(argument)) {
+    return Refuse(argument, "value without an option, expected \"-\" and an option's name");
+  }
+  const Keyword* const keyword = FindShortName(argument.substr(1));
+  if (keyword == nullptr) return RefuseName(argument, "unknown option");
+  if (!HasOption(Tests(), *keyword)) return RefuseName(argument, "no option of this test");
+  const std::optional<std::string_view> value = NextValue();
+  if (keyword->kind != KeywordKind::kValue) {
+    ReadSwitch(argument, *keyword, value.value_or("true"));
+  } else if (value) {
+    ReadValue(argument, *keyword, *value);
+  } else {
+    RefuseWithoutValue(argument, *keyword);
+  }
+}
+
+void SectionReader::ReadSwitch(std::string_view argument, const Keyword& keyword,
+                               std::string_view value) {
+  for (const std::string_view word : {"true", "false"}) {
+    if (EqualsIgnoreCase(value, word)) return Accept(keyword, std::string(word));
+  }
+  constexpr OptionRow kSwitch{.name = "switch", .syntax = Syntax::kBoolean};
+  const Fault fault{.what = "neither true nor false", .expected = kBooleanWords};
+  RefuseValue(argument, value, WordFault(kSwitch, value, fault));
+}
+
+void SectionReader::ReadValue(std::string_view argument, const Keyword& keyword,
+                              std::string_view value) {
+  std::string text = PrependtoRange(keyword.unit, value);
+  for (const PmTestRow& test : Tests()) {
+    const OptionRow* const option = FindTarget(test, keyword).option;
+    const auto fault = option == nullptr ? std::nullopt : CheckOption(*option, text);
+    if (!fault) continue;
+    FaultWording wording = WordFault(*option, text, *fault);
+    if (Section() == PM_TEST_ALL) wording.what += " for " + SectionName(test.id);
+    return RefuseValue(argument, value, wording);
+  }
+  Accept(keyword, std::move(text));
+}
+
+void SectionReader::Accept(const Keyword& keyword, std::string text) {
+  nodes_.back().options.push_back({std::string(keyword.short_name), std::move(text)});
+}
+
+// All values behind a refused name go with it.
+void SectionReader::RefuseName(std::string_view argument, std::string what) {
+  const std::string_view nearest = FindNearestOption(argument.substr(1), Tests());
+  if (nearest.empty()) {
+    what += ", the test has none";
+  } else {
+    what.append(", the nearest is -").append(nearest);
+  }
+  Refuse(argument, what);
+  while (NextValue()) {
+  }
+}
+
+void SectionReader::RefuseValue(std::string_view argument, std::string_view value,
+                                const FaultWording& wording) {
+  std::string line = SectionName(Section()).append(" ").append(argument).append(" ");
+  line += Quote(value) + ": " + wording.what + ", expected " + wording.expected;
+  if (!wording.suggestion.empty()) line += "; did you mean " + Quote(wording.suggestion) + "?";
+  faults_.push_back(std::move(line));
+}
+
+void SectionReader::RefuseWithoutValue(std::string_view argument, const Keyword& keyword) {
+  for (const PmTestRow& test : Tests()) {
+    const OptionRow* const option = FindTarget(test, keyword).option;
+    if (option == nullptr) continue;
+    const Fault missing{.what = "no value", .expected = GrammarOf(option->syntax)};
+    return Refuse(argument, "no value, expected " + WordFault(*option, "", missing).expected);
+  }
+}
+
+void SectionReader::Refuse(std::string_view argument, const std::string& what) {
+  faults_.push_back(SectionName(Section()) + " " + Quote(argument) + ": " + what);
+}
+
+std::string SectionReader::SectionName(VEXOR_PM_TEST_ID test) {
+  return std::string("/") + GetPMTestNameByID(test);
+}
+
+}  // namespace
+
+std::vector<_PM_TEST_CONFIG_NODE> ReadTestOptions(std::span<char* const> arguments,
+                                                  std::vector<std::string>& faults) {
+  return SectionReader(arguments, faults).Read();
+}
+
+}  // namespace vexor

@@ -9,7 +9,7 @@
 #include <unordered_set>
 
 #include "config/file/element_walk.h"
-#include "config/file/read_sections.h"
+#include "config/file/reader.h"
 #include "config/file/trace_entries.h"
 #include "config/file/version_rules.h"
 #include "config/file/xml_document.h"
@@ -47,105 +47,18 @@ class Describer {
   Describer(const FullRecords& records, Description& description)
       : records_(records), description_(description) {}
 
-  void Describe(const tinyxml2::XMLDocument& document, const XMLElement& root) {
-    const ElementModel model = MakeDocumentModel(records_);
-    const XMLElement* const counter = FindSection(&root, Section::kLoopTracker);
-    if (counter != nullptr && ParseUnsigned(TextOf(*counter))) read_.MarkText(*counter);
-    if (const XMLElement* const version = FindSection(&root, Section::kVersion)) {
-      read_.MarkText(*version);
-      description_.version_line = version->GetLineNum();
-    }
-    for (const ElementModel& section : model.children) {
-      if (section.content == Content::kVersion || section.content == Content::kCounter) continue;
-      DescribeElement(section, FindElement(&root, section.name), std::string(section.name),
-                      Origin::kFile);
-    }
-    description_.unread = ListUnread(document, model, read_);
-  }
+  void Describe(const tinyxml2::XMLDocument& document, const XMLElement& root);
 
  private:
   void Add(const std::string& path, std::string_view value, Origin origin,
-           const XMLElement* element) {
-    Setting& setting = description_.settings.emplace_back();
-    setting.path = path;
-    setting.value = value;
-    setting.origin = origin;
-    if (element == nullptr) return;
-    setting.line = element->GetLineNum();
-    const std::string_view text = TakeText(*element);
-    const bool is_false = value == "false" && EqualsIgnoreCase(text, value);
-    if (text == value || is_false) return;
-    setting.text = text;
-    if (text == "true")
-      setting.text = element->FirstChild()->Value();  // with the blanks that count
-  }
-
-  // Returns what the element says, and marks it as read.
-  std::string_view TakeText(const XMLElement& element) {
-    const XMLElement* const parent = element.Parent()->ToElement();
-    if (!arguments_.contains(parent)) {
-      read_.MarkText(element);
-      return TextOf(element);
-    }
-    read_.MarkArgument(element);
-    const char* const value = element.Attribute("val");
-    return value == nullptr ? "" : value;
-  }
-
+           const XMLElement* element);
+  std::string_view ReadText(const XMLElement& element);
   void DescribeElement(const ElementModel& model, const XMLElement* element,
-                       const std::string& path, Origin origin) {
-    if (model.content == Content::kArguments) arguments_.insert(element);
-    for (const ElementModel& child : model.children) {
-      if (child.IsOlder()) continue;
-      const std::string child_path = JoinPath(path, child.name);
-      if (child.option != nullptr) {
-        DescribeOption(child, model, element, child_path, origin);
-      } else if (child.content == Content::kSwitch) {
-        DescribeSwitch(child, model, element, child_path);
-      } else if (child.content == Content::kTraces) {
-        DescribeTraces(FindElement(element, child.name), child_path);
-      } else if (child.list != nullptr) {
-        DescribeSystemList(*child.list, FindElement(element, child.name), child_path);
-      } else if (child.table != nullptr) {
-        DescribeRegisters(*child.table, FindElement(element, child.name), child_path);
-      } else {
-        DescribeGroup(child, model, element, child_path, origin);
-      }
-    }
-  }
-
-  // An element that an older file names differently is described under its current name.
+                       const std::string& path, Origin origin);
   void DescribeGroup(const ElementModel& group, const ElementModel& parent,
-                     const XMLElement* element, const std::string& path, Origin origin) {
-    const XMLElement* found = FindElement(element, group.name);
-    for (const ElementModel& older : parent.children) {
-      if (found != nullptr) break;
-      if (!older.StandsFor(group.name)) continue;
-      found = FindElement(element, older.name);
-      if (found != nullptr) origin = Origin::kOlderName;
-    }
-    DescribeElement(group, found, path, origin);
-  }
-
+                     const XMLElement* element, const std::string& path, Origin origin);
   void DescribeOption(const ElementModel& child, const ElementModel& group,
-                      const XMLElement* element, const std::string& path, Origin origin) {
-    const OptionRow& option = *child.option;
-    if (option.list != nullptr) {
-      const XMLElement* list = element;
-      if (!option.item.empty()) list = FindElement(element, option.name);
-      DescribeTexts(group.record->*option.list, child.is_read ? list : nullptr,
-                    option.item.empty() ? path : JoinPath(path, option.item),
-                    option.item.empty() ? option.name : option.item, origin);
-      return;
-    }
-    if (!child.is_read || option.overwrite != Overwrite::kAlways) return;
-    const std::string value = option.flag != nullptr
-                                  ? std::string(group.record->*option.flag ? "true" : "false")
-                                  : group.record->*option.text;
-    if (element == nullptr) return Add(path, value, Origin::kDefault, nullptr);
-    const Source source = FindSource(option, group, *element);
-    Add(path, value, OriginOf(option, value, source, origin), source.element);
-  }
+                      const XMLElement* element, const std::string& path, Origin origin);
 
   // Where an option's text was read: nowhere, also for an empty element that reads as the fallback,
   // or in an element of its name or of an older one.
@@ -155,132 +68,246 @@ class Describer {
   };
 
   static Source FindSource(const OptionRow& option, const ElementModel& group,
-                           const XMLElement& element) {
-    Source source{FindOption(element, group, option.name)};
-    for (const ElementModel& other : group.children) {
-      if (other.option == nullptr || other.option == &option || option.text == nullptr ||
-          other.option->text != option.text) {
-        continue;
-      }
-      const XMLElement* const second = FindOption(element, group, other.option->name);
-      const bool wins = other.option->overwrite == Overwrite::kIfGiven
-                            ? HasText(second)
-                            : second != nullptr && !HasText(source.element);
-      if (wins) source = {second, other.option->overwrite == Overwrite::kIfEmpty};
-    }
-    const bool falls_back = !option.fallback.empty() && source.element != nullptr &&
-                            !TrimmedText(*source.element).has_value();
-    return falls_back ? Source{nullptr} : source;
-  }
-
-  // `origin` is that of a text that was read.
+                           const XMLElement& element);
   static Origin OriginOf(const OptionRow& option, std::string_view value, const Source& source,
-                         Origin origin) {
-    if (source.element == nullptr && value.empty()) return Origin::kMissing;
-    const std::string_view text =
-        source.element == nullptr ? option.fallback : TextOf(*source.element);
-    if (option.adjust.run != nullptr && value != text) return Origin::kDerived;
-    if (source.element == nullptr) return Origin::kDefault;
-    return source.is_older ? Origin::kOlderName : origin;
-  }
-
+                         Origin origin);
   void DescribeSwitch(const ElementModel& child, const ElementModel& group,
-                      const XMLElement* element, const std::string& path) {
-    const VEXOR_PM_TEST_ID test = GetSwitchTest(child.name);
-    const bool runs = IsAutoRun(records_.config.TestControl, test);
-    const XMLElement* source = FindElement(element, child.name);
-    Origin origin = Origin::kFile;
-    bool is_on = source != nullptr && IsTrue(*source);
-    for (const ElementModel& older : group.children) {
-      const XMLElement* const second =
-          older.StandsFor(child.name) ? FindElement(element, older.name) : nullptr;
-      if (is_on || second == nullptr || (source != nullptr && !IsTrue(*second))) continue;
-      source = second;
-      origin = Origin::kOlderName;
-      is_on = IsTrue(*second);
-    }
-    if (is_on != runs) origin = Origin::kCorrected;
-    Add(path, runs ? "true" : "false", source == nullptr ? Origin::kDefault : origin, source);
-  }
-
-  static VEXOR_PM_TEST_ID GetSwitchTest(std::string_view name) {
-    int id = kFirstAutoRunTest;
-    while (id < kLastAutoRunTest && GetPMTestName(static_cast<VEXOR_PM_TEST_ID>(id)) != name) ++id;
-    return static_cast<VEXOR_PM_TEST_ID>(id);
-  }
-
-  // The texts of a list, with the lines of the elements that hold one.
+                      const XMLElement* element, const std::string& path);
+  static VEXOR_PM_TEST_ID GetSwitchTest(std::string_view name);
   void DescribeTexts(const std::vector<std::string>& texts, const XMLElement* list,
-                     const std::string& path, std::string_view item, Origin origin) {
-    const XMLElement* element = list == nullptr ? nullptr : list->FirstChildElement();
-    for (std::size_t i = 0; i < texts.size(); ++i) {
-      while (element != nullptr && (item != element->Name() || !HasText(element))) {
-        element = element->NextSiblingElement();
-      }
-      Add(EntryPath(path, i + 1), texts[i], element == nullptr ? Origin::kDefault : origin,
-          element);
-      if (element != nullptr) element = element->NextSiblingElement();
-    }
-  }
-
-  // An entry of an older file stands for one or two in the current form.
-  void DescribeTraces(const XMLElement* list, const std::string& path) {
-    if (list == nullptr) return;
-    const TraceMigration migration(records_.config.GlobalConfig.Version);
-    std::size_t count = 0;
-    for (const XMLElement& child : ChildElements(*list)) {
-      const std::string entry(TextOf(child));
-      std::vector<std::string> currents;
-      if (!entry.empty()) migration.Append(entry, currents);
-      for (const std::string& current : currents) {
-        Add(EntryPath(JoinPath(path, kTraceEntry), ++count), current,
-            current == entry ? Origin::kFile : Origin::kCorrected, &child);
-      }
-    }
-  }
-
+                     const std::string& path, std::string_view item, Origin origin);
+  void DescribeTraces(const XMLElement* list, const std::string& path);
   void DescribeSystemList(const SystemListRow& row, const XMLElement* list,
-                          const std::string& path) {
-    const _GLOBALCONFIG_XMLCFG& global = records_.config.GlobalConfig;
-    if (row.items != nullptr) {
-      DescribeTexts(global.*row.items, list, JoinPath(path, kListItem), kListItem, Origin::kFile);
-    } else {
-      DescribePairs(global.*row.pairs, list, path);
-    }
-  }
-
-  void DescribePairs(const NamedValues& pairs, const XMLElement* list, const std::string& path) {
-    const XMLElement* element = list == nullptr ? nullptr : list->FirstChildElement();
-    for (const auto& [name, value] : pairs) {
-      while (element != nullptr && !HasText(element)) element = element->NextSiblingElement();
-      Add(JoinPath(path, name), value, element == nullptr ? Origin::kDefault : Origin::kFile,
-          element);
-      if (element != nullptr) element = element->NextSiblingElement();
-    }
-  }
-
+                          const std::string& path);
+  void DescribePairs(const NamedValues& pairs, const XMLElement* list, const std::string& path);
   void DescribeRegisters(const CustomTableRow& table, const XMLElement* list,
-                         const std::string& path) {
-    const _CUSTOM_XMLCFG& custom = records_.config.GlobalConfig.CustomConfiguration;
-    const std::string item(table.item);
-    const XMLElement* element = list == nullptr ? nullptr : list->FirstChildElement(item.c_str());
-    for (std::size_t i = 0; i < table.list.size(custom); ++i) {
-      const ConfigRecord& record = table.list.at(custom, i);
-      const std::string item_path = EntryPath(JoinPath(path, item), i + 1);
-      for (const OptionRow& option : table.options) {
-        const XMLElement* const source = FindElement(element, option.name);
-        Add(JoinPath(item_path, option.name), record.*option.text,
-            source == nullptr ? Origin::kMissing : Origin::kFile, source);
-      }
-      if (element != nullptr) element = element->NextSiblingElement(item.c_str());
-    }
-  }
+                         const std::string& path);
 
   const FullRecords& records_;
   Description& description_;
   ReadMarks read_;
   std::unordered_set<const XMLElement*> arguments_;  // whose children are arguments
 };
+
+void Describer::Describe(const tinyxml2::XMLDocument& document, const XMLElement& root) {
+  const ElementModel model = MakeDocumentModel(records_);
+  const XMLElement* const counter = FindSection(&root, Section::kLoopTracker);
+  if (counter != nullptr && ParseUnsigned(TextOf(*counter))) read_.MarkText(*counter);
+  if (const XMLElement* const version = FindSection(&root, Section::kVersion)) {
+    read_.MarkText(*version);
+    description_.version_line = version->GetLineNum();
+  }
+  for (const ElementModel& section : model.children) {
+    if (section.content == Content::kVersion || section.content == Content::kCounter) continue;
+    DescribeElement(section, FindElement(&root, section.name), std::string(section.name),
+                    Origin::kFile);
+  }
+  description_.unread = ListUnread(document, model, read_);
+}
+
+void Describer::Add(const std::string& path, std::string_view value, Origin origin,
+                    const XMLElement* element) {
+  Setting& setting = description_.settings.emplace_back();
+  setting.path = path;
+  setting.value = value;
+  setting.origin = origin;
+  if (element == nullptr) return;
+  setting.line = element->GetLineNum();
+  const std::string_view text = ReadText(*element);
+  const bool is_false = value == "false" && EqualsIgnoreCase(text, value);
+  if (text == value || is_false) return;
+  setting.text = text;
+  if (text == "true") setting.text = element->FirstChild()->Value();  // with the blanks that count
+}
+
+// Returns what the element says, and marks it as read.
+std::string_view Describer::ReadText(const XMLElement& element) {
+  const XMLElement* const parent = element.Parent()->ToElement();
+  if (!arguments_.contains(parent)) {
+    read_.MarkText(element);
+    return TextOf(element);
+  }
+  read_.MarkArgument(element);
+  const char* const value = element.Attribute("val");
+  return value == nullptr ? "" : value;
+}
+
+void Describer::DescribeElement(const ElementModel& model, const XMLElement* element,
+                                const std::string& path, Origin origin) {
+  if (model.content == Content::kArguments) arguments_.insert(element);
+  for (const ElementModel& child : model.children) {
+    if (child.IsOlder()) continue;
+    const std::string child_path = JoinPath(path, child.name);
+    if (child.option != nullptr) {
+      DescribeOption(child, model, element, child_path, origin);
+    } else if (child.content == Content::kSwitch) {
+      DescribeSwitch(child, model, element, child_path);
+    } else if (child.content == Content::kTraces) {
+      DescribeTraces(FindElement(element, child.name), child_path);
+    } else if (child.list != nullptr) {
+      DescribeSystemList(*child.list, FindElement(element, child.name), child_path);
+    } else if (child.table != nullptr) {
+      DescribeRegisters(*child.table, FindElement(element, child.name), child_path);
+    } else {
+      DescribeGroup(child, model, element, child_path, origin);
+    }
+  }
+}
+
+// An element that an older file names differently is described under its current name.
+void Describer::DescribeGroup(const ElementModel& group, const ElementModel& parent,
+                              const XMLElement* element, const std::string& path, Origin origin) {
+  const XMLElement* found = FindElement(element, group.name);
+  for (const ElementModel& older : parent.children) {
+    if (found != nullptr) break;
+    if (!older.StandsFor(group.name)) continue;
+    found = FindElement(element, older.name);
+    if (found != nullptr) origin = Origin::kOlderName;
+  }
+  DescribeElement(group, found, path, origin);
+}
+
+void Describer::DescribeOption(const ElementModel& child, const ElementModel& group,
+                               const XMLElement* element, const std::string& path, Origin origin) {
+  const OptionRow& option = *child.option;
+  if (option.list != nullptr) {
+    const XMLElement* list = element;
+    if (!option.item.empty()) list = FindElement(element, option.name);
+    DescribeTexts(group.record->*option.list, child.is_read ? list : nullptr,
+                  option.item.empty() ? path : JoinPath(path, option.item),
+                  option.item.empty() ? option.name : option.item, origin);
+    return;
+  }
+  if (!child.is_read || option.overwrite != Overwrite::kAlways) return;
+  const std::string value = option.flag != nullptr
+                                ? std::string(group.record->*option.flag ? "true" : "false")
+                                : group.record->*option.text;
+  if (element == nullptr) return Add(path, value, Origin::kDefault, nullptr);
+  const Source source = FindSource(option, group, *element);
+  Add(path, value, OriginOf(option, value, source, origin), source.element);
+}
+
+Describer::Source Describer::FindSource(const OptionRow& option, const ElementModel& group,
+                                        const XMLElement& element) {
+  Source source{FindOption(element, group, option.name)};
+  for (const ElementModel& other : group.children) {
+    if (other.option == nullptr || other.option == &option || option.text == nullptr ||
+        other.option->text != option.text) {
+      continue;
+    }
+    const XMLElement* const second = FindOption(element, group, other.option->name);
+    const bool wins = other.option->overwrite == Overwrite::kIfGiven
+                          ? HasText(second)
+                          : second != nullptr && !HasText(source.element);
+    if (wins) source = {second, other.option->overwrite == Overwrite::kIfEmpty};
+  }
+  const bool falls_back = !option.fallback.empty() && source.element != nullptr &&
+                          !TrimmedText(*source.element).has_value();
+  return falls_back ? Source{nullptr} : source;
+}
+
+// `origin` is that of a text that was read.
+Origin Describer::OriginOf(const OptionRow& option, std::string_view value, const Source& source,
+                           Origin origin) {
+  if (source.element == nullptr && value.empty()) return Origin::kMissing;
+  const std::string_view text =
+      source.element == nullptr ? option.fallback : TextOf(*source.element);
+  if (option.adjust.run != nullptr && value != text) return Origin::kDerived;
+  if (source.element == nullptr) return Origin::kDefault;
+  return source.is_older ? Origin::kOlderName : origin;
+}
+
+void Describer::DescribeSwitch(const ElementModel& child, const ElementModel& group,
+                               const XMLElement* element, const std::string& path) {
+  const VEXOR_PM_TEST_ID test = GetSwitchTest(child.name);
+  const bool runs = IsAutoRun(records_.config.TestControl, test);
+  const XMLElement* source = FindElement(element, child.name);
+  Origin origin = Origin::kFile;
+  bool is_on = source != nullptr && IsTrue(*source);
+  for (const ElementModel& older : group.children) {
+    const XMLElement* const second =
+        older.StandsFor(child.name) ? FindElement(element, older.name) : nullptr;
+    if (is_on || second == nullptr || (source != nullptr && !IsTrue(*second))) continue;
+    source = second;
+    origin = Origin::kOlderName;
+    is_on = IsTrue(*second);
+  }
+  if (is_on != runs) origin = Origin::kCorrected;
+  Add(path, runs ? "true" : "false", source == nullptr ? Origin::kDefault : origin, source);
+}
+
+VEXOR_PM_TEST_ID Describer::GetSwitchTest(std::string_view name) {
+  int id = kFirstAutoRunTest;
+  while (id < kLastAutoRunTest && GetPMTestName(static_cast<VEXOR_PM_TEST_ID>(id)) != name) ++id;
+  return static_cast<VEXOR_PM_TEST_ID>(id);
+}
+
+// The texts of a list, with the lines of the elements that hold one.
+void Describer::DescribeTexts(const std::vector<std::string>& texts, const XMLElement* list,
+                              const std::string& path, std::string_view item, Origin origin) {
+  const XMLElement* element = list == nullptr ? nullptr : list->FirstChildElement();
+  for (std::size_t i = 0; i < texts.size(); ++i) {
+    while (element != nullptr && (item != element->Name() || !HasText(element))) {
+      element = element->NextSiblingElement();
+    }
+    Add(EntryPath(path, i + 1), texts[i], element == nullptr ? Origin::kDefault : origin, element);
+    if (element != nullptr) element = element->NextSiblingElement();
+  }
+}
+
+// An entry of an older file stands for one or two in the current form.
+void Describer::DescribeTraces(const XMLElement* list, const std::string& path) {
+  if (list == nullptr) return;
+  const TraceMigration migration(records_.config.GlobalConfig.Version);
+  std::size_t count = 0;
+  for (const XMLElement& child : ChildElements(*list)) {
+    const std::string entry(TextOf(child));
+    std::vector<std::string> currents;
+    if (!entry.empty()) migration.Append(entry, currents);
+    for (const std::string& current : currents) {
+      Add(EntryPath(JoinPath(path, kTraceEntry), ++count), current,
+          current == entry ? Origin::kFile : Origin::kCorrected, &child);
+    }
+  }
+}
+
+void Describer::DescribeSystemList(const SystemListRow& row, const XMLElement* list,
+                                   const std::string& path) {
+  const _GLOBALCONFIG_XMLCFG& global = records_.config.GlobalConfig;
+  if (row.items != nullptr) {
+    DescribeTexts(global.*row.items, list, JoinPath(path, kListItem), kListItem, Origin::kFile);
+  } else {
+    DescribePairs(global.*row.pairs, list, path);
+  }
+}
+
+void Describer::DescribePairs(const NamedValues& pairs, const XMLElement* list,
+                              const std::string& path) {
+  const XMLElement* element = list == nullptr ? nullptr : list->FirstChildElement();
+  for (const auto& [name, value] : pairs) {
+    while (element != nullptr && !HasText(element)) element = element->NextSiblingElement();
+    Add(JoinPath(path, name), value, element == nullptr ? Origin::kDefault : Origin::kFile,
+        element);
+    if (element != nullptr) element = element->NextSiblingElement();
+  }
+}
+
+void Describer::DescribeRegisters(const CustomTableRow& table, const XMLElement* list,
+                                  const std::string& path) {
+  const _CUSTOM_XMLCFG& custom = records_.config.GlobalConfig.CustomConfiguration;
+  const std::string item(table.item);
+  const XMLElement* element = list == nullptr ? nullptr : list->FirstChildElement(item.c_str());
+  for (std::size_t i = 0; i < table.list.size(custom); ++i) {
+    const ConfigRecord& record = table.list.at(custom, i);
+    const std::string item_path = EntryPath(JoinPath(path, item), i + 1);
+    for (const OptionRow& option : table.options) {
+      const XMLElement* const source = FindElement(element, option.name);
+      Add(JoinPath(item_path, option.name), record.*option.text,
+          source == nullptr ? Origin::kMissing : Origin::kFile, source);
+    }
+    if (element != nullptr) element = element->NextSiblingElement(item.c_str());
+  }
+}
 
 // Says which trace entry keeps the file from being read, or that the version does.
 void ExplainTraces(const XMLElement& root, Description& description) {

@@ -48,6 +48,11 @@ struct ElementModel {
   const CustomTableRow* table = nullptr;  // of a container of register items
   std::vector<ElementModel> children = {};
 
+  // Whether elements stand in it, and no text of its own.
+  [[nodiscard]] bool IsSection() const {
+    return content == Content::kChildren || content == Content::kArguments ||
+           content == Content::kPairs || content == Content::kTraces;
+  }
   [[nodiscard]] bool IsOlder() const { return !currents.empty(); }
   [[nodiscard]] bool StandsFor(std::string_view current) const {
     return std::ranges::find(currents, current) != currents.end();

@@ -7,13 +7,6 @@
 namespace vexor {
 namespace {
 
-using Content = ElementModel::Content;
-
-bool IsSection(const ElementModel& element) {
-  return element.content == Content::kChildren || element.content == Content::kArguments ||
-         element.content == Content::kPairs || element.content == Content::kTraces;
-}
-
 // How many elements from the root on two paths have in common.
 std::ptrdiff_t CountShared(std::string_view a, std::string_view b) {
   const auto [end, unused] = std::ranges::mismatch(a, b);
@@ -35,10 +28,10 @@ ElementPlaces::ElementPlaces(const ElementModel& root) {
 // Below an older name stands what stands below the current one, too, and the options of an argument
 // list are no elements.
 void ElementPlaces::Collect(const ElementModel& parent, const std::string& path) {
-  if (parent.content == Content::kArguments || parent.IsOlder()) return;
+  if (parent.content == ElementModel::Content::kArguments || parent.IsOlder()) return;
   for (const ElementModel& child : parent.children) {
     places_.push_back(
-        {child.name, path.empty() ? std::string(parent.name) : path, IsSection(child)});
+        {child.name, path.empty() ? std::string(parent.name) : path, child.IsSection()});
     Collect(child, path.empty() ? std::string(child.name) : path + "/" + std::string(child.name));
   }
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "config/model/command_line.h"
 #include "config/model/option_target.h"
 #include "vexor/syntax/keywords.h"
 
@@ -42,3 +43,9 @@ void ApplyTestOptions(_XML_FULL_CFG& cfg, const _PM_TEST_CONFIG_NODE& node) {
 }
 
 }  // namespace vexor
+
+std::vector<_PM_TEST_CONFIG_NODE> getCmdPMTestsOptions(char** argv, int argc,
+                                                       std::vector<std::string>& faults) {
+  const auto count = static_cast<std::size_t>(argc > 0 ? argc : 0);
+  return vexor::ReadTestOptions({argv, count}, faults);
+}

@@ -85,11 +85,6 @@ bool HasOptions(const ElementModel& element) {
   return !element.children.empty() && element.children.front().content == Content::kOption;
 }
 
-bool IsSection(const ElementModel& element) {
-  return !element.children.empty() || element.content == Content::kPairs ||
-         element.content == Content::kTraces;
-}
-
 // The words of a syntax whose grammar does not list them.
 std::string WordsOf(const SyntaxRow& syntax) {
   const bool lists_words = syntax.grammar.find("%w") != std::string_view::npos;
@@ -98,147 +93,21 @@ std::string WordsOf(const SyntaxRow& syntax) {
 
 class ReferenceWriter {
  public:
-  std::string Write(const ElementModel& root) && {
-    out_ = kIntroduction;
-    WriteContents(root);
-    WriteLeaves(root);
-    for (const ElementModel& section : root.children) {
-      if (IsSection(section)) WriteSection(section, root, 2);
-    }
-    WriteSyntaxes();
-    return std::move(out_);
-  }
+  std::string Write(const ElementModel& root) &&;
 
  private:
-  void WriteHeading(std::size_t depth, std::string_view name) {
-    out_.append("\n").append(depth, '#').append(" ").append(name).append("\n");
-  }
-
-  void WriteParagraph(const std::string& text) {
-    if (!text.empty()) out_.append("\n").append(text).append("\n");
-  }
-
-  void WriteRow(std::initializer_list<std::string_view> cells) {
-    for (const std::string_view cell : cells) {
-      out_.append("|").append(cell.empty() ? "" : " ").append(cell).append(" ");
-    }
-    out_ += "|\n";
-  }
-
-  void WriteHead(std::initializer_list<std::string_view> names) {
-    out_ += '\n';
-    WriteRow(names);
-    for (std::size_t i = 0; i < names.size(); ++i) out_ += "|---";
-    out_ += "|\n";
-  }
-
-  void WriteContents(const ElementModel& root) {
-    out_ += '\n';
-    for (const ElementModel& section : root.children) {
-      if (IsSection(section))
-        out_ += "- " + LinkTo(section.name) + ": " + Cell(section.about) + "\n";
-    }
-    out_ += "- [Syntaxes](#syntaxes) of the options' texts.\n";
-  }
-
-  // An older name is described with the current one.
-  void WriteSection(const ElementModel& section, const ElementModel& parent, std::size_t depth) {
-    if (section.IsOlder()) return;
-    WriteHeading(depth, section.name);
-    std::string about(section.about);
-    for (const ElementModel& other : parent.children) {
-      if (other.StandsFor(section.name)) about += " Older name: " + Code(other.name) + ".";
-    }
-    WriteParagraph(about);
-    if (HasOptions(section)) return WriteOptions(section, section.name);
-    if (section.list != nullptr) return WriteList(*section.list);
-    if (section.table != nullptr) return WriteRegisters(section);
-    if (section.content == Content::kTraces) return WriteTraces();
-    WriteLeaves(section);
-    for (const ElementModel& child : section.children) {
-      if (IsSection(child)) WriteSection(child, section, depth + 1);
-    }
-  }
-
-  // Elements of a section that hold neither options nor elements.
-  void WriteLeaves(const ElementModel& section) {
-    if (std::ranges::all_of(section.children, IsSection)) return;
-    const bool are_switches = section.children.front().content == Content::kSwitch;
-    if (are_switches) {
-      WriteParagraph("Each element names a test, which runs when the text is exactly `true`.");
-    }
-    WriteHead({"Element", "Meaning", are_switches ? "Older name" : "Flow"});
-    for (const ElementModel& child : section.children) {
-      if (child.IsOlder() || IsSection(child)) continue;
-      std::string older;
-      for (const ElementModel& other : section.children) {
-        if (other.StandsFor(child.name)) older += Code(other.name);
-      }
-      const bool has_section =
-          std::ranges::find(PmTests(), child.name, &PmTestRow::name) != PmTests().end();
-      const std::string flow = child.is_read ? "rw" : "w";
-      WriteRow({has_section ? LinkTo(child.name) : Code(child.name), Cell(child.about),
-                are_switches ? older : flow});
-    }
-  }
-
-  // `name` is the heading above.
-  void WriteOptions(const ElementModel& section, std::string_view name) {
-    const OptionRow* const first = section.children.front().option;
-    const auto known = std::ranges::find(described_, first, &Described::first);
-    if (known != described_.end()) {
-      return WriteParagraph("The options are those of " + LinkTo(known->name) + ".");
-    }
-    described_.push_back({first, name});
-    if (section.content == Content::kArguments) {
-      WriteParagraph(R"(The options stand in elements `<arg name="..." val="..."/>`.)");
-    }
-    WriteHead({"Option", "Meaning", "Text", "Default", "Flow"});
-    for (const ElementModel& child : section.children) {
-      const OptionRow& option = *child.option;
-      const std::string_view reset = option.flag != nullptr ? "false" : option.reset;
-      WriteRow(
-          {Code(option.name), Cell(AboutOf(option)), ValueOf(option), Code(reset), FlowOf(option)});
-    }
-  }
-
-  void WriteRegisters(const ElementModel& container) {
-    const ElementModel& item = container.children.front();
-    WriteParagraph("Each stands in an element " + Code(item.name) + ".");
-    WriteOptions(item, container.name);
-  }
-
-  void WriteList(const SystemListRow& list) {
-    WriteParagraph(list.items != nullptr ? "Each stands in an element `ITEM`."
-                                         : "Elements of any names, each a named value.");
-    std::string hints;
-    for (const std::string_view hint : list.hint.texts) {
-      if (!hint.empty()) hints += "- " + Code(hint) + "\n";
-    }
-    for (const OptionRow& option : list.values) {
-      hints += "- " + Code(option.name) + ": " + Cell(option.about) + " " + ValueOf(option) + "\n";
-    }
-    if (!hints.empty()) out_ += "\n" + hints;
-  }
-
-  void WriteTraces() {
-    WriteParagraph(
-        "An entry such as `CSTATES_Core_Con:10` joins the name of a test, a target and a code by "
-        "`_`; further fields may follow. Entries need a `Version` of four pieces: without it, or "
-        "with a malformed entry, the file cannot be read.");
-  }
-
-  void WriteSyntaxes() {
-    WriteHeading(2, "Syntaxes");
-    WriteParagraph("An empty text is good by every syntax.");
-    WriteHead({"Syntax", "Text", "Words", "Example"});
-    for (const SyntaxRow& syntax : Syntaxes()) {
-      const std::string name(syntax.name);
-      std::string anchor = R"(<a id="syntax-)";
-      anchor.append(name).append(R"("></a>)").append(name);
-      WriteRow({anchor, Cell(GrammarOf(syntax.syntax)), WordsOf(syntax), Code(syntax.example)});
-    }
-  }
+  void WriteHeading(std::size_t depth, std::string_view name);
+  void WriteParagraph(const std::string& text);
+  void WriteRow(std::initializer_list<std::string_view> cells);
+  void WriteHead(std::initializer_list<std::string_view> names);
+  void WriteContents(const ElementModel& root);
+  void WriteSection(const ElementModel& section, const ElementModel& parent, std::size_t depth);
+  void WriteLeaves(const ElementModel& section);
+  void WriteOptions(const ElementModel& section, std::string_view name);
+  void WriteRegisters(const ElementModel& container);
+  void WriteList(const SystemListRow& list);
+  void WriteTraces();
+  void WriteSyntaxes();
 
   struct Described {
     const OptionRow* first;
@@ -248,6 +117,148 @@ class ReferenceWriter {
   std::string out_;
   std::vector<Described> described_;
 };
+
+std::string ReferenceWriter::Write(const ElementModel& root) && {
+  out_ = kIntroduction;
+  WriteContents(root);
+  WriteLeaves(root);
+  for (const ElementModel& section : root.children) {
+    if (section.IsSection()) WriteSection(section, root, 2);
+  }
+  WriteSyntaxes();
+  return std::move(out_);
+}
+
+void ReferenceWriter::WriteHeading(std::size_t depth, std::string_view name) {
+  out_.append("\n").append(depth, '#').append(" ").append(name).append("\n");
+}
+
+void ReferenceWriter::WriteParagraph(const std::string& text) {
+  if (!text.empty()) out_.append("\n").append(text).append("\n");
+}
+
+void ReferenceWriter::WriteRow(std::initializer_list<std::string_view> cells) {
+  for (const std::string_view cell : cells) {
+    out_.append("|").append(cell.empty() ? "" : " ").append(cell).append(" ");
+  }
+  out_ += "|\n";
+}
+
+void ReferenceWriter::WriteHead(std::initializer_list<std::string_view> names) {
+  out_ += '\n';
+  WriteRow(names);
+  for (std::size_t i = 0; i < names.size(); ++i) out_ += "|---";
+  out_ += "|\n";
+}
+
+void ReferenceWriter::WriteContents(const ElementModel& root) {
+  out_ += '\n';
+  for (const ElementModel& section : root.children) {
+    if (section.IsSection())
+      out_ += "- " + LinkTo(section.name) + ": " + Cell(section.about) + "\n";
+  }
+  out_ += "- [Syntaxes](#syntaxes) of the options' texts.\n";
+}
+
+// An older name is described with the current one.
+void ReferenceWriter::WriteSection(const ElementModel& section, const ElementModel& parent,
+                                   std::size_t depth) {
+  if (section.IsOlder()) return;
+  WriteHeading(depth, section.name);
+  std::string about(section.about);
+  for (const ElementModel& other : parent.children) {
+    if (other.StandsFor(section.name)) about += " Older name: " + Code(other.name) + ".";
+  }
+  WriteParagraph(about);
+  if (HasOptions(section)) return WriteOptions(section, section.name);
+  if (section.list != nullptr) return WriteList(*section.list);
+  if (section.table != nullptr) return WriteRegisters(section);
+  if (section.content == Content::kTraces) return WriteTraces();
+  WriteLeaves(section);
+  for (const ElementModel& child : section.children) {
+    if (child.IsSection()) WriteSection(child, section, depth + 1);
+  }
+}
+
+// Elements of a section that hold neither options nor elements.
+void ReferenceWriter::WriteLeaves(const ElementModel& section) {
+  if (std::ranges::all_of(section.children, &ElementModel::IsSection)) return;
+  const bool are_switches = section.children.front().content == Content::kSwitch;
+  if (are_switches) {
+    WriteParagraph("Each element names a test, which runs when the text is exactly `true`.");
+  }
+  WriteHead({"Element", "Meaning", are_switches ? "Older name" : "Flow"});
+  for (const ElementModel& child : section.children) {
+    if (child.IsOlder() || child.IsSection()) continue;
+    std::string older;
+    for (const ElementModel& other : section.children) {
+      if (other.StandsFor(child.name)) older += Code(other.name);
+    }
+    const bool has_section =
+        std::ranges::find(PmTests(), child.name, &PmTestRow::name) != PmTests().end();
+    const std::string flow = child.is_read ? "rw" : "w";
+    WriteRow({has_section ? LinkTo(child.name) : Code(child.name), Cell(child.about),
+              are_switches ? older : flow});
+  }
+}
+
+// `name` is the heading above.
+void ReferenceWriter::WriteOptions(const ElementModel& section, std::string_view name) {
+  const OptionRow* const first = section.children.front().option;
+  const auto known = std::ranges::find(described_, first, &Described::first);
+  if (known != described_.end()) {
+    return WriteParagraph("The options are those of " + LinkTo(known->name) + ".");
+  }
+  described_.push_back({first, name});
+  if (section.content == Content::kArguments) {
+    WriteParagraph(R"(The options stand in elements `<arg name="..." val="..."/>`.)");
+  }
+  WriteHead({"Option", "Meaning", "Text", "Default", "Flow"});
+  for (const ElementModel& child : section.children) {
+    const OptionRow& option = *child.option;
+    const std::string_view reset = option.flag != nullptr ? "false" : option.reset;
+    WriteRow(
+        {Code(option.name), Cell(AboutOf(option)), ValueOf(option), Code(reset), FlowOf(option)});
+  }
+}
+
+void ReferenceWriter::WriteRegisters(const ElementModel& container) {
+  const ElementModel& item = container.children.front();
+  WriteParagraph("Each stands in an element " + Code(item.name) + ".");
+  WriteOptions(item, container.name);
+}
+
+void ReferenceWriter::WriteList(const SystemListRow& list) {
+  WriteParagraph(list.items != nullptr ? "Each stands in an element `ITEM`."
+                                       : "Elements of any names, each a named value.");
+  std::string hints;
+  for (const std::string_view hint : list.hint.texts) {
+    if (!hint.empty()) hints += "- " + Code(hint) + "\n";
+  }
+  for (const OptionRow& option : list.values) {
+    hints += "- " + Code(option.name) + ": " + Cell(option.about) + " " + ValueOf(option) + "\n";
+  }
+  if (!hints.empty()) out_ += "\n" + hints;
+}
+
+void ReferenceWriter::WriteTraces() {
+  WriteParagraph(
+      "An entry such as `CSTATES_Core_Con:10` joins the name of a test, a target and a code by "
+      "`_`; further fields may follow. Entries need a `Version` of four pieces: without it, or "
+      "with a malformed entry, the file cannot be read.");
+}
+
+void ReferenceWriter::WriteSyntaxes() {
+  WriteHeading(2, "Syntaxes");
+  WriteParagraph("An empty text is good by every syntax.");
+  WriteHead({"Syntax", "Text", "Words", "Example"});
+  for (const SyntaxRow& syntax : Syntaxes()) {
+    const std::string name(syntax.name);
+    std::string anchor = R"(<a id="syntax-)";
+    anchor.append(name).append(R"("></a>)").append(name);
+    WriteRow({anchor, Cell(GrammarOf(syntax.syntax)), WordsOf(syntax), Code(syntax.example)});
+  }
+}
 
 }  // namespace
 

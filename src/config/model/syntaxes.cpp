@@ -192,7 +192,7 @@ std::optional<TextFault> CheckSyntax(std::string_view syntax, std::string_view t
     fault.what = "unknown syntax";
     return fault;
   }
-  if (TakesOwnWords(row->syntax)) return std::nullopt;
+  if (HasOwnWords(row->syntax)) return std::nullopt;
   return FindFault(row->syntax, {}, text);
 }
 

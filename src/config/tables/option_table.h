@@ -221,7 +221,7 @@ using OptionRow = OptionOf<ConfigRecord>;
 inline constexpr std::size_t kMaxOptions = 48;
 
 // Whether the grammar is nothing but the words of the option's row.
-constexpr bool TakesOwnWords(Syntax syntax) {
+constexpr bool HasOwnWords(Syntax syntax) {
   return syntax == Syntax::kWord || syntax == Syntax::kWordList;
 }
 
@@ -231,7 +231,7 @@ consteval bool IsWellFormed(const OptionRow& row) {
   const int homes =
       (row.text != nullptr ? 1 : 0) + (row.flag != nullptr ? 1 : 0) + (row.list != nullptr ? 1 : 0);
   const bool has_right_words =
-      row.syntax == Syntax::kKnobs || TakesOwnWords(row.syntax) == !row.words.empty();
+      row.syntax == Syntax::kKnobs || HasOwnWords(row.syntax) == !row.words.empty();
   return !row.name.empty() && homes == 1 && row.about.ends_with('.') && has_right_words &&
          (row.item.empty() || row.list != nullptr) &&
          (row.flag == nullptr || row.flow == Flow::kReadOnly);
