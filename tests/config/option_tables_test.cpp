@@ -3,8 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
+#include <cctype>
+#include <fstream>
 #include <map>
-#include <set>
+#include <regex>
 
 #include "config/config_files.h"
 #include "config/file/option_reader.h"
@@ -14,115 +17,215 @@
 #include "config/tables/system_setup.h"
 #include "config/tables/test_control_table.h"
 #include "config/tables/workload_tables.h"
+#include "source_dir.h"
 #include "vexor/config/check.h"
 
 namespace vexor {
 namespace {
 
-std::ptrdiff_t OffsetOf(const ConfigRecord& record, const OptionRow& option) {
-  const auto* const home = option.text != nullptr
-                               ? reinterpret_cast<const char*>(&(record.*option.text))
-                               : reinterpret_cast<const char*>(&(record.*option.list));
-  return home - reinterpret_cast<const char*>(&record);
-}
+struct Member {
+  std::string type;
+  std::string name;
+  std::size_t offset;
+};
 
-// The names of a table's options in the order of their members.
-std::string NamesByMember(const ConfigRecord& record, std::span<const OptionRow> options,
-                          std::ptrdiff_t from) {
-  std::map<std::ptrdiff_t, std::string> names;
-  for (const OptionRow& option : options) {
-    if (option.flag != nullptr || option.overwrite != Overwrite::kAlways) continue;
-    const std::ptrdiff_t offset = OffsetOf(record, option);
-    if (offset >= from) names[offset] = option.name;
-  }
-  std::string text;
-  for (const auto& [offset, name] : names) text += (text.empty() ? "" : " ") + name;
-  return text;
-}
+// A record as its public header declares it.
+struct Layout {
+  std::vector<Member> inherited;
+  std::vector<Member> own;
+  std::size_t end = 0;  // of the last member: a derived record's members go on from there
+  std::size_t alignment = 1;
 
-TEST(OptionTables, NameTheMembersOfTheTestsInTheirOrder) {
-  EXPECT_EQ(NamesByMember(_PM_TEST_NODE(), common::kAllFields, 0),
-            "PxMxCxScope PxMxCxTxScope PkgAffinity ModuleAffinity CoreAffinity ActiveTime "
-            "InStateTime SwitchTime ExeCycles ConfigLoop StartDelayTime FailTolerance "
-            "SanityEarlyExit TestMode Log_Level KNOBS KnobHint AllOptions SpareTime");
-  const char* const graphics =
-      "Ratios Device Tile ExitOnPassRatios ForceIdleDelay Rc0Method LimitReasonMask";
-  const std::map<VEXOR_PM_TEST_ID, const char*> own = {
-      {PM_TEST_CSTATES,
-       "RandomPkgVoting ExeCstates IceState PerStateCond CoreExclusion SubStates IdleMethod"},
-      {PM_TEST_PSTATES,
-       "LimitReasonMask TurboLimitCores ExePstates RatioDistLoMeHi FreqTolerance ExitOnPassRatios "
-       "RegressionKnobs"},
-      {PM_TEST_HWP,
-       "LimitReasonMask TurboLimitCores ExeValueSet ExePstates RatioDistLoMeHi FreqTolerance "
-       "HwpPkgThreadAffinity BigCorePerfScaler AtomPerfScaler ThreadAffinity HwpPkgMode "
-       "HwpEppValid HwpMinValid HwpMaxValid HwpDesiredValid ExitOnPassRatios"},
-      {PM_TEST_TSTATES, "RatioDistLoMeHi FailOnExit DutyCycles ExitOnPassRatios"},
-      {PM_TEST_SDC, "DutyCycles"},
-      {PM_TEST_FACT, "ConfigState"},
-      {PM_TEST_ICE_CSTATES, "AllPerICEIDScope ICeIDAffinity ExeStates"},
-      {PM_TEST_ICE_PSTATES,
-       "AllPerICEIDScope ICeIDAffinity ExePstates StatusCheckDelay LimitReasonMask "
-       "RatioTolerance"},
-      {PM_TEST_GSTATES,
-       "KavritTime LPM_EN HoldPower SleepStates WakeEvent LoopEachSx S0ixResThreshold "
-       "S0ixFailureLevel PrePostCheck WakeUpTimeout ResetDelayTime"},
-      {PM_TEST_PECI,
-       "RandomMode Interface Commands RdPkgConfigName RdPkgConfigParams WrPkgConfigName "
-       "WrPkgConfigParams WrPkgConfigData RdMSRName RdMSRExtName WrMSRName RdEndPointConfigName "
-       "WrEndPointConfigName WrEndPointConfigAndMask WrEndPointConfigOrMask WrPCIConfigLocal "
-       "WrPCIConfig RdPCIConfigLocal RdPCIConfig"},
-      {PM_TEST_DGFX_RESET, "ConfigState"},
-      {PM_TEST_FANSPEED_CTR, "NumFanSpeedCtrPoints ControlPoint Device"},
-      {PM_TEST_PCIE_LINK, "ConfigState"},
-      {PM_TEST_PCIE_GEN_WIDTH, "ConfigState"},
-      {PM_TEST_DX_STATES, "ConfigState"},
-      {PM_TEST_VPU_DVFS, "StatusCheckDelay Ratios ExitOnPassRatios"},
-      {PM_TEST_MESH_GV,
-       "-checkDelayTime -exitOnPassRatios -ratioPUnit0 -ratioPUnit1 -ratioPUnit2 -ratioPUnit3 "
-       "-ratioPUnit4"},
+  [[nodiscard]] std::size_t Size() const { return (end + alignment - 1) / alignment * alignment; }
+};
+
+using Layouts = std::map<std::string, Layout>;
+
+struct Extent {
+  std::size_t size;
+  std::size_t alignment;
+};
+
+template <class Type>
+constexpr Extent kExtent = {sizeof(Type), alignof(Type)};
+
+Extent ExtentOf(const std::string& type, const Layouts& records) {
+  static const std::map<std::string_view, Extent> plain = {
+      {"bool", kExtent<bool>},
+      {"std::int32_t", kExtent<std::int32_t>},
+      {"std::uint64_t", kExtent<std::uint64_t>},
+      {"std::string", kExtent<std::string>},
+      {"std::array<bool, 32>", kExtent<std::array<bool, 32>>},
+      {"vexor::NamedValues", kExtent<NamedValues>},
   };
-  _GLOBALPM_XMLCFG pm;
-  for (const PmTestRow& test : PmTests()) {
-    const auto expected = own.find(test.id);
-    EXPECT_EQ(NamesByMember(test.look(pm), test.options, sizeof(_PM_TEST_NODE)),
-              expected == own.end() ? graphics : expected->second)
-        << test.name;
+  if (type.starts_with("std::vector<")) return kExtent<std::vector<std::string>>;
+  const auto found = plain.find(type);
+  if (found != plain.end()) return found->second;
+  const auto record = records.find(type);
+  EXPECT_NE(record, records.end()) << "the test does not know the type " << type;
+  return record == records.end() ? Extent{0, 1} : Extent{record->second.Size(), alignof(void*)};
+}
+
+void ReadHeader(const std::string& name, Layouts& records) {
+  static const std::regex begin(R"(struct (\w+)(?: : ([\w:]+))? \{)");
+  static const std::regex member(R"(  ([^={]*) (\w+)(?: = .*|\{\})?; *(?://.*)?)");
+  std::ifstream header(VEXOR_SOURCE_DIR "/include/vexor/config/" + name);
+  Layout* record = nullptr;
+  std::smatch match;
+  for (std::string line; std::getline(header, line);) {
+    if (std::regex_match(line, match, begin)) {
+      record = &records[match[1]];
+      const Layout base = records[match[2]];  // empty where none was read
+      *record = base;
+      record->inherited.insert(record->inherited.end(), base.own.begin(), base.own.end());
+      record->own.clear();
+    } else if (line == "};") {
+      record = nullptr;
+    } else if (record != nullptr && !line.starts_with("  //")) {
+      ASSERT_TRUE(std::regex_match(line, match, member)) << name << ": " << line;
+      const auto [size, alignment] = ExtentOf(match[1], records);
+      const std::size_t offset = (record->end + alignment - 1) / alignment * alignment;
+      record->own.push_back({match[1], match[2], offset});
+      record->end = offset + size;
+      record->alignment = std::max(record->alignment, alignment);
+    }
   }
 }
 
-TEST(OptionTables, NameTheMembersOfTheOtherRecordsInTheirOrder) {
-  EXPECT_EQ(NamesByMember(_GLOBALCONFIG_XMLCFG(), kOverwriteOptions, 0),
-            "CPU PCH Power_Base MCH_Base GTTM_Address ISP_MMIO_Base P2SB_Base PCIeExt_Address "
-            "CrashLog_Base XRAM_Base");
-  EXPECT_EQ(NamesByMember(_GLOBALCONFIG_XMLCFG(), kSettingOptions, 0),
-            "TopoMode Seeds Ordered_Interleave_ICE_Flow Ignore_Error_Code MailBox_Max_Busy_Check "
-            "Host_IP_Config Log_Path Log_File_Name Log_Add_Option Log_Level Read_Interval "
-            "Collect-Crashlog-AllResets Spare2 Spare3 Spare4 Flow_Config Check_Bios_Knobs");
-  const char* const mmio = "Offset AndMask OrMask";
-  const std::map<std::string_view, const char*> registers = {
-      {"MSR_CFG", "Address AndMask OrMask Pkg Module CORE"},
-      {"P2SB-MMIO", "Port Address AndMask OrMask"},
-      {"PCIE_CFG", "Segment Bus Device Function Offset AndMask OrMask"},
-      {"CRBCFG", "Address AndMask OrMask Type Pkg CORE"},
-      {"IOSFCFG", "Port Register AndMask OrMask"},
-      {"MailBoxCfg", "Command Sub-Command Value Type ReadWriteType Offset"},
-  };
-  _CUSTOM_XMLCFG custom;
-  for (const CustomTableRow& table : kCustomTables) {
-    const auto expected = registers.find(table.container);
-    EXPECT_EQ(NamesByMember(table.list.append(custom), table.options, 0),
-              expected == registers.end() ? mmio : expected->second);
+std::size_t Distance(const void* record, const void* member) {
+  return static_cast<std::size_t>(static_cast<const char*>(member) -
+                                  static_cast<const char*>(record));
+}
+
+// The names that fill a record's members, by their offsets.
+using Homes = std::multimap<std::size_t, std::string>;
+
+void AddRows(Homes& homes, const ConfigRecord& record, std::span<const OptionRow> rows) {
+  for (const OptionRow& row : rows) {
+    if (row.overwrite != Overwrite::kAlways) continue;  // a further name of another row's member
+    const void* const home = row.text != nullptr   ? static_cast<const void*>(&(record.*row.text))
+                             : row.flag != nullptr ? &(record.*row.flag)
+                                                   : static_cast<const void*>(&(record.*row.list));
+    homes.emplace(Distance(&record, home), row.name);
   }
-  EXPECT_EQ(NamesByMember(_CPU_WORKLOAD_CFG(), workloads::kCpu, 0),
-            "PkgAffinity ModuleAffinity CoreAffinity StartDelayTime Duration Log_Level");
-  EXPECT_EQ(NamesByMember(_MEMORY_WORKLOAD_CFG(), workloads::kMemory, 0),
-            "Algorithm PkgAffinity ModuleAffinity CoreAffinity Duration IdleTime StartDelayTime "
-            "DataSizeInDW Producers Consumers Log_Level");
-  EXPECT_EQ(NamesByMember(_GFX_WORKLOAD_CFG(), workloads::kGraphics, 0),
-            "IdleTime StartDelayTime Duration Log_Level");
-  EXPECT_EQ(NamesByMember(_COPY_COMPARE_CFG(), workloads::kCopyCompare, 0),
-            "Duration IdleTime StartDelayTime Source CopyTo Cycle DataSizeMB Thread Log_Level");
+}
+
+Homes HomesOf(const ConfigRecord& record, std::span<const OptionRow> rows) {
+  Homes homes;
+  AddRows(homes, record, rows);
+  return homes;
+}
+
+// Letters and digits alone, in lower case.
+std::string Plain(std::string_view name) {
+  std::string plain;
+  for (const char c : name) {
+    if (c != '-' && c != '_') plain += static_cast<char>(std::tolower(c));
+  }
+  return plain;
+}
+
+// Members that no row fills.
+constexpr std::string_view kNoOptions[] = {
+    "_PM_TEST_NODE::SpareNumber",           // a number, set by the reset
+    "_PCIE_DEVICE_CFG::FromLegacyElement",  // tells which element was read
+    "_ITEM::Spare",                         // always empty
+    "_ITEM::ItemText",                      // all of the item's texts
+    "_GFX_WORKLOAD_CFG::Name",              // the workload's own
+    "_WORKLOADS_XMLCFG::SpareWord",         // never touched
+    "_WL_CUSTOMERS_XMLCFG::Switch1",        // kept for the application, as the next one
+    "_WL_CUSTOMERS_XMLCFG::Switch2",
+    "_WL_CUSTOMERS_XMLCFG::AutoRunCfg",  // one element a test
+    "_WL_CUSTOMERS_XMLCFG::Enable1",     // kept for the application, as the next one
+    "_WL_CUSTOMERS_XMLCFG::Enable2",
+    "_WL_CUSTOMERS_XMLCFG::TestTraceCfg",         // a list of its own form
+    "_GLOBALCONFIG_XMLCFG::Version",              // the file's
+    "_GLOBALCONFIG_XMLCFG::VersionMatch",         // says how a reading ended
+    "_GLOBALCONFIG_XMLCFG::CustomConfiguration",  // the register items
+    "_GLOBALCONFIG_XMLCFG::Spare1",               // never touched
+    "_GLOBALCONFIG_XMLCFG::OverwriteCfg",         // all of the element's texts, as the next one
+    "_GLOBALCONFIG_XMLCFG::SETTING",
+    "_GLOBALCONFIG_XMLCFG::SpareWord",    // never touched
+    "_GLOBALCONFIG_XMLCFG::LoopTracker",  // counts readings
+};
+
+// Each of the record's own members has a row of its name, and no row is of another member's name.
+void ExpectFilled(const std::string& record, const Layout& layout, const Homes& homes) {
+  std::vector<Member> members = layout.inherited;
+  members.insert(members.end(), layout.own.begin(), layout.own.end());
+  for (const auto& [offset, name] : homes) {
+    const auto member = std::ranges::find(members, offset, &Member::offset);
+    ASSERT_NE(member, members.end()) << record << ": " << name;
+    EXPECT_EQ(Plain(name), Plain(member->name)) << record;
+  }
+  for (const Member& member : layout.own) {
+    const std::string full = record + "::" + member.name;
+    const bool is_none = std::ranges::any_of(
+        kNoOptions, [&full](std::string_view name) { return full.ends_with(name); });
+    if (homes.contains(member.offset) != is_none) continue;
+    ADD_FAILURE() << full
+                  << (is_none ? ": a row fills it" : ": no row of the option tables fills it");
+  }
+}
+
+// Each member of a record of records has a row, and each of those records its options.
+template <class Section>
+void ExpectSectionsFilled(const std::string& name, const Layouts& layouts, const auto& rows) {
+  const Section section;
+  Homes homes;
+  for (const auto& row : rows) homes.emplace(Distance(&section, &row.look(section)), row.name);
+  const Layout& layout = layouts.at(name);
+  EXPECT_EQ(layout.Size(), sizeof(Section)) << name;
+  ExpectFilled(name, layout, homes);
+  for (const auto& row : rows) {
+    const auto member =
+        std::ranges::find(layout.own, Distance(&section, &row.look(section)), &Member::offset);
+    SCOPED_TRACE(row.name);
+    ExpectFilled(member->type, layouts.at(member->type), HomesOf(row.look(section), row.options));
+  }
+}
+
+// An option is a member and a row: whoever adds the one is told of the other.
+TEST(OptionTables, FillEveryMemberOfTheRecords) {
+  Layouts layouts;
+  for (const char* const header :
+       {"custom_registers.h", "global_config.h", "pm_tests.h", "test_control.h", "workloads.h"}) {
+    ReadHeader(header, layouts);
+  }
+  ExpectFilled("_PM_TEST_NODE", layouts.at("_PM_TEST_NODE"),
+               HomesOf(_PM_TEST_NODE(), common::kAllFields));
+  ExpectSectionsFilled<_GLOBALPM_XMLCFG>("_GLOBALPM_XMLCFG", layouts, PmTests());
+  ExpectSectionsFilled<_WORKLOADS_XMLCFG>("_WORKLOADS_XMLCFG", layouts, kWorkloads);
+
+  const _WL_CUSTOMERS_XMLCFG control;
+  const Layout& control_layout = layouts.at("_WL_CUSTOMERS_XMLCFG");
+  EXPECT_EQ(control_layout.Size(), sizeof control);
+  ExpectFilled("_WL_CUSTOMERS_XMLCFG", control_layout, HomesOf(control, kWorkloadRunnerOptions));
+
+  const _GLOBALCONFIG_XMLCFG global;
+  const Layout& global_layout = layouts.at("_GLOBALCONFIG_XMLCFG");
+  EXPECT_EQ(global_layout.Size(), sizeof global);
+  Homes homes = HomesOf(global, kOverwriteOptions);
+  AddRows(homes, global, kSettingOptions);
+  for (const SystemListRow& list : kSystemLists) {
+    const void* const home = list.items != nullptr
+                                 ? static_cast<const void*>(&(global.*list.items))
+                                 : static_cast<const void*>(&(global.*list.pairs));
+    const std::string group = list.group == "SYSTEM" ? "" : std::string(list.group);
+    homes.emplace(Distance(&global, home), group + std::string(list.name));
+  }
+  ExpectFilled("_GLOBALCONFIG_XMLCFG", global_layout, homes);
+
+  const Layout& custom_layout = layouts.at("_CUSTOM_XMLCFG");
+  EXPECT_EQ(custom_layout.Size(), sizeof(_CUSTOM_XMLCFG));
+  for (const Member& list : custom_layout.own) {
+    const auto table = std::ranges::find(kCustomTables, Plain(list.name),
+                                         [](const auto& row) { return Plain(row.container); });
+    ASSERT_NE(table, std::end(kCustomTables)) << list.name << ": no row of the custom tables";
+    const std::string item = list.type.substr(12, list.type.size() - 13);
+    _CUSTOM_XMLCFG custom;
+    ExpectFilled(item, layouts.at(item), HomesOf(table->list.append(custom), table->options));
+  }
 }
 
 TEST(OptionTables, ResetEveryKindOfHome) {
@@ -132,30 +235,6 @@ TEST(OptionTables, ResetEveryKindOfHome) {
   ResetOptions(workloads::kCpu, workload);
   EXPECT_FALSE(workload.AutoRun);
   EXPECT_EQ(workload.PkgAffinity, "");
-}
-
-// The records of the tests stand one behind the other: each ends where the next one begins.
-TEST(OptionTables, LetNoMemberOfATestEscape) {
-  _GLOBALPM_XMLCFG pm;
-  std::set<const void*> ends = {&pm + 1};
-  for (const PmTestRow& test : PmTests()) ends.insert(&test.look(pm));
-  for (const PmTestRow& test : PmTests()) {
-    const ConfigRecord& record = test.look(pm);
-    std::map<std::ptrdiff_t, std::size_t> members;
-    for (const OptionRow& option : test.options) {
-      members[OffsetOf(record, option)] =
-          option.text != nullptr ? sizeof(std::string) : sizeof(std::vector<std::string>);
-    }
-    std::size_t covered = test.from_older == nullptr ? 0 : alignof(std::string);
-    for (const auto& [offset, size] : members) {
-      if (offset >= std::ptrdiff_t{sizeof(_PM_TEST_NODE)}) covered += size;
-    }
-    const auto* const end = static_cast<const char*>(*ends.upper_bound(&record));
-    EXPECT_EQ(end - reinterpret_cast<const char*>(&record), sizeof(_PM_TEST_NODE) + covered)
-        << test.name;
-  }
-  constexpr std::size_t kSpareNumber = alignof(std::string);
-  EXPECT_EQ(common::kAllFields.size() * sizeof(std::string) + kSpareNumber, sizeof(_PM_TEST_NODE));
 }
 
 TEST(OptionTables, CommonFieldsOutsideATestsRowsKeepTheirValue) {

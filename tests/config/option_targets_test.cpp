@@ -10,53 +10,17 @@
 
 #include "config/tables/pm_test_table.h"
 #include "config/texts/fault_wording.h"
+#include "config/texts/syntax_table.h"
 #include "syntax/keyword_table.h"
 #include "vexor/config/overrides.h"
 
 namespace vexor {
 namespace {
 
-constexpr const char* kCommon = "at c core dt eop ftol it log mode mod pkg scope st ";
-constexpr const char* kGraphics = "dev tile eopratio fid rc0m lrm ";
-constexpr const char* kDevices = "st dt c ftol mode log states ";
-constexpr const char* kKnobs =
-    "r eof autoEnable d3 d0i3 flr invmwait neodem neoprom norpv passpOn passOnPro mmd pcxon "
-    "raplstat perfstat poweroff qclk sync chkyellow chkmem chkmca chksoc ";
-
-// The short names of a test's options, its knobs included.
-std::string ShortNamesOf(const PmTestRow& test) {
-  const std::map<VEXOR_PM_TEST_ID, std::string> own = {
-      {PM_TEST_CSTATES,
-       "at c core dt eop ftol it log mode mod pkg scope rpv coreexcl ice states substates "},
-      {PM_TEST_PSTATES, std::string(kCommon) + "lrm tlc gvpoints fql eopratio "},
-      {PM_TEST_HWP,
-       std::string(kCommon) + "lrm tlc value gvpoints fql pkgmode eppv minv maxv desv eopratio "},
-      {PM_TEST_TSTATES, std::string(kCommon) + "duty eopratio "},
-      {PM_TEST_SDC, "at c dt ftol it log mode pkg st duty "},
-      {PM_TEST_FACT, std::string(kCommon) + "states "},
-      {PM_TEST_GSTATES, "at it c dt ftol eop mode log lpm ss wakeevent sxloop sxfl "},
-      {PM_TEST_PECI, "pkg core at c dt it ftol eop mode log "},
-      {PM_TEST_PCIE_LINK, kDevices},
-      {PM_TEST_PCIE_GEN_WIDTH, kDevices},
-      {PM_TEST_DX_STATES, kDevices},
-      {PM_TEST_DGFX_RESET, "st dt c states "},
-      {PM_TEST_ICE_CSTATES, std::string(kCommon) + "idscope idaff states "},
-      {PM_TEST_ICE_PSTATES, std::string(kCommon) + "idscope idaff gvpoints lrm "},
-      {PM_TEST_VPU_DVFS, "st dt c ftol eop mode log eopratio "},
-      {PM_TEST_MESH_GV,
-       "st dt c ftol eop mode log eopratio ratioPUnit0 ratioPUnit1 ratioPUnit2 ratioPUnit3 "
-       "ratioPUnit4 "},
-  };
-  if (test.id == PM_TEST_FANSPEED_CTR) return "st c dt log ctrlpoint dev ";
-  const auto row = own.find(test.id);
-  if (row != own.end()) return row->second + kKnobs;
-  const bool is_rc6 = test.name.ends_with("RC6");
-  return std::string(kCommon) + kGraphics + (is_rc6 ? "rc0t rc6t " : "") + kKnobs;
-}
-
-bool HasWord(std::string_view words, std::string_view word) {
-  return (" " + std::string(words)).find(" " + std::string(word) + " ") != std::string::npos;
-}
+constexpr const char* kKnobs[] = {
+    "r",       "eof",      "autoEnable", "d3",        "d0i3",   "flr",    "invmwait", "neodem",
+    "neoprom", "norpv",    "passpOn",    "passOnPro", "mmd",    "pcxon",  "raplstat", "perfstat",
+    "qclk",    "poweroff", "chkyellow",  "chkmem",    "chkmca", "chksoc", "sync"};
 
 std::string Join(const std::vector<std::string>& texts) {
   std::string joined;
@@ -64,21 +28,13 @@ std::string Join(const std::vector<std::string>& texts) {
   return joined;
 }
 
-// A text that no default holds, and that leaves the checker nothing to say.
-std::string TextFor(const Keyword& keyword, const PmTestRow& test) {
-  const std::map<std::string_view, const char*> texts = {
-      {"scope", "50:0:0"},     {"idscope", "50:0:0"},  {"log", "Debug"},
-      {"mode", "Exercise"},    {"coreexcl", "C1:[0]"}, {"ice", "D3"},
-      {"substates", "C1:[0]"}, {"gvpoints", "Turbo"},  {"core", "Specific:7"},
-      {"mod", "Specific:7"},   {"pkg", "Specific:7"},  {"tlc", "Specific:7"},
-      {"idaff", "Specific:7"}, {"dev", "Specific:7"},  {"tile", "Specific:7"},
-      {"wakeevent", "USB"},    {"ss", "S3"},           {"pkgmode", "true"},
-      {"sxfl", "S0i3"},
-  };
-  if (keyword.short_name == "states") return test.id == PM_TEST_ICE_CSTATES ? "D0I3" : "C6";
-  const auto row = texts.find(keyword.short_name);
-  if (row != texts.end()) return row->second;
-  return keyword.kind == KeywordKind::kSwitch ? "false" : "7";
+// A good text that is not the option's default.
+std::string TextFor(const Keyword& keyword, const OptionRow& option) {
+  if (keyword.kind == KeywordKind::kSwitch) return option.reset == "false" ? "true" : "false";
+  for (const char* const text : {"7", "Specific:7", "Debug", "Exercise"}) {
+    if (!JudgeText(option, std::string(keyword.unit) + text)) return text;
+  }
+  return std::string(GetSyntax(option.syntax).example);
 }
 
 // An option of a test, with its text.
@@ -111,18 +67,20 @@ std::string Plain(std::string_view name) {
   return plain;
 }
 
-// The options that a short name stands for, and the words that it is in a list.
-std::set<std::string> PlacesOf(std::string_view short_name, const PmTestRow& test) {
+// The option that a keyword is for, by their names; null where the test has none.
+const OptionRow* FindByName(const PmTestRow& test, const Keyword& keyword) {
   std::set<std::string> names;
-  for (const Keyword& keyword : Keywords()) {
-    if (keyword.short_name == short_name) names.insert(Plain(keyword.name));
+  for (const Keyword& other : Keywords()) {
+    if (other.short_name == keyword.short_name) names.insert(Plain(other.name));
   }
-  if (short_name == "states") names.insert("exestates");
-  if (HasWord(kKnobs, short_name)) {
-    const bool is_check = short_name == "chkyellow" || short_name == "chkmem";
+  if (keyword.short_name == "states") names.insert("exestates");
+  if (keyword.kind == KeywordKind::kKnob) {
+    const bool is_check = keyword.short_name == "chkyellow" || keyword.short_name == "chkmem";
     names = {test.id == PM_TEST_GSTATES && is_check ? "prepostcheck" : "knobs"};
   }
-  return names;
+  const auto option = std::ranges::find_if(
+      test.options, [&names](const OptionRow& row) { return names.contains(Plain(row.name)); });
+  return option == test.options.end() ? nullptr : &*option;
 }
 
 struct Outcome {
@@ -157,23 +115,22 @@ void ExpectReached(const PmTestRow& test, const Keyword& keyword) {
   const std::string section = std::string("/") + GetPMTestNameByID(test.id);
   const std::string option = "-" + std::string(keyword.short_name);
   std::vector<std::string> arguments = {section, option};
+  const OptionRow* const wanted = FindByName(test, keyword);
   std::string text(keyword.name);
   if (keyword.kind != KeywordKind::kKnob) {
-    text = arguments.emplace_back(TextFor(keyword, test));
+    text = arguments.emplace_back(wanted != nullptr ? TextFor(keyword, *wanted) : "7");
   }
-  const bool is_known = HasWord(ShortNamesOf(test), keyword.short_name);
-  const std::set<std::string> places = PlacesOf(keyword.short_name, test);
   const Outcome outcome = RunOverDefaults(arguments);
   bool is_there = false;
   for (const OptionText& changed : outcome.changed) {
     EXPECT_EQ(changed.test, &test) << section << " " << option;
     EXPECT_NE(changed.text.find(text), std::string::npos) << section << " " << option;
     EXPECT_FALSE(JudgeText(*changed.option, changed.text)) << section << " " << option;
-    is_there = is_there || places.contains(Plain(changed.option->name));
+    is_there = is_there || changed.option == wanted;
   }
-  EXPECT_EQ(is_there, is_known) << section << " " << option;
-  ASSERT_EQ(outcome.faults.size(), is_known ? 0U : 1U) << section << " " << option;
-  if (is_known) return;
+  EXPECT_EQ(is_there, wanted != nullptr) << section << " " << option;
+  ASSERT_EQ(outcome.faults.size(), wanted != nullptr ? 0U : 1U) << section << " " << option;
+  if (wanted != nullptr) return;
   EXPECT_TRUE(outcome.changed.empty()) << section << " " << option;
   const std::string& fault = outcome.faults.front();
   EXPECT_TRUE(fault.starts_with(section + " \"" + option + "\": no option of this test")) << fault;
@@ -183,6 +140,9 @@ void ExpectReached(const PmTestRow& test, const Keyword& keyword) {
 TEST(OptionTargets, EveryKeywordReachesItsOptionOrIsAFault) {
   for (const PmTestRow& test : PmTests()) {
     for (const Keyword& keyword : Keywords()) ExpectReached(test, keyword);
+  }
+  for (const char* const knob : kKnobs) {
+    EXPECT_EQ(FindShortName(knob)->kind, KeywordKind::kKnob) << knob;
   }
 }
 

@@ -7,16 +7,9 @@
 #include <set>
 
 #include "config/model/document_model.h"
-#include "source_dir.h"
-#include "temporary_folder.h"
 
 namespace vexor {
 namespace {
-
-TEST(Reference, TheFileIsCurrent) {
-  EXPECT_EQ(GetOptionReference(), ReadBytes(VEXOR_SOURCE_DIR "/docs/options.md"))
-      << "docs/options.md is stale: scripts/renew.sh";
-}
 
 std::set<std::string> Matches(const std::string& text, const char* expression) {
   const std::regex regex(expression);

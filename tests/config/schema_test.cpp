@@ -11,18 +11,11 @@
 #include "config/tables/system_setup.h"
 #include "config/texts/syntax_table.h"
 #include "config/texts/text_pattern.h"
-#include "source_dir.h"
-#include "temporary_folder.h"
 #include "util/text.h"
 #include "vexor/util/random.h"
 
 namespace vexor {
 namespace {
-
-TEST(Schema, TheFileIsCurrent) {
-  EXPECT_EQ(GetXMLSchema(), ReadBytes(VEXOR_SOURCE_DIR "/docs/vexor.xsd"))
-      << "docs/vexor.xsd is stale: scripts/renew.sh";
-}
 
 // As a validator sees a text: outer white space gone, a blank for each run of it inside.
 std::string Collapsed(std::string_view text) {

@@ -21,6 +21,7 @@
 #include "logging/log_test_tools.h"
 #include "platform/child_process.h"
 #include "platform/test_disk.h"
+#include "platform/test_waits.h"
 #include "vexor/logging/log_file.h"
 #include "vexor/logging/log_merge.h"
 #include "vexor/syntax/error_codes.h"
@@ -329,6 +330,60 @@ TEST(Durability, WaitsForNoLinesOfAFileThatIsLeft) {
   file->EndAppending();
   EXPECT_FALSE(file->AwaitsMore());
   EXPECT_TRUE(file->Flush(5));
+}
+
+// What makes many threads' lines cheap: those that the last flush served are about to append again.
+TEST(Durability, HoldsAFlushBackForLinesThatItCanServe) {
+  const TemporaryFolder folder;
+  const TestDisk disk;
+  std::error_code error;
+  static std::shared_ptr<vexor::DurableFile> file;
+  file = vexor::DurableFile::Open(folder / "f", "f", vexor::OpenMode::kAppend, error);
+  ASSERT_FALSE(file->Append("1") || file->Append("2"));
+  ASSERT_TRUE(file->Flush(2));
+  ASSERT_FALSE(file->Append("3"));
+  static std::atomic<int> looks;
+  looks = 0;
+  test_waits::at_clock = [] {
+    if (++looks == 2) static_cast<void>(file->Append("4"));
+  };
+  EXPECT_TRUE(file->Flush(3));
+  test_waits::at_clock = nullptr;
+  ASSERT_EQ(file->Appended(), 4U) << "the flush did not wait";
+  EXPECT_TRUE(file->Flush(4));
+  EXPECT_EQ(TestDisk::Calls(TestDisk::kFlush), 2);
+  file.reset();
+}
+
+// A line is written in less time than a thread takes to sleep and to wake.
+TEST(Durability, SpinsForAMomentWhileAnotherThreadWrites) {
+  const QuietConsole quiet;
+  const TemporaryFolder folder;
+  static constexpr int kEnough = 20;
+  static std::atomic<int> spins;
+  static std::atomic<bool> is_writing;
+  spins = 0;
+  is_writing = false;
+  VexorLogging log("");
+  ASSERT_TRUE(OpenPlain(log, folder, "run"));
+  vexor::FileCalls calls = vexor::kSystemFileCalls;
+  calls.write = [](vexor::FileHandle handle, std::string_view bytes, std::size_t& written) {
+    is_writing = true;
+    const auto end = steady_clock::now() + std::chrono::seconds(5);
+    while (spins < kEnough && steady_clock::now() < end) std::this_thread::yield();
+    std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    return vexor::kSystemFileCalls.write(handle, bytes, written);
+  };
+  vexor::file_calls = &calls;
+  std::thread writer([&] { log.LogLine("1", TRACE_CRITICAL); });
+  while (!is_writing) std::this_thread::yield();
+  test_waits::at_spin = [] { ++spins; };
+  log.LogLine("2", TRACE_CRITICAL);
+  writer.join();
+  test_waits::at_spin = nullptr;
+  vexor::file_calls = &vexor::kSystemFileCalls;
+  EXPECT_GE(spins, kEnough);
+  EXPECT_LE(spins, 100 * kEnough) << "sleeps when that takes longer";
 }
 
 // A file may be long. The one of this test gets more lines, in the same bytes, as soon as the log

@@ -39,7 +39,7 @@ struct Table {
   ParseName parse;  // null when the names are only given out
   int unknown;
   const char* outside;  // the name of a value that has none
-  const char* names;    // joined by ";"
+  const char* names;    // joined by ";"; further ones may follow
 };
 
 constexpr const char* kCoreNames =
@@ -62,12 +62,13 @@ constexpr auto kTables = std::to_array<Table>({
      "THERMAL_STATUS;TURBO_LIMIT"},
     {vexor::GetCustomConfigMailboxName, AsInt<ParseCustomConfigMailboxID>, 255, "",
      "CPU;GT;PMC;ISP;VPU"},
-    {GetConfigEnableStatus, AsInt<ParseConfigEnableStatus>, 5, "n/a",
+    {GetConfigEnableStatus, AsInt<ParseConfigEnableStatus>, CFG_MODE_UNKNOWN, "n/a",
      "Disable;Enable;Random;Toggle;Default"},
-    {GetTestModeName, AsInt<ParseTestModeID>, 4, "", "Default;Verify;Exercise;Monitor"},
-    {GetTestControlNameByID, AsInt<ParseTestControlID>, 6, "",
+    {GetTestModeName, AsInt<ParseTestModeID>, TEST_MODE_UNKNOWN, "",
+     "Default;Verify;Exercise;Monitor"},
+    {GetTestControlNameByID, AsInt<ParseTestControlID>, TEST_CONTROL_UNKNOWN, "",
      "start;stop;pause;resume;skip;repeat"},
-    {GetSysConfigName, AsInt<ParseSysConfigID>, 24, "",
+    {GetSysConfigName, AsInt<ParseSysConfigID>, SYS_CFG_UNKNOWN, "",
      "PerfP_Limitation_Enable;HangOnGlbReset;Hybrid_Sleep;Fast_Startup;AC_Deep_S3;"
      "DC_Deep_S3;AC_Deep_S4;DC_Deep_S4;AC_Deep_S5;DC_Deep_S5;LPM0_PRI;LPM1_PRI;LPM2_PRI;"
      "LPM3_PRI;LPM4_PRI;LPM5_PRI;LPM6_PRI;LPM7_PRI;Stop_on_GlobalReset0_Mask;"
@@ -87,23 +88,24 @@ constexpr auto kTables = std::to_array<Table>({
      "Invalid \"System Knobs\" User Configuration;"
      "Invalid \"Custom Knobs\" User Configuration;"
      "Invalid \"TestControl\" User Configuration"},
-    {GetS0ixStatesName, AsInt<ParseS0ixStatesID>, 17, "",
+    {GetS0ixStatesName, AsInt<ParseS0ixStatesID>, S0IX_UNKNOWN, "",
      "S0iR;S0i1;S0i2;S0i3;PS-ON;IDLE1;IDLE2;IDLE3;IVR-S0IX;S0i2-0;S0i2-1;S0i2-2;S0i3-0;"
      "S0i3-1;S0i3-2;S0i3-3;S0i3-4"},
-    {GetDevicePCIOptionName, AsInt<ParseDevicePCIOptionID>, 4, "", "L0;L0s;L1;L0s-and-L1"},
-    {InForm<GetPCIeGenSpeedName, false>, AsIntInForm<ParsePCIeGenSpeedID, false>, 6, "",
-     "Gen1;Gen2;Gen3;Gen4;Gen5;Gen6"},
-    {InForm<GetPCIeGenSpeedName, true>, AsIntInForm<ParsePCIeGenSpeedID, true>, 6, "",
-     "2.5 GT/s;5.0 GT/s;8.0 GT/s;16.0 GT/s;32.0 GT/s;64.0 GT/s"},
-    {InForm<GetPCIeLinkWidthName, false>, AsIntInForm<ParsePCIeLinkWidthID, false>, 7, "",
-     "x1;x2;x4;x8;x12;x16;x32"},
-    {InForm<GetPCIeLinkWidthName, true>, AsIntInForm<ParsePCIeLinkWidthID, true>, 7, "",
-     "1 lane;2 lanes;4 lanes;8 lanes;12 lanes;16 lanes;32 lanes"},
-    {InForm<GetPCIeDStateName, false>, AsIntInForm<ParsePCIeDStateID, false>, 5, "",
-     "D0;D1;D2;D3hot;D3cold"},
-    {InForm<GetPCIeDStateName, true>, AsIntInForm<ParsePCIeDStateID, true>, 5, "",
+    {GetDevicePCIOptionName, AsInt<ParseDevicePCIOptionID>, DEVICE_PCIE_UNKNOWN, "",
+     "L0;L0s;L1;L0s-and-L1"},
+    {InForm<GetPCIeGenSpeedName, false>, AsIntInForm<ParsePCIeGenSpeedID, false>,
+     PCIE_GEN_SPEED_UNKNOWN, "", "Gen1;Gen2;Gen3;Gen4;Gen5;Gen6"},
+    {InForm<GetPCIeGenSpeedName, true>, AsIntInForm<ParsePCIeGenSpeedID, true>,
+     PCIE_GEN_SPEED_UNKNOWN, "", "2.5 GT/s;5.0 GT/s;8.0 GT/s;16.0 GT/s;32.0 GT/s;64.0 GT/s"},
+    {InForm<GetPCIeLinkWidthName, false>, AsIntInForm<ParsePCIeLinkWidthID, false>,
+     PCIE_LINK_WIDTH_UNKNOWN, "", "x1;x2;x4;x8;x12;x16;x32"},
+    {InForm<GetPCIeLinkWidthName, true>, AsIntInForm<ParsePCIeLinkWidthID, true>,
+     PCIE_LINK_WIDTH_UNKNOWN, "", "1 lane;2 lanes;4 lanes;8 lanes;12 lanes;16 lanes;32 lanes"},
+    {InForm<GetPCIeDStateName, false>, AsIntInForm<ParsePCIeDStateID, false>, PCIE_DSTATE_UNKNOWN,
+     "", "D0;D1;D2;D3hot;D3cold"},
+    {InForm<GetPCIeDStateName, true>, AsIntInForm<ParsePCIeDStateID, true>, PCIE_DSTATE_UNKNOWN, "",
      "D0 fully on;D1 light sleep;D2 deep sleep;D3 with power;D3 without power"},
-    {vexor::GetPcieDevTypeName, AsInt<ParsePcieDevType>, 8, "",
+    {vexor::GetPcieDevTypeName, AsInt<ParsePcieDevType>, PCIE_DEVICE_UNKNOWN, "",
      "All;Root-Port;Bridge;Graphics;Storage;Network;USB;Audio"},
     {GetCpuNameById, AsInt<GetCpuIdByName>, 0, "",
      "Unknown;CPU-A1;CPU-A2;CPU-B1;CPU-B2;CPU-C1;CPU-C2"},
@@ -112,7 +114,7 @@ constexpr auto kTables = std::to_array<Table>({
     {vexor::GetPchLpcTypeName, AsInt<vexor::ParsePchLpcType>, 0, "",
      "Unknown;PCH-A1;PCH-B1;PCH-C1"},
     {vexor::GetDgfxTypeName, AsInt<ParserDgfxType>, 0, "", "Unknown;DGFX-A1;DGFX-B1;DGFX-C1"},
-    {GetAcpiString, AsInt<GetAcpiEnum>, 36, "",
+    {GetAcpiString, AsInt<GetAcpiEnum>, ACPI_TABLE_UNKNOWN, "",
      "APIC;BERT;BGRT;CPEP;DBG2;DMAR;DSDT;ECDT;EINJ;ERST;FACP;FACS;FPDT;GTDT;HEST;HPET;"
      "LPIT;MCFG;MPST;MSCT;NFIT;PCCT;PMTT;PPTT;PSDT;RASF;RSDT;SBST;SDEI;SLIT;SRAT;SSDT;"
      "TPM2;UEFI;WAET;XSDT"},
@@ -153,7 +155,7 @@ TEST(NameTables, EveryNameGoesOutAndComesBack) {
         EXPECT_EQ(table.parse(std::string(name) + '\0'), table.unknown);
       }
     }
-    EXPECT_EQ(names, table.names);
+    EXPECT_TRUE((names + ";").starts_with(std::string(table.names) + ";")) << names;
     for (const int value : {-1, count, count + 1, 255, 2147483647, -2147483647 - 1}) {
       EXPECT_STREQ(table.get(value), table.outside) << value;
     }

@@ -2,7 +2,7 @@
 //
 //   <MSR_CFG> <MSR> <Address>0x1A0</Address> <AndMask>..</AndMask> ... </MSR> ... </MSR_CFG>
 //
-// Ten kinds of items, each in a container of its own. An item keeps the trimmed text of each of its
+// Each kind of item stands in a container of its own. An item keeps the trimmed text of each of its
 // children (empty where one is missing) and the whole item as one text, ItemText: "<name>text  " or
 // "<name/>  " per child. Applying the items is the caller's business.
 #pragma once

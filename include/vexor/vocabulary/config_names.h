@@ -94,11 +94,11 @@ VEXOR_EXPORT const char* GetConfigEnableStatus(int value);
 VEXOR_EXPORT const char* GetSysConfigName(int value);
 VEXOR_EXPORT const char* GetGuiConfigName(int value);
 
-// Returns the mode of a name, CFG_MODE_UNKNOWN (5) for any other text.
+// Returns the mode of a name, CFG_MODE_UNKNOWN for any other text.
 VEXOR_EXPORT CFG_MODE ParseConfigEnableStatus(std::string_view text);
 
 // Return the setting of a name, or of the older name of a reset or hang-cause mask
 // ("GlobalReset0_Check", "GlobalReset1_Check", "GlobalReset0_IOE_Check", "GlobalReset1_IOE_Check",
-// "HPR_Cause0_Check"); SYS_CFG_UNKNOWN (24) and GUI_CFG_UNKNOWN (255) for any other text.
+// "HPR_Cause0_Check"); SYS_CFG_UNKNOWN and GUI_CFG_UNKNOWN for any other text.
 VEXOR_EXPORT SYS_CFG_ID ParseSysConfigID(std::string_view text);
 VEXOR_EXPORT GUI_CFG_ID ParseGuiConfigID(std::string_view text);

@@ -66,8 +66,7 @@ VEXOR_EXPORT const char* GetTestModeName(int value);
 VEXOR_EXPORT const char* GetTestControlNameByID(int value);
 VEXOR_EXPORT const char* GetS0ixStatesName(int value);
 
-// Return the value of a name, the enumeration's unknown value for any other text: its number of
-// names (4 test modes, 6 test controls, 17 states).
+// Return the value of a name, the enumeration's unknown value for any other text.
 VEXOR_EXPORT TEST_MODE ParseTestModeID(std::string_view text);
 VEXOR_EXPORT TEST_CONTROL_ID ParseTestControlID(std::string_view text);
 VEXOR_EXPORT S0IX_STATES ParseS0ixStatesID(std::string_view text);
