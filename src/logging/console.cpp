@@ -25,7 +25,7 @@ constexpr LevelName kLevelNames[] = {
 constinit std::atomic<TRACE_LEVEL> ConsoleOutput::m_ePrintLevel = TRACE_INFORMATION;
 
 const char* GetTraceLevelName(TRACE_LEVEL level, bool short_name) {
-  const auto index = static_cast<std::uint32_t>(level);  // a negative value lies above the table
+  const auto index = static_cast<std::uint32_t>(level);  // makes negative values too large as well
   if (index >= std::size(kLevelNames)) return "";
   return short_name ? kLevelNames[index].short_name : kLevelNames[index].name;
 }

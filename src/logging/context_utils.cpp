@@ -4,7 +4,7 @@
 
 ContextUtils::~ContextUtils() = default;
 
-// By value: front ends override it with this signature.
+// Takes the script by value because front ends override this signature.
 // NOLINTNEXTLINE(performance-unnecessary-value-param)
 bool ContextUtils::CreateAutoRun(std::string script, unsigned char flags) {
   vexor::StandardOutput() << script << static_cast<char>(flags);

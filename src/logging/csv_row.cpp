@@ -64,6 +64,7 @@ std::string CsvHeader::ComposeRow(std::span<const CsvCell> own,
       homeless.push_back(cell.text);
     }
   }
+  // Only after all named cells are in place is it known which columns are free.
   auto next = homeless.begin();
   for (auto text = texts.begin(); text != texts.end() && next != homeless.end(); ++text) {
     if (!*text) *text = *next++;

@@ -1,4 +1,4 @@
-// Rows of comma-separated values under a header line, quoted as RFC 4180 asks.
+// Composes rows of comma-separated values under a header line, quoted as in RFC 4180.
 #pragma once
 
 #include <cstddef>
@@ -9,7 +9,7 @@
 
 namespace vexor {
 
-// A text for the column of this name; without a name, for the next column that is still empty.
+// A text for the column of this name or, if `column` is empty, for the next free column.
 struct CsvCell {
   std::string_view column;
   std::string_view text;
@@ -21,10 +21,10 @@ class CsvHeader {
   CsvHeader() = default;
   explicit CsvHeader(std::string_view line);
 
-  // Returns one row, without a line end: `own` fills its columns first and leaves out those that
-  // the header lacks; `cells` go to theirs. A cell whose column is missing or taken goes to the
-  // next empty one, and when there is none it stands, as a column more, before "Level" or at the
-  // end.
+  // Returns one row without a line end. First `own` fills its columns; cells of `own` whose column
+  // the header lacks are dropped. Then each of `cells` goes to its column. Those without a column
+  // in the header fill the free columns from the left. What is left after that is not dropped: it
+  // becomes surplus columns before "Level", or at the end if the header has no "Level".
   [[nodiscard]] std::string ComposeRow(std::span<const CsvCell> own,
                                        std::span<const CsvCell> cells) const;
 

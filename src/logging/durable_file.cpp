@@ -1,5 +1,6 @@
 #include "logging/durable_file.h"
 
+#include <cassert>
 #include <thread>
 #include <utility>
 
@@ -7,7 +8,7 @@ namespace vexor {
 
 namespace {
 
-// Several times as long as threads take to wake and append, and short beside a flush.
+// Several times what threads need to wake and append, and short compared with a flush.
 constexpr std::uint64_t kGatherNanoseconds = 60'000;
 
 }  // namespace
@@ -33,11 +34,13 @@ std::error_code DurableFile::Reopen() {
 
 std::error_code DurableFile::Append(std::string_view bytes) {
   const std::error_code error = opened_->file.Append(bytes);
+  // Counted after the write: whoever reads the count and then flushes covers these bytes.
   if (!error) appended_.fetch_add(1, std::memory_order_release);
   return error;
 }
 
 bool DurableFile::Flush(std::uint64_t count) {
+  assert(count <= Appended());  // else the loop would never end
   std::unique_lock lock(mutex_);
   while (flushed_ < count) {
     if (flushing_) {
@@ -48,12 +51,17 @@ bool DurableFile::Flush(std::uint64_t count) {
     lock.unlock();
     const std::uint64_t covered = GatherGroup();
     lock.lock();
-    // Behind the count: a file that is opened anew after it holds all of those blocks or none.
+    // Read after the count. In the other order, a Reopen in between would let blocks of the new
+    // file be counted although only the old file is flushed.
     const std::shared_ptr<Opened> opened = opened_;
     lock.unlock();
-    const std::error_code error = FlushNow(*opened);  // throws nothing: others wait for its end
+    // Must not throw: `flushing_` would stay set, and the waiting threads would wait for ever.
+    const std::error_code error = FlushNow(*opened);
     lock.lock();
     flushing_ = false;
+    // After a failure, too: the waiting threads learn of it from `failed_` and do not each try a
+    // broken disk in turn.
+    assert(flushed_ <= covered);
     flushed_ = covered;
     if (error && !failed_) {
       failed_ = true;
@@ -64,14 +72,15 @@ bool DurableFile::Flush(std::uint64_t count) {
   return !failed_;
 }
 
-// Waits until as many blocks are there as the last flush served, but not for long, and not when no
-// more can come; returns the number of blocks that a flush serves now.
+// Waits until as many new blocks have been appended as the last flush covered, but only briefly,
+// and not after EndAppending. Returns the number of blocks that a flush would cover now.
 std::uint64_t DurableFile::GatherGroup() {
   const std::uint64_t begin = ReadPerformanceCounter();
   while (AwaitsMore() && ReadPerformanceCounter() - begin < kGatherNanoseconds) {
     std::this_thread::yield();
   }
   const std::uint64_t appended = Appended();
+  assert(covered_ <= appended);
   group_ = appended - covered_;
   covered_ = appended;
   return appended;
@@ -79,6 +88,7 @@ std::uint64_t DurableFile::GatherGroup() {
 
 std::error_code DurableFile::FlushNow(Opened& opened) const noexcept {
   if (const std::error_code error = opened.file.Flush()) return error;
+  // A new file's entry in its folder is not durable with the file's content; once is enough.
   if (opened.name_on_disk) return {};
   const std::error_code error = File::SyncName(path_);
   opened.name_on_disk = !error;

@@ -1,10 +1,13 @@
 #include "logging/log_cells.h"
 
 #include <algorithm>
+#include <cassert>
+#include <limits>
 
 namespace vexor {
 
 void LogCells::Start(std::string_view text, std::size_t width, Quotes quotes, bool returns) {
+  assert(text.size() <= std::numeric_limits<std::uint32_t>::max());
   text_ = text;
   width_ = width;
   quotes_ = quotes;
@@ -17,7 +20,7 @@ void LogCells::Start(std::string_view text, std::size_t width, Quotes quotes, bo
 
 std::size_t LogCells::Width() {
   if (width_ == kUnknownWidth) {
-    LocateUpTo(text_.size());  // there are no more cells than bytes, and one
+    LocateUpTo(text_.size());  // n bytes have at most n + 1 cells
     width_ = located_;
   }
   return width_;
@@ -38,7 +41,8 @@ std::string_view LogCells::Last() {
   if (text_.size() >= kScanBlock && quotes_ != Quotes::kOpen) {
     const std::size_t block = text_.size() - kScanBlock;
     const std::uint32_t commas = FindInBlock(text_.data() + block, ',');
-    // A comma behind all quotes is outside of them.
+    // A comma after the last quote is not inside a quoted cell. In the masks, later bytes have
+    // higher bits.
     if (commas > FindInBlock(text_.data() + block, '"')) {
       return text_.substr(block + static_cast<std::size_t>(std::bit_width(commas)));
     }
@@ -64,8 +68,7 @@ void LogCells::LocateUpTo(std::size_t position) {
   }
 }
 
-// Goes on to a quoted cell. What it changes is in local variables, which the compiler can keep in
-// registers.
+// Stops at a quoted cell. Works on local copies, which the compiler can keep in registers.
 void LogCells::LocatePlain(std::size_t position) {
   CommaSearch commas = commas_;
   std::size_t next = next_;
@@ -99,8 +102,10 @@ void LogCells::LocateQuoted() {
   commas_ = CommaSearch(text_, next_);
 }
 
+// Removes the quotes of a cell, as well as the carriage returns that the writer put before its line
+// feeds.
 std::string_view LogCells::Resolve(std::string_view quoted) {
-  resolved_.reserve(text_.size());
+  resolved_.reserve(text_.size());  // enough for all cells of the row
   const std::size_t begin = resolved_.size();
   bool inside = true;
   for (std::size_t i = 1; i < quoted.size(); ++i) {
@@ -114,6 +119,7 @@ std::string_view LogCells::Resolve(std::string_view quoted) {
     }
     resolved_ += quoted[i];
   }
+  assert(resolved_.size() <= text_.size());
   return std::string_view(resolved_).substr(begin);
 }
 

@@ -1,4 +1,4 @@
-// The cells of one row, found when they are asked for.
+// Splits one row into cells, only as far as they are asked for: most callers want a few columns.
 #pragma once
 
 #include <cstddef>
@@ -17,24 +17,25 @@ class LogCells {
 
   enum class Quotes : std::uint8_t { kNone, kClosed, kOpen };
 
-  // Begins with the cells of this text of less than 4 GB, which has a margin behind it
-  // (log_scan.h). `quotes` tells whether a cell may be quoted, and the last one lacks its closing
-  // quote; `returns` whether the row has a carriage return in its line end.
+  // Starts with a new row. The text is shorter than 4 GB and followed by `kScanMargin` bytes (see
+  // log_scan.h). `width` is the number of cells, if known. `quotes` tells whether cells may be
+  // quoted, and whether the last one lacks its closing quote. With `returns`, the row ends with a
+  // carriage return and a line feed, and so do the lines inside its cells.
   void Start(std::string_view text, std::size_t width, Quotes quotes, bool returns);
 
   std::size_t Width();
 
-  // Empty from the width on. Valid until `Start`.
+  // Returns a cell without its quotes, empty if the row has none here. Valid until `Start`.
   std::string_view At(std::size_t position);
 
-  // The last one, found from the end.
+  // Returns the last cell. Mostly finds it from the end, without splitting the row.
   std::string_view Last();
 
  private:
   struct Place {
     const char* text = nullptr;
     std::uint32_t size = 0;
-    bool as_quoted = false;  // the text has its quotes, which are to be resolved
+    bool as_quoted = false;  // the text still has its quotes and needs Resolve
   };
 
   [[nodiscard]] bool IsDone() const { return next_ > text_.size(); }
@@ -52,10 +53,10 @@ class LogCells {
   Quotes quotes_ = Quotes::kNone;
   bool returns_ = false;
   std::size_t next_ = 0;  // where the next cell begins
-  CommaSearch commas_;    // from there on
+  CommaSearch commas_;    // the commas from there on
   std::vector<Place> places_;
-  std::size_t located_ = 0;  // places of this row
-  std::string resolved_;     // never grows while texts in it are in use
+  std::size_t located_ = 0;  // entries of `places_` that belong to this row
+  std::string resolved_;     // unquoted texts; never reallocated within a row, as cells refer to it
 };
 
 }  // namespace vexor

@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::size_t kBlock = 65536;
 
-// Counts on from where the handle stands.
+// Adds what lies between the handle's position and the end of the file to `content`.
 void Count(FileHandle handle, LogContent& content) {
   std::array<char, kBlock> bytes;  // NOLINT(*-member-init): not read before it is written
   std::size_t count = 0;

@@ -1,4 +1,4 @@
-// The lines of a log file that exists already, to which a log is about to append.
+// Counts the lines of an existing log file to which a log is about to append.
 #pragma once
 
 #include <cstdint>
@@ -10,17 +10,17 @@ namespace vexor {
 
 struct LogContent {
   FileIdentity file;
-  std::uint64_t size = 0;  // so many bytes were looked at
-  std::uint32_t line_ends = 0;
-  bool torn = false;  // they end in the middle of a line
+  std::uint64_t size = 0;       // number of bytes read
+  std::uint32_t line_ends = 0;  // in those bytes
+  bool torn = false;            // the last of those bytes is no line end
 
-  // The line included that the file ends in the middle of.
+  // The number of lines, with a last one that has no line end.
   [[nodiscard]] std::uint32_t Lines() const { return line_ends + (torn ? 1 : 0); }
 };
 
-// Counts the lines of the file at `path`. With what was found earlier, only what is behind it is
-// read, unless another file stands there now or this one was cut. A file that cannot be read, or is
-// none, has no lines.
+// Counts the lines of the file at `path`. Given the result of an earlier call, reads only what the
+// file has gained since, or all of it if the file was replaced or cut. A file that is missing, not
+// regular or not readable has no lines.
 LogContent LookIntoLog(const std::string& path, const LogContent& earlier = {});
 
 }  // namespace vexor

@@ -1,6 +1,7 @@
 #include "logging/log_extent.h"
 
 #include <algorithm>
+#include <cassert>
 
 #include "logging/log_scan.h"
 #include "logging/log_time.h"
@@ -11,7 +12,8 @@ namespace {
 
 constexpr std::size_t kNulBlock = 8;
 
-// "\r\r\n" is the line end of what was torn between the two bytes of one and then ended.
+// "\r\r\n" arises when a write was torn between the two bytes of a line end: the next line begins
+// with a line end of its own.
 constexpr std::size_t kMostReturns = 2;
 
 std::size_t CountReturns(std::string_view bytes) {
@@ -20,8 +22,9 @@ std::size_t CountReturns(std::string_view bytes) {
   return count;
 }
 
-// Where the text of a line ends whose line feed is at this place.
+// Returns where the text of a line ends, given the place of its line feed.
 std::size_t FindTextEnd(std::string_view bytes, std::size_t line_feed) {
+  assert(bytes[line_feed] == '\n');
   std::size_t end = line_feed;
   while (end > 0 && line_feed - end < kMostReturns && bytes[end - 1] == '\r') --end;
   return end;
@@ -44,8 +47,9 @@ Extent CutOffAt(std::size_t place) {
   return extent;
 }
 
-// Does not cut through a character.
+// Cuts at the limit, or up to three bytes before it so as not to split a UTF-8 character.
 Extent CutAtLimit(std::string_view bytes, std::size_t limit) {
+  assert(limit > 3 && limit < bytes.size());
   std::size_t place = limit;
   for (int i = 0; i < 3 && (static_cast<unsigned char>(bytes[place]) & 0xC0U) == 0x80U; ++i) {
     --place;
@@ -57,8 +61,13 @@ Extent CutAtLimit(std::string_view bytes, std::size_t limit) {
   return extent;
 }
 
-// One pass over a row. Where a quote is open at a line end, the row may have been cut off there:
-// the pass goes on as if it had not, but remembers the place to return to.
+// One pass over a row, which may hold line ends inside quotes.
+//
+// A line end inside quotes is ambiguous: it belongs to the cell, or a crash cut the row off inside
+// the cell and the next row follows. In the second case, reading on to the next quote would swallow
+// whole rows. The pass assumes the first, remembers the line end, and returns to it when the bytes
+// that follow speak for the second: a row begins behind it, the quote closes where no cell can end,
+// or the row ends with too few cells.
 class RowPass {
  public:
   RowPass(std::string_view bytes, const RowRules& rules, DataEnd end)
@@ -73,7 +82,7 @@ class RowPass {
  private:
   enum class Answer : std::uint8_t { kYes, kNo, kUnknown };
 
-  // A line end inside quotes, and what was known there.
+  // A line end inside quotes, with the counts up to it.
   struct Place {
     std::size_t line_feed = 0;
     std::size_t line_ends = 0;
@@ -102,15 +111,15 @@ class RowPass {
   const char* bound_;
 
   const char* at_ = begin_;
-  bool inside_ = false;  // of quotes
+  bool inside_ = false;  // a quoted cell
   bool quoted_ = false;
   bool stray_quote_ = false;
-  std::size_t opened_ = 0;  // the last quote
+  std::size_t opened_ = 0;  // where the last quoted cell begins
   std::size_t line_ends_ = 0;
   Passed outside_;
   Passed within_;
   Place first_;      // the first line end inside quotes
-  Place other_row_;  // the first one with the start of a row behind it
+  Place other_row_;  // the first of them that is followed by the start of a row
   Extent result_;
 };
 
@@ -120,7 +129,7 @@ Extent RowPass::Measure() {
   return result_;
 }
 
-// The steps return whether to go on.
+// The steps return whether to go on. They stop without a result if they need more bytes.
 
 bool RowPass::StepOutside() {
   at_ = FindStop(at_, bound_, outside_);
@@ -210,8 +219,8 @@ RowPass::Answer RowPass::IsRowStart(std::string_view rest) const {
   return may_be_row && end_ != DataEnd::kFinal ? Answer::kUnknown : Answer::kNo;
 }
 
-// Whether the row that ends here, with line ends in it, can be one: without other evidence a row
-// that begins with a time stamp is, and else the width tells.
+// Whether the row that ends here, and has line ends inside quotes, is really one row. A row with a
+// time stamp is, unless another one seems to begin inside it. Otherwise the number of cells tells.
 bool RowPass::IsComplete() const {
   if (inside_) return false;
   if (rules_.timed && !other_row_.is_set) return true;
@@ -240,8 +249,9 @@ void RowPass::FinishWithoutLine() {
     }
     return Finish(CutOffAt(bytes_.size()));
   }
-  // Somebody waits for the rows behind one that was cut off; that the rest of a long text, with
-  // rows of a log in it, is still to come is the less likely case.
+  // The file may grow, and somebody waits for its rows. If another row begins and ends behind the
+  // open quote, this one was most likely cut off. (The alternative is a cell that quotes a log and
+  // is still being written.)
   if (end_ == DataEnd::kPaused && other_row_.is_set &&
       bytes_.find('\n', other_row_.line_feed + 1) != std::string_view::npos) {
     ReturnTo(other_row_);
@@ -259,6 +269,7 @@ void RowPass::Finish(Extent extent) {
 }
 
 void RowPass::ReturnTo(const Place& place) {
+  assert(place.is_set);
   Finish(EndWithLine(bytes_, place.line_feed));
   result_.line_ends = place.line_ends;
   result_.commas = place.commas;
@@ -290,6 +301,7 @@ NulRun JudgeNuls(std::string_view bytes, std::size_t at, DataEnd end) {
 }
 
 Extent MeasureLine(std::string_view bytes, std::size_t limit, DataEnd end) {
+  assert(!bytes.empty() && bytes[0] != '\0');  // a size of 0 asks for more bytes
   const char* const begin = bytes.data();
   const char* const bound = begin + std::min(bytes.size(), limit);
   const char* at = begin;
@@ -328,6 +340,7 @@ Extent MeasureLine(std::string_view bytes, std::size_t limit, DataEnd end) {
 }
 
 Extent MeasureRow(std::string_view bytes, const RowRules& rules, DataEnd end) {
+  assert(!bytes.empty() && bytes[0] != '\0');  // a size of 0 asks for more bytes
   return RowPass(bytes, rules, end).Measure();
 }
 

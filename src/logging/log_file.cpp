@@ -18,13 +18,22 @@
 #include "util/standard_output.h"
 #include "vexor/util/clock.h"
 
+// Locks, in the order in which they are taken:
+//  1. `m_mFileHandleMutex`, one for all logs: the open files, the lines kept while a log is locked.
+//  2. `m_mThreadIdMutex`, also one for all logs: the routing tables (thread_routing.cpp). Making a
+//     row and moving to a new file look threads up while they hold the first mutex.
+//  2. The mutex of a `DurableFile`, when a file is reopened or its fault is fetched.
+// The two mutexes of the second rank are never held together, and no other lock is taken under
+// them. None of the three is held during a flush or while the front end runs: a slow disk would
+// hold up the logs on all other disks, and a front end that logs would deadlock.
+
 namespace {
 
 using vexor::Aftermath;
 using vexor::CsvCell;
 using vexor::OpenMode;
 
-// The text of a cell: a row has one line end, its own.
+// Returns the text without its last line end, for a cell: callers end texts as they end lines.
 std::string_view WithoutLineEnd(std::string_view text) {
   if (!text.ends_with('\n')) return text;
   text.remove_suffix(1);
@@ -32,8 +41,8 @@ std::string_view WithoutLineEnd(std::string_view text) {
   return text;
 }
 
-// Locks the mutex. Tries for a moment before it waits: a line is written in less time than a
-// thread takes to sleep and to wake.
+// Locks the mutex, spinning briefly before it blocks: the holder usually writes one line, which
+// takes less time than putting a thread to sleep and waking it.
 std::unique_lock<std::mutex> LockSoon(std::mutex& mutex) {
   constexpr int kTries = 100;
   for (int i = 0; i < kTries; ++i) {
@@ -43,8 +52,8 @@ std::unique_lock<std::mutex> LockSoon(std::mutex& mutex) {
   return std::unique_lock(mutex);
 }
 
-// Runs a step of a destructor, which nothing may leave. Memory may have run out: the report needs
-// none.
+// Runs a step of a destructor and prints what it throws, as no exception may leave a destructor.
+// Prints without allocating: the exception may be std::bad_alloc.
 template <class Step>
 void RunAndReport(const Step& step) {
   try {
@@ -56,7 +65,7 @@ void RunAndReport(const Step& step) {
   }
 }
 
-// Runs the step and returns what it throws.
+// Runs the step. Returns the exception that it threw, null if it threw none.
 template <class Step>
 std::exception_ptr Try(const Step& step) {
   try {
@@ -67,8 +76,10 @@ std::exception_ptr Try(const Step& step) {
   }
 }
 
-// A front end that is being told of a move, on this thread, by this log. One that logs to the same
-// log could move it again, and would be told of that, and so on without an end.
+// Marks that this thread is inside the front end of `log`, which announces a move to a new file. A
+// front end that logs to the same log may cause another move; announcing that one as well could
+// recurse without end. The marks of a thread form a list on its stack, because a front end may log
+// to other logs, which have front ends of their own.
 class Telling {
  public:
   explicit Telling(const void* log) : log_(log), outer_(innermost) { innermost = this; }
@@ -91,7 +102,7 @@ class Telling {
 
 constinit thread_local const Telling* Telling::innermost = nullptr;
 
-// The file that a log begins or goes on with, and the index of the one behind it.
+// The file that a log starts with, and the index of the next file of its series.
 struct FirstFile {
   std::string name;
   std::uint32_t next_index;
@@ -107,13 +118,13 @@ struct VexorLogging::Impl {
   [[nodiscard]] bool Drops(TRACE_LEVEL line_level, bool force) const;
   void LogRow(std::span<const CsvCell> cells, TRACE_LEVEL line_level, bool force);
 
-  // Runs a step under `m_mFileHandleMutex`; then, without it, waits for the disk and tells the
-  // front end about new files, also when the step throws. The result is false when a flush of a
-  // file that the step wrote to has failed, now or earlier.
+  // Runs a step under `m_mFileHandleMutex`. Then releases the mutex, flushes what the step wrote
+  // and tells the front end about new files, even if the step threw; its exception is rethrown at
+  // the end. Returns false if a flush of a file that the step wrote to has failed, now or earlier.
   template <class Step>
   bool Run(const Step& step);
 
-  // The same for a step before which the lines that the locked log keeps are written.
+  // The same, but first writes the lines that were kept while the log was locked.
   template <class Step>
   bool RunAfterKept(const Step& step);
 
@@ -135,13 +146,14 @@ struct VexorLogging::Impl {
   VexorLogging& owner;
   std::atomic<TRACE_LEVEL> level = TRACE_INFORMATION;
   std::atomic<bool> locked = false;
-  std::atomic<unsigned> untold_moves = 0;  // an exception came before the front end was told
+  // Moves that an exception kept from being announced to the front end; the next call does it.
+  std::atomic<unsigned> untold_moves = 0;
 
   // The rest is guarded by `m_mFileHandleMutex`.
   vexor::LogSeries series;
   vexor::CsvHeader columns;
-  std::deque<std::string> kept;  // lines that wait for the log to be unlocked
-  bool unexpected = false;
+  std::deque<std::string> kept;  // lines logged while the log is locked
+  bool unexpected = false;       // after UnexpectedInit: keep the name that Initialize is given
   std::string path;
   std::string override_options;
   ContextUtils* context = nullptr;
@@ -165,8 +177,8 @@ void VexorLogging::Impl::Take(std::string_view line, Aftermath& after) {
   }
 }
 
-// Writes so many of the lines, or fewer when the log has left so many files that these are to be
-// closed before it moves on.
+// Writes up to `due` of the kept lines. Stops early when this has filled many files: those are
+// flushed and closed, without the mutex, before further ones are opened.
 void VexorLogging::Impl::WriteKept(std::size_t& due, Aftermath& after) {
   constexpr std::size_t kMostOpenFiles = 16;
   for (; due > 0 && !kept.empty() && after.left.size() < kMostOpenFiles; --due) {
@@ -236,6 +248,7 @@ void VexorLogging::LogHeaderLine() {
 
 void VexorLogging::UpdateHeaderLine(std::string_view header_line) {
   const std::lock_guard lock(*m_mFileHandleMutex);
+  // In this order an exception leaves both forms of the old header.
   vexor::CsvHeader columns(header_line);
   impl_->series.SetHeader(header_line);
   impl_->columns = std::move(columns);
@@ -267,7 +280,7 @@ VexorLogging::VexorLogging(std::string_view header_line) : impl_(std::make_uniqu
 
 VexorLogging::~VexorLogging() {
   RunAndReport([this] { CloseFile(true); });
-  RunAndReport([this] { ForgetLog(); });  // whatever became of the file
+  RunAndReport([this] { ForgetLog(); });  // even if closing failed: no thread may find this log
 }
 
 bool VexorLogging::Initialize(std::string_view path, std::string_view name, TRACE_LEVEL level,
@@ -301,7 +314,8 @@ bool VexorLogging::Initialize(std::string_view path, std::string_view name, TRAC
   return started;
 }
 
-// Reads the file that the log is about to append to. It may be long: other logs go on meanwhile.
+// Counts the lines of the file that Initialize is about to append to. The file may be long, so it
+// is read without the mutex; under it, LookIntoLog reads only what was added since.
 vexor::LogContent VexorLogging::Impl::LookAhead(const std::string& file, bool continues,
                                                 bool is_locked) {
   std::string first;
@@ -312,8 +326,9 @@ vexor::LogContent VexorLogging::Impl::LookAhead(const std::string& file, bool co
   return vexor::LookIntoLog(vexor::MakeAbsolute(first));
 }
 
-// Opens the file of this name. A name that is made of the time may be that of a log which began in
-// the same millisecond, here or in another process: then its next copy is opened.
+// Opens the file of this name. An empty name stands for one made from the time. Another log, in
+// this process or another, may have taken that in the same millisecond: kCreate fails for a file
+// that exists, and the name's next copy is tried.
 bool VexorLogging::Impl::Start(std::string_view name, OpenMode mode, bool continues,
                                const vexor::LogContent& known) {
   if (!name.empty()) return !StartFile(vexor::MakeLogName(path, name), mode, continues, known);
@@ -333,7 +348,9 @@ std::error_code VexorLogging::Impl::StartFile(const std::string& file, OpenMode 
   return error;
 }
 
-// The file is that of the name, or the first of the series which it begins.
+// With a line limit, a log starts a series with the file of index 0. The name stays as it is when
+// a log is continued, when the log starts locked, and after UnexpectedInit, which says that the
+// name is that of a file within a series.
 FirstFile VexorLogging::Impl::PlanStart(const std::string& file, bool continues,
                                         bool is_locked) const {
   if (continues) return {file, series.NextIndex()};
@@ -344,7 +361,7 @@ FirstFile VexorLogging::Impl::PlanStart(const std::string& file, bool continues,
 }
 
 struct vexor::LogContinuation {
-  // Returns whether the log goes on in a series of files.
+  // Returns whether the log has a line limit, that is, whether it writes a series of files.
   static bool SetUnexpected(VexorLogging& log, bool unexpected) {
     const std::lock_guard lock(*VexorLogging::m_mFileHandleMutex);
     log.impl_->unexpected = unexpected;
@@ -406,8 +423,8 @@ bool VexorLogging::Impl::Run(const Step& step) {
     const auto lock = LockSoon(*m_mFileHandleMutex);
     failure = Try([&] { step(after); });
     if (after.moves > 0) {
-      // Under the same lock: the start of another log, which forgets all threads, comes before the
-      // move or after this.
+      // Under the same lock as the move: otherwise another log's Initialize could forget all
+      // threads between the two, and this older registration would survive it.
       const auto other_failure =
           Try([&] { owner.RegisterThisThread(level.load(std::memory_order_relaxed), false); });
       if (!failure) failure = other_failure;
@@ -426,7 +443,8 @@ bool VexorLogging::Impl::RunAfterKept(const Step& step) {
   for (bool done = false; !done;) {
     bool completed = false;
     const auto turn = [&](Aftermath& after) {
-      // Lines that come while the lock is free, between two turns, are not waited for.
+      // Counted once: other threads may log between two turns, and could keep this loop busy for
+      // ever.
       if (!due) due = kept.size();
       WriteKept(*due, after);
       if (*due == 0 || kept.empty()) {
@@ -438,7 +456,9 @@ bool VexorLogging::Impl::RunAfterKept(const Step& step) {
     };
     const auto failure_of_turn = Try([&] { durable = Run(turn) && durable; });
     if (!failure) failure = failure_of_turn;
-    if (!completed) break;  // but what a front end throws keeps no line from being written
+    // A turn that fails would fail again. One that completed, but whose front end threw, does not
+    // keep the other lines from being written.
+    if (!completed) break;
   }
   if (failure) std::rethrow_exception(failure);
   return durable;
@@ -457,8 +477,9 @@ bool VexorLogging::Impl::Settle(Aftermath& after) {
   const bool is_telling = Telling::IsBy(this);
   if (is_telling) after.moves = 0;
   const auto failure = Try([&] {
+    // Oldest first: a power cut meanwhile should cost the newest lines, not those before them.
     for (const auto& file : after.left) durable = Flush(file, file->Appended()) && durable;
-    after.left.clear();  // closed before the front end looks at them
+    after.left.clear();  // closes them: the front end may want to copy or move them
     if (after.file) durable = Flush(after.file, after.appended) && durable;
     if (is_telling) return;
     if (untold_moves.load(std::memory_order_relaxed) > 0) after.moves += untold_moves.exchange(0);
@@ -471,7 +492,8 @@ bool VexorLogging::Impl::Settle(Aftermath& after) {
   return durable;
 }
 
-// Tells the front end about one of the moves.
+// Tells the front end about one move. Counts it as told before the call: if the front end throws,
+// the move is not announced again.
 void VexorLogging::Impl::UpdateAutoRunScript(unsigned& moves) {
   constexpr unsigned char kAnnounceOnly = 2;
   ContextUtils* front_end = nullptr;
@@ -488,7 +510,7 @@ void VexorLogging::Impl::UpdateAutoRunScript(unsigned& moves) {
     }
   }
   --moves;
-  // Without a lock: the front end may log, to this log as well.
+  // Without a lock: the front end may log, even to this log.
   const Telling telling(this);
   if (front_end != nullptr) front_end->CreateAutoRun(std::move(its_script), its_flags);
 }

@@ -18,9 +18,10 @@ namespace vexor {
 namespace {
 
 constexpr std::string_view kExtension = ".csv";
-constexpr std::uint64_t kLookedAt = 65536;  // bytes, for the first time stamp
+constexpr std::uint64_t kLookedAt = 65536;  // bytes searched for the first time stamp
 
-// Whether a name ends as `GetTimeStamp` does: 20240307_090502017.
+// Whether a name ends with a time as `GetTimeStamp` writes it, such as 20240307_090502017. The "_"
+// in it does not begin the number of a series.
 bool EndsWithTimeStamp(std::string_view stem) {
   constexpr std::string_view kForm = "00000000_000000000";
   if (stem.size() < kForm.size()) return false;
@@ -29,7 +30,7 @@ bool EndsWithTimeStamp(std::string_view stem) {
                     [](char c, char form) { return form == '0' ? IsDecDigit(c) : c == form; });
 }
 
-// A series and the number in it that a path stands for.
+// The series that a path belongs to, and its number in the series.
 struct PlaceInSeries {
   std::string name;
   std::optional<std::uint32_t> number;
@@ -47,7 +48,8 @@ PlaceInSeries FindPlace(const std::string& path) {
   return {.name = std::string(stem), .number = std::nullopt};
 }
 
-// Judges by the share of bytes that texts do not have. NUL bytes may stand in a log.
+// Judges by the share of control characters. NUL bytes do not count: a power cut leaves them in
+// logs.
 bool LooksBinary(std::string_view bytes) {
   std::size_t strange = 0;
   std::size_t count = 0;
@@ -92,18 +94,20 @@ Look LookInto(const std::string& path) {
   return look;
 }
 
-// The order of the files in a series, and of a file without a number before them.
+// Orders the files of a series by number; a file without a number comes first.
 bool ComesBefore(const FoundLog& a, const FoundLog& b) {
   return a.number != b.number ? a.number < b.number : a.path < b.path;
 }
 
-// A file without a number is the first of a series that has none of number 0.
+// Whether a file without a number would be the first of this series: run.csv belongs before
+// run_1.csv, but not before run_0.csv.
 bool IsFirstOf(const FoundSeries& series) {
   return std::none_of(series.files.begin(), series.files.end(),
                       [](const FoundLog& file) { return file.number == 0U; });
 }
 
-// The last run has emptied the file with the lowest number: what begins before is older.
+// Parts the files of an earlier run from those of the last one. The last run emptied the file with
+// the lowest number and wrote it first, so a file that begins before it is older.
 void PartLeftovers(FoundSeries& series) {
   const auto begin = std::find_if(series.files.begin(), series.files.end(),
                                   [](const FoundLog& file) { return file.first != kNoLogTime; });
@@ -139,10 +143,10 @@ class Finder {
   void AddFile(const std::string& path, PathKind kind);
   void AddLog(FoundLog log);
 
-  std::map<std::string, std::size_t> folders_;  // and their order
+  std::map<std::string, std::size_t> folders_;  // with their rank: folders keep the caller's order
   std::map<SeriesKey, FoundSeries> numbered_;
   std::map<SeriesKey, FoundLog> single_;
-  std::set<std::pair<std::uint64_t, std::uint64_t>> known_;  // devices and files
+  std::set<std::pair<std::uint64_t, std::uint64_t>> known_;  // FileIdentity: device and file
   FoundLogs found_;
 };
 
@@ -170,7 +174,7 @@ void Finder::AddFolder(const std::string& folder) {
 
 void Finder::AddFile(const std::string& path, PathKind kind) {
   FoundLog log = {.path = path};
-  // What is no regular file, such as a pipe, may give its bytes only once.
+  // Not looked into if it is a pipe or a device: that may give its bytes only once.
   if (kind != PathKind::kOther) {
     const Look look = LookInto(path);
     if (look.error || look.is_binary) {

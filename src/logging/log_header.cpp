@@ -9,13 +9,14 @@ namespace vexor {
 
 namespace {
 
+// Far above any real header. They bound the work on a garbage line that has "Time" in it.
 constexpr std::size_t kMostBytes = 65536;
 constexpr std::size_t kMostColumns = 4096;
 constexpr std::string_view kTime = "Time";
 constexpr std::string_view kLevel = "Level";
 
-// As the writer finds the columns of its header: quotes group and are dropped. The names have their
-// blanks; they are parts of `storage`.
+// Splits the line as the writer splits its header (CsvHeader): commas in quotes do not separate,
+// and the quotes are dropped. The names refer to `storage` and keep the blanks around them.
 std::vector<std::string_view> SplitNames(std::string_view line, std::string& storage) {
   storage.clear();
   storage.reserve(line.size());

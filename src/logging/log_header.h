@@ -1,4 +1,4 @@
-// A header line of a log, and the columns that the reader knows.
+// A header line of a log, and where the columns stand that the reader interprets.
 #pragma once
 
 #include <cstddef>
@@ -17,10 +17,11 @@ class LogHeader {
   LogHeader(const LogHeader&) = delete;
   LogHeader& operator=(const LogHeader&) = delete;
 
-  // Takes the columns of the line.
+  // Replaces the header by this line; an empty line is no header.
   void Take(std::string_view line);
 
-  // Whether the line names columns, one of them "Time", or could do so as the first of a file.
+  // Whether the line is a header: distinct column names with "Time" among them or, in the first
+  // line of a file, distinct names that are no numbers.
   static bool IsHeader(std::string_view line, bool is_first);
 
   [[nodiscard]] bool IsThere() const { return !columns_.empty(); }
@@ -40,7 +41,7 @@ class LogHeader {
 
  private:
   std::string line_;
-  std::string names_;  // of the columns, one behind the other
+  std::string names_;  // all column names in one text, to which `columns_` refers
   std::vector<std::string_view> columns_;
 };
 

@@ -1,6 +1,7 @@
 #include "vexor/logging/log_merge.h"
 
 #include <algorithm>
+#include <cassert>
 #include <optional>
 #include <utility>
 
@@ -8,7 +9,7 @@ namespace vexor {
 
 namespace {
 
-// Memory for the bytes of all series together, and the least that a series gets of it.
+// Memory for the buffers of all series together, and the least that each series gets.
 constexpr std::size_t kMostBytes = std::size_t{16} << 20;
 constexpr std::size_t kLeastBytes = 2048;
 constexpr std::size_t kMostOpenFiles = 64;
@@ -16,13 +17,13 @@ constexpr std::size_t kMostOpenFiles = 64;
 }  // namespace
 
 struct LogMergeImpl {
-  // The rows of a series, from the current one on.
+  // A series that is being read.
   struct Stream {
     FoundSeries series;
     std::size_t file = 0;
     std::optional<LogReader> reader;
-    LogTime time = kNoLogTime;  // of the current row; before the first, where to look for it
-    bool has_long_row = false;  // in the file, and it is among the faults
+    LogTime time = kNoLogTime;  // of the current row; before the first row, of the first file
+    bool has_long_row = false;  // the file has a row that was too long, which `faults` lists
   };
 
   bool Next();
@@ -34,12 +35,13 @@ struct LogMergeImpl {
 
   LogReaderOptions options;
   std::vector<Stream> streams;
-  std::vector<std::size_t> waiting;  // a heap of the streams but the current one
+  std::vector<std::size_t> waiting;  // a heap of all streams but the current one, earliest first
   std::optional<std::size_t> current;
   std::vector<LogFault> faults;
 };
 
-// Goes to the next row of the stream, which may be in the next file; false when there is none.
+// Moves to the next row of the stream, in the next file if need be; false if there is none. A row
+// without a time keeps the time of the row before it and so stays behind it.
 bool LogMergeImpl::GoOn(Stream& stream) {
   while (stream.file < stream.series.files.size()) {
     if (!stream.reader) {
@@ -76,7 +78,8 @@ void LogMergeImpl::Leave(Stream& stream) {
 
 bool LogMergeImpl::Next() {
   const auto comes_after = [this](std::size_t a, std::size_t b) { return ComesBefore(b, a); };
-  // A stream that waits for its first row stands at its first time.
+  // A stream whose first row was not read yet waits with the time that FindLogs found for it. So
+  // its file is not opened before the merge reaches that time.
   while (true) {
     if (current && !GoOn(streams[*current])) current.reset();
     if (current && (waiting.empty() || ComesBefore(*current, waiting.front()))) return true;
@@ -116,7 +119,10 @@ LogMerge& LogMerge::operator=(LogMerge&& other) noexcept = default;
 LogMerge::~LogMerge() = default;
 
 bool LogMerge::Next() { return impl_->Next(); }
-LogRow LogMerge::Row() const { return impl_->streams[*impl_->current].reader->Row(); }
+LogRow LogMerge::Row() const {
+  assert(impl_->current);
+  return impl_->streams[*impl_->current].reader->Row();
+}
 
 const FoundLog& LogMerge::File() const {
   const LogMergeImpl::Stream& stream = impl_->streams[*impl_->current];

@@ -64,7 +64,7 @@ std::string MakeLogName(std::string_view path, std::string_view name, unsigned c
 std::string MakeSplitName(std::string_view name, std::uint32_t index) {
   const NamePieces pieces = Split(name);
   std::string_view stem = pieces.stem;
-  // A series begins with index 0, which stands beside a number that the name has of its own.
+  // Index 0 is always inserted, even if the user's name ends with a number: run_7 -> run_7_0.
   std::string before;
   if (index > 0) before.append("_").append(std::to_string(index - 1));
   if (stem.ends_with(before)) stem.remove_suffix(before.size());
@@ -78,7 +78,7 @@ bool NamesDeviceOrStream(std::string_view path) {
   const bool has_drive = name.size() == path.size() && name.size() >= 2 && name[1] == ':';
   if (has_drive) name.remove_prefix(2);
   if (name.find(':') != std::string_view::npos) return true;
-  // Extensions and blanks before them make no difference.
+  // Windows ignores the extension, and blanks before it: "NUL .csv" is the device, too.
   name = TrimBlanks(name.substr(0, name.find('.')));
   const auto is_name = [&name](std::string_view device) { return EqualsIgnoreCase(name, device); };
   if (std::any_of(std::begin(kDevices), std::end(kDevices), is_name)) return true;
@@ -97,7 +97,7 @@ std::string FindLastOfSeries(std::string_view path, std::string_view name, std::
   for (const std::string& candidate : ListFiles(folder.empty() ? "." : folder, error)) {
     const std::optional<std::uint32_t> index = FindSeriesIndex(candidate);
     if (!index || (!last.empty() && *index < highest)) continue;
-    // A number written otherwise, such as "007", is none that a series has.
+    // Skips numbers that a series never writes, such as "007".
     if (!AreSameFileName(candidate, Number(pieces.stem, *index, pieces.extension))) continue;
     last = candidate;
     highest = *index;

@@ -1,6 +1,7 @@
 #include "vexor/logging/log_reader.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cstring>
 #include <utility>
 
@@ -31,19 +32,19 @@ const LogHeader& SuiteHeader() {
   return header;
 }
 
-// Whether enough bytes are there to tell whether a row begins with a time stamp.
+// Whether there are enough bytes to tell whether the row begins with a time stamp.
 bool ShowsStamp(std::string_view bytes, DataEnd end) {
   constexpr std::size_t kLongestLineEnd = 3;
   return end == DataEnd::kFinal || bytes.size() >= kStampSize + kLongestLineEnd ||
          bytes.find('\n') != std::string_view::npos;
 }
 
-// Whether the time stamp that a line begins with is a cell, and not the beginning of a text.
+// Whether a time stamp with this text behind it is a whole cell, not the beginning of a longer one.
 bool EndsCell(std::string_view rest) {
   return rest.empty() || rest[0] == ',' || MeasureLineEnd(rest) > 0;
 }
 
-// The bytes of a source that no row has taken yet.
+// The bytes that were read but do not belong to a finished row yet.
 class LogBuffer {
  public:
   LogSource source;
@@ -54,10 +55,14 @@ class LogBuffer {
   }
 
   [[nodiscard]] std::string_view Bytes() const { return {bytes_.data() + begin_, end_ - begin_}; }
-  void Drop(std::size_t count) { begin_ += count; }
+  void Drop(std::size_t count) {
+    assert(count <= end_ - begin_);
+    begin_ += count;
+  }
 
-  // Reads more bytes; false when there are none for now. Where many wait for the end of their row,
-  // which is then looked for from the start, there are twice as many afterwards.
+  // Reads more bytes; false if there are none for now. Each attempt to find the end of the row
+  // scans it from its start, so a long row's bytes are doubled each time: otherwise a row of n
+  // bytes would cost n * n.
   bool ReadMore() {
     if (bytes_.empty()) return false;  // no file was opened
     constexpr std::size_t kMany = 65536;
@@ -76,7 +81,7 @@ class LogBuffer {
   }
 
  private:
-  std::vector<char> bytes_;  // with a margin at the end
+  std::vector<char> bytes_;  // with kScanMargin bytes at the end that hold no data
   std::size_t begin_ = 0;
   std::size_t end_ = 0;
 };
@@ -98,7 +103,7 @@ struct LogReaderImpl {
   bool finished = false;  // by the caller
 
  private:
-  // These take from the bytes that are there, and return false when more are needed.
+  // These consume bytes of the buffer. They return false if they need more of them to decide.
   bool TakeRow(DataEnd end);
   bool SkipByteOrderMark(DataEnd end);
   bool SkipRest(DataEnd end);
@@ -115,18 +120,18 @@ struct LogReaderImpl {
   void TakeHeader(std::string_view line);
   void Drop(std::size_t count);
 
-  bool final_ = false;        // no more bytes come
+  bool final_ = false;        // no more bytes will come
   std::uint64_t offset_ = 0;  // of the bytes in the buffer
   std::uint64_t line_ = 1;
   std::uint64_t searched_ = 0;  // see RowRules
   bool at_start_ = true;        // of the file
   bool is_first_line_ = true;
   bool skipping_ = false;   // the rest of a row that was too long
-  bool mid_line_ = false;   // behind NUL bytes
-  std::uint64_t nuls_ = 0;  // of a block whose end was not there yet
+  bool mid_line_ = false;   // a block of NUL bytes came before, in the same line
+  std::uint64_t nuls_ = 0;  // of a block whose end is not in the buffer yet
   StampReader stamps_;
   LogHeader given_;           // the option
-  const LogHeader& assumed_;  // for rows before the first header
+  const LogHeader& assumed_;  // the header of rows that come before the first one in the file
 };
 
 LogReaderImpl::LogReaderImpl(LogReaderOptions its_options)
@@ -229,6 +234,8 @@ bool LogReaderImpl::TakeNuls(DataEnd end) {
 
 Extent LogReaderImpl::Measure(std::string_view bytes, bool has_stamp, DataEnd end) const {
   const LogHeader& header = row.header.IsThere() ? row.header : assumed_;
+  // Under a header that begins with "Time", a line without a stamp is text that a program logged
+  // with LogLine. Its quotes mean nothing and must not make it swallow the rows below.
   if (row.header.BeginsWithTime() && !has_stamp) {
     return MeasureLine(bytes, options.row_limit, end);
   }
@@ -237,7 +244,7 @@ Extent LogReaderImpl::Measure(std::string_view bytes, bool has_stamp, DataEnd en
                     .columns = header.Columns().size(),
                     .header = header.Line()};
   if (searched_ > offset_) rules.searched = static_cast<std::size_t>(searched_ - offset_);
-  if (!row.header.IsThere() && !has_stamp) rules.columns = 0;
+  if (!row.header.IsThere() && !has_stamp) rules.columns = 0;  // a text or a header, not a row
   return MeasureRow(bytes, rules, end);
 }
 
@@ -291,6 +298,8 @@ void LogReaderImpl::Judge(const Extent& extent, bool has_stamp) {
 
 LogRowKind LogReaderImpl::FindKind(const Extent& extent, bool has_stamp) {
   if (has_stamp) {
+    // The header may be lost, for example in a power cut. A row with a time and enough cells is
+    // then read under the assumed header.
     const bool fits = row.cells.Width() >= assumed_.Columns().size();
     if (!row.header.IsThere() && fits) TakeHeader(assumed_.Line());
     return row.header.IsThere() ? LogRowKind::kRow : LogRowKind::kText;
@@ -312,7 +321,7 @@ bool LogReaderImpl::IsHeader(const Extent& extent) const {
 }
 
 void LogReaderImpl::TakeHeader(std::string_view line) {
-  // Cut off inside its line end, a header still is the same as a whole one.
+  // A header that was cut off inside its line end is still the same header.
   while (line.ends_with('\r')) line.remove_suffix(1);
   if (line == row.header.Line()) return;
   const std::vector<std::string> before(row.header.Columns().begin(), row.header.Columns().end());
@@ -321,8 +330,8 @@ void LogReaderImpl::TakeHeader(std::string_view line) {
   if (!std::equal(before.begin(), before.end(), now.begin(), now.end())) ++row.header_number;
 }
 
-// What is left of a row that was cut off inside its time stamp. A few digits alone are such a rest
-// when the last stamp begins with them.
+// Whether the line is a row that was cut off inside its time stamp. Up to four digits could be any
+// number, so they count only if the last stamp begins with them, too.
 bool LogReaderImpl::IsCutStamp(std::string_view text) const {
   constexpr std::size_t kYear = 4;
   if (text.empty() || !BeginsStamp(text)) return false;
@@ -330,7 +339,7 @@ bool LogReaderImpl::IsCutStamp(std::string_view text) const {
   return text.size() > kYear || last.empty() || last.starts_with(text);
 }
 
-// Whether the line is what is left of a header that stood in front of all rows.
+// Whether the line is a header that was cut off before any row was written.
 bool LogReaderImpl::BeginsKnownHeader() const {
   const bool may_be = is_first_line_ || row.kind == LogRowKind::kHeader;
   return may_be && !row.text.empty() &&

@@ -14,7 +14,7 @@ namespace {
 struct ResultWord {
   std::string_view word;
   LogResult result;
-  bool in_status;  // what else "Status" says is about anything
+  bool in_status;  // "ok" under "Status" is the state of anything, not the result of a test
 };
 constexpr ResultWord kResultWords[] = {
     {"pass", LogResult::kPass, true},    {"passed", LogResult::kPass, true},
@@ -51,7 +51,7 @@ VEXOR_PM_TEST_ID FindTest(std::string_view name) {
     for (std::size_t i = 0; i < all.size(); ++i) {
       all[i] = GetPMTestName(static_cast<VEXOR_PM_TEST_ID>(i));
     }
-    all[PM_TEST_ALL].clear();  // "NA", as all that is no test
+    all[PM_TEST_ALL].clear();  // its name, "NA", also stands for values that are no test
     all[PM_TEST_MAX].clear();
     return all;
   }();
@@ -62,7 +62,6 @@ VEXOR_PM_TEST_ID FindTest(std::string_view name) {
 
 }  // namespace
 
-// A surplus of cells stands before "Level", or at the end.
 std::string_view LogRowParts::At(std::size_t column) {
   const std::size_t columns = header.Columns().size();
   if (kind != LogRowKind::kRow || column >= columns) return {};
@@ -76,7 +75,6 @@ std::optional<TRACE_LEVEL> LogRowParts::Level() {
   return level;
 }
 
-// Whether the last cell is a level, also of a row that has fewer cells than columns.
 bool LogRowParts::EndsWithLevel() {
   if (cells.Width() >= header.Columns().size()) return Level().has_value();
   return FindLevel(TrimBlanks(cells.Last())).has_value();
@@ -140,7 +138,7 @@ std::optional<double> LogRow::Number(std::size_t column) const {
   double number = 0;
   const char* const end = text.data() + text.size();
   const auto [stop, error] = std::from_chars(text.data(), end, number);
-  // What begins with a letter is "inf" or "nan".
+  // from_chars also reads "inf" and "nan", which begin with a letter.
   const std::size_t first = text.starts_with('-') ? 1 : 0;
   const bool is_finite = first < text.size() && (IsDecDigit(text[first]) || text[first] == '.');
   if (stop != end || error != std::errc() || !is_finite) return std::nullopt;

@@ -1,4 +1,4 @@
-// The current row of a reader.
+// The current row of a reader, behind the public LogRow.
 #pragma once
 
 #include <array>
@@ -22,22 +22,27 @@ struct LogRowParts {
   std::string_view text;
   LogCells cells;
   LogTime time = kNoLogTime;
-  bool has_time = false;  // `time` is known
+  bool has_time = false;  // `time` was computed
   std::optional<TRACE_LEVEL> level;
-  bool has_level = false;  // `level` is known
+  bool has_level = false;  // `level` was computed
 
   LogHeader header;
   std::uint32_t header_number = 0;
 
-  // The test of the row that was last asked for.
+  // The result of the last look-up, kept over rows: most rows of a log are of the same test.
   std::string test_name;
   VEXOR_PM_TEST_ID test = PM_TEST_MAX;
 
   void Mark(LogDamage damage, bool is_so = true) {
     if (is_so) damages |= 1U << static_cast<unsigned>(damage);
   }
+
+  // Returns the cell under a column of the header. Surplus cells are assumed where the writer puts
+  // them: before "Level", or at the end.
   std::string_view At(std::size_t column);
   std::optional<TRACE_LEVEL> Level();
+
+  // Whether the last cell is a level, even if the row has fewer cells than columns.
   bool EndsWithLevel();
 };
 

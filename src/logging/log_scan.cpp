@@ -10,7 +10,7 @@ namespace {
 
 bool IsContinuation(char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U; }
 
-// The bytes of the character that the text begins with; 0 when it is none.
+// Returns the size of the UTF-8 character that the text begins with, 0 if it begins with none.
 std::size_t MeasureCharacter(std::string_view text) {
   const auto first = static_cast<unsigned char>(text[0]);
   if (first < 0x80U) return 1;
@@ -45,7 +45,7 @@ const char* portable::FindStop(const char* at, const char* end, Passed& passed) 
 
 namespace {
 
-// The first `count` bytes of a block, of sixteen at most, as a mask.
+// Returns a mask of the first `count` bytes of a block; `count` is at most 16.
 __m128i KeepFirst(std::ptrdiff_t count) {
   alignas(kScanBlock) static constexpr auto kKeep = [] {
     std::array<char, 2 * kScanBlock> keep = {};
@@ -65,7 +65,7 @@ std::size_t SumBytes(__m128i bytes) {
 }  // namespace
 
 const char* FindStop(const char* at, const char* end, Passed& passed) {
-  constexpr int kMostBlocks = 255;  // that a sum of a byte holds
+  constexpr int kMostBlocks = 255;  // each of the sixteen counters of commas is a byte
   const __m128i line_feed = _mm_set1_epi8('\n');
   const __m128i quote = _mm_set1_epi8('"');
   const __m128i comma = _mm_set1_epi8(',');
@@ -86,7 +86,7 @@ const char* FindStop(const char* at, const char* end, Passed& passed) {
         high = _mm_or_si128(high, bytes);
         continue;
       }
-      // Without a stop, bit 16 stands for one behind the block.
+      // Bit 16 is the stop if the block has none.
       const std::ptrdiff_t count = std::min<std::ptrdiff_t>(
           end - at, std::countr_zero(found | std::uint32_t{1} << kScanBlock));
       const __m128i kept = KeepFirst(count);

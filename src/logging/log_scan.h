@@ -1,7 +1,7 @@
-// Searches the bytes of a log, sixteen at a time where the processor can.
+// Searches the bytes of a log, sixteen at a time on processors with SSE2.
 //
-// Everything here may read, but does not judge, up to `kScanMargin` bytes behind the end that it is
-// given: buffers are that much longer.
+// These functions may load up to `kScanMargin` bytes after the end that they are given, whatever
+// they hold, so that the last bytes need no loop of their own. Buffers must be that much longer.
 #pragma once
 
 #if defined(__SSE2__)
@@ -18,13 +18,13 @@ namespace vexor {
 inline constexpr std::size_t kScanBlock = 16;
 inline constexpr std::size_t kScanMargin = kScanBlock;
 
-// What lies before the place that a search stopped at; searches add to it.
+// What a search found before it stopped. Searches add to it.
 struct Passed {
   std::size_t commas = 0;
   bool beyond_ascii = false;
 };
 
-// For every processor; where the functions below are faster, tests compare them with these.
+// The same for any processor. Tests compare the faster functions below with these.
 namespace portable {
 
 inline std::uint32_t FindInBlock(const char* block, char wanted) {
@@ -37,7 +37,7 @@ const char* FindStop(const char* at, const char* end, Passed& passed);
 
 }  // namespace portable
 
-// Bit i of the result tells whether byte i of the block is the one wanted.
+// Bit i of the result is set if byte i of the block is the one wanted.
 inline std::uint32_t FindInBlock(const char* block, char wanted) {
 #if defined(__SSE2__)
   const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(block));
@@ -48,17 +48,17 @@ inline std::uint32_t FindInBlock(const char* block, char wanted) {
 #endif
 }
 
-// Returns the first line feed, quote or NUL; `end` when there is none.
+// Returns the first line feed, quote or NUL byte, or `end` if there is none.
 const char* FindStop(const char* at, const char* end, Passed& passed);
 
-// The commas of a text, one after another.
+// Finds the commas of a text, one after another.
 class CommaSearch {
  public:
   CommaSearch() = default;
   explicit CommaSearch(std::string_view text, std::size_t from = 0)
       : text_(text), block_(from), found_(from < text.size() ? Look() : 0) {}
 
-  // Returns the place of the next comma; the size of the text when there is none.
+  // Returns the place of the next comma, or the size of the text if there is none.
   std::size_t Next() {
     while (found_ == 0) {
       block_ += kScanBlock;
@@ -75,7 +75,7 @@ class CommaSearch {
 
   std::string_view text_;
   std::size_t block_ = 0;
-  std::uint32_t found_ = 0;  // in the block, and not returned yet
+  std::uint32_t found_ = 0;  // commas of the block that were not returned yet, one bit each
 };
 
 // Whether the text is UTF-8: no overlong forms, no surrogates, nothing above U+10FFFF.

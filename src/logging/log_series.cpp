@@ -1,6 +1,7 @@
 #include "logging/log_series.h"
 
 #include <algorithm>
+#include <cassert>
 #include <fstream>
 #include <utility>
 
@@ -16,7 +17,7 @@ std::uint32_t CountLineEnds(std::string_view text) {
   return static_cast<std::uint32_t>(std::count(text.begin(), text.end(), '\n'));
 }
 
-// A line end is added unless the line ends with one.
+// Adds a line end unless the line has one.
 void AppendLine(std::string& text, std::string_view line) {
   text += line;
   if (!line.ends_with('\n')) text += '\n';
@@ -27,7 +28,7 @@ bool EndsInsideLine(const std::string& path) {
   return file.seekg(-1, std::ios::end) && file.get() != '\n';
 }
 
-// The path leads to a file of its own on this system.
+// Returns an error for a path that this system would not take for a file of exactly this name.
 std::error_code CheckName(const std::string& path) {
   if (const std::error_code error = CheckPath(path)) return error;
   const bool is_reserved = kHasWindowsNames && NamesDeviceOrStream(path);
@@ -58,6 +59,7 @@ std::error_code LogSeries::Start(const std::string& name, OpenMode mode, const L
 
 std::error_code LogSeries::Open(const std::string& name, const std::string& path, OpenMode mode,
                                 const LogContent& known) {
+  assert(!file_);
   std::error_code error = CheckName(name);
   if (error) return error;
   std::shared_ptr<DurableFile> opened = DurableFile::Open(path, name, mode, error);
@@ -67,7 +69,7 @@ std::error_code LogSeries::Open(const std::string& name, const std::string& path
   const LogContent content = is_empty ? LogContent() : LookIntoLog(path, known);
   std::string its_name = name;
   std::string its_path = path;
-  // Nothing is thrown from here on.
+  // From here on nothing throws: the members change together or, above, not at all.
   file_ = std::move(opened);
   name_ = std::move(its_name);
   path_ = std::move(its_path);
@@ -81,8 +83,9 @@ std::error_code LogSeries::Open(const std::string& name, const std::string& path
   return {};
 }
 
-// The file is not what the log has written: others have cut it or made it anew.
+// Others have cut the file or put a new one in its place: reads again what the log knew about it.
 void LogSeries::LookAnew() {
+  assert(file_);
   const LogContent content = LookIntoLog(path_);
   const std::optional<FileStatus> status = file_->ReadStatus();
   size_ = status ? status->size : 0;
@@ -94,6 +97,7 @@ void LogSeries::LookAnew() {
 }
 
 bool LogSeries::Reopen() {
+  assert(file_);
   if (const std::error_code error = file_->Reopen()) {
     ReportOnce(removed_ ? "make anew the removed" : "open", name_, error);
     return false;
@@ -102,11 +106,13 @@ bool LogSeries::Reopen() {
   if (removed_ && !std::exchange(fault_reported_, true)) {
     PrintLine("Log file " + name_ + " was removed and begins anew");
   }
+  // The write that failed may have left a part of its bytes.
   torn_ = EndsInsideLine(path_);
   return true;
 }
 
-// False when there is no file to write to.
+// Returns whether there is a file to write to. Looks at the file before each line: a log runs for
+// days, and users remove, cut and copy logs meanwhile.
 bool LogSeries::EnsureOpen(Aftermath& after) {
   if (next_pending_) return FileSplitter(after);
   if (!file_) return false;
@@ -124,6 +130,8 @@ bool LogSeries::EnsureOpen(Aftermath& after) {
   return true;
 }
 
+// Moves to the next file of the series. If that cannot be created, the full file stays closed and
+// each further line tries again: lines must not exceed the limit of the full file.
 bool LogSeries::FileSplitter(Aftermath& after) {
   if (!next_pending_) {
     Close(after);
@@ -165,15 +173,18 @@ void LogSeries::WriteHeader(Aftermath& after) {
   if (header_due_ && !header_.empty()) Append(std::nullopt, after);
 }
 
-// Appends what is due of the header, and the line if there is one.
+// Appends the header if it is due, and the line if there is one, in one write: a crash must not
+// leave a header without its line, or parts of both.
 bool LogSeries::Append(std::optional<std::string_view> line, Aftermath& after) {
   if (!EnsureOpen(after)) return false;
+  assert(file_);
   std::string block = MakeBlock(line);
   if (IsFullFor(block)) {
     if (!FileSplitter(after)) return false;
-    block = MakeBlock(line);
+    block = MakeBlock(line);  // the new file needs a header
   }
   const std::uint32_t count = CountLineEnds(block);
+  // The line that was cut off is counted already; it only gets its line end.
   if (torn_) block.insert(block.begin(), '\n');
   UseSystemLineEnds(block);
   if (const std::error_code error = file_->Append(block)) {
@@ -200,12 +211,12 @@ std::string LogSeries::MakeBlock(std::optional<std::string_view> line) const {
 }
 
 bool LogSeries::IsFullFor(std::string_view block) const {
-  // An entry that alone is longer than the limit still gets its file.
+  // A text with more lines than the limit still gets a file of its own.
   if (limit_ == 0 || !has_logged_line_) return false;
   return std::uint64_t{lines_} + CountLineEnds(block) > limit_;
 }
 
-// Prints what is wrong with a file, unless something was since a line could last be written.
+// Prints a fault of a file, once until a line is written again.
 void LogSeries::ReportOnce(std::string_view what, std::string_view name,
                            const std::error_code& error) {
   if (!std::exchange(fault_reported_, true)) PrintFault(what, name, error);

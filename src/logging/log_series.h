@@ -1,4 +1,4 @@
-// The files of one log: the one that is open, and those in which it goes on.
+// The files of one log: the open one, and the numbered files that follow it.
 #pragma once
 
 #include <cstdint>
@@ -15,42 +15,44 @@
 
 namespace vexor {
 
-// Writes the line and a line end to standard output, in one piece.
+// Writes the line and a line end to standard output in one call, so that lines of several threads
+// do not mix.
 void PrintLine(std::string_view line);
 
-// Prints that something cannot be done to a log file.
+// Prints "Cannot <what> log file <name>: <error>".
 void PrintFault(std::string_view what, std::string_view name, const std::error_code& error);
 
-// What is left to do, without a lock, for lines that were written.
+// What the caller does after it has released the lock, because flushing takes long and the front
+// end may log.
 struct Aftermath {
-  std::vector<std::shared_ptr<DurableFile>> left;  // to be flushed and closed, in this order
-  std::shared_ptr<DurableFile> file;               // to be flushed as far as it was written to
-  std::uint64_t appended = 0;
-  unsigned moves = 0;  // the log has moved to a new file so often
+  std::vector<std::shared_ptr<DurableFile>> left;  // full or closed files: flush in this order
+  std::shared_ptr<DurableFile> file;               // the open file, if it was written to
+  std::uint64_t appended = 0;                      // flush `file` up to this block
+  unsigned moves = 0;                              // how often the log moved to a new file
 };
 
-// Lines go to the file that is open, below the header line, and to standard output when there is
-// none. A file that cannot be written is reported once; its lines go to standard output, and every
-// further line tries it anew. Nothing here takes a lock: the caller's serialises all calls on all
-// logs, and is held.
+// Writes lines to the open file, below the header line. Without an open file, lines go to standard
+// output. So do the lines of a file that cannot be written: its fault is printed once, and every
+// further line tries the file again. Takes no lock: the caller holds the one that serialises the
+// calls on all logs.
 class LogSeries {
  public:
-  // Opens the first file; a file that was open must have been closed. The header is due. What is
-  // known of the file's content is not read again. The error is printed, unless it says that a file
-  // to be created exists.
+  // Opens the first file, with its header line due; no other file may be open. `known` is what an
+  // earlier look at the file found, which is not read again. Prints the error, unless it is that a
+  // file to be created exists.
   std::error_code Start(const std::string& name, OpenMode mode, const LogContent& known);
 
-  // Writes the line, and a line end unless it has one, with the header above it if that is due. A
-  // file that would get more lines than the limit is left for the next of the series before.
+  // Writes the header if it is due, then the line, with a line end unless it has one. Moves to the
+  // next file of the series first if this one would exceed the line limit.
   void Write(std::string_view line, Aftermath& after);
 
   // Writes the header if it is due and a file is open.
   void WriteHeader(Aftermath& after);
 
-  // Leaves the file: it is to be flushed and closed.
+  // Leaves the open file to `after`, to be flushed and closed.
   void Close(Aftermath& after);
 
-  // Has the open file flushed, whatever was written to it.
+  // Has `after` flush the open file, even if nothing was written to it by this call.
   void FlushAll(Aftermath& after) const;
 
   [[nodiscard]] bool IsOpen() const { return file_ != nullptr; }
@@ -62,7 +64,7 @@ class LogSeries {
   [[nodiscard]] std::uint32_t NextIndex() const { return next_index_; }
   void SetNextIndex(std::uint32_t index) { next_index_ = index; }
 
-  // Prints the fault of a flush of the file, if there is one that was not printed.
+  // Prints the error of the file's first failed flush, if it was not printed before.
   static void ReportFlushFault(DurableFile& file);
 
  private:
@@ -80,15 +82,15 @@ class LogSeries {
   std::string name_;
   std::string path_;  // absolute: a later change of the current folder does not move the log
   std::shared_ptr<DurableFile> file_;
-  bool lost_ = false;     // the file was removed or could not be written, and is to be opened anew
-  bool removed_ = false;  // it was removed
+  bool lost_ = false;     // the file was removed or could not be written: reopen it
+  bool removed_ = false;  // the file was removed
   bool torn_ = false;     // the file ends in the middle of a line
   bool fault_reported_ = false;
 
   std::string header_;
   bool header_due_ = true;
 
-  std::uint64_t size_ = 0;   // the file has at least so many bytes, unless others cut it
+  std::uint64_t size_ = 0;   // the smallest size the file can have unless others have cut it
   std::uint32_t lines_ = 0;  // in the file, headers included
   bool has_logged_line_ = false;
   std::uint32_t limit_ = 0;

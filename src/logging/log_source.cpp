@@ -1,15 +1,17 @@
 #include "logging/log_source.h"
 
 #include <algorithm>
+#include <cassert>
 
 namespace vexor {
 
 namespace {
 
-// The header and the first row, with its time, of most logs.
+// Holds the header and the first row of most logs. The time in that row differs whenever the file
+// is written anew.
 constexpr std::size_t kBeginning = 1024;
 
-// A handle that is closed at the end of a look at a file.
+// Closes a handle at the end of a scope.
 struct Glance {
   Glance() = default;
   Glance(const Glance&) = delete;
@@ -42,6 +44,7 @@ void LogSource::Close() {
 }
 
 std::error_code LogSource::Reopen() {
+  assert(handle_ == kNoFile);
   if (const std::error_code error = OpenReadFile(path_, handle_)) return error;
   FileIdentity now;
   if (const std::error_code error = IdentifyFile(handle_, now)) return error;
@@ -53,6 +56,7 @@ std::error_code LogSource::Reopen() {
 }
 
 std::size_t LogSource::Read(char* bytes, std::size_t size) {
+  assert(size > 0);  // else a count of 0 would look like the end of the data
   const auto is_over = [this] {
     return error_ || change_ == LogFileChange::kShrunk || change_ == LogFileChange::kReplaced;
   };
@@ -76,7 +80,7 @@ std::size_t LogSource::Read(char* bytes, std::size_t size) {
   return count;
 }
 
-// At the end of the data: notes what has become of the file.
+// Called at the end of the data: notes whether the file was cut, replaced or removed.
 void LogSource::LookAtEnd() {
   FileIdentity now;
   if (!IdentifyFile(handle_, now) && now.size < position_) {
@@ -93,7 +97,8 @@ void LogSource::LookAtEnd() {
   }
 }
 
-// A file that was emptied, and is longer again when one looks, begins with another time.
+// A file that was emptied and has since grown beyond the old position looks like one that has only
+// grown. Its first bytes tell the difference. If they cannot be read, the file counts as unchanged.
 bool LogSource::BeginsAsBefore() const {
   Glance glance;
   if (OpenReadFile(path_, glance.handle)) return true;

@@ -1,4 +1,4 @@
-// The bytes of a log file that others may write, shorten or replace meanwhile.
+// Reads the bytes of a log file that other programs may write, shorten or replace meanwhile.
 #pragma once
 
 #include <cstddef>
@@ -19,12 +19,14 @@ class LogSource {
   LogSource& operator=(const LogSource&) = delete;
   ~LogSource() { Close(); }
 
-  // With `keep_open` false the file is closed after every read, unless it is a pipe or a device.
-  // With `follow` more is looked for at the end of the file, and whether it is still the same.
+  // With `keep_open` false, the file is closed after every read, unless it is a pipe or a device.
+  // With `follow`, a read at the end of the data also checks whether the path still leads to this
+  // file.
   std::error_code Open(const std::string& path, bool keep_open, bool follow);
   void Close();
 
-  // Reads what comes next. A count of 0 is the end of the data for now, or an error.
+  // Reads the next bytes; `size` is above 0. A count of 0 is the end of the data for now, or an
+  // error.
   std::size_t Read(char* bytes, std::size_t size);
 
   [[nodiscard]] std::error_code Error() const { return error_; }
@@ -42,7 +44,7 @@ class LogSource {
   FileIdentity identity_;
   std::uint64_t position_ = 0;
   bool was_at_end_ = false;
-  std::vector<char> beginning_;  // of the file, by which a new content is told from the old
+  std::vector<char> beginning_;  // first bytes of the file, to notice that it was written anew
   std::error_code error_;
   LogFileChange change_ = LogFileChange::kNone;
 };

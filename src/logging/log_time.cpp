@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::string_view kStampForm = "0000-00-00 00:00:00.000";
 static_assert(kStampForm.size() == kStampSize);
-constexpr std::size_t kDateSize = 11;  // with the blank behind it
+constexpr std::size_t kDateSize = 11;  // with the blank after it
 
 constexpr LogTime kSecond = 1000;
 constexpr LogTime kMinute = 60 * kSecond;
@@ -43,7 +43,7 @@ LogTime ReadDate(std::string_view text) {
   return date.ok() ? sys_days(date).time_since_epoch().count() * kDay : kNoLogTime;
 }
 
-// The time since midnight.
+// Returns the time since midnight.
 LogTime ReadTime(const char* text) {
   if (!HasForm({text, kStampSize - kDateSize}, kStampForm.substr(kDateSize))) return kNoLogTime;
   const int hour = Read(text, 2);

@@ -18,7 +18,7 @@ constinit Immortal<std::map<std::thread::id, std::string>> VexorLogging::m_mThre
 
 namespace {
 
-// The entry of `values` at the place of the first `key` in `keys`, or `otherwise`.
+// Returns the value that belongs to the first `key` of the parallel arrays, or `otherwise`.
 template <class Key, class Value>
 Value FindFirst(const std::vector<Key>& keys, Key key, const std::vector<Value>& values,
                 Value otherwise) {
@@ -34,15 +34,16 @@ void MakeRoomForOne(std::vector<Value>& values) {
 
 }  // namespace
 
-// A thread that is registered already is registered again, and the later entry is never found: a
-// thread stays with its first test on purpose.
+// A thread may be registered twice. All look-ups find the first entry, so that on purpose a thread
+// stays with its first test; the later entry counts only for GetTestLogLevel, which looks up tests.
 void VexorLogging::SetThreadTestLog(std::thread::id thread, VEXOR_PM_TEST_ID test,
                                     TRACE_LEVEL level, VexorLogging* log) {
   const std::lock_guard lock(*m_mThreadIdMutex);
   AppendRoute(thread, test, level, log);
 }
 
-// The entry is made whole or, when memory runs out, not at all.
+// All memory is reserved before the first entry is appended: if it runs out, the four parallel
+// arrays still have the same length.
 void VexorLogging::AppendRoute(std::thread::id thread, VEXOR_PM_TEST_ID test, TRACE_LEVEL level,
                                VexorLogging* log) {
   MakeRoomForOne(*m_vThreadsId);
@@ -55,7 +56,7 @@ void VexorLogging::AppendRoute(std::thread::id thread, VEXOR_PM_TEST_ID test, TR
   m_vLogFileReference->push_back(log);
 }
 
-// With `again` also when the thread is registered already.
+// With `again`, registers a thread that is registered already a second time.
 void VexorLogging::RegisterThisThread(TRACE_LEVEL level, bool again) {
   const std::thread::id thread = std::this_thread::get_id();
   const std::lock_guard lock(*m_mThreadIdMutex);
@@ -74,7 +75,7 @@ void VexorLogging::ForgetThreads() {
   m_vLogFileReference->clear();
 }
 
-// The entries stay, with their tests and levels; none leads to an object that is gone.
+// Entries keep their tests and levels but lose their log, which is about to be destroyed.
 void VexorLogging::ForgetLog() {
   const std::lock_guard lock(*m_mThreadIdMutex);
   std::replace(m_vLogFileReference->begin(), m_vLogFileReference->end(), this,
@@ -133,8 +134,8 @@ std::string VexorLogging::GetThreadAffinityLog(std::thread::id thread) {
 }
 
 std::string VexorLogging::GetPkgCoreInfo(unsigned short package, unsigned short core) {
-  // 32752 stands for "none" and prints as blanks; only what lies above it, in both numbers, makes
-  // the whole label empty. That the two bounds differ by one is on purpose.
+  // 32752 and above mean "none" and print as blanks. The label is empty only if both numbers are
+  // strictly above 32752; that the two bounds differ by one is on purpose.
   constexpr unsigned short kNone = 32752;
   if (package > kNone && core > kNone) return {};
   std::array<char, 16> label = {};

@@ -1,4 +1,4 @@
-// Objects of the process that outlive all others.
+// Global objects that are constructed at their first use and never destroyed.
 #pragma once
 
 #include <atomic>
@@ -8,9 +8,10 @@
 
 namespace vexor {
 
-// Holds an object that is made at its first use and never destroyed. In a static library, objects
-// of the program's own source files may be constructed before the library's and destroyed after
-// them: what they use must be there all the time. Any thread may be the first user.
+// Holds an object that is constructed at its first use and never destroyed. With a static library,
+// the program's own global objects may be constructed before the library's and destroyed after
+// them, and they may log. Any thread may be the first user. Holds no pointer and allocates nothing
+// itself, so that an `Immortal` can be constinit and usable before main.
 template <class T>
 class Immortal {
  public:

@@ -1,9 +1,9 @@
-// Paths that differ between the platforms.
+// Fixed paths that differ between systems.
 #pragma once
 
 namespace vexor::platform {
 
-// The file that holds the address of the host.
+// The file with the IP address of the host machine.
 #if defined(_WIN32)
 inline constexpr char kHostIpFile[] = R"(C:\temp\Vexor\HostIP.txt)";
 #else

@@ -1,8 +1,8 @@
-// The operating system as the library sees it. What differs between systems stands in posix.cpp and
-// windows.cpp, of which one is built; nothing else in the library knows which.
+// The operating system as the library sees it. posix.cpp or windows.cpp implements this header, and
+// file.cpp what both share; the rest of the library does not depend on the system.
 //
-// Paths are narrow texts as the system's narrow calls take them. A function that can fail returns
-// the system's error, which is "no error" (false) on success. Any thread may call.
+// Paths are passed unchanged to the system's narrow-character calls. A function that can fail
+// returns the system's error, which is false on success. Any thread may call these functions.
 #pragma once
 
 #include <atomic>
@@ -27,52 +27,53 @@ struct LocalTime {
 
 LocalTime ReadLocalTime();
 
-// Nanoseconds of the steady clock of the highest resolution, from a start of the system's choosing.
+// Returns nanoseconds of the monotonic clock with the highest resolution, since an arbitrary start.
 std::uint64_t ReadPerformanceCounter();
 
-// The processor's time-stamp counter; the performance counter on a processor that has none.
+// Returns the processor's time-stamp counter, or the performance counter if it has none.
 std::uint64_t ReadTimeStampCounter();
 
-// Tells the processor that the thread is spinning.
+// Tells the processor that the thread is in a spin loop, to save power and let the sibling thread
+// of the core run.
 void HintSpinWait();
 
 // Files by their path.
 
-// What ends a line of a text file on this system.
+// The line end of text files on this system.
 extern const std::string_view kLineEnd;
 
-// Gives the text such line ends in place of line feeds, but those that have a return before them.
+// Replaces each line feed by the system's line end, except where a carriage return precedes it.
 void UseSystemLineEnds(std::string& text);
 
-// Whether the system knows a file or a folder of this path.
+// Whether a file, folder or device of this path exists and its status can be read.
 bool HasFileStatus(const std::string& path);
 
-// The path from the root on, by the current folder of the moment; the path itself when there is
-// none.
+// Returns the absolute path, based on the current folder; the path unchanged if that fails.
 std::string MakeAbsolute(const std::string& path);
 
-// The names, sorted, of the regular files in a folder; those that were found before an error, which
-// is there for an empty name, too.
+// Returns the sorted names of the regular files in a folder. After an error, the names that were
+// found before it. An empty folder name is an error.
 std::vector<std::string> ListFiles(const std::string& folder, std::error_code& error);
 inline std::vector<std::string> ListFiles(const std::string& folder) {
   std::error_code ignored;
   return ListFiles(folder, ignored);
 }
 
-// Whether the names of files are those of Windows: case does not matter, some names stand for
-// devices, and a ":" leads to a stream of a file.
+// Whether file names follow the rules of Windows: case does not matter, some names are devices, and
+// a ":" separates the name of a stream inside the file.
 extern const bool kHasWindowsNames;
 
-// Makes one folder in a folder that exists. No error when it is there already.
+// Makes one folder; its parent must exist. No error if the folder exists already.
 std::error_code MakeFolder(const std::string& path);
 
-// Gives the file at `path` this content: its old content or the new one is found there afterwards,
-// never a part of either, and the new one is on the disk when there is no error. A link is followed
-// and the file's permissions stay; what is no regular file, such as a device, is written in place.
+// Replaces the content of the file at `path` atomically: at any time, even after a crash, the file
+// has either its old or its new content. On success the new content is on the disk. Links are
+// followed, and the file keeps its permissions. A device or a pipe is written in place.
 std::error_code ReplaceFileContent(const std::string& path, std::string_view content);
 
-// Does the same as far as the folder permits: a file in a folder that takes no new file is written
-// in place, and a folder that cannot be synchronised is no error.
+// The same, except that a file whose folder does not allow new files is written in place, and a
+// folder that cannot be synchronised is no error. For settings files, which may be the only file of
+// their folder that the user can write.
 std::error_code RewriteFile(const std::string& path, std::string_view content);
 
 // Open files.
@@ -80,40 +81,42 @@ std::error_code RewriteFile(const std::string& path, std::string_view content);
 using FileHandle = std::intptr_t;
 inline constexpr FileHandle kNoFile = -1;
 
-// All modes but kInPlace open regular files alone.
+// All modes but kInPlace accept only regular files.
 enum class OpenMode : std::uint8_t {
   kAppend,
   kTruncate,
-  kCreate,   // fails when the file exists
-  kInPlace,  // empties a regular file; opens a device as well, and a pipe once somebody reads it
+  kCreate,   // fails if the file exists
+  kInPlace,  // truncates a regular file; also opens devices, and waits for a reader of a pipe
 };
 
-// What the library refuses although the system would open something. The errors are equivalent to
-// std::errc::invalid_argument.
+// Paths that the library refuses although the system would open something, but not the file that
+// was meant. The errors are equivalent to std::errc::invalid_argument.
 enum class PathFault : std::uint8_t { kNone, kZeroByte, kReserved, kNotRegular };
 std::error_code MakeError(PathFault fault);
 
-// Returns an error for a zero byte in the path, at which the system would end it.
+// Returns an error if the path has a zero byte, where the system would cut it.
 std::error_code CheckPath(const std::string& path);
 
 struct FileStatus {
   std::uint64_t size = 0;
-  bool removed = false;  // no folder names the file any more: closed, it is gone
+  bool removed = false;  // the file has no name any more and vanishes when it is closed
 };
 
-// The system calls behind open files and ReplaceFileContent. Every file is opened to append, for
-// other programs to read and write meanwhile, and is not inherited by child processes. No call
+// The system calls behind open files and ReplaceFileContent. Files are opened for appending, shared
+// for reading and writing with other programs, and not inherited by child processes. No call
 // throws.
 struct FileCalls {
   std::error_code (*open)(const std::string& path, OpenMode mode, FileHandle& handle);
-  // One call of the system: it may take fewer bytes than it was given without an error.
+  // One system call: it may write fewer bytes than it was given without an error.
   std::error_code (*write)(FileHandle handle, std::string_view bytes, std::size_t& written);
-  // Returns when the disk has what was written before.
+  // Returns when the data written before is on the disk.
   std::error_code (*flush)(FileHandle handle);
   std::error_code (*read_status)(FileHandle handle, FileStatus& status);
+  // Truncates the file to this size.
   std::error_code (*cut)(FileHandle handle, std::uint64_t size);
   void (*close)(FileHandle handle);
-  // Returns when the disk has the file's name, which a new or renamed file needs once.
+  // Returns when the file's entry in its folder is on the disk, as needed after creating or
+  // renaming it.
   std::error_code (*sync_name)(const std::string& path);
   std::error_code (*rename)(const std::string& from, const std::string& to);
   void (*remove)(const std::string& path);
@@ -121,10 +124,10 @@ struct FileCalls {
 
 extern const FileCalls kSystemFileCalls;
 
-// The calls in use. Tests put their own in between, to fail or to observe.
+// The calls in use. Tests replace them to inject faults, to count calls, or to lose unflushed data.
 inline constinit std::atomic<const FileCalls*> file_calls = &kSystemFileCalls;
 
-// An open file that is closed at the end of its life.
+// Owns an open file and closes it in the destructor.
 class File {
  public:
   File() = default;
@@ -137,20 +140,21 @@ class File {
   File& operator=(const File&) = delete;
   ~File();
 
-  // Opens the file, created if need be.
+  // Opens the file, and creates it if it is missing. On failure, a file that was open stays open.
   std::error_code Open(const std::string& path, OpenMode mode);
 
-  // Returns when the disk has the name of the file at `path`, which a new file needs once.
+  // Returns when the entry of the file at `path` in its folder is on the disk, as a new file needs
+  // once.
   static std::error_code SyncName(const std::string& path);
 
-  // Appends the bytes, in one call unless the system takes fewer. After an error nothing of them is
-  // left behind if the system lets them be cut off again.
+  // Appends the bytes, in one system call unless that writes fewer. After an error, truncates the
+  // file to remove the part that was written, if the system lets it.
   std::error_code Append(std::string_view bytes);
 
-  // Returns when the disk has what was written before.
+  // Returns when the data written before is on the disk.
   std::error_code Flush();
 
-  // What the system says of the file; the size is 0 for devices. Nothing when it says nothing.
+  // Returns the file's status (size 0 for devices), or nothing if the system cannot tell it.
   [[nodiscard]] std::optional<FileStatus> ReadStatus() const;
 
  private:
@@ -160,43 +164,44 @@ class File {
 enum class PathKind : std::uint8_t { kMissing, kFolder, kRegularFile, kOther };
 PathKind LookUpPath(const std::string& path);
 
-// Files that are read while others write, rename or remove them. The handles are closed with
+// Reading files that other programs may write, rename or remove meanwhile. Handles are closed with
 // CloseReadFile.
 
 struct FileIdentity {
   std::uint64_t device = 0;
   std::uint64_t file = 0;
   std::uint64_t size = 0;
-  bool regular = false;  // no folder, pipe or device
+  bool regular = false;  // not a folder, pipe or device
 
   [[nodiscard]] bool IsSameFile(const FileIdentity& other) const {
     return device == other.device && file == other.file;
   }
 };
 
-// A folder is std::errc::is_a_directory.
+// Fails with std::errc::is_a_directory for a folder.
 std::error_code OpenReadFile(const std::string& path, FileHandle& handle);
 
 // Reads on from where the last call stopped. A count of 0 without an error is the end of the data.
-// A pipe that no program opens for writing, within two seconds, is std::errc::broken_pipe.
+// Fails with std::errc::broken_pipe for a pipe that no program opens for writing within two
+// seconds.
 std::error_code ReadFileBytes(FileHandle handle, char* bytes, std::size_t size, std::size_t& count);
 
-// Only regular files can be read from somewhere else.
+// Sets where the next read begins. Only for regular files.
 std::error_code SeekReadFile(FileHandle handle, std::uint64_t offset);
 
 std::error_code IdentifyFile(FileHandle handle, FileIdentity& identity);
 void CloseReadFile(FileHandle handle);
 
-// Pieces of ReplaceFileContent that differ between systems.
+// The parts of ReplaceFileContent that differ between systems.
 
 struct ReplaceTarget {
-  std::string path;         // with links resolved
-  bool in_place = false;    // no regular file: it cannot be replaced by another
-  std::error_code refused;  // the file must not be written
+  std::string path;         // with links resolved: a rename would replace the link
+  bool in_place = false;    // a device or a pipe, which no file can replace
+  std::error_code refused;  // a read-only file must not be written, and a rename would not notice
 };
 ReplaceTarget ResolveReplaceTarget(const std::string& path);
 
-// Gives `to` the permissions of `from`, if that exists.
+// Gives `to` the permissions of `from`, if `from` exists.
 void CopyPermissions(const std::string& from, const std::string& to);
 
 std::uint64_t ReadProcessId();

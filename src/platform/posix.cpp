@@ -31,7 +31,7 @@ std::error_code LastError() { return {errno, std::system_category()}; }
 
 int Descriptor(FileHandle handle) { return static_cast<int>(handle); }
 
-// Special files have nothing to synchronise and say so.
+// EINVAL means a special file, which has nothing to synchronise.
 std::error_code FlushError() { return errno == EINVAL ? std::error_code() : LastError(); }
 
 int FlagsOf(OpenMode mode) {
@@ -40,8 +40,8 @@ int FlagsOf(OpenMode mode) {
   return kFlags | (mode == OpenMode::kCreate ? O_EXCL : O_TRUNC);
 }
 
-// Where a standard stream is closed, a file that is opened gets its number, and with it what the
-// program prints.
+// If the program runs with a standard stream closed, open() returns that stream's number, and what
+// the program prints would end up in the file.
 int MoveAboveStandardStreams(int descriptor) {
   if (descriptor < 0 || descriptor > STDERR_FILENO) return descriptor;
   const int moved = fcntl(descriptor, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
@@ -53,7 +53,7 @@ int MoveAboveStandardStreams(int descriptor) {
 
 std::error_code OpenFile(const std::string& path, OpenMode mode, FileHandle& handle) {
   constexpr mode_t kPermissions = 0666;
-  // Looked at before: to open a pipe would mean to wait for somebody who reads it.
+  // Checked before opening: open() of a pipe blocks until some program reads it.
   if (mode != OpenMode::kInPlace && LookUpPath(path) == PathKind::kOther) {
     return MakeError(PathFault::kNotRegular);
   }
@@ -100,7 +100,8 @@ std::error_code CutFile(FileHandle handle, std::uint64_t size) {
 
 void CloseFile(FileHandle handle) { close(Descriptor(handle)); }
 
-// Needs no memory: after a rename there is no way back.
+// Synchronises the file's folder. Allocates nothing, as it may follow a rename: std::bad_alloc must
+// not suggest that the file is unchanged.
 std::error_code SyncName(const std::string& path) {
   const std::size_t length = path.find_last_of('/') + 1;  // 0 when there is none
   std::array<char, PATH_MAX> folder = {'.'};
@@ -166,7 +167,7 @@ std::string MakeAbsolute(const std::string& path) {
   return error ? path : absolute.string();
 }
 
-// The standard library's iterator ends the process when memory runs out.
+// Not with std::filesystem::directory_iterator, which ends the process if memory runs out.
 std::vector<std::string> ListFiles(const std::string& folder, std::error_code& error) {
   std::vector<std::string> names;
   error = CheckPath(folder);
@@ -196,7 +197,7 @@ PathKind LookUpPath(const std::string& path) {
 }
 
 std::error_code OpenReadFile(const std::string& path, FileHandle& handle) {
-  // Without waiting: a pipe that no program has opened for writing would hold the call up for ever.
+  // O_NONBLOCK, because open() of a pipe would block until some program opens it for writing.
   int descriptor = -1;
   do {
     descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK);
@@ -220,7 +221,7 @@ bool IsPipe(int descriptor) {
 
 enum class PipeEnd : std::uint8_t { kData, kClosed, kSilent };
 
-// Waits until there is something to read, or the last writer has closed the pipe.
+// Waits until there is something to read, the last writer closes the pipe, or time is up.
 PipeEnd WaitForPipe(int descriptor, int milliseconds) {
   pollfd wanted = {.fd = descriptor, .events = POLLIN, .revents = 0};
   int count = 0;
@@ -248,11 +249,13 @@ std::error_code ReadFileBytes(FileHandle handle, char* bytes, std::size_t size,
     }
     if (got < 0 && errno == EINTR) continue;
     if (got < 0 && errno != EAGAIN) return LastError();
-    if (got < 0) {  // a writer is there
+    if (got < 0) {  // EAGAIN: a program has the pipe open for writing but has written nothing yet
       WaitForPipe(descriptor, kForEver);
       continue;
     }
     if (size == 0 || !IsPipe(descriptor)) return {};
+    // 0 from a pipe: no program has it open for writing, either not yet or not any more. Only the
+    // second is the end of the data; poll() tells them apart by a hang-up.
     if (was_silent) return std::make_error_code(std::errc::broken_pipe);
     const PipeEnd end = WaitForPipe(descriptor, kPatience);
     if (end == PipeEnd::kClosed) return {};
@@ -281,6 +284,7 @@ std::error_code MakeFolder(const std::string& path) {
   if (const std::error_code error = CheckPath(path)) return error;
   constexpr mode_t kPermissions = 0777;
   struct stat found = {};
+  // mkdir first, stat after: another process may make the folder at the same time.
   if (mkdir(path.c_str(), kPermissions) == 0) return {};
   const std::error_code error = LastError();
   return stat(path.c_str(), &found) == 0 && S_ISDIR(found.st_mode) ? std::error_code() : error;

@@ -11,6 +11,7 @@ namespace vexor {
 
 namespace {
 
+// Not FILE_SHARE_DELETE: Windows then refuses to remove or rename a file that is open for writing.
 constexpr DWORD kSharing = FILE_SHARE_READ | FILE_SHARE_WRITE;
 
 std::error_code LastError() { return {static_cast<int>(GetLastError()), std::system_category()}; }
@@ -29,8 +30,8 @@ DWORD DispositionOf(OpenMode mode) {
 }
 
 std::error_code OpenFile(const std::string& path, OpenMode mode, FileHandle& handle) {
-  // Append access alone makes every write go to the file's end, whoever else writes; it is enough
-  // to flush the handle, too.
+  // With append access alone, every write goes to the end of the file, even if other processes
+  // append to it. FlushFileBuffers accepts such a handle as well.
   const HANDLE opened =
       CreateFileA(path.c_str(), FILE_APPEND_DATA | FILE_READ_ATTRIBUTES | SYNCHRONIZE, kSharing,
                   nullptr, DispositionOf(mode), FILE_ATTRIBUTE_NORMAL, nullptr);
@@ -67,7 +68,7 @@ std::error_code ReadStatus(FileHandle handle, FileStatus& status) {
   return {};
 }
 
-// A handle with append access alone cannot shorten its file.
+// Reopens the file, as a handle with append access alone cannot truncate it.
 std::error_code CutFile(FileHandle handle, std::uint64_t size) {
   const HANDLE writer = ReOpenFile(Native(handle), GENERIC_WRITE, kSharing, 0);
   if (writer == INVALID_HANDLE_VALUE) return LastError();
@@ -82,7 +83,7 @@ std::error_code CutFile(FileHandle handle, std::uint64_t size) {
 
 void CloseFile(FileHandle handle) { CloseHandle(Native(handle)); }
 
-// Flushing a file flushes its name here.
+// Nothing to do: FlushFileBuffers also flushes the file's directory entry.
 std::error_code SyncName(const std::string& /*path*/) { return {}; }
 
 std::error_code RenameFile(const std::string& from, const std::string& to) {
@@ -148,8 +149,7 @@ std::uint64_t ReadPerformanceCounter() {
   return count / rate * kNanoseconds + count % rate * kNanoseconds / rate;
 }
 
-// The system's query instead of the C runtime's: some runtimes find no folder with a separator at
-// its end.
+// Not with stat(): some C runtimes do not find a folder whose path ends with a separator.
 bool HasFileStatus(const std::string& path) {
   return GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES;
 }
@@ -169,12 +169,13 @@ std::vector<std::string> ListFiles(const std::string& folder, std::error_code& e
   error = folder.empty() ? std::make_error_code(std::errc::no_such_file_or_directory)
                          : CheckPath(folder);
   if (error) return names;
-  // Behind a drive's colon a separator would name its root, not its current folder.
+  // "C:" is the current folder of the drive; with a separator after it, it would be the root.
   const bool is_complete = std::string_view("/\\:").find(folder.back()) != std::string_view::npos;
   WIN32_FIND_DATAA entry = {};
   const HANDLE search = FindFirstFileA((folder + (is_complete ? "*" : "\\*")).c_str(), &entry);
   if (search == INVALID_HANDLE_VALUE) {
     error = LastError();
+    // Any other folder has at least the entry ".".
     if (error.value() == ERROR_FILE_NOT_FOUND) error.clear();  // the root of an empty drive
     return names;
   }
@@ -195,7 +196,7 @@ PathKind LookUpPath(const std::string& path) {
   return (attributes & FILE_ATTRIBUTE_DEVICE) != 0 ? PathKind::kOther : PathKind::kRegularFile;
 }
 
-// The writer may rename and remove the file meanwhile.
+// With FILE_SHARE_DELETE, so that reading a log does not keep others from renaming or removing it.
 std::error_code OpenReadFile(const std::string& path, FileHandle& handle) {
   if (LookUpPath(path) == PathKind::kFolder) {
     return std::make_error_code(std::errc::is_a_directory);
@@ -256,7 +257,7 @@ ReplaceTarget ResolveReplaceTarget(const std::string& path) {
   return {.path = path, .in_place = false, .refused = {}};
 }
 
-// A new file inherits its permissions from the folder, as the old one did.
+// Nothing to do: a new file inherits its permissions from the folder, as the old one did.
 void CopyPermissions(const std::string& /*from*/, const std::string& /*to*/) {}
 
 std::uint64_t ReadProcessId() { return GetCurrentProcessId(); }
