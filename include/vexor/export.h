@@ -1,16 +1,16 @@
 // The export macro. VEXOR_STATIC is defined for users of the static library, VEXOR_BUILDING while
 // the library itself is compiled; the CMake targets set both.
 //
-// Strings, vectors and other types of the C++ standard library cross the border between the library
-// and a program: both have to be compiled by the same compiler, or compatible ones, for the same
-// runtime. With Microsoft's compiler that is the runtime as a DLL (/MD), or for a library built for
-// debugging the debug runtime (/MDd).
+// Functions take and return strings, vectors and other types of the C++ standard library. So the
+// library and the program must be compiled by the same or compatible compilers, for the same
+// runtime library. With Microsoft's compiler that is the DLL runtime: /MD, or /MDd with a debug
+// build of the library.
 #pragma once
 
 #if defined(_MSC_VER) && !defined(VEXOR_STATIC) && !defined(_DLL)
 #error VexorUtils.dll needs a program that is compiled for the runtime as a DLL: /MD or /MDd
 #endif
-// The CMake package defines VEXOR_DEBUG_RUNTIME as 0 or 1: whether the library is for debugging.
+// The CMake package defines VEXOR_DEBUG_RUNTIME as 1 for a debug build of the library, else as 0.
 #if defined(_MSC_VER) && defined(VEXOR_DEBUG_RUNTIME)
 #if VEXOR_DEBUG_RUNTIME && !defined(_DEBUG)
 #error this VexorUtils is built for the debug runtime: compile with /MDd or use a release build of it

@@ -1,4 +1,10 @@
 // All public headers of the library.
+//
+// Names that the suite's programs already compile against are in the global namespace, unchanged
+// and including misspellings (`ParsePerCtateTolerance`). So are the suite's records and options of
+// configuration files. All later additions are in namespace `vexor`, and so are the types that
+// global functions return only since then (`vexor::SleepState` of `ParseSleepStates`). The library
+// defines no macro but VEXOR_EXPORT.
 #pragma once
 
 #include "vexor/config/check.h"

@@ -1,5 +1,5 @@
-// Hearing of every mistake in a configuration file. The reader accepts anything silently and makes
-// the best of it; the checker says where that is not what was meant.
+// Finds the mistakes in a configuration file. The reader accepts any text silently; the checker
+// reports each text that it does not read as it was probably meant.
 //
 //   for (const vexor::Finding& f : vexor::CheckXMLConfig("lab.xml")) { ... f.line ... f.what ... }
 #pragma once
@@ -15,12 +15,12 @@
 namespace vexor {
 
 enum class Severity : std::int32_t {
-  kNote,     // no mistake: options that are absent and read as empty, tests that have no options,
-             // names that are unknown and may be the user's own
-  kWarning,  // read as it is written, but probably not what was meant: an older form, no effect, a
-             // list that selects nothing, a test without its times, a name that is near a known
-             // one; or XML that other programs refuse
-  kError,    // not read, or read as something else than was written
+  kNote,     // not a mistake: a missing option, which reads as empty; a test without options; an
+             // unknown name that may be the user's own
+  kWarning,  // read as written, but probably not what was meant: an older form, a text without
+             // effect, a list that selects nothing, a test without its times, a name similar to a
+             // known one; also XML that other programs refuse
+  kError,    // not read, or not read as it was written
 };
 
 struct Finding {
@@ -28,26 +28,27 @@ struct Finding {
   std::string path;  // below the root: "GLOBALPM/CORE/CSTATES/ActiveTime"; one of several elements
                      // of a name ends in its number: "[2]"
   Severity severity = Severity::kError;
-  std::string text;            // what stands there
+  std::string text;            // the text found
   std::string what;            // what is wrong with it
-  std::string expected;        // what may stand there; may be empty
-  std::string suggestion;      // what was probably meant in its place; may be empty
-  bool is_older_form = false;  // read as what is expected, and converted to it
+  std::string expected;        // what would be valid; may be empty
+  std::string suggestion;      // the text that was probably meant; may be empty
+  bool is_older_form = false;  // valid in older versions, and read as its current form
 };
 
 struct CheckLimits {
-  std::size_t most_bytes = std::size_t{64} << 20U;  // a longer file is not looked at
+  std::size_t most_bytes = std::size_t{64} << 20U;  // longer files are not read
 };
 
-// Returns all that is wrong with a file, in the order of its lines; empty for a faultless one. A
-// file that cannot be read, is longer than the limit, or is no XML, gives one finding. Findings
-// speak of XML that other programs refuse, root and version, unknown, misplaced, repeated and older
-// elements, and every option's text by the grammar of its parser. The time is linear in the file.
-// Throws std::bad_alloc only. Any thread may call.
+// Checks the file at `path` and returns the findings in the order of their lines; none if nothing
+// is wrong. Checks the XML (also for what only other programs refuse), the root element and the
+// version, unknown, misplaced, repeated and older elements, and each option's text by the grammar
+// of its parser. A file that cannot be read, is longer than the limit or is not XML gives one
+// finding. Takes time linear in the size of the file. Throws only std::bad_alloc. Any thread may
+// call.
 VEXOR_EXPORT std::vector<Finding> CheckXMLConfig(const std::string& path,
                                                  const CheckLimits& limits = {});
 
-// The same for the content of a file.
+// Checks the content of a file in the same way.
 VEXOR_EXPORT std::vector<Finding> CheckXMLConfigText(std::string_view content,
                                                      const CheckLimits& limits = {});
 

@@ -1,4 +1,4 @@
-// The common base of the records that keep options of a configuration file.
+// The common base of the records that hold the options of a configuration file.
 #pragma once
 
 #include <string>
@@ -7,11 +7,11 @@
 
 namespace vexor {
 
-// Empty. It lets one table of options serve every record: the library's tables name a member of any
-// record derived from this one. Records are plain data, owned by the caller.
+// Empty. As the base of all records, it lets the library's tables of options refer to members of
+// any of them. Records are plain data, owned by the caller.
 struct ConfigRecord {};
 
-// Named values in file order; a name may stand more than once.
+// Pairs of name and value in file order; a name may occur more than once.
 using NamedValues = std::vector<std::pair<std::string, std::string>>;
 
 }  // namespace vexor

@@ -2,9 +2,10 @@
 //
 //   <MSR_CFG> <MSR> <Address>0x1A0</Address> <AndMask>..</AndMask> ... </MSR> ... </MSR_CFG>
 //
-// Each kind of item stands in a container of its own. An item keeps the trimmed text of each of its
-// children (empty where one is missing) and the whole item as one text, ItemText: "<name>text  " or
-// "<name/>  " per child. Applying the items is the caller's business.
+// Each kind of item has a container element of its own. An item holds the trimmed text of each of
+// its children, empty if the child is missing, and all of them in one text, ItemText:
+// "<name>text  " for each child, or "<name/>  " if it is empty. The library does not apply the
+// items; the caller does.
 #pragma once
 
 #include <string>
@@ -84,7 +85,7 @@ struct _MAILBOX_ITEM : vexor::ConfigRecord {
   std::string ItemText;
 };
 
-// A container that the file holds replaces its list; an absent one leaves the list as it was.
+// Reading a file replaces the list of each container that the file has; the other lists stay.
 struct _CUSTOM_XMLCFG {
   std::vector<_MSR_ITEM> MSR_CFG;
   std::vector<_MMIO_ITEM> PMC_MMIO;

@@ -9,8 +9,8 @@
 #include "vexor/config/test_control.h"
 #include "vexor/export.h"
 
-// Owned by the caller: make it, reset it, then read a file into it or write it out. One thread at a
-// time may use a record; different records are independent.
+// Owned by the caller, who resets it and then reads a file into it or writes it to a file. One
+// thread at a time may use a record; different records are independent.
 struct _XML_FULL_CFG {
   _GLOBALCONFIG_XMLCFG GlobalConfig;
   _GLOBALPM_XMLCFG GlobalPM;
@@ -19,7 +19,7 @@ struct _XML_FULL_CFG {
   std::string SelectionText;         // kept for the application
 };
 
-// Gives the record its defaults, section by section, the selection index -1 and the selection text
-// empty; the host IP comes from the host-IP file (see `ReadHostIpFile`). The version-match flag and
-// the loop counter stay as they are.
+// Sets all sections to their defaults, the selection index to -1 and the selection text to empty.
+// Reads the host IP from the host-IP file (see `ReadHostIpFile`). Does not change the version-match
+// flag and the loop counter.
 VEXOR_EXPORT void ResetVexorXmlConfiguration(_XML_FULL_CFG& cfg);

@@ -1,4 +1,4 @@
-// The "GLOBALCONFIGURATION" section, with the file's version: settings of the whole run.
+// The "GLOBALCONFIGURATION" section, that is, settings of the whole run, and the file's version.
 //
 //   <GLOBALCONFIGURATION>
 //     <SysConfiguration> <CORE> <CONFIG> <ITEM>..</ITEM> ... </SysConfiguration>
@@ -6,7 +6,7 @@
 //     <SystemSetup> <OverwriteCfg> <CPU>..</CPU> ... <SETTING> <TopoMode>OS</TopoMode> ...
 //   </GLOBALCONFIGURATION>
 //
-// Values are kept as trimmed text. A record may be used by one thread at a time.
+// Values are stored as trimmed text. One thread at a time may use a record.
 #pragma once
 
 #include <cstdint>
@@ -19,7 +19,7 @@
 
 struct _GLOBALCONFIG_XMLCFG : vexor::ConfigRecord {
   std::string Version;
-  bool VersionMatch = true;  // cleared by reading another version, set by a reading that succeeds
+  bool VersionMatch = true;  // see GetGlobalCfgXML; set again when ReadXMLPar succeeds
   std::vector<std::string> CORE_CONFIG;
   std::vector<std::string> CORE_SETTING;
   std::vector<std::string> POWER_CONFIG;
@@ -56,8 +56,8 @@ struct _GLOBALCONFIG_XMLCFG : vexor::ConfigRecord {
   std::string Spare2;  // reset only, as the next two
   std::string Spare3;
   std::string Spare4;
-  std::string OverwriteCfg;  // the element's children that are neither empty nor "Default", in one
-  std::string SETTING;       // line: "<name>text  " each
+  std::string OverwriteCfg;  // both: the element's children that are neither empty nor "Default"
+  std::string SETTING;       // in one text, "<name>text  " for each
   std::string Flow_Config;
   std::string Check_Bios_Knobs;
   std::uint64_t SpareWord = 0;    // never touched by the library
@@ -65,26 +65,28 @@ struct _GLOBALCONFIG_XMLCFG : vexor::ConfigRecord {
 };
 
 // Reads the version and the "GLOBALCONFIGURATION" child of `root`. Sets the record's version text
-// (empty when the file has none) and its loop counter, and clears its version-match flag unless
-// the version equals the library's byte for byte. With `verifyVersion`, a version with fewer than
-// four pieces, or whose first or fourth piece (up to a "_") is not the library's, prints "Invalid
-// XML Version: " and the version, reads nothing more and returns false. False, too, for a null
-// `root`. A present "SysConfiguration" replaces all lists of its groups, "OverwriteCfg" and
-// "SETTING" all their texts; what is absent changes nothing. With "SETTING", an empty host IP is
-// taken from the host-IP file, and one that is no IPv4 address becomes empty.
+// (empty if the file has none) and its loop counter, and clears the version-match flag unless the
+// version equals the library's byte for byte. With `verifyVersion`, a version is refused if it has
+// fewer than four parts, or if its first or fourth part (up to a "_") is not the library's: prints
+// "Invalid XML Version: " and the version, reads nothing more and returns false. Also returns false
+// for a null `root`. If the file has "SysConfiguration", all lists of its groups are replaced;
+// likewise all texts of "OverwriteCfg" and of "SETTING". What the file lacks stays as it was. If
+// the file has "SETTING", an empty host IP is read from the host-IP file, and one that is not an
+// IPv4 address becomes empty.
 VEXOR_EXPORT bool GetGlobalCfgXML(_GLOBALCONFIG_XMLCFG& cfg, const tinyxml2::XMLElement* root,
                                   bool verifyVersion);
 
-// Returns the first line of the host-IP file, trimmed of blanks and the carriage return; empty text
-// when the file cannot be opened. The file is C:\temp\Vexor\HostIP.txt on Windows and
-// /etc/vexor/HostIP.txt elsewhere; the environment variable VEXOR_HOST_IP_FILE names another.
-// Any thread may call, as long as none changes the environment.
+// Returns the first line of the host-IP file without outer blanks and without a carriage return;
+// empty text if the file cannot be opened. The file is C:\temp\Vexor\HostIP.txt on Windows and
+// /etc/vexor/HostIP.txt elsewhere, unless the environment variable VEXOR_HOST_IP_FILE gives
+// another. Any thread may call, as long as none changes the environment.
 VEXOR_EXPORT std::string ReadHostIpFile();
 
 namespace vexor {
 
-// Gives the record its default texts and lists; the host IP comes from the host-IP file. The
-// version-match flag, the loop counter, the two flattened blocks and the untouched spares stay.
+// Sets the record's texts and lists to their defaults, and reads the host IP from the host-IP file.
+// Does not change the version-match flag, the loop counter, OverwriteCfg, SETTING and the members
+// that the library never touches.
 VEXOR_EXPORT void ResetGlobalConfig(_GLOBALCONFIG_XMLCFG& cfg);
 
 }  // namespace vexor

@@ -5,12 +5,16 @@
 //     ...
 //   </GLOBALPM>
 //
-// A record keeps each option as the trimmed text of its element, in the member of the element's own
-// name ("_" for "-"); "Vpu-DVFS" and "MESH-GV" have "arg" elements, whose "val" is kept untrimmed.
-// The tests turn the texts into values with the option-syntax parsers. An element that a present
-// test lacks leaves empty text, but a SwitchTime that follows from the other times or is "msec:80"
-// ("Ice-Pstates"); a test that is absent leaves its record as it was. A record may be used by one
-// thread at a time.
+// A record stores each option as the trimmed text of the first element of its name, in the member
+// of that name ("_" for "-"). A list member holds the texts of all elements of its name, without
+// empty ones. "Vpu-DVFS" and "MESH-GV" have "arg" elements instead, whose "name" is the option and
+// whose "val" is stored untrimmed. The tests turn the texts into values with the parsers of
+// vexor/syntax/.
+//
+// If the file has a test's element but not the element of an option, the option becomes empty. Only
+// SwitchTime has a substitute: "msec:80" for "Ice-Pstates", for most other tests the sum of
+// ActiveTime and InStateTime, which also replaces an empty text. If the file lacks a test's
+// element, the test's record stays as it was. One thread at a time may use a record.
 #pragma once
 
 #include <cstdint>
@@ -21,8 +25,8 @@
 #include "vexor/export.h"
 #include "vexor/vocabulary/pm_tests.h"
 
-// The options that most tests share. Every test record begins with the whole node; fields that a
-// test does not read keep their value.
+// The options that most tests share, as the base of every test record. Members that a test does not
+// read keep their values.
 struct _PM_TEST_NODE : vexor::ConfigRecord {
   std::string PxMxCxScope;
   std::string PxMxCxTxScope;
@@ -40,8 +44,8 @@ struct _PM_TEST_NODE : vexor::ConfigRecord {
   std::string TestMode;
   std::string Log_Level;
   std::string KNOBS;
-  std::string KnobHint;          // hint comment of KNOBS in a written file
-  std::string AllOptions;        // every child element: "<name>text  " or "<name/>  "
+  std::string KnobHint;          // the comment above KNOBS in a written file; never read
+  std::string AllOptions;        // all child elements as read: "<name>text  " or "<name/>  " each
   std::string SpareTime;         // reset only
   std::int32_t SpareNumber = 0;  // reset only
 };
@@ -96,7 +100,7 @@ struct _SDC_CFG : _PM_TEST_NODE {
   std::string DutyCycles;
 };
 
-// "FACT" and "DGFX-RESET" write their configuration states and do not read them.
+// The configuration states of "FACT" and "DGFX-RESET" are written to a file but not read from it.
 struct _FACT_CFG : _PM_TEST_NODE {
   std::vector<std::string> ConfigState;
 };
@@ -144,11 +148,12 @@ struct _PECI_CFG : _PM_TEST_NODE {
 // "PCIe-Link", "PCIe-GenWidth" and "Dx-States".
 struct _PCIE_DEVICE_CFG : _PM_TEST_NODE {
   std::vector<std::string> ConfigState;
-  bool FromLegacyElement = false;  // last filled from the older element "PCIe-Link-DState"
+  bool FromLegacyElement = false;  // last read from the older element "PCIe-Link-DState"
 };
 
-// The graphics, media, imaging and uncore frequency and RC6 tests. The RC6 tests keep "RC0Time" in
-// ActiveTime and "RC6Time" in InStateTime.
+// The frequency and RC6 tests of graphics, media, imaging and uncore. The RC6 tests read "RC0Time"
+// into ActiveTime and "RC6Time" into InStateTime; these override elements "ActiveTime" and
+// "InStateTime" unless they are empty.
 struct _GFX_CFG : _PM_TEST_NODE {
   std::string Ratios;
   std::string Device;
@@ -230,17 +235,19 @@ struct _GLOBALPM_XMLCFG {
   _PCIE_DEVICE_CFG Dx_States;
 };
 
-// Reads the "GLOBALPM" child of `root` into the test records. Returns false, changing nothing, when
-// there is none or `root` is null; absent groups and tests are skipped without a message.
-// "GT-DVFS", "GT-RC6" and "PCIe-Link-DState" are read where the newer element is absent.
+// Reads the "GLOBALPM" child of `root` into the test records. Returns false and changes nothing if
+// there is none or `root` is null. Missing groups and tests are skipped without a message. The
+// older elements "GT-DVFS", "GT-RC6" and "PCIe-Link-DState" (read into PCIe_Link as well as
+// Dx_States) count where the newer element is missing.
 VEXOR_EXPORT bool GetGlobalPMXML(_GLOBALPM_XMLCFG& pm, const tinyxml2::XMLElement* root);
 
 namespace vexor {
 
-// Returns the common options of the test's record, null for an id without a section.
+// Returns the record of a test, null for an id without a section such as PM_TEST_TEST_CONTROL. The
+// pointer refers into `pm`.
 VEXOR_EXPORT _PM_TEST_NODE* FindTestNode(_GLOBALPM_XMLCFG& pm, VEXOR_PM_TEST_ID test);
 
-// Gives every test record the texts that a lab starts from and empties its lists.
+// Sets every test record to its default texts and empties its lists.
 VEXOR_EXPORT void ResetGlobalPm(_GLOBALPM_XMLCFG& pm);
 
 }  // namespace vexor

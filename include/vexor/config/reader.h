@@ -1,4 +1,4 @@
-// Reading a configuration file.
+// Reads a configuration file.
 //
 //   _XML_FULL_CFG cfg;
 //   ResetVexorXmlConfiguration(cfg);
@@ -12,24 +12,25 @@
 #include "vexor/config/full_config.h"
 #include "vexor/export.h"
 
-// Holds no state: any thread may read, each into a record of its own.
+// Has no state. Any thread may read, each into its own record.
 class VEXOR_EXPORT VexorConfigParser {
  public:
-  // Reads the file at `path` into `cfg` and returns whether it was read. A section or a test that
-  // the file lacks keeps its values, but the test control starts from its defaults in every
-  // reading; an option that a present element lacks becomes empty. Messages go to standard output.
-  // False, without a message, for a null `cfg`; with "XML parse error! ID: " and the XML library's
-  // error id for a file that cannot be loaded (0 for one without a "VEXOR" root). With
-  // `verifyVersion` only compatible versions are read, with `strictVersion` only the library's own;
-  // a refused version leaves the version text and the cleared version-match flag in the record
-  // (and, when strict, the global configuration). Throws std::out_of_range ("invalid vector<T>
-  // subscript") for a malformed trace entry, or a "TestTraceCfg" in a file whose version has fewer
-  // than four pieces; nothing else.
+  // Reads the file at `path` into `cfg` and returns whether it was read. Sections and tests that
+  // the file lacks keep their values, except that the test control is reset first; an option that
+  // is missing from an element that the file has becomes empty. Messages go to standard output.
+  // Returns false without a message for a null `cfg`. Prints "XML parse error! ID: " and the XML
+  // library's error id for a file that cannot be loaded, with id 0 for one without a "VEXOR" root.
+  // With `verifyVersion` only compatible versions are read, with `strictVersion` only the library's
+  // own. Refusing a version still sets the version text and clears the version-match flag in the
+  // record; with `strictVersion` the global configuration has been read as well. Throws
+  // std::out_of_range ("invalid vector<T> subscript") for a malformed trace entry, and for a
+  // "TestTraceCfg" in a file whose version has fewer than four parts; nothing else. If memory runs
+  // out, the file counts as one that cannot be loaded.
   bool ReadXMLPar(const std::string& path, _XML_FULL_CFG* cfg, bool verifyVersion,
                   bool strictVersion);
 
-  // Appends an element of that name and text as the last child of `parent`, an element of
-  // `document`. Does nothing when `parent`, `document` or `name` is null.
+  // Appends an element of this name and text as the last child of `parent`, an element of
+  // `document`. Does nothing if `parent`, `document` or `name` is null.
   void CreateXMLElement(tinyxml2::XMLElement* parent, tinyxml2::XMLDocument* document,
                         const char* name, const std::string& text);
 };

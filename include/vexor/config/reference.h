@@ -1,4 +1,4 @@
-// A reference of all options of a configuration file.
+// Writes a reference of all options of a configuration file.
 #pragma once
 
 #include <string>
@@ -7,9 +7,9 @@
 
 namespace vexor {
 
-// Returns a Markdown document: every element that a file may hold, section by section, with its
-// meaning, syntax, an example, default and valid words, and whether it is read and written. Throws
-// std::bad_alloc only. Any thread may call.
+// Returns a Markdown document that lists every element of a file, section by section, with its
+// meaning, syntax, example, default and valid words, and whether it is read and written. Throws
+// only std::bad_alloc. Any thread may call.
 VEXOR_EXPORT std::string GetOptionReference();
 
 }  // namespace vexor

@@ -7,11 +7,10 @@
 
 namespace vexor {
 
-// Returns an XML Schema 1.0 document that accepts every file that holds no unknown or misplaced
-// element, no attribute that is not read and no wrong word, elements in any order; older names, and
-// texts that a reader trims, are good. Of a switch it accepts "true", "false" and no text; beyond
-// that it refuses no text that the options' parsers read as it is written. Throws std::bad_alloc
-// only. Any thread may call.
+// Returns an XML Schema 1.0 document. It accepts files with elements in any order, older names
+// and white space around texts. It refuses unknown and misplaced elements, attributes that are not
+// read, unknown words, and switches other than "true", "false" and empty. It refuses no other text
+// that an option's parser reads as it is written. Throws only std::bad_alloc. Any thread may call.
 VEXOR_EXPORT std::string GetXMLSchema();
 
 }  // namespace vexor

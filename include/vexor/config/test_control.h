@@ -1,4 +1,5 @@
-// The "TEST_CONTROL_CFG" section: which tests run, what is traced, how the workload runner behaves.
+// The "TEST_CONTROL_CFG" section: which tests run automatically, what is traced, and the settings
+// of the workload runner.
 //
 //   <TEST_CONTROL_CFG>
 //     <AutoRunCfg> <CSTATES>true</CSTATES> ... </AutoRunCfg>
@@ -6,7 +7,7 @@
 //     <WorkloadCfg> <ExeMode>CM</ExeMode> ... </WorkloadCfg>
 //   </TEST_CONTROL_CFG>
 //
-// A record may be used by one thread at a time.
+// One thread at a time may use a record.
 #pragma once
 
 #include <array>
@@ -32,11 +33,11 @@ struct _WL_CUSTOMERS_XMLCFG : vexor::ConfigRecord {
   std::string LoopNum;
 };
 
-// Resets the record, then reads the "TEST_CONTROL_CFG" child of `root`. Returns false, leaving the
-// defaults, when there is none or `root` is null. `version` is the file's version text: it decides
-// how trace entries are brought up to date. Throws std::out_of_range ("invalid vector<T>
-// subscript") when there is a "TestTraceCfg" and the version has fewer than four pieces, an entry
-// has fewer than three fields, or its third field is empty or of ":" alone.
+// Resets the record, then reads the "TEST_CONTROL_CFG" child of `root`. Returns false and leaves
+// the defaults if there is none or `root` is null. `version` is the version text of the file, which
+// determines how older trace entries are converted. Throws std::out_of_range ("invalid vector<T>
+// subscript") if there is a "TestTraceCfg" and the version has fewer than four parts, an entry has
+// fewer than three fields, or its third field is empty or consists of ":" only.
 VEXOR_EXPORT bool GetTestControlXML(_WL_CUSTOMERS_XMLCFG& control, const tinyxml2::XMLElement* root,
                                     const std::string& version);
 
@@ -45,13 +46,13 @@ namespace vexor {
 inline constexpr int kFirstAutoRunTest = 1;
 inline constexpr int kLastAutoRunTest = 32;
 
-// Returns whether the test runs by itself; false for an id outside 1 to 32.
+// Returns whether the test runs automatically; false for an id outside 1 to 32.
 VEXOR_EXPORT bool IsAutoRun(const _WL_CUSTOMERS_XMLCFG& control, VEXOR_PM_TEST_ID test);
 
-// Switches the test's automatic run on or off; does nothing for an id outside 1 to 32.
+// Sets whether the test runs automatically; does nothing for an id outside 1 to 32.
 VEXOR_EXPORT void SetAutoRun(_WL_CUSTOMERS_XMLCFG& control, VEXOR_PM_TEST_ID test, bool on);
 
-// Gives the record its defaults: no test runs, no trace entries, the runner's default texts.
+// Sets the record to its defaults: no test runs, no trace entries, the runner's default texts.
 VEXOR_EXPORT void ResetTestControl(_WL_CUSTOMERS_XMLCFG& control);
 
 }  // namespace vexor

@@ -5,8 +5,8 @@
 //     <MemoryStress> ... <CopyCompare> ... <GtStress> ...
 //   </WORKLOADS>
 //
-// The record stands beside the configuration record; the caller fills it with GetWorkLoadsXML. It
-// may be used by one thread at a time.
+// The record is not part of _XML_FULL_CFG; the caller fills it with GetWorkLoadsXML. One thread at
+// a time may use a record.
 #pragma once
 
 #include <cstdint>
@@ -83,8 +83,9 @@ struct _WORKLOADS_XMLCFG {
   _GFX_WORKLOAD_CFG Media3DPTV;
 };
 
-// Reads the "WORKLOADS" child of `root` (the file's root element). Returns false, changing nothing,
-// when there is none or `root` is null. An option that a present workload lacks becomes empty, its
-// AutoRun false. A workload that the file lacks keeps its record, except
-// that a present "GtStress" names both graphics workloads and switches off an absent one's AutoRun.
+// Reads the "WORKLOADS" child of `root`, the root element of the file. Returns false and changes
+// nothing if there is none or `root` is null. If the file has a workload's element, options missing
+// from it become empty, and a missing AutoRun false. If the file lacks a workload, its record stays
+// as it was. One exception: "GtStress" sets the names of both its graphics workloads, and clears
+// AutoRun of one that it lacks.
 VEXOR_EXPORT bool GetWorkLoadsXML(_WORKLOADS_XMLCFG& workloads, const tinyxml2::XMLElement* root);

@@ -1,9 +1,9 @@
-// Log files that survive the machine, and the routing of threads to them.
+// Log files that survive crashes and power cuts, and the routing of threads to them.
 //
 // A `VexorLogging` object writes lines of comma-separated values to a ".csv" file under a header
-// line. When a call that logs has returned, its line is on the disk, unless the log is locked: a
-// locked log keeps its lines in memory until it is unlocked, saved or closed, and until then they
-// are lost with the process. Without an open file, lines go to standard output.
+// line. When a call that logs returns, its line is on the disk. The exception is a locked log: it
+// keeps lines in memory, where they are lost with the process, until it is unlocked, saved or
+// closed. Without an open file, lines go to standard output.
 //
 //   VexorLogging log;
 //   log.SetLinesLimitToSplit(100000);
@@ -12,25 +12,26 @@
 //   log.LogNote("package C6 reached", TRACE_INFORMATION);  // a row with its text under "Notes"
 //   VexorLogging::LogSpecificLevel("from code that knows only its thread", TRACE_DEBUG);
 //
-// A line passes when it is forced or when its level is not above the object's. A file that cannot
-// be written is reported once on standard output; its lines go there until it can be written again.
-// A flush that fails is reported once a file. A file that another program has removed or cut gets
-// its header again, and its lines are counted anew.
+// A line is logged if it is forced or if its level is not above the object's level; other lines are
+// dropped. If a file cannot be written, this is printed once on standard output, and its lines go
+// there until the file can be written again. The first failed flush of a file is printed as well. A
+// file that another program has removed or cut gets the header line again, and its lines are
+// counted again from what it still has.
 //
-// With a limit of lines, a long log goes on in numbered files: run_0.csv, run_1.csv, ... A log that
-// moves to the next of them empties it, whatever was in it. So a series that begins anew empties,
-// one by one, the files that an earlier run left, also with LOG_FILE_APPEND, which concerns the
-// first file alone. To keep them, continue the series behind its last file after a restart:
+// With a limit of lines, a long log continues in numbered files: run_0.csv, run_1.csv, ... Moving
+// to the next file empties it if it exists. So a new series overwrites the files of an earlier run
+// one by one, even with LOG_FILE_APPEND, which applies only to the first file. To keep the earlier
+// files, continue the series after its last file:
 //
 //   log.SetLinesLimitToSplit(100000);
-//   vexor::MakeFolders("C:\\logs");                                  // logs make no folder
-//   vexor::ContinueLog(log, "C:\\logs", "run", TRACE_INFORMATION);  // run_0.csv, or run_7.csv
+//   vexor::MakeFolders("C:\\logs");                                 // a log creates no folders
+//   vexor::ContinueLog(log, "C:\\logs", "run", TRACE_INFORMATION);  // run_0.csv, or say run_7.csv
 //
-// Several objects, also of several processes, may append to one file and do not mix their lines.
-// Each counts and splits for itself, however: with a limit they empty each other's files.
+// Several objects, even in several processes, may append to one file without mixing their lines.
+// But each counts lines for itself: with a limit, they would overwrite each other's files.
 //
-// Any thread may call anything at any time, as long as the object lives. Lines of different threads
-// and objects never mix. A failure of a lock is thrown as std::system_error.
+// Any thread may call any function while the object exists. A mutex that fails throws
+// std::system_error.
 #pragma once
 
 #include <cstddef>
@@ -49,7 +50,7 @@
 #include "vexor/logging/context_utils.h"
 #include "vexor/vocabulary/pm_tests.h"
 
-// How a log opens a file that exists. Any other value empties it, too.
+// How a log opens a file that exists. Any value but LOG_FILE_APPEND empties it.
 enum LOG_FILE_OPTIONS : std::int32_t {
   LOG_FILE_APPEND = 0,
   LOG_FILE_OVERWRITE = 1,
@@ -65,16 +66,16 @@ class VexorLogging;
 namespace vexor {
 
 template <class T>
-class Immortal;  // an object that is never destroyed: logs of static storage duration use it
+class Immortal;  // an object that is never destroyed, so that destructors of globals may log
 
-// Opens the log as `Initialize` does with LOG_FILE_APPEND, and with a limit of lines continues the
-// series of this name where it ended: the file with the highest number is appended to, the next
-// ones get the numbers behind it, and no file of an earlier run is emptied. A series without files
-// begins. Returns whether a file was opened; it is not when the folder cannot be read.
+// Opens the log like `Initialize` with LOG_FILE_APPEND. With a limit of lines, continues the series
+// of this name: appends to its file with the highest number, numbers further files from there, and
+// empties no file of an earlier run. Starts a new series if there are no files. Returns whether a
+// file was opened; false also if the folder cannot be read.
 VEXOR_EXPORT bool ContinueLog(VexorLogging& log, std::string_view path, std::string_view name,
                               TRACE_LEVEL level);
 
-struct LogContinuation;  // what `ContinueLog` needs of a log; private
+struct LogContinuation;  // gives `ContinueLog` access to private members
 
 }  // namespace vexor
 
@@ -85,132 +86,144 @@ struct LogContinuation;  // what `ContinueLog` needs of a log; private
 
 class VEXOR_EXPORT VexorLogging {
  public:
-  // The header line names the columns of the suite's tests, from "Time" to "Level".
+  // A log whose header line has the columns of the suite's tests, from "Time" to "Level".
   VexorLogging();
+  // A log with another header line.
   explicit VexorLogging(std::string_view header_line);
 
   VexorLogging(const VexorLogging&) = delete;
   VexorLogging& operator=(const VexorLogging&) = delete;
 
-  // Closes the file, lines kept by a locked log included. Threads routed to this object are routed
-  // to none afterwards.
+  // Writes the lines that a locked log keeps and closes the file. Threads that were routed to this
+  // object then have no log.
   ~VexorLogging();
 
-  // Opens the log file of this folder and name (see `BuildLogFile`) and returns whether that
-  // succeeded; when not, the reason and all lines go to standard output. The folder must exist (see
-  // `vexor::MakeFolders`). What is no regular file is refused: a device, a pipe, on Windows also a
-  // name such as NUL or COM1.csv; so is a name with a zero byte. Where the time, which stands for
-  // an empty name, gives a name that is taken, "-2", "-3", ... is added. A file that was open is
-  // closed. The lines of a file that is appended to are counted first: for a long file that takes
-  // its time, in which other logs go on.
+  // Closes the file that is open, if any, after writing the lines that a locked log keeps. Then
+  // opens the log file of this folder and name (see `BuildLogFile`) and returns whether that
+  // succeeded; if not, prints the reason, and lines go to standard output. The folder must exist
+  // (see `vexor::MakeFolders`). Only regular files are
+  // accepted: devices, pipes, names with a zero byte, and on Windows names such as NUL or COM1.csv
+  // are refused. An empty name stands for one made from the time, with "-2", "-3", ... added if
+  // that is taken. Before appending to a file, its lines are counted; for a long file that takes a
+  // while, but does not hold up other logs.
   //
-  // Unless `continue_log` is set all threads of the process lose their routing and a series of
-  // files begins anew: with a limit of lines the name gets "_0", or, when `locked_at_start` or
-  // `UnexpectedInit` says that a series goes on, it is kept and the series continues behind the
-  // number that it ends with. The name is announced on the console unless `silent` is set, a note
-  // states the library's version unless `no_version_note` is set, and the calling thread is routed
-  // to this object (with `continue_log`: unless it is routed already).
+  // Unless `continue_log` is set, all threads of the process lose their routing, and a new series
+  // begins: with a limit of lines, the name gets "_0". With `locked_at_start`, or after
+  // `UnexpectedInit`, the name stays as it is, and the series continues after the number that the
+  // name ends with. Prints the name on the console unless `silent` is set. Logs a note of the
+  // library's version unless `no_version_note` is set. Routes the calling thread to this object;
+  // with `continue_log`, only if it has no route yet.
   bool Initialize(std::string_view path, std::string_view name, TRACE_LEVEL level,
                   LOG_FILE_OPTIONS file_option, bool locked_at_start = false,
                   bool no_version_note = false, bool continue_log = false, bool silent = false);
 
-  // Returns the name with ".csv" behind it unless it ends so in any case, in the folder `path`; an
-  // empty path is no folder. An empty name becomes "VexorLog_" and the time.
+  // Returns the path of the log `name` in the folder `path`, or just the name if `path` is empty.
+  // Adds ".csv" unless the name ends with it in any case. An empty name becomes "VexorLog_" and the
+  // time.
   static std::string BuildLogFile(std::string_view path, std::string_view name);
 
-  // Returns the file name of this index in a series: "_" and the index stand before the extension,
-  // in place of the index before it if the name ends with that: run.csv, run_0.csv, run_1.csv.
+  // Returns the name of the file with this index in a series: inserts "_" and the index before the
+  // extension, in place of the previous index if the name ends with it: run.csv, run_0.csv,
+  // run_1.csv.
   static std::string UpdateFileNameToSplit(std::string_view name, std::uint32_t index);
 
-  // Logs the text as it is, with a line end unless it ends with one. Nothing makes it a row of the
-  // header: a reader splits it at its own commas.
+  // Logs the text unchanged, with a line end added if it has none. The text is not quoted and has
+  // no time, test or level: a reader of the file splits it at its commas.
   void LogLine(std::string_view text, TRACE_LEVEL level, bool force = false);
 
-  // The following log a row of the current header: time, the calling thread's test and affinity
-  // label and the level stand under "Time", "TestType", "Affinity" and "Level", the arguments under
-  // the columns named here. A text whose column is missing takes the next empty one. A text loses
-  // one line end at its end; any others are part of its cell, which is quoted.
+  // The following four functions log a row under the current header line. The columns "Time",
+  // "TestType", "Affinity" and "Level", as far as the header has them, get the time of the call,
+  // the calling thread's test and affinity label, and `level`. The texts go to the columns named at
+  // each function. A text whose column the header lacks goes to the next free column, or before
+  // "Level" if there is none. Cells are quoted where CSV needs it; one line end at the end of a
+  // text is dropped.
 
-  // Text: "Notes".
+  // `text` goes to "Notes".
   void LogNote(std::string_view text, TRACE_LEVEL level, bool force = false);
 
-  // Texts: the columns that are still empty, in order; surplus ones stand before "Level".
+  // The texts go to the free columns in order; surplus texts are inserted before "Level".
   void LogData(const std::vector<std::string>& texts, TRACE_LEVEL level, bool force = false);
 
-  // Texts: "Notes", "Request", "Status".
+  // `text` goes to "Notes", `request` to "Request", `status` to "Status".
   void LogMsgData(std::string_view text, TRACE_LEVEL level, std::string_view request,
                   std::string_view status, bool force = false);
 
-  // Texts: "Notes", "Scope".
+  // `text` goes to "Notes", `scope` to "Scope".
   void LogWorkloadData(std::string_view text, TRACE_LEVEL level, std::string_view scope,
                        bool force = false);
 
-  // Logs the text as it is, without time, test and level, as `LogLine` does, to the log of the
-  // calling thread, under the level that the thread was registered with; on the console, under its
-  // print level, when the thread has no log.
+  // Logs the text as `LogLine` does, to the log of the calling thread, if `level` is not above the
+  // level that the thread was registered with. If the thread has no log, prints the text on the
+  // console if `level` is not above the print level.
   static void LogSpecificLevel(std::string_view text, TRACE_LEVEL level);
 
-  // Writes the header line now, unless the file has it or the log is locked. Without this call it
-  // is written above the next line.
+  // Writes the header line if it is due, a file is open and the log is not locked. Without this
+  // call, the header is written together with the next line.
   void LogHeaderLine();
 
-  // Replaces the header line, for rows from now on; the file gets it after `ResetInitHeaderLine`.
+  // Sets the header line by which further rows are composed. The file gets the new line only after
+  // `ResetInitHeaderLine`, or at the start of the next file.
   void UpdateHeaderLine(std::string_view header_line);
 
-  // Has the header line written once more, above the next line.
+  // Makes the header line due again: it is written above the next line.
   void ResetInitHeaderLine();
 
-  // Returns when all lines in the file are on the disk; false when a flush of this file has failed,
-  // now or earlier.
+  // Flushes the file and returns whether all its lines are on the disk: false if a flush of this
+  // file has failed, now or earlier; true if no file is open.
   bool FlushToDisk();
 
-  // Writes the lines that a locked log keeps, then does as `FlushToDisk`.
+  // Writes the lines that a locked log keeps, then does the same as `FlushToDisk`.
   bool SaveFile();
 
-  // Closes the file, if one is open, with all its lines on the disk. The lines that a locked log
-  // keeps are written first with `save_kept`, and dropped, which is reported, without.
+  // Flushes and closes the file, if one is open. With `save_kept`, first writes the lines that a
+  // locked log keeps; otherwise drops them and prints how many.
   void CloseFile(bool save_kept);
 
   // Returns whether a file is open.
   [[nodiscard]] bool IsInitialized() const;
 
-  // A locked log keeps the lines that pass its level, in memory and in order, until it is unlocked,
-  // saved or closed. They get the header and are counted when they are written.
+  // A locked log keeps lines in memory, in order, until it is unlocked, saved or closed. The lines
+  // have the time of the call that logged them; lines that the level drops are not kept.
   void LockLogging();
   void UnlockLogging();
   [[nodiscard]] bool IsLoggingLocked() const;
 
-  // Lets the next `Initialize` that succeeds, and does not continue a log, go on with a series.
+  // Makes the next successful Initialize (without `continue_log`) continue the existing series: it
+  // opens the file of the given name, and further files get the numbers after the one that the name
+  // ends with.
   void UnexpectedInit();
 
-  // No file gets more than `limit` lines, header lines included, but each at least one logged line;
-  // 0, as at the start, sets no limit. The files that the log moves on to are emptied first.
+  // Limits the lines of each file, including header lines; a file always gets at least one logged
+  // line, even a longer one. 0, the initial value, means no limit. See the head of this file on
+  // moving to further files.
   void SetLinesLimitToSplit(std::uint32_t limit);
 
-  // Names what is told when the log has moved to a new file: `context` (not owned; may be null)
-  // gets the script and the flags, unless bit 1 (value 2) of the flags asks for no more than a line
-  // on standard output.
+  // Sets whom the log tells that it has moved to a new file. `context` (not owned; may be null)
+  // gets the script and the flags of `info`. If bit 1 (value 2) of the flags is set, the log only
+  // prints a line on standard output instead.
   void SetAutoRunInfo(ContextUtils* context, const std::tuple<std::string, unsigned char>& info);
 
-  // Return the name of the log file, as joined by `BuildLogFile`, and the path given for it.
+  // Return the path of the current log file as `BuildLogFile` composes it, and the folder given to
+  // `Initialize`.
   [[nodiscard]] std::string GetLogFile() const;
   [[nodiscard]] std::string GetLogPath() const;
 
-  // A text that the log keeps for its owner.
+  // Store a text for the caller; the log does not use it.
   void SetLogOvrOptions(std::string_view options);
   [[nodiscard]] std::string GetLogOvrOptions() const;
 
-  // The object's level, TRACE_INFORMATION at the start.
+  // The object's level: lines above it are dropped unless forced. Initially TRACE_INFORMATION.
   [[nodiscard]] TRACE_LEVEL GetGlobalLogLevel() const;
   void SetGlobalTraceLevel(TRACE_LEVEL level);
 
   static constexpr std::size_t kBufferSize = 4096;
 
-  // Returns a buffer of `kBufferSize` characters for the owner's use, zeros at the start.
+  // Returns a buffer of `kBufferSize` characters for the caller, initially zeros. The log does not
+  // use or guard it.
   char* GetBuffer();
 
-  // The routing of threads, one for the process. The first registration of a thread counts for
-  // good: a later one is kept, but not found.
+  // The routing of threads to tests and logs, one for the whole process. If a thread is registered
+  // several times, its first registration is used.
 
   // Registers a thread with its test, its level and its log (not owned; may be null).
   static void SetThreadTestLog(std::thread::id thread, VEXOR_PM_TEST_ID test, TRACE_LEVEL level,
@@ -219,25 +232,26 @@ class VEXOR_EXPORT VexorLogging {
   // Returns the thread's test, PM_TEST_VEXOR for an unregistered thread.
   static VEXOR_PM_TEST_ID GetThreadTestId(std::thread::id thread);
 
-  // Returns the thread's level, this object's level for an unregistered thread.
+  // Returns the thread's level, or this object's level for an unregistered thread.
   [[nodiscard]] TRACE_LEVEL GetThreadLogLevel(std::thread::id thread) const;
 
   // Returns the thread's log, null for an unregistered thread.
   static VexorLogging* GetThreadLogFileReference(std::thread::id thread);
 
-  // Returns the level of the first thread registered with the test, this object's level when there
-  // is none.
+  // Returns the level of the first registration with this test, or this object's level if there is
+  // none.
   [[nodiscard]] TRACE_LEVEL GetTestLogLevel(VEXOR_PM_TEST_ID test) const;
 
-  // Gives the thread the label "%02u:%02u:%03u:%u" of the four numbers, in place of an earlier one.
+  // Sets the thread's affinity label to the four numbers, printed as "%02u:%02u:%03u:%u". Rows have
+  // it under "Affinity".
   static void SetThreadAffinityLog(std::thread::id thread, unsigned short a, unsigned short b,
                                    unsigned short c, unsigned short d);
 
-  // Returns the thread's label, empty text when it has none.
+  // Returns the thread's affinity label, empty text if it has none.
   static std::string GetThreadAffinityLog(std::thread::id thread);
 
-  // Returns "%02d:%03d" of the numbers, such as "01:005", with blanks for the digits of a number
-  // from 32752 on; empty text when both are above 32752.
+  // Returns the numbers printed as "%02d:%03d", such as "01:005", with blanks in place of a number
+  // of 32752 or more; empty text if both are above 32752.
   static std::string GetPkgCoreInfo(unsigned short package, unsigned short core);
 
  private:
@@ -251,10 +265,10 @@ class VEXOR_EXPORT VexorLogging {
   void ForgetLog();
   void RegisterThisThread(TRACE_LEVEL level, bool again);
 
-  // Guards every write to a log and every object's state.
+  // Guards the state of all logs. Taken before m_mThreadIdMutex if both are needed.
   static vexor::Immortal<std::mutex> m_mFileHandleMutex;
 
-  // Guards all of the following. The entries of one index in the four vectors belong together.
+  // Guards all of the following. The four vectors are parallel: one registration has one index.
   static vexor::Immortal<std::mutex> m_mThreadIdMutex;
   static vexor::Immortal<std::vector<std::thread::id>> m_vThreadsId;
   static vexor::Immortal<std::vector<VEXOR_PM_TEST_ID>> m_vLogTestId;

@@ -1,12 +1,12 @@
 // Affinities: which packages, cores or threads a test runs on.
 //
-//   affinity  a keyword, in any case, that the text begins with: "All", "Random", ...
+//   affinity  a text that begins with a keyword in any case: "All", "Random", ...
 //             "Specific:" and a list, such as "Specific:0,2-4"
 //             a list alone, such as "0,1" (packages and cores only)
 //   list      numbers and ranges joined by ",", without blanks; brackets around them are removed
 //
-// The result begins with the code of the mode; the listed numbers follow. A number that cannot be
-// read is left out, and with it what stands before it in the list. Any thread may call.
+// The result is the code of the mode, followed by the listed numbers. A bad number is left out and
+// discards the numbers before it. Any thread may call.
 #pragma once
 
 #include <string>
@@ -33,26 +33,26 @@ inline constexpr int kAffinitySpecific = 0x7FF3;
 
 }  // namespace vexor
 
-// Returns the packages of a text: "All", "Any", "Random", "Specific:" and a list, or a list alone,
-// whose mode is "All"; "All" for any other text, given twice for an empty one.
-// Throws std::length_error for a list of more than 16,777,216 numbers.
+// Parses an affinity of packages: "All", "Any", "Random", "Specific:" and a list, or a list alone,
+// which gets the mode "All". Any other text gives "All"; for empty text, that code is returned
+// twice. Throws std::length_error for a list of more than 16,777,216 numbers.
 VEXOR_EXPORT std::vector<int> ParsePkgAffinity(std::string_view text);
 
-// Returns the cores of a text: "All", "Random", "BigCores", "SmallCores", "EvenCores", "OddCores",
-// "sCores", "cCores", "cCoreAtom", "Specific:" and a list, or a list alone, whose mode is "All";
-// "All" for any other text and, whatever the text, when `enabled` is 0. "Any" is replaced by "All",
-// with a warning on standard output. Throws std::length_error like `ParsePkgAffinity`.
+// Parses an affinity of cores: "All", "Random", "BigCores", "SmallCores", "EvenCores", "OddCores",
+// "sCores", "cCores", "cCoreAtom", "Specific:" and a list, or a list alone, which gets the mode
+// "All". Any other text gives "All", and so does any text if `enabled` is 0. "Any" also gives
+// "All", with a warning on standard output. Throws std::length_error like `ParsePkgAffinity`.
 VEXOR_EXPORT std::vector<int> ParseUnitAffinity(std::string_view text, int enabled);
 
-// Returns the threads of a text: "All", "Random", "Any:" and a list or "Specific:" and a list;
-// "All" for any other text. "All" and "Random" are given twice. A list alone is no affinity here.
+// Parses an affinity of threads: "All", "Random", or "Any:" or "Specific:" and a list. Any other
+// text, including a list alone, gives "All". The codes of "All" and "Random" are returned twice.
 // Throws std::length_error like `ParsePkgAffinity`.
 VEXOR_EXPORT std::vector<int> ParseThreadAffinity(std::string_view text);
 
-// Returns the name of a mode; any other number, and the modes of even and odd cores, as at least
-// three digits: "005".
+// Returns the name of a mode. Any other number, and the modes of even and odd cores, are returned
+// as a number of at least three digits: "005".
 VEXOR_EXPORT std::string GetAffinityString(int code);
 
-// Returns whether the affinity's mode is "All" or the number stands in it; the code of its mode
-// counts as a number. False for an empty list.
+// Returns whether the affinity's mode is "All" or the number is in the list. The code of the mode
+// counts as part of the list. False for an empty affinity.
 VEXOR_EXPORT bool IsInAffinity(const std::vector<int>& affinity, int number);

@@ -2,13 +2,13 @@
 //
 //   name      "C0", "C1", "C3", "C6", "C6r", "C7", "C7s", "C8", "C9" or "C10", exactly
 //   list      names joined by ";", such as "C1;C6"; ParseLimitCstates alone takes ","
-//   setting   items joined by ";", each "name:number" or a number alone, which holds for every
+//   setting   items joined by ";", each "name:number" or a number alone, which applies to every
 //             state: "C1:5;C6:2", "5" or "5;C6:2"
 //   lists     items joined by ";", each "name:[numbers]" or "[numbers]": "C1:[];C6:[0,2-4]"
-//   word      a 32-bit number, such as "0x00000F00"; of a larger one the low 32 bits count
+//   word      a 32-bit number, such as "0x00000F00"; of a larger number, the low 32 bits are used
 //
-// Settings and lists know the states that have a number: C1, C3 and C6 to C10. Blanks around the
-// parts of their items are passed over; nowhere else are blanks. Any thread may call.
+// The names in settings and lists are C1, C3 and C6 to C10. Blanks are ignored around the parts of
+// their items, and not allowed elsewhere. Any thread may call.
 #pragma once
 
 #include <cstdint>
@@ -32,7 +32,7 @@ enum CSTATE_MASK : std::int32_t {
 
 using CX_STATES = CSTATE_MASK;
 
-// A state as the hint of the instruction that enters it.
+// A state as the hint operand of the MWAIT instruction that enters it.
 enum MWAIT_HINT : std::int32_t {
   MWAIT_HINT_C1 = 0,
   MWAIT_HINT_C3 = 1,
@@ -44,7 +44,7 @@ enum MWAIT_HINT : std::int32_t {
   MWAIT_HINT_NONE = 8,  // C0 or unknown
 };
 
-// What a test asks of one C-state. A list of them has eight slots, of which the first two are
+// The conditions of a test for one C-state. A list of them has eight slots; the first two are
 // unused.
 struct CSTATE_PER_STATE_CFG {
   std::uint8_t cond0 = 0;
@@ -67,42 +67,40 @@ VEXOR_EXPORT MWAIT_HINT ParseCstateToHint(std::string_view name);
 // Returns the hint of a single bit; MWAIT_HINT_NONE for C0 and any other value.
 VEXOR_EXPORT MWAIT_HINT ParseCstateToHint(CX_STATES bit);
 
-// Brings the list to 11 entries, new ones 0, and stores the value at the number of the state (1, 3,
-// 6 to 10). Returns false, with nothing stored, for a hint that names no state.
+// Resizes the list to 11 entries, new ones 0, and stores the value at the index of the state (1, 3,
+// 6 to 10). Returns false and stores nothing for a hint that is not a state's.
 VEXOR_EXPORT bool ParsePerCtateTolerance(std::vector<int>& tolerances, MWAIT_HINT hint, int value);
 
-// Decodes a condition word, 0 for empty text, into eight new slots. Bit 0 is stored in `flag_d`, a
-// set bit 3 sets `flag_a`. Slots 2 to 7 get bits 1 and 2 (the global bits), 4 to 5 and 6 to 7 (the
-// two-bit fields) and their own four of bits 8 to 31; a set `flag_c` or `flag_b` sets the third or
-// the fourth of these in every slot. Returns false, with the slots zero and the flags untouched,
-// for text that is no number and for 0xDEADBEEF.
+// Decodes a condition word (0 for empty text) into eight new slots. `flag_d` gets bit 0; `flag_a`
+// is set if bit 3 is. Slots 2 to 7 get bits 1 and 2 (the global bits), bits 4 to 5 and 6 to 7 (the
+// two-bit fields), and each four bits of its own from bits 8 to 31 (cond0 to cond3). If `flag_c` is
+// set on entry, cond2 is set in all of them; if `flag_b` is, cond3. Returns false, with the slots
+// zero and the flags unchanged, for text that is not a number and for 0xDEADBEEF.
 VEXOR_EXPORT bool ParsePerStateConditions(std::string_view word,
                                           std::vector<CSTATE_PER_STATE_CFG>& slots, bool& flag_a,
                                           bool& flag_b, bool& flag_c, bool& flag_d);
 
-// Returns the numbers of the states of a list at ",", ORed: "C6" gives 6, "C6,C8" gives 14. Any
-// other item, "C0", "C6r" and "C7s" among them, is passed over.
+// Returns the bitwise OR of the numbers of the states in a list joined by ",": "C6" gives 6,
+// "C6,C8" gives 14. Other items, including "C0", "C6r" and "C7s", are ignored.
 VEXOR_EXPORT int ParseLimitCstates(std::string_view list);
 
-// Returns the bits of the states of a list, in its order; nothing at all when an item is unknown or
-// empty. A trailing ";" gives no item.
+// Returns the bits of the states of a list, in order. Returns an empty vector if any item is
+// unknown or empty; a trailing ";" is allowed.
 VEXOR_EXPORT std::vector<CSTATE_MASK> ParseExeCstates(std::string_view list);
 
-// Brings `values` to 11 entries, new ones 0, and stores each number (0 to 2147483647) at its
-// state's number (1, 3, 6 to 10). Returns whether the whole text was understood; an item that was
-// not changes nothing.
+// Resizes `values` to 11 entries, new ones 0, and stores each number (0 to 2147483647) at the index
+// of its state (1, 3, 6 to 10). Returns whether all items are valid; invalid ones change nothing.
 VEXOR_EXPORT bool ParsePerCStateSetting(std::string_view text, std::vector<int>& values);
 
-// Brings `lists` to 11 entries, new ones empty, and replaces the list at each state's number (1, 3,
-// 6 to 10). `hexadecimal` says that numbers without "0x" are hexadecimal too. Returns whether the
-// whole text was understood; an item that was not changes nothing.
-// Throws std::length_error for lists of more than 16,777,216 numbers in all; a list that holds for
-// every state counts for each.
+// Resizes `lists` to 11 entries, new ones empty, and replaces the list at the index of each state
+// (1, 3, 6 to 10). With `hexadecimal`, numbers are hexadecimal even without "0x". Returns whether
+// all items are valid; invalid ones change nothing. Throws std::length_error for lists of more than
+// 16,777,216 numbers in all; a list that applies to every state counts for each.
 VEXOR_EXPORT bool ParsePerCStateSetting(std::string_view text, std::vector<std::vector<int>>& lists,
                                         bool hexadecimal);
 
-// Returns the number of the hexadecimal digits, at most eight, behind the first two characters
-// ("0x1F" gives 31); -1 for empty text. Throws std::out_of_range for a text of one character and
-// "stoi argument out of range" for a number beyond 31 bits; std::invalid_argument "invalid stoi
-// argument" when there are no digits.
+// Skips two characters and returns the number of the next, at most eight, hexadecimal digits:
+// "0x1F" gives 31. Returns -1 for empty text. Throws std::out_of_range for text of one character
+// and ("stoi argument out of range") for a number beyond 31 bits, std::invalid_argument ("invalid
+// stoi argument") if there are no digits.
 VEXOR_EXPORT int ParseNum(std::string_view hex_text);

@@ -1,8 +1,7 @@
 // Idle states of the image-compute engine.
 //
 //   list  state words joined by ";", in any case: "Power-On", "PowerOn", "Power-Off", "PowerOff",
-//         "D0", "D0I3", "D3"; ParseIceState alone takes "None", too; blanks around a word are
-//         passed over
+//         "D0", "D0I3", "D3", and "None" for ParseIceState only; blanks around a word are ignored
 //
 // Any thread may call.
 #pragma once
@@ -22,11 +21,11 @@ enum ICE_POWER_STATES : std::int32_t {
   ICE_STATE_D0I3 = 5,
 };
 
-// Returns the one state that a list asks for: of several the first in the order power on, power
-// off, D0, D0I3, D3, wherever it stands; unknown words are passed over. ICE_STATE_UNKNOWN for
-// "None" and when no word is known.
+// Returns one state of a list. If the list has several, power on wins over power off, then D0,
+// D0I3, D3, whatever their order in the list. Unknown words are ignored. ICE_STATE_UNKNOWN for
+// "None" and if no word is known.
 VEXOR_EXPORT ICE_POWER_STATES ParseIceState(std::string_view list);
 
-// Returns the states of a list, in its order; nothing at all when an item is unknown or empty.
-// A trailing ";" gives no item.
+// Returns the states of a list, in order. Returns an empty vector if any item is unknown or empty;
+// a trailing ";" is allowed.
 VEXOR_EXPORT std::vector<int> ParseExeIceSleepStates(std::string_view list);

@@ -1,13 +1,13 @@
-// Options that are a few numbers joined by ":".
+// Options that consist of a few numbers joined by ":".
 //
-//   scope    how much takes part, in per cent from 0 to 100: "packages:modules:cores" or
+//   scope    the share that takes part, in per cent from 0 to 100: "packages:modules:cores" or
 //            "packages:modules:cores:threads", such as "100:0:0"
-//   spread   how much of the low, the medium and the high ratios there is, as hexadecimal bytes:
-//            "low:medium:high", such as "FF:FF:FF"
-//   timeout  how long to wait and how often: "seconds:times", such as "120:5", or "seconds", which
-//            is once
+//   spread   the weights of low, medium and high ratios, as hexadecimal bytes: "low:medium:high",
+//            such as "FF:FF:FF"
+//   timeout  how long to wait and how often: "seconds:times", such as "120:5", or "seconds" for
+//            once
 //
-// Blanks around a number are passed over. Any thread may call.
+// Blanks around a number are ignored. Any thread may call.
 #pragma once
 
 #include <cstdint>
@@ -36,7 +36,7 @@ struct Timeout {
   std::uint32_t times = 1;
 };
 
-// Each returns what the text says, nothing for text that is not of its form.
+// Return the parsed numbers, or nothing for text that does not have the form above.
 VEXOR_EXPORT std::optional<Scope> ParseScope(std::string_view text);
 VEXOR_EXPORT std::optional<RatioSpread> ParseRatioSpread(std::string_view text);
 VEXOR_EXPORT std::optional<Timeout> ParseTimeout(std::string_view text);

@@ -1,17 +1,19 @@
 // The commands of the PECI test.
 //
 //   commands   words joined by ";", in any case: "Ping;GetTemp;RdPkgConfig"
-//   names      names of services or registers joined by ";", each of letters, digits, "_", "-" and
-//              "."; a number is a name too: "Pkg-Temperature;0x1A". Behind the name of a register
-//              ":" and a thread may stand: "Perf-Status:3"
-//   numbers    numbers joined by ";", each for the name at the same place; one that is missing or
-//              empty counts as 0: "0x0;;0xFF"
+//   names      names of services or registers joined by ";", made of letters, digits, "_", "-" and
+//              "."; a number is a name, too: "Pkg-Temperature;0x1A". The name of a register may be
+//              followed by ":" and a thread: "Perf-Status:3"
+//   numbers    numbers joined by ";", each for the name at the same position; missing and empty
+//              ones are 0: "0x0;;0xFF"
 //   PCI        commands joined by ";", each "segment:bus:device:function:offset", for a write
 //              followed by ":and-mask:or-mask": "0:0:31:0:0x40" or "0:0:31:0:0x40:0xFFFFFF00:0x1"
 //   interface  "eSPI", "MCTP" or "Serial", in any case
 //
-// Blanks around an item are passed over, and so is a command a part of which is unknown, no number
-// or out of its range. Any thread may call.
+// Blanks around items, and around the numbers in them, are ignored; the interface must not have
+// any. A command is skipped if a part of it is unknown, not a number or out of range; for services
+// that includes the parameter and data at its position. Throws only std::bad_alloc. Any thread may
+// call.
 #pragma once
 
 #include <cstdint>
@@ -42,50 +44,52 @@ enum class PeciCommand : std::int32_t {
 
 enum class PeciInterface : std::int32_t { kUnknown, kEspi, kMctp, kSerial };
 
-// A read or a write of a service of the package.
+// Reads or writes a service of the package.
 struct PeciPkgConfig {
-  std::string service;  // as written
-  std::uint16_t parameter = 0;
-  std::uint32_t data = 0;  // of a write
+  std::string service;          // as in the text
+  std::uint16_t parameter = 0;  // 0 to 0xFFFF
+  std::uint32_t data = 0;       // to be written; 0 for a read
 };
 
-// A read of a register.
+// Reads a register.
 struct PeciMsr {
-  std::string name;  // as written
-  std::uint8_t thread = 0;
+  std::string name;         // as in the text
+  std::uint8_t thread = 0;  // 0 to 255
 };
 
-// A read or a write of a PCI register.
+// Reads or writes a PCI register.
 struct PeciPciConfig {
   std::uint16_t segment = 0;
   std::uint8_t bus = 0;
   std::uint8_t device = 0;    // 0 to 31
   std::uint8_t function = 0;  // 0 to 7
   std::uint16_t offset = 0;   // 0 to 4095
+  // The masks of a write. A read has these defaults.
   std::uint32_t and_mask = 0xFFFFFFFF;
   std::uint32_t or_mask = 0;
 };
 
-// Returns the interface of a word, PeciInterface::kUnknown for any other text.
+// Returns the interface; PeciInterface::kUnknown for any other text.
 VEXOR_EXPORT PeciInterface ParsePeciInterface(std::string_view text);
 
 }  // namespace vexor
 
-// Returns the commands of a list, in its order.
+// Returns the commands of a list, in order.
 VEXOR_EXPORT std::vector<vexor::PeciCommand> ParsePECIMajorCmdsList(std::string_view text);
 
-// Returns the reads of a list of services and the list of their parameters (16 bits).
+// Returns reads of the services in `names`, in order, with the numbers in `params` as their
+// parameters (16 bits).
 VEXOR_EXPORT std::vector<vexor::PeciPkgConfig> ParsePECIRdPkgCfgCmdsList(std::string_view names,
                                                                          std::string_view params);
 
-// Returns the writes of a list of services and the lists of their parameters (16 bits) and of what
-// is written (32 bits).
+// Returns writes to the services in `names`, in order, with the numbers in `params` as their
+// parameters (16 bits) and those in `data` as the values to write (32 bits).
 VEXOR_EXPORT std::vector<vexor::PeciPkgConfig> ParsePECIWrPkgCfgCmdsList(std::string_view names,
                                                                          std::string_view params,
                                                                          std::string_view data);
 
-// Returns the reads of a list of registers.
+// Returns reads of the registers in `names`, in order.
 VEXOR_EXPORT std::vector<vexor::PeciMsr> ParsePECIRdMSRCmdsList(std::string_view names);
 
-// Returns the commands of a PCI list.
+// Returns the commands of a PCI list, in order.
 VEXOR_EXPORT std::vector<vexor::PeciPciConfig> ParsePECIPciCfgCmdsList(std::string_view text);

@@ -1,4 +1,4 @@
-// Words for the operating system's power plan and for a simulated power source.
+// The power plan of the operating system and the simulated power source, by name.
 //
 // Any thread may call.
 #pragma once
@@ -28,7 +28,7 @@ enum OS_BATTERY_SIMLATION : std::int32_t {
 VEXOR_EXPORT OS_POWER_SCHEME ParsePowerScheme(std::string_view text);
 
 // Returns the name of a scheme that the operating system has; "User Defined" for any other value,
-// the choices "Random" and "All" among them.
+// including POWER_SCHEME_RANDOM and POWER_SCHEME_ALL.
 VEXOR_EXPORT const char* PowerSchemeName(int value);
 
 // Returns the power source of "AC" or "DC" in any case; BATTERY_SIM_DEFAULT for any other text.

@@ -1,4 +1,4 @@
-// Frequency ratios: keywords decoded against a machine's own ratios, and the ratio lists of tests.
+// Frequency ratios: keywords that stand for a machine's own ratios, and the ratio lists of tests.
 //
 //   ratio       "P0", "P1", "Pe", "Pn", "Pn--" or "Pn - -" (one below), "P0++" (one above), "P0Pn"
 //               (any pair), "XX" (any), "All" or "ALL", a number from 0 to 254 (0xFE), or two
@@ -9,8 +9,8 @@
 //               ratios alone
 //   points      "Low", "Med", "High", "Dynamic", joined by "," or ";", in any case; empty for all
 //
-// Keywords are accepted exactly, except for points; blanks around an item are passed over, but not
-// by the two decoders. Any thread may call.
+// Case matters, except for points. Blanks around an item are ignored, except by the two decoders.
+// Any thread may call.
 #pragma once
 
 #include <cstdint>
@@ -24,20 +24,20 @@ struct _P0_PN_RATIOS {
   std::uint16_t P0 = 0;    // highest
   std::uint16_t Pn = 0;    // lowest
   std::uint16_t P1 = 0;    // guaranteed
-  std::uint8_t valid = 0;  // not 0 when the three are known
+  std::uint8_t valid = 0;  // not 0 if the three are known
 };
 
-// Stores the ratio of "P0", "Pn", "Pn--" or "P0++", or the mark of "P0Pn" (0xFFFF, any pair), "XX"
-// (0xFFFE, any) or "All" (0xFFFD). Returns false, with nothing stored, for any other text.
+// Stores the ratio of "P0", "Pn", "Pn--" or "P0++", or a special value for "P0Pn" (0xFFFF, any
+// pair), "XX" (0xFFFE, any) or "All" (0xFFFD). Returns false and stores nothing for any other text.
 VEXOR_EXPORT bool DecodeP0PnRatioEnums(std::string_view text, std::uint16_t p0, std::uint16_t pn,
                                        std::uint16_t& result);
 
-// Appends the ratios of a text, nothing when the machine's are not known: "P0", "P1" or "Pn"; the
-// ranges "P0...Pn", "P0..P1" or "P1..Pn", walked down by `step` (0: their upper end alone); else a
-// number list at ",", each number taken in 16 bits and raised to a multiple of 3. Unless `bounded`,
-// "Pn--", "P0++" and "P0Pn" (0xFFFF) too; when `bounded`, listed numbers beyond Pn or P0 are left
-// out. A bad number is left out, and with it what stands before it. Throws std::length_error for a
-// list of more than 16,777,216 numbers.
+// Appends the ratios of a text to `list`: "P0", "P1" or "Pn"; a range "P0...Pn", "P0..P1" or
+// "P1..Pn" from its upper end down in steps of `step` (0: only the upper end); otherwise numbers
+// joined by ",", each truncated to 16 bits and rounded up to a multiple of 3. Without `bounded`,
+// accepts "Pn--", "P0++" and "P0Pn" (0xFFFF) as well; with it, drops listed numbers outside Pn to
+// P0. A bad number is left out and discards the numbers before it. Appends nothing if `ratios` is
+// not valid. Throws std::length_error for a list of more than 16,777,216 numbers.
 VEXOR_EXPORT void DecodeRatios(std::string_view text, _P0_PN_RATIOS ratios, bool bounded,
                                std::vector<std::uint16_t>& list, std::uint8_t step);
 
@@ -59,7 +59,8 @@ enum class RatioName : std::int32_t {
   kP1ToPn,
 };
 
-// A ratio as it is written. Numbers run from `first` to `last`, up or down; both are 0 with a name.
+// A ratio as it is written: a name, or numbers from `first` to `last`, ascending or descending.
+// Both are 0 with a name.
 struct Ratio {
   RatioName name = RatioName::kNumber;
   std::uint16_t first = 0;
@@ -80,18 +81,18 @@ struct PstateSelection {
 
 enum class RatioPoint : std::int32_t { kLow, kMed, kHigh, kDynamic };
 
-// Returns the ratios that a frequency test walks through, in the order of the list; an item that is
-// no ratio is passed over. A range is one ratio with its name.
+// Returns the ratios that a frequency test steps through, in the order of the list; items that are
+// not ratios are skipped. A named range such as "P0...Pn" is returned as one ratio.
 VEXOR_EXPORT std::vector<Ratio> ParseTrendRatios(std::string_view text);
 
-// Returns the P-states that a test runs; PstateRange::kAll for a text without a good item.
+// Returns the P-states that a test runs; PstateRange::kAll for a text without a valid item.
 VEXOR_EXPORT PstateSelection ParseExePstates(std::string_view text);
 
-// Returns the points of a memory or fabric frequency test, in the order of the list; an item that
-// is no point is passed over.
+// Returns the points of a memory or fabric frequency test, in the order of the list; items that are
+// not points are skipped.
 VEXOR_EXPORT std::vector<RatioPoint> ParseSagvRatios(std::string_view text);
 
-// Returns the numbers, 0 to 254, of a list at "," or ";"; any other item is passed over.
+// Returns the numbers from 0 to 254 of a list joined by "," or ";"; other items are skipped.
 VEXOR_EXPORT std::vector<std::uint16_t> ParseTurboActivationRatios(std::string_view text);
 
 }  // namespace vexor

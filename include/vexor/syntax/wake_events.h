@@ -1,6 +1,6 @@
 // The sources that wake a system from sleep.
 //
-//   list  words joined by ";" or ",", in any case, blanks around them passed over: "RTC;External"
+//   list  words joined by ";" or ",", in any case; blanks around them are ignored: "RTC;External"
 //
 // Any thread may call.
 #pragma once
@@ -27,6 +27,5 @@ enum WAKE_EVENT : std::int32_t {
   WAKE_EVENT_HOME_BUTTON = 12,  // "HomeButton"
 };
 
-// Returns the events of a list, in its order and as often as they stand there; a word that is
-// unknown is passed over.
+// Returns the events of a list, in order and including repetitions; unknown words are skipped.
 VEXOR_EXPORT std::vector<WAKE_EVENT> ParseWakeEvents(std::string_view text);

@@ -1,16 +1,15 @@
-// Small settings files of key=value lines, kept beside the XML configuration.
+// Small settings files of key=value lines, which programs use beside the XML configuration.
 //
-//   ; what follows a semicolon is a comment
+//   ; a semicolon begins a comment
 //   rate = 5 ; per second
 //   a=b=c                      the value is "b=c"
 //
-// One entry a line. The key is the text before the first "=", cut at its first blank or tab; the
-// value is the text after it, without the blanks and tabs around it. Empty lines and lines of
-// blanks are skipped. A line without "=", without key or without value, and a key that occurs
-// twice, are fatal: the message goes to standard output, the process waits for the user and then
-// ends with exit status 1.
+// There is one entry per line. The key is the text before the first "=", up to its first blank or
+// tab; the value is the text after it, without the blanks and tabs around it. Empty and blank lines
+// are skipped. A line without "=", key or value, and a key that occurs twice, are fatal: prints a
+// message on standard output, waits for the user and ends the process with exit status 1.
 //
-// Several threads may read one object; a writer needs it for itself.
+// Several threads may read one object at the same time, but not while one writes.
 #pragma once
 
 #include <map>
@@ -25,22 +24,22 @@
 
 class VEXOR_EXPORT ConfigFile {
  public:
-  // Reads the file; one that cannot be opened gives no entries and no message. A malformed one ends
-  // the process.
+  // Reads the file. A file that cannot be opened counts as empty, without a message. A malformed
+  // file ends the process.
   explicit ConfigFile(const std::string& file_name);
 
   // Returns whether the file has this key. Case matters.
   [[nodiscard]] bool KeyExists(const std::string& key) const;
 
-  // Returns the value of the key, "none" when there is no such key. Case matters.
+  // Returns the value of the key, "none" if there is no such key. Case matters.
   [[nodiscard]] std::string GetValueOfKey(const std::string& key) const;
 
-  // Sets the key, new or not, and rewrites the file: every entry as key=value, sorted by key,
-  // without the comments and empty lines it had. Returns whether the file has the new content and
-  // that is on the disk; otherwise the old content is there, whole. Two things depend on the
-  // folder. In one where no file can be made the file is written in place: a failure then may leave
-  // a part of it. Of one that cannot be synchronised a power cut may bring back the old content.
-  // Key and value must be such that a line of them can be read again: they are written as they are.
+  // Adds or changes the key and rewrites the file: all entries as key=value, sorted by key, without
+  // comments and empty lines. Returns whether the new content is on the disk; otherwise the file
+  // has its old content. Two exceptions depend on the folder. If no file can be created in it, the
+  // file is written in place, and a failure may leave a part of it. If it cannot be synchronised, a
+  // power cut may bring back the old content. Key and value are written unchanged: the caller makes
+  // sure that the line can be read again.
   bool WriteKeyValue(const std::string& key, const std::string& value);
 
  private:

@@ -1,10 +1,10 @@
-// Text to numbers and number lists, and numbers and bit masks back to text.
+// Converts text to numbers and number lists, and numbers and bit masks to text.
 //
 //   number  decimal digits, or "0x" or "0X" and hexadecimal digits; no sign, no blanks
 //   list    items joined by a delimiter, each a number or a range "low-high"; "[" and "]" are
-//           passed over: "[1,3-5]" is 1, 3, 4, 5
+//           ignored: "[1,3-5]" is 1, 3, 4, 5
 //
-// Nothing depends on the process's locale, and nothing keeps state: any thread may call.
+// The functions do not depend on the locale and have no state: any thread may call.
 #pragma once
 
 #include <cstdint>
@@ -16,52 +16,52 @@
 
 namespace vexor {
 
-// No valid number was found: the default that callers pass to detect bad text, the answer of the
-// bit scans for zero, and a mask that the mask formatters leave out.
+// Mean "no valid number": the default that callers pass to detect bad text, the result of the bit
+// scans for zero, and a mask for which the mask formatters return empty text.
 inline constexpr std::uint32_t kNoNumber32 = 0xDEADBEEF;
 inline constexpr std::uint64_t kNoNumber64 = 0xDEADBEEFDEADBEEF;
 
-// Ranges of more values than these in all are refused.
+// The most values that the ranges of a list may have in all.
 inline constexpr std::uint64_t kMaxRangeValues = 16'777'216;
 
 }  // namespace vexor
 
-// Returns the number; `default_value` for any other text. With `before_colon` the first filled item
-// of the text at ":" counts, without its outer blanks: "12:34" gives 12.
+// Returns the number; `default_value` for any other text. With `before_colon`, uses only the first
+// non-empty item of the text split at ":", without the blanks around it: "12:34" gives 12.
 // Throws std::out_of_range "stoull argument out of range" for a number beyond 64 bits.
 VEXOR_EXPORT std::uint64_t String2Integer(std::string_view text, std::uint64_t default_value,
                                           bool before_colon = false);
 
-// Returns the number at the front of the text, 0 when there is none there: "1-2" gives 1. `ok` is
-// false, and the result 0, when the text is empty or holds anything but digits, points and minus
-// signs. A number too large gives an infinity.
+// Returns the number that the text begins with, 0 if it begins with none: "1-2" gives 1. Sets `ok`
+// to false and returns 0 if the text is empty or has characters other than digits, points and minus
+// signs. A number that is too large gives infinity.
 VEXOR_EXPORT float String2Float(std::string_view text, bool& ok);
 
-// Returns 1 for "true", "yes", "active" and what begins with "enable", 0 for "false", "no",
-// "inactive" and what begins with "disable", `default_value` for "n/a", all in any case; else the
-// floating-point number at the front of the text, as std::stod reads it.
-// Throws std::invalid_argument "invalid stod argument" when there is none, and std::out_of_range
+// Returns 1 for "true", "yes", "active" and texts that begin with "enable", 0 for "false", "no",
+// "inactive" and texts that begin with "disable", `default_value` for "n/a", all in any case. For
+// other texts, returns the floating-point number that the text begins with, as std::stod does.
+// Throws std::invalid_argument "invalid stod argument" if there is none, and std::out_of_range
 // ("stod argument out of range"; for whole hexadecimal numbers that of `String2Integer`).
 VEXOR_EXPORT double GetDoubleValue(std::string_view text, double default_value);
 
-// Returns the values of a list, ranges expanded in ascending order, each stored in 32 bits. With
-// `hexadecimal` every bound is hexadecimal, "0x" before it or not. A bad item (also an empty or
-// negative one, and `vexor::kNoNumber64`) replaces everything so far by `default_value`; reading
-// goes on behind it.
+// Returns the values of a list, truncated to 32 bits, with ranges expanded in ascending order. With
+// `hexadecimal`, numbers are hexadecimal even without "0x". A bad item (including an empty or
+// negative one, and `vexor::kNoNumber64`) discards the numbers before it: the result is then
+// `default_value` followed by the numbers after the last bad item.
 // Throws std::out_of_range like `String2Integer`, and std::length_error for ranges of more than
 // 16,777,216 values in all.
 VEXOR_EXPORT std::vector<int> GetIntegerList(std::string_view text, char delimiter,
                                              int default_value, bool hexadecimal = false);
 
 // Returns the values of a list of numbers such as "0.5"; a range "low-high" stands for low,
-// low + step, low + 2 step ... up to high at most. The first bad item, or a range with a step that
-// is not positive, makes the result the single `default_value`.
+// low + step, low + 2 step and so on, not above high. If an item is bad, or there is a range and
+// `step` is not positive, returns only `default_value`.
 // Throws std::length_error for ranges of more than 16,777,216 values in all.
 VEXOR_EXPORT std::vector<double> GetDoubleList(std::string_view text, char delimiter,
                                                double default_value, double step);
 
-// Returns the number, or the two numbers around the first "-", unexpanded and in the order written;
-// 0 for a bad number. Throws std::out_of_range like `String2Integer`.
+// Returns the number, or the two numbers around the first "-" in the order written; the range is
+// not expanded. A bad number gives 0. Throws std::out_of_range like `String2Integer`.
 VEXOR_EXPORT std::vector<int> GetIntergerRange(std::string_view text);
 
 // Returns the values in hexadecimal, such as "0x1; 0x1f". Values of 0 or below are left out unless
@@ -91,22 +91,22 @@ VEXOR_EXPORT std::uint32_t BitScanForwardUtil(std::uint32_t value);
 // Returns the index of the lowest set bit; `vexor::kNoNumber32` for zero.
 VEXOR_EXPORT std::uint32_t BitScanForward64Util(std::uint64_t value);
 
-// Returns the number, rounded to six decimals, without trailing zeros but with one decimal at
-// least: "1.5", "2.0". "inf" and "nan" stand for what is not finite.
+// Returns the number, rounded to six decimals, without trailing zeros but with at least one
+// decimal: "1.5", "2.0". Returns "inf" or "nan" for values that are not finite.
 VEXOR_EXPORT std::string RemoveZerosFromNumber(double number);
 
 // Returns the value of a fixed-point number. `fraction_bits` must be below 31.
 VEXOR_EXPORT double FixedPointToFloat(std::uint32_t raw, std::uint8_t fraction_bits);
 
-// Returns the value as a fixed-point number, truncated toward zero and taken in 32 bits: a negative
-// one is in two's complement. 0 for what is not finite. `fraction_bits` must be below 31.
+// Returns the value as a fixed-point number, truncated toward zero and to 32 bits; negative values
+// are in two's complement. 0 for values that are not finite. `fraction_bits` must be below 31.
 VEXOR_EXPORT std::uint32_t FloatToFixedPoint(double value, std::uint8_t fraction_bits);
 
-// Returns how many per cent of the whole the part is; 0 when one of them is 0. A part larger than
-// the whole gives a number from 98 to 98.9 instead, always the same.
+// Returns `part` in per cent of `whole`; 0 if one of them is 0. If `part` is larger than `whole`,
+// which is a measuring error, always returns the same value between 98 and 98.9.
 VEXOR_EXPORT double PercentRes(std::uint64_t part, std::uint64_t whole);
 
-// Returns the reference count for `count` units and an allowance of 60, scaled by 1000 over the
-// frequency: 1000 / frequency * (count + 60), truncated; 0 for a negative frequency, the largest
-// number for one that is 0 or too small.
+// Returns 1000 / frequency * (count + 60), truncated: the reference count for `count` units with an
+// allowance of 60. Returns 0 for a negative frequency, the largest number for one that is 0 or too
+// small.
 VEXOR_EXPORT std::uint64_t GetRefCount(double frequency, std::uint64_t count);

@@ -1,11 +1,10 @@
-// A small, fast pseudo-random generator whose sequences come again with their seed. It is Bob
-// Jenkins' small fast generator in its 32-bit form ("A small noncryptographic PRNG", 2007), not fit
-// for secrets.
+// A small, fast pseudo-random generator: Bob Jenkins' small fast generator in its 32-bit form ("A
+// small noncryptographic PRNG", 2007). Equal seeds give equal sequences. Not for secrets.
 //
 //   UserRand random(42);
 //   random.Next32(0, 10);  // 0 to 9
 //
-// Objects are independent of each other; one object serves one thread at a time.
+// Objects are independent of each other. One thread at a time may use an object.
 #pragma once
 
 #include <cstdint>
@@ -14,25 +13,25 @@
 
 class VEXOR_EXPORT UserRand {
  public:
-  // An unseeded generator: assign a seeded one to it before drawing.
+  // An unseeded generator: assign a seeded one to it before use.
   UserRand() = default;
 
-  // Equal seeds give equal sequences; every seed is good, 0 included.
+  // Any seed is good, including 0.
   explicit UserRand(unsigned int seed);
 
   // Returns 32 random bits.
   std::uint32_t NextUint();
 
-  // Returns a number from the smaller bound on and below the larger, so never the larger itself;
-  // the bound when both are equal, which still advances the generator. Bounds are taken in 32 bits;
-  // negative numbers come back in their two's complement.
+  // Returns a number from the smaller bound up to, but not including, the larger. If both are
+  // equal, returns that number and still advances the generator. Bounds are truncated to 32 bits;
+  // negative numbers are returned in two's complement.
   std::uint32_t Next32(long min, long max);
 
   // Returns a random bit. 32 calls share one step of the generator.
   bool NextBool();
 
-  // Returns how often the generator was used: one for each call and one for each step taken inside
-  // `Next32` and `NextBool`. Seeding counts 20.
+  // Returns a count of uses: one for each call, plus one for each step that `Next32` and `NextBool`
+  // take. Seeding counts 20.
   [[nodiscard]] std::uint64_t DrawCount() const { return draw_counter_; }
 
  private:

@@ -1,10 +1,10 @@
-// Text helpers over narrow byte strings: splitting, trimming, comparing with or without case,
-// keyword membership, replacing, and recognisers.
+// Functions on texts: splitting, trimming, comparing with or without case, keyword lists,
+// replacing, and recognising numbers.
 //
 //   Split("C6; C8;;C10", ';', true);                         // "C6", "C8", "C10"
 //   StringContainsKeyword("C6; C8", "c8", ';', true);        // true
 //
-// All work on bytes; ignoring case folds a to z only, whatever the process's locale is. They keep
+// The functions work on bytes. Ignoring case applies to a to z only, whatever the locale. They have
 // no state: any thread may call.
 #pragma once
 
@@ -15,19 +15,19 @@
 
 #include "vexor/export.h"
 
-// Appends every item of the text that is not empty to `out`, which is not cleared, and returns a
-// copy of `out`. Items are not trimmed: ",a,, b" at ',' gives "a" and " b".
+// Appends every non-empty item of the text to `out`, which is not cleared first, and returns a copy
+// of `out`. Items are not trimmed: ",a,, b" split at ',' gives "a" and " b".
 VEXOR_EXPORT std::vector<std::string> Splits(std::string_view text, char delimiter,
                                              std::vector<std::string>& out);
 
-// Returns the items of the text that are not empty. With `trim` their outer blanks are removed
-// afterwards, so that an item of blanks stays as an empty one: "a, ,b" gives "a", "" and "b".
+// Returns the non-empty items of the text. With `trim`, the blanks around them are removed
+// afterwards, so an item of blanks becomes an empty one: "a, ,b" gives "a", "" and "b".
 VEXOR_EXPORT std::vector<std::string> Split(std::string_view text, char delimiter, bool trim);
 
-// Returns the texts between the matches of the delimiter, empty ones included; the whole text when
-// there is no match or the delimiter is empty. After each match the text goes on two characters
-// behind the match's start, whatever the delimiter's length: made for separators such as ", ".
-// Throws std::out_of_range when a match sits in the last character.
+// Returns the texts between the matches of the delimiter, including empty ones; the whole text if
+// there is no match or the delimiter is empty. Each match counts as two characters, whatever the
+// delimiter's length: made for separators such as ", ". Throws std::out_of_range if a match begins
+// at the last character.
 VEXOR_EXPORT std::vector<std::string> SplitByString(std::string_view text,
                                                     std::string_view delimiter);
 
@@ -51,11 +51,11 @@ VEXOR_EXPORT bool StringEndsWith(std::string_view a, std::string_view b, bool ig
 VEXOR_EXPORT bool StringHasAny(std::string_view text, const std::vector<std::string>& list,
                                bool prefix_mode);
 
-// Returns whether the keyword is among the items that `Split` with trimming finds in the list.
+// Returns whether the keyword is one of the items that `Split` with trimming returns for the list.
 VEXOR_EXPORT bool StringContainsKeyword(std::string_view list, std::string_view keyword,
                                         char delimiter, bool ignore_case);
 
-// Returns whether one of the items equals the text. False for no items.
+// Returns whether one of the items equals the text.
 VEXOR_EXPORT bool IsInVector(const std::vector<std::string>& items, std::string_view text,
                              bool ignore_case);
 
@@ -71,37 +71,36 @@ VEXOR_EXPORT std::string Bool2String(bool value, std::string_view text_if_true,
                                      std::string_view text_if_false);
 
 // Returns the text with `old_char` replaced by `new_char`. A run of old characters becomes a single
-// new one, those at the ends vanish: ",a,,b" with ',' and ';' gives "a;b".
+// new one, and those at both ends are removed: ",a,,b" with ',' and ';' gives "a;b".
 VEXOR_EXPORT std::string StringReplace(std::string_view text, char old_char, char new_char);
 
-// Replaces every occurrence of `old_text`, left to right, in place. What was inserted is not
-// searched again; an empty `old_text` changes nothing.
+// Replaces every occurrence of `old_text`, left to right, in place. Does not search inserted text
+// again; an empty `old_text` changes nothing.
 VEXOR_EXPORT void StringReplaceSubstring(std::string& text, std::string_view old_text,
                                          std::string_view new_text);
 
-// Removes every character of the zero-terminated set, which must not be null, from the text, in
-// place.
+// Removes every character of the zero-terminated `set` from the text, in place. `set` must not be
+// null.
 VEXOR_EXPORT void RemoveCharsFromString(std::string& text, const char* set);
 
-// Returns the digits and points of the text in their order: "1.5 GHz" gives "1.5".
+// Returns only the digits and points of the text: "1.5 GHz" gives "1.5".
 VEXOR_EXPORT std::string RemoveUnits(std::string_view text);
 
-// Returns the items in one text, each as 'item' in single quotes and followed by a blank. The
-// separator goes before every item but the first, and before that too with `leading_separator`.
-// The tail goes behind every item but the last two, and behind the last with `tail_after_last`. No
-// item may be null.
+// Joins the items, each in single quotes and followed by a blank. The separator goes before every
+// item but the first, and with `leading_separator` before the first, too. The tail goes after every
+// item but the last two, and with `tail_after_last` after the last, too. No item may be null.
 VEXOR_EXPORT std::string ConcatCharVec(const std::vector<const char*>& items,
                                        std::string_view separator, std::string_view tail,
                                        bool leading_separator, bool tail_after_last);
 
-// Returns the low byte of each unit of a UTF-16 text, of at most `count` units and at most 255
-// characters. The text ends before the first unit whose low byte is zero, so before U+0100 just as
-// before a zero. Empty for a count of zero or less.
+// Returns the low byte of each unit of a UTF-16 text, at most `count` and at most 255 of them.
+// Stops before the first unit whose low byte is zero, which includes U+0100. Empty for a count of
+// zero or less.
 VEXOR_EXPORT std::string WChar2String(const unsigned short* wide, int count);
 
-// Returns a text of up to four 7-bit characters as a number, the first in the lowest byte. Longer
-// texts wrap around after 32 bits and are OR-ed together; a character from 0x80 on is taken as
-// negative. A text of more than eight prints an error line to standard output and gives 0.
+// Returns a text of up to four 7-bit characters as a number, with the first in the lowest byte. The
+// fifth to eighth characters are OR-ed over the first four. A character of 0x80 or more counts as
+// negative. A text of more than eight characters prints an error on standard output and gives 0.
 VEXOR_EXPORT std::uint64_t String2Ascii(std::string_view text);
 
 // Returns whether the character is anything but 0 to 9.
@@ -113,5 +112,5 @@ VEXOR_EXPORT bool IsDecString(std::string_view text);
 // Returns whether the text is "0x" or "0X" and one or more hexadecimal digits in either case.
 VEXOR_EXPORT bool IsHexString(std::string_view text);
 
-// Returns whether the text is a number in one of these two forms.
+// Returns whether the text is a decimal or hexadecimal number as above.
 VEXOR_EXPORT bool IsDecOrHexString(std::string_view text);

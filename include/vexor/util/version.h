@@ -5,8 +5,8 @@
 
 namespace vexor {
 
-// Returns the library's version text, such as "3.21.522.0": four numbers joined by points. It is
-// also the version against which a configuration file's own version is checked. Any thread.
+// Returns the library's version, four numbers joined by points: "3.21.522.0". Versions of
+// configuration files are compared with it. Any thread may call.
 VEXOR_EXPORT const char* GetVersionText();
 
 }  // namespace vexor

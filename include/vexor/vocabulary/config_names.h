@@ -1,6 +1,6 @@
-// Names of the settings that a configuration file and the front end's pages hold.
+// Names of settings in configuration files and on the pages of the front end.
 //
-// A name is accepted exactly as it is given out: case and blanks count. Any thread may call.
+// Names are accepted exactly as they are returned: case and blanks matter. Any thread may call.
 #pragma once
 
 #include <cstdint>
@@ -8,7 +8,7 @@
 
 #include "vexor/export.h"
 
-// How a setting is to be left while a test runs.
+// The state of a setting while a test runs.
 enum CFG_MODE : std::int32_t {
   CFG_MODE_DISABLE = 0,
   CFG_MODE_ENABLE,
@@ -87,10 +87,10 @@ enum GUI_CFG_ID : std::int32_t {
   GUI_CFG_UNKNOWN = 255,
 };
 
-// Returns the name of a CFG_MODE value, "n/a" for a value that has none.
+// Returns the name of a CFG_MODE value, "n/a" for a value without a name.
 VEXOR_EXPORT const char* GetConfigEnableStatus(int value);
 
-// Return the name of a value, empty text for a value that has none.
+// Return the name of a value, empty text for a value without one.
 VEXOR_EXPORT const char* GetSysConfigName(int value);
 VEXOR_EXPORT const char* GetGuiConfigName(int value);
 

@@ -1,9 +1,9 @@
 // Names of the devices that the device tests address, and of the speeds, widths and power states of
 // their links.
 //
-// A name is accepted exactly as it is given out: case and blanks count. Speeds, widths and power
+// Names are accepted exactly as they are returned: case and blanks matter. Speeds, widths and power
 // states have a short name ("Gen4", "x8", "D3hot") and a long one ("16.0 GT/s", "8 lanes",
-// "D3 with power"); an argument says which form is meant, and the other form is an unknown name.
+// "D3 with power"); an argument selects one form, and names of the other form are then unknown.
 // Any thread may call.
 #pragma once
 
@@ -64,14 +64,14 @@ enum PCIE_DEVICE_CATETORY : std::int32_t {
   PCIE_DEVICE_UNKNOWN,
 };
 
-// Return the name of a value, empty text for a value that has none.
+// Return the name of a value, empty text for a value without one.
 VEXOR_EXPORT const char* GetDevicePCIOptionName(int value);
 VEXOR_EXPORT const char* GetPCIeGenSpeedName(int value, bool long_form = false);
 VEXOR_EXPORT const char* GetPCIeLinkWidthName(int value, bool long_form = false);
 VEXOR_EXPORT const char* GetPCIeDStateName(int value, bool long_form = false);
 
-// Return the value of a name, the enumeration's unknown value, which is its number of names, for
-// any other text.
+// Return the value of a name; for any other text the enumeration's unknown value, which equals its
+// number of names.
 VEXOR_EXPORT DevicePCIeOptions ParseDevicePCIOptionID(std::string_view text);
 VEXOR_EXPORT PCIE_GEN_SPEED ParsePCIeGenSpeedID(std::string_view text, bool long_form = false);
 VEXOR_EXPORT PCIE_LINK_WIDTH ParsePCIeLinkWidthID(std::string_view text, bool long_form = false);
@@ -80,7 +80,7 @@ VEXOR_EXPORT PCIE_DEVICE_CATETORY ParsePcieDevType(std::string_view text);
 
 namespace vexor {
 
-// Returns the name of a PCIE_DEVICE_CATETORY value, empty text for a value that has none.
+// Returns the name of a PCIE_DEVICE_CATETORY value, empty text for a value without one.
 VEXOR_EXPORT const char* GetPcieDevTypeName(int value);
 
 }  // namespace vexor

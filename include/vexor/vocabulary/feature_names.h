@@ -1,6 +1,6 @@
 // Names of the features and limits of a processor that a test reads, sets and reports.
 //
-// A name is accepted exactly as it is given out: case and blanks count. Any thread may call.
+// Names are accepted exactly as they are returned: case and blanks matter. Any thread may call.
 #pragma once
 
 #include <cstdint>
@@ -8,7 +8,7 @@
 
 #include "vexor/export.h"
 
-// Limits of the package's power.
+// Power limits of the package.
 enum CF_POWER : std::int32_t {
   CF_POWER_RAPL_PKG_POWER_LIMIT1 = 0,
   CF_POWER_RAPL_PKG_CLAMP_LIMIT1,
@@ -21,7 +21,7 @@ enum CF_POWER : std::int32_t {
   CF_POWER_UNKNOWN = 255,
 };
 
-// Features of the cores and of their package.
+// Features of the cores and the package.
 enum CF_CORE : std::int32_t {
   CF_CORE_ORVEL_RATEGLIDE = 0,
   CF_CORE_TURBO_MODE,
@@ -56,7 +56,7 @@ enum CF_CSTATE_LATENCY_CTL : std::int32_t {
   CF_CSTATE_LATENCY_CTL_UNKNOWN = 255,
 };
 
-// Registers that tests read besides those that a configuration names.
+// Registers that tests read in addition to those in a configuration.
 enum PRIVAVE_REGS : std::int32_t {
   PRIVAVE_REGS_PKG_ENERGY = 0,
   PRIVAVE_REGS_PKG_RESIDENCY,
@@ -69,7 +69,7 @@ enum PRIVAVE_REGS : std::int32_t {
   PRIVAVE_REGS_UNKNOWN = 255,
 };
 
-// Mailboxes that a configuration's commands go to.
+// Mailboxes to which a configuration can send commands.
 enum CUSTOM_CFG_MAILBOX : std::int32_t {
   CUSTOM_CFG_MAILBOX_CPU = 0,
   CUSTOM_CFG_MAILBOX_GT,
@@ -79,25 +79,25 @@ enum CUSTOM_CFG_MAILBOX : std::int32_t {
   CUSTOM_CFG_MAILBOX_UNKNOWN = 255,
 };
 
-// Return the name of a value, empty text for a value that has none.
+// Return the name of a value, empty text for a value without one.
 VEXOR_EXPORT const char* GetNameOfPower(int value);
 VEXOR_EXPORT const char* GetNameOfCore(int value);
 VEXOR_EXPORT const char* GetNameOfCstateLatency(int value);
 VEXOR_EXPORT const char* GetPrivateRegisterName(int value);
 
-// Return the value of a name, the enumeration's unknown value, 255, for any other text.
+// Return the value of a name; for any other text the enumeration's unknown value, 255.
 VEXOR_EXPORT CF_POWER ParseIDOfPower(std::string_view text);
 VEXOR_EXPORT CF_CORE ParseIDOfCore(std::string_view text);
 VEXOR_EXPORT CF_CSTATE_LATENCY_CTL ParseIdOfCstateLatency(std::string_view text);
 VEXOR_EXPORT PRIVAVE_REGS ParsePrivateRegisterID(std::string_view text);
 VEXOR_EXPORT CUSTOM_CFG_MAILBOX ParseCustomConfigMailboxID(std::string_view text);
 
-// ParseIDOfCore under the name that the front end uses.
+// The same as ParseIDOfCore; the front end uses this name.
 VEXOR_EXPORT CF_CORE ParsePMFeatureID(std::string_view text);
 
 namespace vexor {
 
-// Returns the name of a CUSTOM_CFG_MAILBOX value, empty text for a value that has none.
+// Returns the name of a CUSTOM_CFG_MAILBOX value, empty text for a value without one.
 VEXOR_EXPORT const char* GetCustomConfigMailboxName(int value);
 
 }  // namespace vexor

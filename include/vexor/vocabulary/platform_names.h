@@ -1,7 +1,7 @@
 // Names of the processors, products, platform controllers, discrete graphics and firmware tables of
 // the machines that the suite runs on.
 //
-// The names are this suite's own; a name is accepted exactly as it is given out. Any thread may
+// The names are the suite's own. They are accepted exactly as they are returned. Any thread may
 // call.
 #pragma once
 
@@ -42,7 +42,7 @@ enum DgfxType : std::int32_t {
   DGFX_TYPE_C1,
 };
 
-// Firmware tables, named by their signatures.
+// Firmware tables; their names are their signatures.
 enum ACPI_TABLE : std::int32_t {
   ACPI_TABLE_APIC = 0,
   ACPI_TABLE_BERT,
@@ -83,15 +83,15 @@ enum ACPI_TABLE : std::int32_t {
   ACPI_TABLE_UNKNOWN,
 };
 
-// Return the name of a value ("CPU-A1"); "Unknown" for the value 0 and empty text for a value that
-// has no name.
+// Returns the name of a value ("CPU-A1"); "Unknown" for the value 0, empty text for a value without
+// a name.
 VEXOR_EXPORT const char* GetCpuNameById(int id);
 
-// Return the value of a name, the enumeration's unknown value, 0, for any other text.
+// Return the value of a name; for any other text the enumeration's unknown value, 0.
 VEXOR_EXPORT CpuId GetCpuIdByName(std::string_view name);
 VEXOR_EXPORT DgfxType ParserDgfxType(std::string_view name);
 
-// Returns the four characters of a table's signature, empty text for a value that has none.
+// Returns the four characters of a table's signature, empty text for a value without one.
 VEXOR_EXPORT const char* GetAcpiString(int table);
 
 // Returns the table of a signature, ACPI_TABLE_UNKNOWN for any other text.
@@ -99,12 +99,12 @@ VEXOR_EXPORT ACPI_TABLE GetAcpiEnum(std::string_view signature);
 
 namespace vexor {
 
-// As GetCpuNameById.
+// Return names in the same way as GetCpuNameById.
 VEXOR_EXPORT const char* GetProductTypeName(int type);
 VEXOR_EXPORT const char* GetPchLpcTypeName(int type);
 VEXOR_EXPORT const char* GetDgfxTypeName(int type);
 
-// As GetCpuIdByName.
+// Return values in the same way as GetCpuIdByName.
 VEXOR_EXPORT ProductType ParseProductType(std::string_view name);
 VEXOR_EXPORT PchLpcType ParsePchLpcType(std::string_view name);
 

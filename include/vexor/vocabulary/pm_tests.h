@@ -1,7 +1,7 @@
 // The power-management tests that the suite knows, and their names.
 //
-// A test has an identifier, a long name ("CSTATES": configuration files and summaries) and a short
-// name ("cstate": command lines and per-test options). Any thread may call.
+// A test has an identifier, a long name ("CSTATES") for configuration files and summaries, and a
+// short name ("cstate") for command lines and per-test options. Any thread may call.
 #pragma once
 
 #include <cstdint>
@@ -45,27 +45,27 @@ enum VEXOR_PM_TEST_ID : std::int32_t {
   PM_TEST_DX_STATES = 31,
   PM_TEST_TEST_CONTROL = 32,
   PM_TEST_ALL = 33,    // every test at once, on a command line
-  PM_TEST_MAX = 34,    // what an unknown name parses to
+  PM_TEST_MAX = 34,    // the result of parsing an unknown name
   PM_TEST_START = 35,  // the start of a run
   PM_TEST_END = 36,    // the end of a run
 };
 
-// Returns the test of a long name, or of one of the older names "GT-DVFS" and "GT-RC6";
-// PM_TEST_MAX for any other text. "dGFX-SAGV" is accepted in any case, the other names only as
-// written unless `ignore_case` is set. "FANSPEED-CTR" is a display name and is not accepted.
+// Returns the test with this long name, or with one of the older names "GT-DVFS" and "GT-RC6";
+// PM_TEST_MAX for any other text. Case matters unless `ignore_case` is set, except for "dGFX-SAGV",
+// which is always accepted in any case. "FANSPEED-CTR" is only displayed and not accepted.
 VEXOR_EXPORT VEXOR_PM_TEST_ID GetPMTestID(std::string_view name, bool ignore_case);
 
 // Returns the long name, "NA" for PM_TEST_ALL, PM_TEST_MAX and any value outside 0 to 36.
 VEXOR_EXPORT std::string GetPMTestName(VEXOR_PM_TEST_ID id);
 
-// Returns the short name, those of PM_TEST_ALL ("all") and PM_TEST_MAX ("max") included; empty text
-// for any value outside 0 to 36.
+// Returns the short name, also for PM_TEST_ALL ("all") and PM_TEST_MAX ("max"); empty text for any
+// value outside 0 to 36.
 VEXOR_EXPORT const char* GetPMTestNameByID(int id);
 
-// Returns the test of a short name; PM_TEST_MAX for any other text, and for "max" itself.
+// Returns the test with this short name; PM_TEST_MAX for "max" and any other text.
 VEXOR_EXPORT VEXOR_PM_TEST_ID ParsePMTestID(std::string_view token, bool ignore_case);
 
-// Returns whether one of the `argc` arguments selects a test: it holds a "/" and is, without its
-// slashes, a short name other than "max", in lower case ("/cstate", "/all"). The program's own name
-// is examined like the others; a null argument selects nothing.
+// Returns whether one of the `argc` arguments selects a test ("/cstate", "/all"): it contains "/"
+// and is, with all slashes removed, a short name other than "max" in lower case. The program's name
+// is examined like any other argument; null arguments are ignored.
 VEXOR_EXPORT bool HasPMTestId(char** argv, int argc);

@@ -1,4 +1,4 @@
-// The row labels of the reports that a test program prints about its system.
+// The row labels of the reports in which a test program describes its system.
 //
 // Any thread may call.
 #pragma once

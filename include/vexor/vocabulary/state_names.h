@@ -1,6 +1,7 @@
-// Names of a test's modes, of the states that it looks for and of how a test program came up.
+// Names of test modes, test controls and system idle states, and the messages about the start of a
+// test program.
 //
-// A name is accepted exactly as it is given out: case and blanks count. Any thread may call.
+// Names are accepted exactly as they are returned: case and blanks matter. Any thread may call.
 #pragma once
 
 #include <cstdint>
@@ -16,7 +17,7 @@ enum TEST_MODE : std::int32_t {
   TEST_MODE_UNKNOWN,
 };
 
-// What the test-control thread asks of a running test.
+// Commands of the test-control thread to a running test.
 enum TEST_CONTROL_ID : std::int32_t {
   TEST_CONTROL_START = 0,
   TEST_CONTROL_STOP,
@@ -27,7 +28,7 @@ enum TEST_CONTROL_ID : std::int32_t {
   TEST_CONTROL_UNKNOWN,
 };
 
-// How the start of a test program ended.
+// The result of starting a test program.
 enum FLOW_INIT_STATUS : std::int32_t {
   FLOW_INIT_PASS = 0,
   FLOW_INIT_BAD_ARGUMENTS,
@@ -61,15 +62,15 @@ enum S0IX_STATES : std::int32_t {
   S0IX_UNKNOWN,
 };
 
-// Return the name of a value, empty text for a value that has none.
+// Return the name of a value, empty text for a value without one.
 VEXOR_EXPORT const char* GetTestModeName(int value);
 VEXOR_EXPORT const char* GetTestControlNameByID(int value);
 VEXOR_EXPORT const char* GetS0ixStatesName(int value);
 
-// Return the value of a name, the enumeration's unknown value for any other text.
+// Return the value of a name; for any other text the enumeration's unknown value.
 VEXOR_EXPORT TEST_MODE ParseTestModeID(std::string_view text);
 VEXOR_EXPORT TEST_CONTROL_ID ParseTestControlID(std::string_view text);
 VEXOR_EXPORT S0IX_STATES ParseS0ixStatesID(std::string_view text);
 
-// Returns the message of a FLOW_INIT_STATUS value, empty text for a value that has none.
+// Returns the message of a FLOW_INIT_STATUS value, empty text for a value without one.
 VEXOR_EXPORT const char* GetFlowInitStatusMsg(int value);
