@@ -2,6 +2,7 @@
 
 #include <array>
 #include <atomic>
+#include <cassert>
 #include <cstdio>
 #include <ctime>
 #include <thread>
@@ -12,10 +13,10 @@ namespace {
 
 using std::chrono::steady_clock;
 
-// Long enough for any numbers.
+// Long enough even if every number has eleven characters.
 using StampText = std::array<char, 96>;
 
-constinit std::atomic<vexor::LocalClock> local_clock = nullptr;  // null: the system's
+constinit std::atomic<vexor::LocalClock> local_clock = nullptr;  // null means the system's clock
 
 vexor::LocalTime MakeLocalTime(vexor::LocalTimePoint time) {
   const auto day = std::chrono::floor<std::chrono::days>(time);
@@ -95,11 +96,11 @@ std::string GetTimeStamp() {
 }
 
 std::string CurrentTimeDateAsString(bool with_time, bool with_date) {
-  // Not left to `strftime`, whose names follow the process's locale and which lacks "%r" on some
-  // systems.
+  // Not with strftime, whose names depend on the locale and which lacks "%r" on some systems.
   constexpr const char* kMonths[] = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
                                      "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
   const std::tm now = ReadLocalClock().calendar;
+  assert(now.tm_mon >= 0 && now.tm_mon < 12);
   StampText date = {};
   StampText time = {};
   if (with_date) {

@@ -4,7 +4,7 @@
 
 #include "util/text.h"
 
-// The asymmetry is deliberate: asking whether an option is there ignores case, reading it does not.
+// The asymmetry is deliberate: hasCmdOption ignores case, the functions that return values do not.
 
 bool hasCmdOption(char** begin, char** end, const char* option) {
   return std::any_of(begin, end, [option](const char* argument) {

@@ -14,8 +14,8 @@ namespace {
 
 constexpr std::string_view kBlanks = " \t";
 
-// The program that loaded the library must not run on with half of its settings: the user reads the
-// message, presses a key, and the process ends.
+// Prints the message, waits for a key and ends the process: a program must not run on with half of
+// its settings.
 [[noreturn]] void ExitWithError(std::string_view message) {
   vexor::StandardOutput() << message << std::flush;
   std::cin.ignore();
@@ -29,14 +29,14 @@ std::string_view TrimBlanksAndTabs(std::string_view text) {
 
 std::string_view RemoveComment(std::string_view line) { return line.substr(0, line.find(';')); }
 
-// Tabs do not count: a line of tabs is not skipped, and then lacks its separator.
+// Tabs are deliberately not blanks here: a line of tabs is not skipped but lacks its separator.
 bool IsOnlyBlanks(std::string_view line) {
   return line.find_first_not_of(' ') == std::string_view::npos;
 }
 
 void ParseLine(std::string_view line, std::map<std::string, std::string>& contents) {
   const std::size_t separator = line.find('=');
-  // The messages name no line; their wording is what users know.
+  // Users know these messages as they are, although they do not tell the line.
   if (separator == std::string_view::npos)
     ExitWithError("CFG: Couldn't find separator on line: \n");
   std::string_view key = TrimBlanksAndTabs(line.substr(0, separator));

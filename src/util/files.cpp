@@ -17,7 +17,7 @@ std::size_t BaseNameAt(std::string_view path) {
 
 bool IsLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
 
-// The number of the first line with the text and the line itself, or 0.
+// Returns the number of the first line that contains the text and stores the line; 0 if none does.
 std::int32_t FindInLines(std::istream& lines, std::string_view text, std::string& line) {
   std::string candidate;
   for (std::int32_t number = 1; vexor::ReadLine(lines, candidate); ++number) {
@@ -29,7 +29,7 @@ std::int32_t FindInLines(std::istream& lines, std::string_view text, std::string
   return 0;
 }
 
-// "\r\n" and a lone "\r" become "\n".
+// Replaces "\r\n" and "\r" by "\n".
 std::string UnifyLineEnds(std::string_view text) {
   std::string unified;
   unified.reserve(text.size());
@@ -41,7 +41,8 @@ std::string UnifyLineEnds(std::string_view text) {
   return unified;
 }
 
-// A file in the folder survives a power cut only if the folder's own name does.
+// Makes a folder and has its name written to the disk: otherwise a power cut could take away the
+// folder with flushed files in it. A folder that cannot be synchronised is no error.
 std::error_code MakeLastingFolder(const std::string& folder) {
   const std::error_code error = vexor::MakeFolder(folder);
   if (!error) vexor::File::SyncName(folder);

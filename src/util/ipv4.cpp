@@ -5,7 +5,7 @@
 bool IsIpv4Address(std::string_view text) {
   constexpr int kFields = 4;
   constexpr std::uint64_t kMaxField = 255;
-  if (text.ends_with('.')) return false;  // not an item of its own
+  if (text.ends_with('.')) return false;  // TakeItem returns no item after a trailing delimiter
   int fields = 0;
   for (std::string_view field; vexor::TakeItem(text, '.', field); ++fields) {
     const auto number = vexor::ParseUnsigned(field);

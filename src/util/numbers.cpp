@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <cassert>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -30,7 +31,8 @@ std::uint64_t ValueOr(const UnsignedText& number, std::uint64_t default_value) {
   return default_value;
 }
 
-// Reads digits, points and minus signs, and nothing else, as `strtod` would read their front.
+// Reads the number that the text begins with, like strtod, but only if the whole text consists of
+// digits, points and minus signs.
 template <class Float>
 std::optional<Float> ReadPlainDecimal(std::string_view text) {
   const auto is_allowed = [](char c) { return IsDecDigit(c) || c == '.' || c == '-'; };
@@ -38,15 +40,16 @@ std::optional<Float> ReadPlainDecimal(std::string_view text) {
   Float value = 0;
   const auto [stop, error] = std::from_chars(text.data(), text.data() + text.size(), value);
   if (error != std::errc::result_out_of_range) return value;
-  // Without an exponent only digits before the point make a number too large.
+  // Out of range. Without an exponent, only digits before the point make a number too large.
   const bool is_large =
       text.substr(0, text.find('.')).find_first_of("123456789") != std::string_view::npos;
   value = is_large ? std::numeric_limits<Float>::infinity() : Float{0};
   return text.front() == '-' ? -value : value;
 }
 
-// Reads the floating-point number at the front of the text by the rules of `stod`, which accepts
-// more than `from_chars`: leading white space, a plus sign, and hexadecimal digits behind "0x".
+// Reads the floating-point number that the text begins with, like std::stod, but independent of the
+// locale. stod accepts more than std::from_chars: leading white space, a plus sign, and hexadecimal
+// digits after "0x".
 double ReadFrontNumber(std::string_view text) {
   constexpr const char* kInvalid = "invalid stod argument";
   const bool is_negative = TakeSign(text);
@@ -54,7 +57,7 @@ double ReadFrontNumber(std::string_view text) {
 
   const bool is_hex =
       HasHexPrefix(text) && text.size() > 2 && (IsHexDigit(text[2]) || text[2] == '.');
-  // Ended before "+-", which libstdc++ takes for a sign of a hexadecimal exponent.
+  // Cut before "+-", which libstdc++ accepts as the sign of a hexadecimal exponent.
   if (is_hex) text = text.substr(2, text.find("+-") - 2);
   double value = 0;
   const auto [stop, error] =
@@ -63,12 +66,12 @@ double ReadFrontNumber(std::string_view text) {
   if (error == std::errc::result_out_of_range) {
     throw std::out_of_range("stod argument out of range");
   }
-  // Of "0x." the zero counts.
+  // In "0x.", the number is the zero.
   if (error != std::errc{} && !is_hex) throw std::invalid_argument(kInvalid);
   return is_negative ? -value : value;
 }
 
-// Returns the text without its brackets, kept in `buffer` if it has any.
+// Returns the text without brackets. The result refers to `buffer` if there were any.
 std::string_view RemoveBrackets(std::string_view text, std::string& buffer) {
   if (text.find_first_of("[]") == std::string_view::npos) return text;
   buffer = text;
@@ -80,7 +83,7 @@ std::string_view RemoveBrackets(std::string_view text, std::string& buffer) {
   throw std::length_error("more than 16777216 values in \"" + std::string(text) + "\"");
 }
 
-// The two bounds of an item, equal for one without "-".
+// The two bounds of an item; both are the number itself if the item is not a range.
 struct ItemBounds {
   std::string_view first;
   std::string_view second;
@@ -93,8 +96,8 @@ ItemBounds SplitRange(std::string_view item) {
   return {item.substr(0, dash), item.substr(dash + 1), true};
 }
 
-// Appends the values of one item; false for a bad one. Its range, if it is one, is taken off
-// `left`, the number of values that ranges may still have.
+// Appends the values of one item; returns false for a bad item. `left` is how many values ranges
+// may still have; the values of this range are subtracted from it.
 bool AppendIntegers(std::string_view item, NumberBase base, std::uint64_t& left,
                     std::vector<int>& values) {
   const auto read = [base](std::string_view bound) {
@@ -116,7 +119,7 @@ bool AppendIntegers(std::string_view item, NumberBase base, std::uint64_t& left,
   return true;
 }
 
-// The same for numbers that are not whole; false, too, for a step that leads nowhere.
+// The same for floating-point numbers. Also returns false for a range whose step is not positive.
 bool AppendDoubles(std::string_view item, double step, std::uint64_t& left,
                    std::vector<double>& values) {
   const ItemBounds bounds = SplitRange(item);
@@ -132,8 +135,8 @@ bool AppendDoubles(std::string_view item, double step, std::uint64_t& left,
   const double steps = (high - low) / step;
   if (!(steps < static_cast<double>(left))) ThrowTooLong(item);
   left -= static_cast<std::uint64_t>(steps);
-  // A step may be too small to change the value: the count ends the range as well. It forgives a
-  // quotient that was rounded down.
+  // The count ends the loop if the step is too small to change the value. The factor makes up for a
+  // quotient that was rounded down, which would lose the last value.
   const int count = static_cast<int>(steps * (1 + 1e-9)) + 1;
   double value = low;
   for (int i = 1; value <= high && i <= count; ++i) {
@@ -148,6 +151,7 @@ void AppendNumber(std::string& text, Integer number, int base = 10) {
   std::array<char, std::numeric_limits<Integer>::digits10 + 3> digits{};
   const auto [end, error] =
       std::to_chars(digits.data(), digits.data() + digits.size(), number, base);
+  assert(error == std::errc{});
   text.append(digits.data(), end);
 }
 
@@ -166,8 +170,7 @@ bool IsNoMask(std::uint64_t mask) {
   return mask == 0 || mask == kNoNumber32 || mask == kNoNumber64;
 }
 
-// Deliberately a signed 32-bit shift, as the interface has always had it: 31 gives a negative
-// power.
+// Deliberately a signed 32-bit shift, whose results callers know: 31 gives a negative scale.
 double FixedPointScale(std::uint8_t fraction_bits) {
   return static_cast<std::int32_t>(1U << (fraction_bits % 32U));
 }
@@ -210,9 +213,9 @@ std::vector<int> GetIntegerList(std::string_view text, char delimiter, int defau
   std::string buffer;
   std::string_view rest = RemoveBrackets(text, buffer);
   std::vector<int> values;
-  std::uint64_t left = kMaxRangeValues;  // what a bad item replaces took its time, too
+  std::uint64_t left = kMaxRangeValues;  // not reset at a bad item: it bounds the time as well
   for (std::string_view item; TakeItem(rest, delimiter, item);) {
-    // Deliberately goes on behind a bad item: the default stands for all up to it.
+    // Deliberately continues after a bad item, with the default in place of all numbers before it.
     if (!AppendIntegers(item, base, left, values)) values.assign(1, default_value);
   }
   return values;
@@ -270,7 +273,7 @@ std::string BitsMaskConvert(std::uint64_t mask) {
 
 std::uint64_t GetMaskByLen(std::uint8_t length) {
   std::uint64_t mask = 0;
-  // Deliberately an 8-bit counter that runs while it is at most the length: 255 never ends.
+  // Callers must not pass 255: the 8-bit counter never exceeds it, and the loop would not end.
   for (std::uint8_t i = 1; i <= length; ++i) mask = mask << 1U | 1U;
   return mask;
 }
@@ -290,6 +293,7 @@ std::string RemoveZerosFromNumber(double number) {
   std::array<char, 320> digits{};
   const auto [end, error] = std::to_chars(digits.data(), digits.data() + digits.size(), number,
                                           std::chars_format::fixed, 6);
+  assert(error == std::errc{});
   std::string text(digits.data(), end);
   if (!std::isfinite(number)) return text;
   text.erase(text.find_last_not_of('0') + 1);
@@ -312,7 +316,7 @@ double PercentRes(std::uint64_t part, std::uint64_t whole) {
   if (part == 0 || whole == 0) return 0;
   const double percent = static_cast<double>(part) / static_cast<double>(whole) * 100;
   if (percent <= 100) return percent;
-  // Deliberately never above 100: a measuring error is reported as nearly all, always alike.
+  // Deliberately not above 100: a measuring error is reported as "almost all", with a fixed value.
   constexpr unsigned kSeed = 256;
   return 98.0 + UserRand(kSeed).Next32(0, 90) / 100.0;
 }

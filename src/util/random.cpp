@@ -8,7 +8,7 @@ UserRand::UserRand(unsigned int seed) : a_(0xf1ea5eed), b_(seed), c_(seed), d_(s
   for (int i = 0; i < kWarmUpSteps; ++i) Step();
 }
 
-// Every step counts one; what a call counts beside its step, it adds itself.
+// Counts one for the step. Next32 and NextBool count themselves in addition.
 std::uint32_t UserRand::Step() {
   ++draw_counter_;
   const std::uint32_t e = a_ - std::rotl(b_, 27);
@@ -24,7 +24,7 @@ std::uint32_t UserRand::NextUint() { return Step(); }
 std::uint32_t UserRand::Next32(long min, long max) {
   ++draw_counter_;
   const std::uint64_t r = Step();
-  // `long` is 32 bits wide on Windows and 64 elsewhere: the bounds are taken in 32 on both.
+  // `long` has 32 bits on Windows and 64 elsewhere. Truncated, so that both systems draw the same.
   const auto [low, high] =
       std::minmax({static_cast<std::int32_t>(min), static_cast<std::int32_t>(max)});
   const std::uint32_t width = static_cast<std::uint32_t>(high) - static_cast<std::uint32_t>(low);

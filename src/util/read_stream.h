@@ -1,6 +1,6 @@
-// Reading a file to its end. The stream's own ways take memory that runs out for the end of the
-// file: half of it would pass for the whole. Here std::bad_alloc passes; a file that cannot be read
-// on, such as a folder, ends where it is.
+// Reads a stream to its end. If memory runs out, std::getline and its like only set a flag, as at
+// the end of the file: half of a file would look like the whole. These functions throw
+// std::bad_alloc instead. Where a stream cannot be read, for example a folder, it ends.
 #pragma once
 
 #include <cstddef>
@@ -9,17 +9,17 @@
 
 namespace vexor {
 
-// As std::getline; false when there is no line left.
+// Like std::getline; false if there is no line left.
 inline bool ReadLine(std::istream& file, std::string& line) {
   try {
-    file.exceptions(std::ios::badbit);  // has the stream pass on what is thrown inside
+    file.exceptions(std::ios::badbit);  // makes getline rethrow what is thrown inside it
     return static_cast<bool>(std::getline(file, line));
   } catch (const std::ios::failure&) {
     return false;
   }
 }
 
-// Returns all that is left, or a beginning of it that is longer than `most`.
+// Returns the rest of the stream. If that is longer than `most`, stops after some byte beyond it.
 inline std::string ReadRest(std::istream& file, std::size_t most = std::string::npos) {
   constexpr std::size_t kBlock = 65536;
   std::string content;

@@ -1,12 +1,12 @@
-// Conversion of floating-point numbers to integers that is defined for every number.
+// Converts floating-point numbers to integers; defined for every number, unlike a cast.
 #pragma once
 
 #include <cstdint>
 
 namespace vexor {
 
-// Truncates toward zero; 0 for negative numbers and not-a-number, the largest integer for numbers
-// too large.
+// Truncates toward zero. Returns 0 for negative numbers and NaN, the largest integer for numbers
+// that are too large.
 constexpr std::uint64_t SaturateToUint64(double number) {
   constexpr double kTwoTo64 = 18446744073709551616.0;
   if (!(number > 0.0)) return 0;

@@ -1,4 +1,4 @@
-// Standard output for the library's messages.
+// The standard output stream for the library's messages.
 #pragma once
 
 #include <ios>
@@ -6,8 +6,8 @@
 
 namespace vexor {
 
-// Returns the stream, constructed. In a static library a constructor of a global object of the
-// program may run before the streams are there.
+// Returns std::cout, constructed first if need be: with a static library, constructors of the
+// program's global objects may print before the standard streams exist.
 inline std::ostream& StandardOutput() {
   static const std::ios_base::Init streams;
   return std::cout;

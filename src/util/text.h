@@ -1,5 +1,5 @@
-// Inner helpers of the text parsers. They work on bytes, fold case as the "C" locale does, and
-// allocate nothing. A parser eats its text from the front:
+// Building blocks of the text parsers. They work on bytes, fold case like the "C" locale, and
+// allocate no memory. A parser consumes its text from the front:
 //
 //   std::string_view rest = "a;b;";
 //   for (std::string_view item; TakeItem(rest, ';', item);) Use(item);  // "a", "b"
@@ -39,15 +39,16 @@ constexpr bool EndsWithIgnoreCase(std::string_view text, std::string_view suffix
          EqualsIgnoreCase(text.substr(text.size() - suffix.size()), suffix);
 }
 
-// An empty part is contained in every text.
+// Every text contains an empty part.
 constexpr bool ContainsIgnoreCase(std::string_view text, std::string_view part) {
   const auto is_same = [](char a, char b) { return ToUpper(a) == ToUpper(b); };
   return std::search(text.begin(), text.end(), part.begin(), part.end(), is_same) != text.end() ||
          part.empty();
 }
 
-// Returns the text without the bytes at its two ends that the predicate holds for. What is left of
-// a text of nothing else is empty and stands at the text's end.
+// Returns the text without the bytes at both ends for which the predicate is true. If it is true
+// for all bytes, the result is empty and refers to the end of the text (fault reports use the
+// place).
 template <class Predicate>
 constexpr std::string_view TrimIf(std::string_view text, Predicate is_dropped) {
   while (!text.empty() && is_dropped(text.front())) text.remove_prefix(1);
@@ -65,8 +66,8 @@ constexpr std::string_view TrimSpace(std::string_view text) {
   return TrimIf(text, [](char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; });
 }
 
-// Takes white space and one sign off the front, as the C library's conversions do; whether the sign
-// is a minus.
+// Removes leading white space and one sign, as the C library's conversions do. Returns whether the
+// sign is a minus.
 constexpr bool TakeSign(std::string_view& rest) {
   rest.remove_prefix(std::min(rest.find_first_not_of(" \t\n\v\f\r"), rest.size()));
   const bool is_negative = rest.starts_with('-');
@@ -74,8 +75,8 @@ constexpr bool TakeSign(std::string_view& rest) {
   return is_negative;
 }
 
-// Like `text.find(wanted)`. Items are short, and for a few bytes the call of a library function
-// costs more than they do.
+// Like `text.find(wanted)`, but faster for short items: calling memchr takes longer than searching
+// a few bytes.
 constexpr std::size_t FindByte(std::string_view text, char wanted) {
   constexpr std::size_t kShort = 16;
   const std::size_t looked_at = std::min(text.size(), kShort);
@@ -85,9 +86,9 @@ constexpr std::size_t FindByte(std::string_view text, char wanted) {
   return text.find(wanted, looked_at);
 }
 
-// Takes the next item, up to the delimiter, off the front of `rest`; false when nothing is left.
-// An empty item between delimiters is an item, a trailing delimiter gives none: "a,,b," holds "a",
-// "" and "b", an empty text nothing.
+// Removes the next item and its delimiter from the front of `rest`; false if `rest` is empty. Items
+// may be empty, but there is none after a trailing delimiter: "a,,b," has the items "a", "" and
+// "b", an empty text has none.
 constexpr bool TakeItem(std::string_view& rest, char delimiter, std::string_view& item) {
   if (rest.empty()) return false;
   const std::size_t end = FindByte(rest, delimiter);
@@ -96,7 +97,7 @@ constexpr bool TakeItem(std::string_view& rest, char delimiter, std::string_view
   return true;
 }
 
-// Like `TakeItem`, with empty items passed over: ",a,,b" holds "a" and "b".
+// Like `TakeItem`, but skips empty items: ",a,,b" has the items "a" and "b".
 constexpr bool TakeFilledItem(std::string_view& rest, char delimiter, std::string_view& item) {
   while (TakeItem(rest, delimiter, item)) {
     if (!item.empty()) return true;
@@ -108,14 +109,14 @@ constexpr bool HasHexPrefix(std::string_view text) {
   return text.size() >= 2 && text[0] == '0' && ToUpper(text[1]) == 'X';
 }
 
-// What a text says as an unsigned number. `value` counts only with `kNumber`.
+// The result of reading an unsigned number. `value` is valid only with `kNumber`.
 struct UnsignedText {
   enum class Kind : std::uint8_t { kNumber, kNotANumber, kBeyond64Bits };
   Kind kind = Kind::kNotANumber;
   std::uint64_t value = 0;
 };
 
-// Reads digits of the base and nothing else: no sign, no prefix, no blank, at least one digit.
+// Reads one or more digits of the base, without sign, prefix or blanks.
 template <int kBase>
 UnsignedText ReadDigits(std::string_view text) {
   using Kind = UnsignedText::Kind;
@@ -127,17 +128,18 @@ UnsignedText ReadDigits(std::string_view text) {
   return {.kind = Kind::kNumber, .value = value};
 }
 
-// How digits without "0x" are read.
+// The base of digits without "0x".
 enum class NumberBase : std::uint8_t { kDecimal, kHexadecimal };
 
-// Reads a whole text of digits of the base, or of "0x" or "0X" and hexadecimal digits.
+// Reads a text that is a number as a whole: digits of the base, or "0x" or "0X" and hexadecimal
+// digits.
 inline UnsignedText ReadUnsigned(std::string_view text, NumberBase base = NumberBase::kDecimal) {
   if (HasHexPrefix(text)) return ReadDigits<16>(text.substr(2));
   return base == NumberBase::kHexadecimal ? ReadDigits<16>(text) : ReadDigits<10>(text);
 }
 
-// The number that `ReadUnsigned` finds; nothing for any other text and for a number beyond 64 bits.
-// Who must let the out-of-range error of the exported `String2Integer` pass calls that instead.
+// Returns the number of `ReadUnsigned`; nothing for any other text and for a number beyond 64 bits.
+// To propagate out_of_range, call String2Integer.
 inline std::optional<std::uint64_t> ParseUnsigned(std::string_view text) {
   const UnsignedText number = ReadUnsigned(text);
   if (number.kind != UnsignedText::Kind::kNumber) return std::nullopt;

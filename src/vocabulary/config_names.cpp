@@ -79,7 +79,7 @@ constexpr auto kGuiConfigs = vexor::NamesBefore<vexor::Next(GUI_CFG_POWER_DOWN_I
     {GUI_CFG_POWER_DOWN_ISP_WA, "Power_Down_ISP_WA"},
 });
 
-// Names that older files give to the reset and hang-cause masks.
+// Names of the reset and hang-cause masks in older files.
 struct OlderName {
   std::string_view name;
   SYS_CFG_ID sys;

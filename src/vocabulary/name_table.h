@@ -1,6 +1,6 @@
-// Names of values that count from 0. One table serves both directions: the row's index is the
-// value. Tables are spelled with the enumerator in each row, and the compiler holds them to the
-// order of the enumeration.
+// Names of the values of an enumeration that counts from 0. One table serves both directions: a
+// value is the index of its row. In the source, each row also has its enumerator, and the order of
+// the rows is checked at compile time.
 #pragma once
 
 #include <algorithm>
@@ -11,10 +11,10 @@
 
 namespace vexor {
 
-// Rows are literals, so that each is a C string too.
+// The rows are string literals, so data() is a C string.
 using NameTable = std::span<const std::string_view>;
 
-// Returns the name of `value`, `otherwise` for a value that has none.
+// Returns the name of `value`, `otherwise` for a value without one.
 constexpr const char* NameOf(NameTable names, int value, const char* otherwise = "") {
   const auto index = static_cast<std::size_t>(value);
   return value >= 0 && index < names.size() ? names[index].data() : otherwise;
@@ -51,14 +51,14 @@ struct NamedValue {
   std::string_view long_name = {};
 };
 
-// The value after `value`, for an enumeration whose "unknown" is further off.
+// Returns the value after `value`, as the end of an enumeration whose "unknown" value is far above.
 template <class Enum>
 consteval Enum Next(Enum value) {
   return static_cast<Enum>(value + 1);
 }
 
-// The names of all values below `kEnd`. A value without a row, rows in another order and names that
-// stand twice do not compile.
+// Returns the names of all values below `kEnd`. Does not compile if a value has no row, rows are
+// out of order, or a name occurs twice.
 template <auto kEnd>
 consteval auto NamesBefore(
     const NamedValue<decltype(kEnd)> (&rows)[kEnd],
@@ -70,7 +70,7 @@ consteval auto NamesBefore(
   return names;
 }
 
-// The same for values with a short and a long name.
+// Tables of values with a short and a long name.
 template <std::size_t kCount>
 struct BothNames {
   std::array<std::string_view, kCount> short_names;

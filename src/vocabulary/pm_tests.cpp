@@ -8,13 +8,13 @@
 
 namespace {
 
-// Names of one length mostly differ in their first letter: to look at it costs less than a call to
-// compare the rest.
+// Compares the first letter before the rest: names of the same length mostly differ in it, and that
+// saves the call of memcmp.
 constexpr bool IsSameName(std::string_view a, std::string_view b) {
   return a.size() == b.size() && (a.empty() || (a.front() == b.front() && a == b));
 }
 
-// No two long names differ in case only, so the order of comparison does not show.
+// No two long names differ only in case, so the first match is the only one.
 template <class Equals>
 VEXOR_PM_TEST_ID FindLongName(std::string_view name, Equals equals) {
   for (const auto& [id, long_name, short_name, input] : vexor::kPmTestNames) {

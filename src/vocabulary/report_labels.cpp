@@ -6,8 +6,8 @@
 
 namespace {
 
-// The misspellings, the blank behind "HWP" and the uneven last rows are what the programs that read
-// these reports look for.
+// Programs that read these reports search for the labels as they are, including the misspellings,
+// the blank after "HWP" and the irregular last rows.
 constexpr auto kSysInfo = std::to_array<std::string_view>({
     "CPUID",
     "LPC-ID",

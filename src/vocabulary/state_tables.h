@@ -1,4 +1,4 @@
-// Names of states that a fault in an option text lists, too.
+// The tables of state_names.cpp that the option grammars use as well.
 #pragma once
 
 #include <array>
