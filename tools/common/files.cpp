@@ -42,7 +42,7 @@ std::filesystem::path PathOf(std::string_view name) {
 }
 
 FileKind KindOf(const std::string& path) {
-  // Some runtimes find no folder with a separator at its end.
+  // Without a trailing separator: some C runtimes do not find a folder with one.
   const std::size_t last = path.find_last_not_of(kSeparators);
   const bool is_root = last == std::string::npos || path[last] == ':';
   const std::string name = is_root ? path : path.substr(0, last + 1);
@@ -59,7 +59,7 @@ bool AreOneFile(const std::string& a, const std::string& b) {
     std::error_code ignored;
     return std::filesystem::equivalent(PathOf(a), PathOf(b), ignored);
   } catch (const std::system_error&) {
-    return false;  // a name that the system's characters cannot spell
+    return false;  // a name that cannot be converted to the system's characters
   }
 }
 

@@ -16,25 +16,25 @@ constexpr std::string_view kWildcards = "*?";
 
 bool IsSeparator(char c) { return kSeparators.find(c) != std::string_view::npos; }
 
-// Makes names that differ in case alone equal where the system takes them for one.
+// Makes names that differ only in case equal if the system does not distinguish them.
 std::string FoldCase(std::string_view name) {
   return kIsWindows ? StringToUpper(name) : std::string(name);
 }
 
 bool IsHidden(std::string_view name) { return name.starts_with('.'); }
 
-// The bytes of the character at the front: names are UTF-8 on every system.
+// Returns the number of bytes of the first character. Names are UTF-8 on every system.
 std::size_t FirstCharacter(std::string_view text) {
   const auto is_inner = [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U; };
   const auto end = std::find_if_not(text.begin() + 1, text.end(), is_inner);
   return static_cast<std::size_t>(end - text.begin());
 }
 
-// Whether the pattern of "*" and "?" is the whole name. Goes back to the last "*" alone, so that
-// the time stays within the product of the lengths.
+// Whether the pattern matches the whole name. Backtracks only to the last "*", so the time is at
+// most the product of the lengths.
 bool Matches(std::string_view pattern, std::string_view name) {
   std::string_view behind_star;
-  std::string_view taken;  // from where the last "*" may take more
+  std::string_view taken;  // the rest of the name after what the last "*" has matched
   bool has_star = false;
   while (!name.empty()) {
     if (pattern.starts_with('*')) {
@@ -66,7 +66,7 @@ struct Entry {
   bool is_file;
 };
 
-// The entries of a folder in the order of their names; of none when it cannot be read.
+// Returns the entries of a folder sorted by name; none if it cannot be read.
 std::vector<Entry> ListFolder(const std::string& folder, std::error_code& error) {
   std::vector<Entry> entries;
   fs::directory_iterator entry(PathOf(folder), error);
@@ -103,7 +103,7 @@ void AddFolder(const std::string& folder, std::string_view extension,
   }
 }
 
-// The names in a folder that match; hidden ones only where the pattern begins as they do.
+// Returns the names in a folder that match. Hidden ones match only a pattern that begins with ".".
 std::vector<std::string> MatchNames(const std::string& folder, std::string_view pattern,
                                     bool folders_only) {
   std::vector<std::string> names;
@@ -116,7 +116,7 @@ std::vector<std::string> MatchNames(const std::string& folder, std::string_view 
   return names;
 }
 
-// The paths that match, each piece of the pattern against the names of one folder.
+// Returns the paths that match. Each part of the pattern is matched against the names in a folder.
 std::vector<std::string> MatchPaths(std::string_view pattern) {
   std::vector<std::string> paths = {""};
   while (!pattern.empty()) {

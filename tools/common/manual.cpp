@@ -10,8 +10,8 @@
 namespace tools {
 namespace {
 
-// Returns the text as roff reads it: no backslash, dash or point at the front of a line is taken
-// for anything else.
+// Escapes the text for roff: backslashes, dashes, and points at the beginning of a line would
+// otherwise be interpreted.
 std::string Escape(std::string_view text) {
   std::string escaped;
   bool starts_line = true;
@@ -31,7 +31,7 @@ std::string Escape(std::string_view text) {
 
 void PrintLiteral(std::string_view text) { std::cout << ".PP\n.nf\n" << Escape(text) << "\n.fi\n"; }
 
-// The options as they may be given: "-f, --force", or the name of an argument.
+// Returns the forms of an option, such as "-f, --force", or the name of an argument.
 std::string NamesOf(const CLI::Option& option) {
   std::string names;
   for (const std::string& name : option.get_snames()) names += "-" + name + ", ";

@@ -15,7 +15,7 @@
 namespace tools {
 namespace {
 
-// Describes options by their names and the name of what they take.
+// Prints options with their names and the name of their value.
 class Formatter : public CLI::Formatter {
  public:
   std::string make_option_opts(const CLI::Option* option) const override {
@@ -50,8 +50,8 @@ Status Complain(const std::string& message) {
   return kNotRun;
 }
 
-// A first word that is no command goes to the default command, unless it is most likely a mistyped
-// command: similar to one, and no file.
+// Whether the first word, which is not a command, is for the default command. It is not if it is
+// probably a mistyped command: similar to one, and not the name of a file.
 bool IsForDefaultCommand(const CLI::App& app, const std::string& word) {
   if (kProgram.default_command.empty()) return false;
   if (word.starts_with('-')) return word != "-h" && word != "--help" && word != "--version";

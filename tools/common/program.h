@@ -1,4 +1,4 @@
-// What all tools have in common as programs: a command line of commands, one manner of refusing.
+// What the tools have in common: a command line with commands, help, manual page and completion.
 #pragma once
 
 #include <CLI/CLI.hpp>
@@ -10,18 +10,18 @@
 
 namespace tools {
 
-// What a program says of itself; each tool defines its own.
+// Describes a program; each tool defines its own.
 struct Program {
   std::string_view name;
-  std::string_view title;          // of the manual page: what the tool is for, in half a sentence
-  std::string_view environment;    // roff: the environment variables that it knows
+  std::string_view title;          // of the manual page: the tool's purpose in half a sentence
+  std::string_view environment;    // roff: the environment variables that it uses
   std::string_view examples = {};  // of the manual page: with other programs
-  std::string_view default_command = {};  // runs when the first argument is no command
+  std::string_view default_command = {};  // runs if the first argument is not a command
 };
 extern const Program kProgram;
 
-// Makes the parser of the tool's command line, without commands. `about` and `footer` frame its
-// help.
+// Makes the parser of the tool's command line, without commands. `about` is the beginning of its
+// help, `footer` the end.
 std::unique_ptr<CLI::App> MakeApp(const char* about, const char* footer);
 
 template <class Arguments>
@@ -41,24 +41,24 @@ Command<Arguments> AddCommand(CLI::App& app, Status& status, const char* name, c
   return {command, arguments.get()};
 }
 
-// Adds a command without arguments that prints what it makes of the parser itself.
+// Adds a command without arguments that prints something about the parser, such as its manual page.
 void AddPrinter(CLI::App& app, Status& status, const char* name, const char* about,
                 const char* footer, Status (*print)(const CLI::App&));
 
-// Returns " NAME", with the name of what an option takes; empty for flags and arguments.
+// Returns " NAME" with the name of the option's value; empty text for flags and arguments.
 std::string NameValue(const CLI::Option& option);
 
-// Prints the manual page, made of the parser's help.
+// Prints the manual page, generated from the parser's help.
 Status PrintManual(const CLI::App& app);
 
-// Prints a completion script for bash, made of the parser's commands and options. `subjects` and
-// `values` are cases of the script for other words: "POSITION:COMMAND:SECOND WORD) ..." and, by the
-// word before, "--OPTION) ...".
+// Prints a completion script for bash, generated from the parser's commands and options. `subjects`
+// and `values` are cases of the script for other words: "POSITION:COMMAND:SECOND WORD) ..." and, by
+// the preceding word, "--OPTION) ...".
 Status PrintCompletion(const CLI::App& app, std::string_view subjects,
                        std::string_view values = {});
 
-// Runs the command that the arguments name and returns the program's exit status. `app` stores the
-// status of its command in `status`.
+// Runs the command in the arguments and returns the program's exit status. The commands of `app`
+// store their status in `status`.
 int RunProgram(CLI::App& app, const Status& status, int argc, char** argv);
 
 }  // namespace tools

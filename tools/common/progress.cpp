@@ -1,6 +1,7 @@
 #include "common/progress.h"
 
 #include <algorithm>
+#include <cassert>
 #include <iostream>
 #include <string>
 #include <utility>
@@ -30,6 +31,7 @@ void Progress::Finish() {
 void Progress::Add(std::uint64_t amount) {
   if (total_ == 0) return;
   const std::uint64_t done = done_ += amount;
+  // A thread that does not get the mutex goes on working: another one is drawing.
   const std::unique_lock lock(mutex_, std::try_to_lock);
   if (!lock.owns_lock() || Clock::now() < next_) return;
   next_ = Clock::now() + kPause;
@@ -37,6 +39,7 @@ void Progress::Add(std::uint64_t amount) {
 }
 
 void Progress::Draw(std::uint64_t done) {
+  assert(total_ > 0 && done <= total_);
   const double part = static_cast<double>(done) / static_cast<double>(total_);
   const int percent = static_cast<int>(part * 100);
   if (percent == shown_) return;

@@ -1,4 +1,4 @@
-// How far a command that takes long has come.
+// Shows the progress of a long command.
 #pragma once
 
 #include <atomic>
@@ -8,8 +8,8 @@
 
 namespace tools {
 
-// A bar on standard error, for work that takes more than a second. Nothing is printed unless
-// standard error is a terminal.
+// A progress bar on standard error, shown after a second. Prints nothing if standard error is not a
+// terminal.
 class Progress {
  public:
   // `total` is the amount of work, in any unit; with 0 no bar is shown.
@@ -18,10 +18,10 @@ class Progress {
   Progress& operator=(const Progress&) = delete;
   ~Progress() { Finish(); }
 
-  // Counts work that is done. Any thread may call; worth calling for large amounts only.
+  // Counts finished work. Any thread may call; call it for larger amounts of work, not single rows.
   void Add(std::uint64_t amount);
 
-  // Wipes the bar, for good.
+  // Removes the bar for good.
   void Finish();
 
  private:
@@ -31,7 +31,7 @@ class Progress {
 
   const std::uint64_t total_;
   std::atomic<std::uint64_t> done_ = 0;
-  std::mutex mutex_;  // of what follows
+  std::mutex mutex_;  // guards what follows
   Clock::time_point next_;
   int shown_ = -1;  // percent; -1 for no bar
 };

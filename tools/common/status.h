@@ -3,8 +3,8 @@
 
 namespace tools {
 
-// `kWarnings` is also the status of a command that compares and found differences, or that could
-// not carry everything over.
+// `kWarnings` is also the status of a comparison that found differences, and of a conversion that
+// lost something.
 enum Status : int {
   kClean = 0,
   kWarnings = 1,

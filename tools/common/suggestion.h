@@ -1,4 +1,4 @@
-// The name that a mistyped one was probably meant to be.
+// Suggests names for mistyped ones.
 #pragma once
 
 #include <span>
@@ -7,10 +7,10 @@
 
 namespace tools {
 
-// Returns the name that differs least from the text, ignoring case; empty when none is similar.
+// Returns the name that differs least from the text, ignoring case; empty if none is similar.
 std::string FindSimilar(std::string_view text, std::span<const std::string> names);
 
-// Returns "; did you mean "NAME"?" with that name; empty when none is similar.
+// Returns "; did you mean "NAME"?" with that name; empty if none is similar.
 std::string SuggestName(std::string_view text, std::span<const std::string> names);
 
 }  // namespace tools

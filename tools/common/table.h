@@ -1,4 +1,4 @@
-// Tables of text for people.
+// Formats tables of text for people to read.
 #pragma once
 
 #include <cstdint>
@@ -15,18 +15,19 @@ struct TableColumn {
   Align align = Align::kLeft;
 };
 
-// Returns the number of characters of a UTF-8 text; every stray byte counts as one.
+// Returns the number of characters of a UTF-8 text.
 std::size_t CountCharacters(std::string_view text);
 
-// Rows of cells under titles, every column as wide as its widest cell.
+// Rows of cells under titles. Each column is as wide as its widest cell.
 class TextTable {
  public:
   explicit TextTable(std::vector<TableColumn> columns) : columns_(std::move(columns)) {}
 
-  // Adds a row; cells that it lacks are empty, and surplus ones are dropped.
+  // Adds a row. Missing cells are empty; surplus cells are dropped.
   void AddRow(std::vector<std::string> cells) { rows_.push_back(std::move(cells)); }
 
-  // Returns titles and rows, a line each. Columns without any text in their cells are left out.
+  // Returns one line for the titles and one for each row. Leaves out columns whose cells are all
+  // empty.
   [[nodiscard]] std::string Format() const;
 
  private:

@@ -1,21 +1,22 @@
-// What the tool asks of the system it runs on: terminal_posix.cpp or terminal_windows.cpp.
+// The terminal, as far as it depends on the system: see terminal_posix.cpp and
+// terminal_windows.cpp.
 #pragma once
 
 namespace tools {
 
-// Returns whether standard output is a terminal that shows colours, and is ready to.
+// Returns whether standard output is a terminal that shows colours. Switches them on if need be.
 bool OutputShowsColours();
 
-// The same, unless the user asked for none (NO_COLOR).
+// The same, but false if the user does not want colours (NO_COLOR).
 bool UsesColours();
 
 // Returns whether standard error is a terminal.
 bool ErrorsAreOnTerminal();
 
-// Makes a terminal show texts in UTF-8 until the program ends.
+// Makes the terminal interpret output as UTF-8 until the program ends.
 void ShowUtf8();
 
-// Makes standard input give its bytes, or standard output take them, as they are.
+// Switch off the conversion of line ends on standard input or output.
 void UseBinaryInput();
 void UseBinaryOutput();
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <iostream>
 
 #include "common/program.h"
@@ -13,9 +14,9 @@ constexpr std::string_view kHexDigits = "0123456789abcdef";
 
 bool IsControl(char c) { return (c >= 0 && c < ' ') || c == '\x7F'; }
 
-// The number of bytes of the character at the front, 0 when they are no UTF-8.
+// Returns the number of bytes of the first character, 0 if it is not UTF-8.
 std::size_t LengthOfUtf8(std::string_view text) {
-  struct Form {  // the bounds keep out longer forms than needed, surrogates and what is too large
+  struct Form {  // the bounds exclude overlong forms, surrogates and characters above U+10FFFF
     unsigned char first_low, first_high, second_low, second_high;
     std::size_t length;
   };
@@ -27,6 +28,7 @@ std::size_t LengthOfUtf8(std::string_view text) {
                                            {0xF0, 0xF0, 0x90, 0xBF, 4},
                                            {0xF1, 0xF3, 0x80, 0xBF, 4},
                                            {0xF4, 0xF4, 0x80, 0x8F, 4}}};
+  assert(!text.empty());
   const auto byte = [text](std::size_t i) { return static_cast<unsigned char>(text[i]); };
   if (byte(0) < 0x80) return 1;
   for (const Form& form : kForms) {

@@ -1,4 +1,4 @@
-// Texts from files, made fit for a line of output.
+// Makes texts from files safe to print.
 #pragma once
 
 #include <cstddef>
@@ -9,26 +9,24 @@
 
 namespace tools {
 
-// Returns the text on one line whatever it holds: control characters and bytes that are not UTF-8
-// are shown as "\n" or "\x1b", and of a text of more than `most` bytes the beginning and its
-// length.
+// Returns the text as one line: control characters and bytes that are not UTF-8 become "\n" or
+// "\x1b". A text of more than `most` bytes is cut and followed by its length.
 std::string OneLine(std::string_view text, std::size_t most = 200);
 
 // Returns the same in double quotes.
 std::string Quote(std::string_view text);
 
-// Appends the text as a JSON string. Bytes that are no UTF-8 become U+FFFD.
+// Appends the text as a JSON string. Bytes that are not UTF-8 become U+FFFD.
 void AppendJson(std::string& out, std::string_view text);
 
 // Returns "1 error", "2 errors".
 std::string Count(std::size_t count, std::string_view noun);
 
-// Returns a file's name as messages call it: on one line, in quotes when there would be nothing to
-// see.
+// Returns the name of a file for messages: on one line, and in quotes if it is empty.
 std::string NameFile(std::string_view path);
 
-// Prints "TOOL: FILE: REASON" to standard error, behind what was printed so far, and returns
-// the status of a command that could not run.
+// Prints "TOOL: FILE: REASON" to standard error, after flushing standard output, and returns the
+// status of a command that could not run.
 Status Refuse(std::string_view file, std::string_view reason);
 
 }  // namespace tools

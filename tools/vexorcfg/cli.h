@@ -9,11 +9,11 @@
 
 namespace tools::vexorcfg {
 
-// Makes the parser of the command line with all commands. Parsing runs the command that was given
-// and stores its exit status.
+// Makes the command-line parser with all commands. Parsing runs the command and stores its exit
+// status.
 std::unique_ptr<CLI::App> MakeCommandLine(Status& status);
 
-// Prints a completion script for bash that knows the names of options, syntaxes and tests, too.
+// Prints a completion script for bash that also completes names of options, syntaxes and tests.
 Status PrintCompletion(const CLI::App& app);
 
 }  // namespace tools::vexorcfg

@@ -1,5 +1,5 @@
-// The commands of the tool. Each prints to standard output, and what kept it from running to
-// standard error, and returns the exit status.
+// The commands of the tool. Each prints its results to standard output and its errors to standard
+// error, and returns the exit status.
 #pragma once
 
 #include <cstddef>
@@ -26,7 +26,7 @@ struct ShowArguments {
   std::string file;
   bool all = false;      // sections of nothing but defaults, too
   bool tests = false;    // the tests that run alone
-  bool summary = false;  // the library's summary lines in place of the settings
+  bool summary = false;  // print the library's summary lines instead of the settings
 };
 Status Show(const ShowArguments& arguments);
 
@@ -39,7 +39,7 @@ struct ConvertArguments {
   std::string out;
   bool diff = false;   // show what would change, write nothing
   bool force = false;  // replace a file
-  bool lossy = false;  // replace the file itself where not all of it is carried
+  bool lossy = false;  // replace the file itself even if a part of it is lost
 };
 Status Convert(const ConvertArguments& arguments);
 
@@ -51,7 +51,7 @@ Status Diff(const DiffArguments& arguments);
 
 struct ExplainArguments {
   std::string subject;             // a syntax, "option" or "error"; empty lists them
-  std::vector<std::string> texts;  // what is to be explained
+  std::vector<std::string> texts;  // the texts to explain
 };
 Status Explain(const ExplainArguments& arguments);
 

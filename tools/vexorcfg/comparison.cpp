@@ -11,7 +11,7 @@ namespace {
 using vexor::Description;
 using vexor::Setting;
 
-// A path may stand more than once: named values repeat.
+// A path may occur more than once, because named values may.
 class Keys {
  public:
   std::string Make(const Setting& setting) {
@@ -43,7 +43,7 @@ class Syntaxes {
     }
   }
 
-  // Paths of list entries end in their number, those of registers have it within.
+  // The paths of list entries end with their number; those of registers contain it.
   [[nodiscard]] std::string_view Find(std::string path) const {
     for (std::size_t open = path.find('['); open != std::string::npos; open = path.find('[')) {
       const std::size_t close = path.find(']', open);

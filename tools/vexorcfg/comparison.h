@@ -1,4 +1,4 @@
-// What two configurations differ in, by what they mean.
+// Compares the meaning of two configurations.
 #pragma once
 
 #include <cstddef>
@@ -9,7 +9,7 @@
 
 namespace tools::vexorcfg {
 
-// A setting of the two; null where one has none of the path.
+// A setting in both descriptions; null in the one that does not have it.
 struct SettingPair {
   const vexor::Setting* a = nullptr;
   const vexor::Setting* b = nullptr;
@@ -21,10 +21,10 @@ struct Comparison {
   std::vector<SettingPair> differences;        // in the order of a written file
   std::vector<SettingPair> equal;              // settings of one meaning
   std::size_t reworded = 0;                    // those of them that are written differently
-  std::vector<const vexor::Setting*> misread;  // of `a`: the element means something else
+  std::vector<const vexor::Setting*> misread;  // of `a`: not read as the element says
 };
 
-// The result points into the two descriptions.
+// The result refers to the two descriptions.
 Comparison Compare(const vexor::Description& a, const vexor::Description& b);
 
 // Returns where a setting of a file comes from: "lab.xml:57", "default", ...

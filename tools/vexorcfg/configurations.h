@@ -1,4 +1,4 @@
-// The configuration files that the commands read.
+// Reads the configuration files of the commands.
 #pragma once
 
 #include <memory>
@@ -11,12 +11,12 @@
 
 namespace tools::vexorcfg {
 
-// Returns what the file at the path, or standard input, amounts to; nothing, with a message on
-// standard error, for one that is no configuration file. `input` keeps its content.
+// Returns the description of the file at the path, or of standard input; nothing, with a message on
+// standard error, if it is not a configuration file. `input` gets its content.
 std::optional<vexor::Description> DescribeInput(const std::string& path, Input& input);
 
 // Reads a file that DescribeInput has accepted into a record. Null, with a message on standard
-// error, when it changed meanwhile.
+// error, if the record cannot be read, for example because the file has changed since.
 std::unique_ptr<_XML_FULL_CFG> ReadRecord(const std::string& path);
 
 }  // namespace tools::vexorcfg

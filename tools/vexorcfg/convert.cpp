@@ -20,7 +20,7 @@ namespace {
 
 constexpr std::string_view kNotCarried = "Not carried:";
 
-// The file was read: its size is no matter.
+// Without a limit of size: the file was read already.
 constexpr vexor::CheckLimits kNoLimits{.most_bytes = std::string::npos};
 
 using vexor::Description;
@@ -28,7 +28,7 @@ using vexor::Finding;
 using vexor::Origin;
 using vexor::Severity;
 
-// Prints the lines below a title, nothing at all when there are none.
+// Prints the lines below a title; prints nothing if there are none.
 void PrintList(std::string_view title, const std::vector<std::string>& lines) {
   if (lines.empty()) return;
   std::cout << title << '\n';
@@ -41,7 +41,7 @@ std::string At(const std::string& file, int line) {
 
 bool IsFault(const Finding& finding) { return finding.severity != Severity::kNote; }
 
-// What the file says in an older form, and the new one in the current form.
+// Lists what the file has in an older form and the new file in the current one.
 std::vector<std::string> ListRenewed(const Input& in, const Description& description) {
   std::vector<std::string> renewed;
   std::vector<Finding> findings = vexor::CheckXMLConfigText(in.content, kNoLimits);
@@ -80,8 +80,8 @@ Status PrintDiff(const ConvertArguments& arguments) {
   return diff.empty() ? kClean : kWarnings;
 }
 
-// Reads the new file and tells what became of the old one: the proof that what stands in the new
-// one amounts to the same.
+// Reads the new document and reports what differs from the old file. Comparing what is read back
+// proves that both mean the same.
 Status ReportProof(const ConvertArguments& arguments, const Input& in, const Description& before) {
   Input out;
   const std::optional<Description> after = DescribeInput(arguments.out, out);
@@ -109,8 +109,8 @@ Status ReportProof(const ConvertArguments& arguments, const Input& in, const Des
   return losses.stated.empty() ? kClean : kWarnings;
 }
 
-// Whether a file may be replaced by the document that it is converted to: what the document does
-// not carry is gone then.
+// Whether a file may be replaced by the document that it is converted to. What the document does
+// not carry would be lost for good.
 bool MayReplace(const ConvertArguments& arguments, const Input& in, const Description& before,
                 const std::string& document) {
   if (!arguments.force || arguments.lossy || !AreOneFile(arguments.in, arguments.out)) return true;

@@ -38,7 +38,7 @@ Status ListSyntaxes() {
   return kClean;
 }
 
-// The columns that a text in UTF-8 takes.
+// Returns the number of columns that a UTF-8 text takes.
 std::size_t WidthOf(std::string_view text) {
   return static_cast<std::size_t>(std::ranges::count_if(
       text, [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; }));
@@ -113,7 +113,7 @@ std::string_view PlaceOf(const OptionInfo& option) {
   return std::string_view(option.path).substr(0, slash == std::string::npos ? 0 : slash);
 }
 
-// Options of one name mostly are the same in all elements; what they share is told once.
+// Options of the same name are mostly equal in all elements; what they share is printed once.
 bool AreAlike(const OptionInfo& a, const OptionInfo& b) {
   return NameOf(a) == NameOf(b) && a.about == b.about && a.syntax.name == b.syntax.name &&
          a.words == b.words && a.hint == b.hint && a.is_argument == b.is_argument &&
@@ -171,7 +171,7 @@ void PrintOptionsAlike(std::vector<const OptionInfo*> options) {
   }
 }
 
-// Prints a line an option, below the element that it stands in.
+// Prints one line for each option, below its element.
 void PrintOptionsWithin(const std::vector<const OptionInfo*>& options, bool is_continued) {
   std::string_view place;
   for (const OptionInfo* const option : options) {
@@ -185,8 +185,7 @@ void PrintOptionsWithin(const std::vector<const OptionInfo*>& options, bool is_c
   }
 }
 
-// Whether the name is the option's own, with or without the elements that it stands in, or that of
-// its keyword.
+// Whether the name is the option's name, alone or with the elements around it, or its keyword.
 bool IsMeant(const OptionInfo& option, const std::string& name) {
   const std::string keyword = std::string(PlaceOf(option)).append("/").append(option.keyword);
   return StringEndsWith("/" + option.path, "/" + name, true) ||
@@ -211,7 +210,7 @@ Status ExplainOption(const std::string& name) {
   return kClean;
 }
 
-// Says what a subject is that is no syntax.
+// Explains a subject that is not a syntax.
 Status RefuseSubject(const std::string& subject) {
   if (!vexor::FindOptions(subject).empty()) {
     return Refuse("explain",

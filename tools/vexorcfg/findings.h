@@ -7,7 +7,8 @@
 
 namespace tools::vexorcfg {
 
-// Returns a finding behind its file and severity: PATH: "TEXT": what is wrong, what was expected.
+// Returns the part of a finding's line after file and severity: PATH: "TEXT": what is wrong, what
+// was expected.
 std::string FormatFinding(const vexor::Finding& finding);
 
 }  // namespace tools::vexorcfg

@@ -31,7 +31,7 @@ std::string_view Trimmed(std::string_view line) {
   return line.substr(first, line.find_last_not_of(" \t") + 1 - first);
 }
 
-// How often a difference is divided: it bounds the cost for the most contrived of texts.
+// How deep ranges are divided. Bounds the time for texts that are made to take long.
 constexpr int kMostDivisions = 32;
 
 // A range of lines of each text.
@@ -40,8 +40,9 @@ struct Ranges {
   int divisions;
 };
 
-// Pairs the lines that the texts share, in order: those at both ends, and between lines that stand
-// once in either text (Bram Cohen's patience diff) the same again.
+// Pairs the common lines of two texts in order (Bram Cohen's patience diff): first those at both
+// ends, then the lines that occur once in each text. The ranges between these are divided in the
+// same way.
 class Matcher {
  public:
   Matcher(const Lines& a, const Lines& b) : a_(a), b_(b) {}
@@ -87,7 +88,7 @@ class Matcher {
     if (part.a != r.a) open.push_back(part);
   }
 
-  // The lines that stand once in either range, in the order of `a`.
+  // The lines that occur exactly once in each range, in the order of `a`.
   [[nodiscard]] std::vector<Pair> UniqueLines(const Ranges& r) const {
     struct Places {
       std::size_t in_a = 0, in_b = 0, b = 0;
@@ -107,7 +108,7 @@ class Matcher {
     return unique;
   }
 
-  // The longest part of the pairs whose second numbers rise, by patience sorting.
+  // The longest subsequence of the pairs with ascending second numbers, by patience sorting.
   static std::vector<Pair> LongestRise(const std::vector<Pair>& pairs) {
     std::vector<std::size_t> tops;  // of the piles: indices of pairs
     std::vector<std::size_t> before(pairs.size(), kNone);
@@ -155,7 +156,8 @@ std::vector<DiffLine> MarkLines(const Lines& a, const Lines& b) {
   return lines;
 }
 
-// Lines without a change between them, more than two contexts of them, part two hunks.
+// Two changes are in separate hunks if more unchanged lines lie between them than both contexts
+// show.
 std::size_t FindEndOfHunk(std::span<const DiffLine> lines, std::size_t start) {
   std::size_t last_change = start;
   for (std::size_t i = start; i < lines.size() && i <= last_change + 2 * kContext; ++i) {
@@ -165,7 +167,7 @@ std::size_t FindEndOfHunk(std::span<const DiffLine> lines, std::size_t start) {
 }
 
 std::string FormatRange(std::size_t before, std::size_t count) {
-  // Of an empty range the line in front of it is given.
+  // For an empty range, the format has the number of the line before it.
   return std::to_string(count == 0 ? before : before + 1) + "," + std::to_string(count);
 }
 
@@ -177,7 +179,7 @@ std::string DiffLines(std::string_view name_a, std::string_view a, std::string_v
   const Lines lines_of_b = SplitLines(b);
   const std::vector<DiffLine> lines = MarkLines(lines_of_a, lines_of_b);
   std::string hunks;
-  std::size_t a_before = 0;  // lines of each text in front of `done`
+  std::size_t a_before = 0;  // lines of each text before `done`
   std::size_t b_before = 0;
   std::size_t done = 0;
   const auto is_change = [](const DiffLine& line) { return line.mark != ' '; };

@@ -1,4 +1,4 @@
-// The lines in which two texts differ, as the tool "diff" shows them.
+// Compares two texts line by line, like the program diff.
 #pragma once
 
 #include <string>
@@ -6,9 +6,9 @@
 
 namespace tools::vexorcfg {
 
-// Returns the difference in the unified form, with three lines around each change; empty when the
-// texts do not differ. White space at the ends of lines does not count. Costs time linear in the
-// texts, at the price that a difference of repetitive texts may be longer than needed.
+// Returns the differences in unified format, with three lines of context; empty text if there are
+// none. Ignores white space at the ends of lines. Takes time linear in the texts; in return, the
+// result for repetitive texts may be longer than necessary.
 std::string DiffLines(std::string_view name_a, std::string_view a, std::string_view name_b,
                       std::string_view b);
 

@@ -16,7 +16,7 @@ using vexor::Setting;
 using vexor::Unread;
 using vexor::UnreadKind;
 
-// Whether the setting is what the file says, in whatever form.
+// Whether the setting comes from the file, in a current or older form.
 bool IsStated(const Setting& setting) {
   return setting.origin != Origin::kDefault && setting.origin != Origin::kMissing;
 }
@@ -78,14 +78,14 @@ class Collector {
         AddDefault(*before, losses_.defaults);
       }
     }
-    // A default of the same meaning is what the reader puts in, not what the file says.
+    // The value is the reader's default, which means the same; it does not come from the file.
     for (const auto& [before, after] : comparison.equal) {
       const bool is_said = before->line > 0 && !before->value.empty();
       if (is_said && after->origin == Origin::kDefault) AddStated(*before, after);
     }
   }
 
-  // What is not read and stands in the new file all the same, such as a hint, is carried.
+  // A part that is not read but is in the new file as well, such as a hint, is not lost.
   void AddUnread(const Description& before, const Description& after) {
     const auto key = [](const Unread& unread) {
       return std::tuple<UnreadKind, std::string_view, std::string_view>(

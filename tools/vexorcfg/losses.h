@@ -1,4 +1,4 @@
-// What a file loses when it is read and written anew.
+// Finds what is lost when a file is read and written again.
 #pragma once
 
 #include <string>
@@ -10,14 +10,13 @@
 namespace tools::vexorcfg {
 
 struct Losses {
-  // What the file says and the new one does not, or not in the same meaning: a line each, in the
-  // order of the file.
+  // What the new file lacks or changes in meaning, one line for each, in the order of the file.
   std::vector<std::string> stated;
-  // The defaults that the file relied on and the new one changes: a line an element.
+  // Defaults that the file relied on and that the new file changes, one line for each element.
   std::vector<std::string> defaults;
 };
 
-// `comparison` is that of the two descriptions, `file` the name of the first.
+// `comparison` compares the two descriptions; `file` is the name of the first.
 Losses ListLosses(const std::string& file, const vexor::Description& before,
                   const vexor::Description& after, const Comparison& comparison);
 

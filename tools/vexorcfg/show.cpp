@@ -26,7 +26,7 @@ std::string_view NameOf(const Setting& setting) {
   return std::string_view(setting.path).substr(setting.path.rfind('/') + 1);
 }
 
-// What there is to say of a value that does not simply stand in the file.
+// Returns a remark about a value that is not simply the text of its element.
 std::string_view NoteOn(Origin origin) {
   switch (origin) {
     case Origin::kFile:
@@ -45,7 +45,7 @@ std::string_view NoteOn(Origin origin) {
   return {};
 }
 
-// The settings that stand together in one element.
+// The settings of one element.
 struct Section {
   std::string_view path;
   std::span<const Setting> settings;
@@ -85,7 +85,7 @@ std::vector<Section> Divide(const Description& description,
   return sections;
 }
 
-// Prints texts joined by commas behind a title, in lines of a readable length and so far indented.
+// Prints a title and texts joined by commas, in indented lines of readable length.
 template <class Texts>
 void PrintWrapped(std::size_t indentation, std::string_view title, const Texts& texts) {
   constexpr std::size_t kWidth = 100;
@@ -101,8 +101,8 @@ void PrintWrapped(std::size_t indentation, std::string_view title, const Texts& 
   std::cout << line << '\n';
 }
 
-// A line a setting: the file's line, the name, the value, and where it comes from if not simply
-// from that line.
+// Prints one line for each setting: the line in the file, name, value and, if the value does not
+// simply come from that line, its origin.
 void PrintSettings(std::span<const Setting> settings) {
   std::size_t width = 0;
   for (const Setting& setting : settings) width = std::max(width, NameOf(setting).size());
@@ -117,7 +117,7 @@ void PrintSettings(std::span<const Setting> settings) {
   }
 }
 
-// Takes the settings of that origin out of the list, and returns their names.
+// Removes the settings of that origin from the list and returns their names.
 std::vector<std::string> TakeOut(std::vector<Setting>& settings, Origin origin) {
   std::vector<std::string> names;
   for (const Setting& setting : settings) {
@@ -164,8 +164,8 @@ void PrintSettingsOf(const Description& description, const ShowArguments& argume
   PrintWrapped(1, "", folded);
 }
 
-// A summary line is the texts of its options joined by two blanks: the first line names the
-// section, the options follow below it.
+// A summary line has its texts joined by two blanks. Prints the first, which names the section, and
+// each of the others on a line below it.
 void PrintSummaryLine(std::string_view line) {
   const std::size_t comma = line.find(">,");
   const std::size_t head = comma == std::string_view::npos ? 0 : comma + 2;

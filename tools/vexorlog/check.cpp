@@ -17,17 +17,17 @@ using vexor::LogTime;
 
 struct Finding {
   std::string path;
-  std::uint64_t line = 0;  // 0 for what concerns the file
+  std::uint64_t line = 0;  // 0 for the file as a whole
   std::string what;
 };
 
 struct FileFindings {
   std::vector<Finding> findings;
-  std::uint64_t more = 0;  // that are not listed
+  std::uint64_t more = 0;  // number of findings that are not listed
   std::vector<vexor::LogFault> faults;
 };
 
-// A file of nothing but damage does not take all memory.
+// Bounds the memory for a file in which every row is damaged.
 constexpr std::size_t kMostListed = 1000;
 
 struct DamageText {
@@ -44,7 +44,7 @@ constexpr std::array<DamageText, vexor::kLogDamageCount> kDamageTexts = {
      {LogDamage::kOpenQuote, "a quoted cell is never closed"},
      {LogDamage::kStrayQuote, "text follows the closing quote of a cell"}}};
 
-// The size of a block counts the line end behind it.
+// The size of a NUL block includes the line end after it.
 std::uint64_t CountZeros(const std::string& path, const LogRow& block) {
   std::uint64_t zeros = block.Size();
   std::ifstream file(PathOf(path), std::ios::binary);
@@ -104,7 +104,7 @@ class FileCheck {
   LogTime last_ = vexor::kNoLogTime;
 };
 
-// What is to be said of a series as a whole.
+// Returns the findings about a series as a whole.
 void AddSeries(const vexor::FoundSeries& series, std::vector<Finding>& findings) {
   for (const auto& [first, last] : series.missing) {
     const std::string more =

@@ -175,7 +175,7 @@ void AddNumber(CLI::App& command, const char* name, std::size_t& number, const c
   command.add_option(name, number, about)->type_name("N")->check(CLI::Range(0, 1'000'000));
 }
 
-// The options of all commands that select rows.
+// Adds the options of all commands that select rows.
 void AddSelection(CLI::App& command, Selection& rows) {
   AddPaths(command, rows.paths);
   AddNames(command, "--test", rows.tests, "Only rows of these tests, such as CSTATES,HWP");
@@ -280,7 +280,7 @@ std::string Join(const std::vector<std::string>& words) {
   return text;
 }
 
-// The words that options take; names of columns are not known before the logs are.
+// The words that options accept. Column names cannot be completed: they depend on the logs.
 Status PrintLogCompletion(const CLI::App& app) {
   return PrintCompletion(app, "",
                          "    --test) words='" + Join(NamesOfTests()) +

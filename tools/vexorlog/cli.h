@@ -7,8 +7,8 @@
 
 namespace tools::vexorlog {
 
-// Makes the parser of the command line with all commands. Parsing runs the command that was given
-// and stores its exit status.
+// Makes the command-line parser with all commands. Parsing runs the command and stores its exit
+// status.
 std::unique_ptr<CLI::App> MakeCommandLine(Status& status);
 
 }  // namespace tools::vexorlog

@@ -31,7 +31,7 @@ class FileColumns {
  public:
   explicit FileColumns(std::vector<ColumnUse>& columns) : columns_(columns) {}
 
-  // Takes note of the row's header.
+  // Registers the row's header.
   void See(const LogRow& row) {
     if (row.HeaderNumber() != header_) Map(row);
   }
@@ -76,7 +76,7 @@ std::vector<ColumnUse> CollectColumns(const Logs& logs, const RowFilter& filter,
     for (const vexor::FoundLog& file : series.files) files.push_back(&file);
   }
   std::vector<std::vector<ColumnUse>> parts(files.size());
-  std::vector<std::vector<vexor::LogFault>> ignored(files.size());  // told when rows are read
+  std::vector<std::vector<vexor::LogFault>> ignored(files.size());  // reported when rows are read
   RunInParallel(files.size(), [&](std::size_t i) {
     FileColumns part(parts[i]);
     ReadRows(files[i]->path, ignored[i], progress, [&](const LogRow& row, vexor::LogTime time) {

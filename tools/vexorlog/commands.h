@@ -1,6 +1,6 @@
-// The commands of the tool. Each prints to standard output, and what kept it from running or could
-// not be read to standard error, and returns the exit status: kClean, kWarnings when the logs hold
-// failures or damage, kNotRun when a file could not be read.
+// The commands of the tool. Each prints its results to standard output and its errors to standard
+// error, and returns the exit status: kClean, kWarnings if the logs have failures or damage,
+// kNotRun if a file could not be read.
 #pragma once
 
 #include <cstddef>
@@ -11,7 +11,7 @@
 
 namespace tools::vexorlog {
 
-// Which rows of which logs a command looks at.
+// Which rows of which logs a command uses.
 struct Selection {
   std::vector<std::string> paths;  // logs, and folders of logs
   std::vector<std::string> tests;  // names of tests; empty for all
@@ -19,19 +19,19 @@ struct Selection {
   std::string since;               // a time, or a duration from the start or the end
   std::string until;
   std::string grep;     // a regular expression that a row's text must match
-  bool failed = false;  // rows of failures alone
+  bool failed = false;  // only failures
 };
 
 struct SummaryArguments {
   Selection rows;
-  std::size_t failures = 10;  // as many are listed
+  std::size_t failures = 10;  // how many to list
   bool json = false;
 };
 Status Summarise(const SummaryArguments& arguments);
 
 struct ShowArguments {
   Selection rows;
-  std::vector<std::string> columns;  // in this order; empty for all that hold something
+  std::vector<std::string> columns;  // in this order; empty for all that are not empty
   std::size_t context = 0;           // rows shown before and after each that was selected
   bool json = false;
 };
@@ -40,7 +40,7 @@ Status Show(const ShowArguments& arguments);
 struct FollowArguments {
   Selection rows;
   std::vector<std::string> columns;
-  std::string duration;  // after which it stops; empty: it goes on
+  std::string duration;  // stop after this time; empty for never
 };
 Status Follow(const FollowArguments& arguments);
 
@@ -52,14 +52,14 @@ Status Check(const CheckArguments& arguments);
 
 struct GapsArguments {
   Selection rows;
-  std::string longer_than;  // empty: see "gaps --help"
+  std::string longer_than;  // empty for the default, see "gaps --help"
   bool json = false;
 };
 Status ListGaps(const GapsArguments& arguments);
 
 struct StatsArguments {
   Selection rows;
-  std::string by = "TestType";  // the column whose values part the rows
+  std::string by = "TestType";  // the column to group rows by
   std::vector<std::string> columns;
   bool json = false;
 };

@@ -58,7 +58,7 @@ std::string DescribeCategory(std::uint32_t code) {
   return found == kCategories.end() ? "error" : std::string(found->name) + " error";
 }
 
-// The codes of eight digits in a text, "0x00200004".
+// Returns the codes of eight digits in a text, such as "0x00200004".
 std::vector<std::uint32_t> FindCodes(std::string_view text) {
   constexpr std::string_view kMark = "0x";
   constexpr std::size_t kDigits = 8;
@@ -109,7 +109,7 @@ std::optional<std::uint32_t> FindErrorCode(VEXOR_PM_TEST_ID test, std::string_vi
   for (const Category& category : kCategories) {
     if (Prints(test, category.bits, word)) return category.bits;
   }
-  // A few words need two details.
+  // A few words stand for two detail bits.
   for (std::uint32_t second = 0;; second = second == 0 ? kFirstDetail : second << 1U) {
     for (const Category& category : kCategories) {
       for (std::uint32_t first = kFirstDetail; first != 0; first <<= 1U) {

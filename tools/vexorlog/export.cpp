@@ -7,7 +7,7 @@
 namespace tools::vexorlog {
 namespace {
 
-// A cell as RFC 4180 asks for it.
+// Returns a cell quoted as in RFC 4180.
 void AppendCsv(std::string& line, std::string_view text) {
   if (text.find_first_of(",\"\r\n") == std::string_view::npos) {
     line += text;

@@ -18,12 +18,12 @@ using vexor::LogTime;
 
 constexpr auto kPause = std::chrono::milliseconds(200);
 
-// Of what is there at the start, this many of the last rows are shown; they are picked from
-// stretches of the other size, so that memory does not grow with the logs.
+// At the start, this many of the last rows are shown. They are selected from batches of the other
+// size, so that memory does not grow with the logs.
 constexpr std::ptrdiff_t kFirstRows = 10;
 constexpr std::size_t kMostKept = 4096;
 
-// Widths that the usual columns need; rows are shown before the widest is known.
+// The usual widths of the suite's columns: rows are shown before all of them are known.
 std::vector<ColumnUse> UsualWidths() {
   return {{.name = "Time", .widest = 23},  {.name = "TestType", .widest = 9},
           {.name = "Iter", .widest = 5},   {.name = "Affinity", .widest = 11},
@@ -46,7 +46,7 @@ class Source {
     if (reader_.Change() == vexor::LogFileChange::kNone) return;
     reader_.Finish();
     Drain(visit);
-    Open();  // a file of the same name, from its beginning
+    Open();  // another file has the path now: read it from its beginning
     Drain(visit);
   }
 
@@ -78,7 +78,7 @@ class Follower {
     std::cout << format_.FormatTitles() << std::endl;
   }
 
-  // Prints, in the order of their times, the rows that were added since the last call.
+  // Prints the rows that were added since the last call, in order of time.
   void Poll(const std::vector<std::string>& paths) {
     for (const vexor::FoundSeries& series : vexor::FindLogs(ExpandPaths(paths)).series) {
       for (const vexor::FoundLog& file : series.files) sources_.try_emplace(file.path, file.path);

@@ -24,7 +24,8 @@ Neighbour MakeNeighbour(const vexor::LogMerge& merge) {
 constexpr LogTime kLeast = 60'000;
 constexpr LogTime kTimesUsual = 10;
 
-// A restart is worth telling after any silence; the logs of one start follow each other at once.
+// A restart is reported even after a short silence, but not the logs of one start, which follow
+// each other immediately.
 constexpr LogTime kLeastRestart = 1000;
 
 void PrintNeighbour(const Neighbour& row) {

@@ -1,4 +1,4 @@
-// Times in which nothing was logged.
+// Finds times in which nothing was logged.
 #pragma once
 
 #include <cstdint>
@@ -24,20 +24,20 @@ struct Neighbour {
 struct Gap {
   Neighbour before;
   Neighbour after;
-  bool is_restart = false;  // the first row after it opens a log anew
+  bool is_restart = false;  // the first row after it starts a log again
 
   [[nodiscard]] vexor::LogTime Length() const { return after.time - before.time; }
 };
 
 struct Gaps {
   std::vector<Gap> gaps;
-  vexor::LogTime limit = 0;  // a silence is longer, unless a restart ends it
+  vexor::LogTime limit = 0;  // a gap is longer than this, unless it ends with a restart
 };
 
-// Finds the gaps of rows that are given in the order of a merge.
+// Finds the gaps between rows. The rows are added in the order of a merge.
 class GapFinder {
  public:
-  // Without a limit, a gap is longer than ten times the mean distance of two rows, and a minute.
+  // Without a limit, a gap is longer than a minute and than ten times the mean time between rows.
   explicit GapFinder(std::optional<vexor::LogTime> limit);
 
   void Add(const vexor::LogMerge& merge);
@@ -49,7 +49,7 @@ class GapFinder {
   std::uint64_t rows_ = 0;
   vexor::LogTime first_ = vexor::kNoLogTime;
   vexor::LogTime last_ = vexor::kNoLogTime;
-  std::set<std::size_t> starts_;  // the series that have begun
+  std::set<std::size_t> starts_;  // the series that have started before
   Neighbour before_;
 };
 

@@ -1,4 +1,4 @@
-// JSON as the commands print it.
+// JSON output of the commands.
 #pragma once
 
 #include <cmath>
@@ -12,24 +12,24 @@ namespace tools::vexorlog {
 
 using Json = nlohmann::ordered_json;  // members stay in the order in which they are set
 
-// A time stamp, or null for a row that has none.
+// Returns a time stamp, or null for a row without one.
 inline Json MakeJson(vexor::LogTime time) {
   return time == vexor::kNoLogTime ? Json() : Json(vexor::FormatLogTime(time));
 }
 
-// Seconds, to the millisecond.
+// Returns seconds with millisecond precision.
 inline Json MakeSeconds(vexor::LogTime milliseconds) {
   return static_cast<double>(milliseconds) / 1000;
 }
 
-// Whole numbers are printed without ".0".
+// Returns a number that is printed without ".0" if it is whole.
 inline Json MakeJson(double number) {
   constexpr double kMostExact = 9007199254740992;  // 2 to the 53rd
   const bool is_whole = number == std::trunc(number) && std::abs(number) < kMostExact;
   return is_whole ? Json(static_cast<std::int64_t>(number)) : Json(number);
 }
 
-// One line, or lines with an indent. Bytes that are no UTF-8 become U+FFFD.
+// Returns one line, or several with an indent. Bytes that are not UTF-8 become U+FFFD.
 inline std::string PrintJson(const Json& json, int indent = -1) {
   return json.dump(indent, ' ', false, Json::error_handler_t::replace);
 }

@@ -40,7 +40,7 @@ std::string ReasonOf(const vexor::LogFault& fault) {
   return "cannot be read: " + fault.error.default_error_condition().message();
 }
 
-// The last time stamp that a line in the last stretch of the file begins with.
+// Returns the time stamp of the last line at the end of the file that begins with one.
 LogTime FindLastTime(const std::string& path) {
   constexpr std::streamoff kStretch = 65536;
   constexpr std::size_t kStampSize = 23;

@@ -1,4 +1,4 @@
-// The logs that a command was given.
+// Finds and reads the logs in a command's arguments.
 #pragma once
 
 #include <functional>
@@ -26,31 +26,31 @@ std::vector<std::string> ExpandPaths(const std::vector<std::string>& paths);
 
 enum class NoLogs : std::uint8_t { kAreAnError, kAreAwaited };
 
-// Finds the logs among the paths, which may hold wildcards. Reports on standard error what cannot
-// be read, what is given and is not a log, and, unless logs are awaited, that there is none at all.
+// Finds the logs among the paths, which may have wildcards. Reports on standard error paths that
+// cannot be read or are not logs and, unless logs are awaited, that there are none at all.
 Logs FindGivenLogs(const std::vector<std::string>& paths, NoLogs none = NoLogs::kAreAnError);
 
-// Returns the bytes in all files of the series: the work of reading them once.
+// Returns the number of bytes in all files of the series, as the amount of work to read them.
 std::uint64_t CountBytes(const Logs& logs);
 
-// Returns kClean for a file that may be written; reports on standard error when it is one of the
+// Returns kClean for a file that may be written; reports on standard error if it is one of the
 // logs.
 Status KeepLogs(const Logs& logs, const std::string& output);
 
-// Stores the duration that an option's text names, if it is not empty; false, with a message on
-// standard error, for a text that names none.
+// Stores the duration in an option's text, unless the text is empty; false, with a message on
+// standard error, if it is not a duration.
 bool ReadDuration(std::string_view option, std::string_view text,
                   std::optional<vexor::LogTime>& duration);
 
-// Returns the filter of a selection of these logs; nothing, with a message on standard error, for
-// one that cannot be understood.
+// Returns the filter for a selection of rows of these logs; nothing, with a message on standard
+// error, if the selection is not valid.
 std::optional<RowFilter> MakeFilter(const Selection& selection, const Logs& logs);
 
-// Says on standard error which files could not be read to their end; returns kNotRun if there are
-// any, else `status`.
+// Prints on standard error which files could not be read to their end. Returns kNotRun if there are
+// any, otherwise `status`.
 Status ReportFaults(const std::vector<vexor::LogFault>& faults, Status status);
 
-// Counts the rows of one thread as progress, in pieces that are worth it.
+// Counts the rows of one thread as progress, in larger amounts: Progress takes a mutex.
 class RowProgress {
  public:
   explicit RowProgress(Progress& progress) : progress_(progress) {}
@@ -71,8 +71,8 @@ class RowProgress {
   std::uint64_t bytes_ = 0;
 };
 
-// Calls `visit` with every row of a file and its time, or that of the row before it where it has
-// none. A file that cannot be read to its end is added to the faults.
+// Calls `visit` with every row of a file and its time, or the time of the row before it if it has
+// none. Adds a file that cannot be read to its end to the faults.
 template <class Visit>
 void ReadRows(const std::string& path, std::vector<vexor::LogFault>& faults, Progress& progress,
               Visit visit) {
@@ -99,8 +99,8 @@ void ReadRows(const std::string& path, std::vector<vexor::LogFault>& faults, Pro
                     .line = reader.Offset() > 0 ? reader.Line() : 0});
 }
 
-// Calls `work` with every number below `count`, on as many threads as the machine has processors,
-// and returns when all calls have. Rethrows what a call has thrown.
+// Calls `work` with every number below `count`, on as many threads as the machine has processors.
+// Returns when all calls have returned; rethrows an exception of a call.
 void RunInParallel(std::size_t count, const std::function<void(std::size_t)>& work);
 
 }  // namespace tools::vexorlog

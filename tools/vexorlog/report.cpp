@@ -15,10 +15,10 @@ namespace {
 
 constexpr std::size_t kMostTests = 200;
 constexpr std::size_t kMostGaps = 300;
-constexpr std::size_t kMostThinned = 2'500'000;  // bytes of lanes and plots
+constexpr std::size_t kMostThinned = 2'500'000;  // bytes of the lanes and plots after thinning
 constexpr std::size_t kMostText = 300;
 
-// Texts of any length stand in logs, but not in the report.
+// Texts of a log may have any length; those of the report are cut.
 void ShortenTexts(Json& json) {
   if (json.is_string()) {
     json = OneLine(json.get_ref<const std::string&>(), kMostText);
@@ -40,7 +40,7 @@ Json MakeSummary(Survey survey) {
   return json;
 }
 
-// The longest gaps, in the order of their times.
+// Returns the longest gaps, in order of time.
 Json MakeGaps(Gaps found) {
   std::ranges::stable_sort(found.gaps, std::greater(), &Gap::Length);
   const std::size_t more = found.gaps.size() - std::min(found.gaps.size(), kMostGaps);
@@ -52,7 +52,7 @@ Json MakeGaps(Gaps found) {
   return json;
 }
 
-// JSON that may stand in a script element: nothing in it looks like a tag.
+// Returns JSON for a script element of a page: "<" is escaped, so that no text looks like a tag.
 std::string EscapeForScript(std::string_view json) {
   std::string text;
   for (const char c : json) {
@@ -70,7 +70,7 @@ struct Part {
   std::string_view text;
 };
 
-// Puts the parts in the place of their marks, which stand in the same order.
+// Replaces the marks in the page, which are in the same order, by the parts.
 std::string FillPage(std::string_view page, const std::array<Part, 5>& parts) {
   std::string text;
   for (const auto& [mark, part] : parts) {

@@ -13,7 +13,7 @@ using vexor::kNoLogTime;
 using vexor::LogRow;
 using vexor::LogTime;
 
-// What a report holds at most of each, so that it opens quickly whatever the logs hold.
+// The limits of a report, so that it opens quickly whatever the logs contain.
 constexpr std::size_t kMostLanes = 200;
 constexpr std::size_t kMostSeries = 4000;
 constexpr std::size_t kMostColumns = 1000;
@@ -27,8 +27,8 @@ constexpr std::size_t kMostText = 300;
 constexpr std::uint32_t kNoPlace = static_cast<std::uint32_t>(-1);
 constexpr std::size_t kNoSeries = static_cast<std::size_t>(-1);
 
-// The bucket of a stretch, which is made when there is none. Times mostly rise: it is nearly always
-// the last.
+// Returns the bucket of an interval and creates it if it is missing. Looks at the last one first,
+// as times are mostly ascending.
 template <class Bucket>
 Bucket& BucketOf(std::vector<Bucket>& buckets, std::uint32_t stretch) {
   if (!buckets.empty() && buckets.back().stretch == stretch) return buckets.back();
@@ -61,7 +61,7 @@ void Join(LaneBucket& bucket, const LaneBucket& other) {
   bucket.others += other.others;
 }
 
-// Makes one bucket of two.
+// Halves the number of buckets: merges those of each pair of intervals.
 template <class Bucket>
 void CoarsenBuckets(std::vector<Bucket>& buckets) {
   std::vector<Bucket> coarse;
@@ -69,7 +69,7 @@ void CoarsenBuckets(std::vector<Bucket>& buckets) {
   buckets = std::move(coarse);
 }
 
-// Tests and affinities are told apart by so much of their names.
+// Names of tests and affinities are compared only up to this length.
 std::string_view ShortName(std::string_view name) { return name.substr(0, 80); }
 
 }  // namespace
@@ -84,7 +84,7 @@ std::uint32_t ReportData::ColumnOf(std::string_view name) {
   return number;
 }
 
-// The numbers of headers are those of one file.
+// Header numbers are only unique within a file.
 const ReportData::Header& ReportData::HeaderOf(const vexor::LogMerge& merge, const LogRow& row) {
   if (merge.SeriesIndex() >= headers_.size()) headers_.resize(merge.SeriesIndex() + 1);
   Header& header = headers_[merge.SeriesIndex()];
@@ -187,7 +187,7 @@ void ReportData::Coarsen() {
   }
 }
 
-// Memory of rows that went before is used again.
+// Reuses the memory of earlier rows.
 void ReportData::Keep(const vexor::LogMerge& merge, const LogRow& row, const Header& header) {
   KeptRow& kept = kept_[rows_++ % kept_.size()];
   kept.file = merge.File().path;
@@ -257,7 +257,7 @@ void ReportData::AddFailure(const LogRow& row, const Header& header) {
   kind.failures.push_back(std::move(failure));
 }
 
-// Times count from the first; a bucket is [begin, end, passes, failures, others].
+// Times are relative to the first one. A bucket is [begin, end, passes, failures, others].
 Json ReportData::MakeLanes() const {
   Json lanes = Json::array();
   for (const Lane& lane : lanes_) {

@@ -1,5 +1,5 @@
-// What the report shows of the rows: lanes, plots and failures, thinned so that its size stays
-// within a bound however long the logs.
+// The data of the report: lanes, plots and failures, thinned so that its size is bounded however
+// long the logs are.
 #pragma once
 
 #include <array>
@@ -14,7 +14,7 @@
 
 namespace tools::vexorlog {
 
-// The rows of a test within one stretch of time.
+// The rows of a test in one interval of time.
 struct LaneBucket {
   std::uint32_t stretch = 0;
   vexor::LogTime begin = vexor::kNoLogTime;
@@ -24,7 +24,7 @@ struct LaneBucket {
   std::uint64_t others = 0;
 };
 
-// The least and the most of a column within one stretch of time.
+// The minimum and maximum of a column in one interval of time.
 struct PeakBucket {
   std::uint32_t stretch = 0;
   vexor::LogTime least_time = vexor::kNoLogTime;
@@ -33,23 +33,23 @@ struct PeakBucket {
   double most = 0;
 };
 
-// Collects the rows of a merge, in its order.
+// Collects the rows of a merge. They are added in its order.
 class ReportData {
  public:
-  // The times that the rows lie between; others count for the first or the last stretch.
+  // The first and last time. Rows outside count in the first or last interval.
   ReportData(vexor::LogTime first, vexor::LogTime last) : first_(first), last_(last) {}
 
-  // Rows that were not selected only serve as context of failures.
+  // Rows that are not selected serve only as context of failures.
   void Add(const vexor::LogMerge& merge, bool is_selected);
 
-  // Returns members "lanes", "series", "columns" and "failures"; to be called once. Lanes and
-  // series are thinned until they take at most `most` bytes.
+  // Returns the members "lanes", "series", "columns" and "failures". Thins lanes and series to at
+  // most `most` bytes. To be called once.
   Json Finish(std::size_t most);
 
  private:
   static constexpr std::size_t kContext = 3;
 
-  // Where a header has what the report needs.
+  // The columns of a header that the report needs.
   struct Header {
     const vexor::FoundLog* file = nullptr;
     std::uint32_t number = 0;
@@ -79,7 +79,7 @@ class ReportData {
   struct KeptRow {
     std::string file;
     std::uint64_t line = 0;
-    std::size_t width = 0;  // so many of the cells belong to the row; the others keep their memory
+    std::size_t width = 0;  // number of cells in use; the others only keep their memory
     std::vector<std::pair<std::uint32_t, std::string>> cells;
   };
 
@@ -93,7 +93,7 @@ class ReportData {
   struct Pending {
     std::size_t kind = 0;
     std::size_t failure = 0;
-    std::size_t missing = kContext;  // rows behind it
+    std::size_t missing = kContext;  // how many rows after it are still to come
   };
 
   const Header& HeaderOf(const vexor::LogMerge& merge, const vexor::LogRow& row);

@@ -1,4 +1,4 @@
-// The files that make up the report's page, built in: see "report" and embed.cmake.
+// The parts of the report's page, embedded in the program: see the folder "report" and embed.cmake.
 #pragma once
 
 #include <string_view>

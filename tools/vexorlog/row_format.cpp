@@ -9,7 +9,7 @@
 namespace tools::vexorlog {
 namespace {
 
-// What is wider is read in its file.
+// Wider texts are cut; users find them in the file.
 constexpr std::size_t kWidest = 40;
 
 std::string_view ColourOf(const vexor::LogRow& row) {
@@ -17,7 +17,7 @@ std::string_view ColourOf(const vexor::LogRow& row) {
   return row.Level() == TRACE_CRITICAL ? "\x1b[1;33m" : "";
 }
 
-// Shortens to so many characters, not through one.
+// Cuts the text to this many whole characters.
 std::string Shorten(std::string text, std::size_t width) {
   if (CountCharacters(text) <= width) return text;
   while (CountCharacters(text) >= width) text.pop_back();

@@ -1,4 +1,4 @@
-// Rows of logs as lines for people.
+// Formats rows of logs for people to read.
 #pragma once
 
 #include <string>
@@ -8,11 +8,11 @@
 
 namespace tools::vexorlog {
 
-// Formats rows to stand under titles: columns of the width of their texts, long ones cut but for
-// the last.
+// Formats rows in columns under titles. Columns are as wide as their texts; long texts are cut,
+// except in the last column.
 class RowFormat {
  public:
-  // Columns that the uses do not name get the width of their title.
+  // Columns that are not in the uses get the width of their title.
   RowFormat(const std::vector<std::string>& names, const std::vector<ColumnUse>& uses);
 
   [[nodiscard]] std::string FormatTitles() const;

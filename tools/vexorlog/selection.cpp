@@ -28,7 +28,7 @@ struct Unit {
   LogTime length;
 };
 
-// The longer of two names that begin alike comes first.
+// Of two units with the same beginning, the longer one must come first.
 constexpr std::array<Unit, 10> kUnits = {{{"msec", 1},
                                           {"ms", 1},
                                           {"min", kMinute},
@@ -57,7 +57,7 @@ std::optional<LogTime> TakeUnit(std::string_view& text) {
   return std::nullopt;
 }
 
-// Completes the beginning of a time stamp: "2024-03-07 21:00" means its first millisecond.
+// Completes the beginning of a time stamp to its first millisecond.
 std::optional<LogTime> ParseStamp(std::string text) {
   constexpr std::string_view kEarliest = "0000-01-01 00:00:00.000";
   constexpr std::size_t kShortest = std::string_view("2024-03-07").size();

@@ -13,7 +13,7 @@ namespace {
 
 using vexor::LogRow;
 
-// "Notes" is the longest: it stands at the end, where it is not cut.
+// "Notes" has the longest texts: it is put last, where texts are not cut.
 std::vector<std::string> ListUsed(const std::vector<ColumnUse>& columns) {
   std::vector<std::string> names;
   for (const ColumnUse& column : columns) {
@@ -34,8 +34,8 @@ std::string FormatJson(const vexor::FoundLog& file, const LogRow& row, ColumnFin
   return PrintJson(json);
 }
 
-// Prints the lines that are asked for under their titles, with some before and after each, and "--"
-// where lines are left out.
+// Prints the selected lines under their titles, with context before and after each, and "--" where
+// lines are left out.
 class ContextPrinter {
  public:
   ContextPrinter(std::size_t context, bool marks_gaps, std::string titles)
@@ -90,7 +90,7 @@ Status Show(const ShowArguments& arguments) {
   const auto filter = MakeFilter(arguments.rows, logs);
   if (!filter || logs.series.empty()) return kNotRun;
   const RowFilter everything({}, logs.start, logs.start);
-  Progress none(0);  // rows follow at once
+  Progress none(0);  // no bar: rows are printed at once
   const std::vector<ColumnUse> columns =
       CollectColumns(logs, arguments.context > 0 ? everything : *filter, none);
   if (!AreColumns("--columns", arguments.columns, columns)) return kNotRun;

@@ -15,7 +15,7 @@
 namespace tools::vexorlog {
 namespace {
 
-// Percentiles are exact up to so many numbers, and those of a random sample beyond.
+// Up to this many numbers, percentiles are exact; above, they are those of a random sample.
 constexpr std::size_t kSample = 65536;
 
 class Numbers {
@@ -37,7 +37,7 @@ class Numbers {
   [[nodiscard]] double Most() const { return most_; }
   [[nodiscard]] double Mean() const { return mean_; }
 
-  // The number that `percent` of all do not exceed (the nearest rank).
+  // Returns the percentile by the nearest-rank method.
   [[nodiscard]] double Percentile(std::size_t percent) const {
     std::vector<double> sorted = sample_;
     const std::size_t rank = (percent * sorted.size() + 99) / 100;

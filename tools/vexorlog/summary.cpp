@@ -25,13 +25,13 @@ std::string_view NameOf(LogEnd end) {
   return "closed";
 }
 
-// Times of a summary need no milliseconds.
+// The times of a summary are printed without milliseconds.
 std::string FormatSecond(LogTime time) {
   constexpr std::size_t kLength = std::string_view("2024-03-07 21:00:00").size();
   return vexor::FormatLogTime(time).substr(0, kLength);
 }
 
-// Without the year, which stands above the table.
+// Without the year, which is above the table.
 std::string FormatShort(LogTime time) {
   const std::string text = FormatSecond(time);
   return text.empty() ? text : text.substr(std::string_view("2024-").size());

@@ -1,4 +1,4 @@
-// The summary, for programs.
+// The summary as JSON, for other programs.
 #pragma once
 
 #include "json.h"

@@ -16,10 +16,10 @@ using vexor::kNoLogTime;
 using vexor::LogRow;
 using vexor::LogTime;
 
-// A program that fails in ever new words does not take all memory.
+// Bounds the memory for a program whose failures all have different words.
 constexpr std::size_t kMostKinds = 10'000;
 
-// A file that was written to so lately may still be open.
+// A file that was written to this recently may still be open.
 constexpr auto kLately = std::chrono::seconds(10);
 
 struct KeyColumns {
@@ -27,7 +27,7 @@ struct KeyColumns {
   std::size_t iteration = vexor::kNoColumn;
 };
 
-// What one file, and then one series, says.
+// The counts of one file, and then of one series.
 struct Part {
   std::vector<TestSurvey> tests;
   std::map<std::string, std::size_t, std::less<>> numbers;  // of the tests, by name
@@ -96,8 +96,8 @@ class FileReading {
     ++test.rows;
     const std::string_view number = row.At(columns_.iteration);
     const vexor::LogResult result = row.Result();
-    // The note that opens every log of a test stands under the name of the engine, and would look
-    // like a sign of life of it.
+    // The version note at the start of every log has the engine as its test. Counted, it would look
+    // as if the engine itself had logged something.
     if (number.empty() && result == vexor::LogResult::kNone && row.IsVersionNote()) {
       ++part_.starts;
       return;
@@ -141,7 +141,7 @@ class FileReading {
   std::size_t test_ = 0;
 };
 
-// Joins what a test did earlier with what it did later.
+// Adds the counts of a later part of a test to those of an earlier part.
 void JoinTest(TestSurvey& test, const TestSurvey& later, bool is_sequel) {
   if (is_sequel) NoteSilence(test.longest, test.last, later.first);
   if (later.longest.Length() > test.longest.Length()) test.longest = later.longest;
@@ -157,7 +157,7 @@ void JoinTest(TestSurvey& test, const TestSurvey& later, bool is_sequel) {
   test.restarts += later.restarts;
 }
 
-// Joins a part with the next file of its series, or with another series.
+// Adds the counts of the next file of a series, or of another series.
 void Join(Part& part, Part&& next, bool is_sequel) {
   for (const TestSurvey& test : next.tests) JoinTest(TestOf(part, test.test), test, is_sequel);
   for (auto& [kind, failure] : next.kinds) {
@@ -183,7 +183,7 @@ LogEnd EndOf(const Part& part, const std::string& path) {
   return part.has_cut_end ? LogEnd::kCutOff : LogEnd::kClosed;
 }
 
-// The restarts of a log are those of the test that it mostly belongs to.
+// Counts the restarts of a log for the test that has most of its rows.
 void Settle(Part& part, const std::string& last_path) {
   const LogEnd end = EndOf(part, last_path);
   for (TestSurvey& test : part.tests) test.end = end;

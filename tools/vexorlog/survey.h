@@ -1,4 +1,4 @@
-// What a night of logs amounts to, test by test.
+// Counts what happened in a night of logs, by test.
 #pragma once
 
 #include <cstdint>
@@ -10,13 +10,13 @@
 
 namespace tools::vexorlog {
 
-// Failures of one kind: of one test, with the same error words or, without any, the same text but
-// for its numbers.
+// The failures of one kind: of the same test and with the same error words or, if there are none,
+// with texts that differ only in numbers.
 struct FailureKind {
-  std::string kind;  // tells kinds of a test apart
+  std::string kind;  // see KindOfFailure
   std::string test;
-  std::string what;  // the first failure's note or, without one, its status
-  std::string path;  // and where it stands
+  std::string what;  // the first failure's note or, if it has none, its status
+  std::string path;  // the file of that failure
   std::uint64_t line = 0;
   vexor::LogTime first = vexor::kNoLogTime;
   std::string affinity;
@@ -31,7 +31,7 @@ struct Silence {
   [[nodiscard]] vexor::LogTime Length() const { return end - begin; }
 };
 
-// How a log ends. The later ones count for more where a test has several logs.
+// How a log ends. If a test has several logs, the last of these enumerators wins.
 enum class LogEnd : std::uint8_t { kClosed, kJustWritten, kCutOff };
 
 struct TestSurvey {
@@ -42,9 +42,9 @@ struct TestSurvey {
   std::uint64_t iterations = 0;  // the highest number in "Iter"
   std::uint64_t passes = 0;
   std::uint64_t failures = 0;
-  std::uint64_t restarts = 0;  // of the logs in which it has more rows than any other test
+  std::uint64_t restarts = 0;  // of logs in which it has more rows than any other test
   Silence longest = {};
-  LogEnd end = LogEnd::kClosed;  // of the log that holds its last row
+  LogEnd end = LogEnd::kClosed;  // of the log with its last row
 };
 
 struct Survey {
@@ -52,14 +52,14 @@ struct Survey {
   std::vector<FailureKind> failures;  // by first failure
   std::uint64_t files = 0;
   std::uint64_t rows = 0;
-  std::uint64_t damaged = 0;  // rows and blocks that are damaged
+  std::uint64_t damaged = 0;  // number of damaged rows and blocks
   vexor::LogTime first = vexor::kNoLogTime;
   vexor::LogTime last = vexor::kNoLogTime;
   std::vector<vexor::LogFault> faults;  // what could not be read
 };
 
-// Reads all files once, several at a time. Memory grows with tests and kinds of failures, not with
-// rows.
+// Reads all files once, several in parallel. Memory grows with the number of tests and kinds of
+// failures, not with the number of rows.
 Survey MakeSurvey(const Logs& logs, const RowFilter& filter, Progress& progress);
 
 }  // namespace tools::vexorlog
