@@ -99,12 +99,12 @@ void LogSeries::LookAnew() {
 bool LogSeries::Reopen() {
   assert(file_);
   if (const std::error_code error = file_->Reopen()) {
-    ReportOnce(removed_ ? "make anew the removed" : "open", name_, error);
+    ReportOnce(removed_ ? "create again the removed" : "open", name_, error);
     return false;
   }
   lost_ = false;
   if (removed_ && !std::exchange(fault_reported_, true)) {
-    PrintLine("Log file " + name_ + " was removed and begins anew");
+    PrintLine("Log file " + name_ + " was removed and is created again");
   }
   // The write that failed may have left a part of its bytes.
   torn_ = EndsInsideLine(path_);

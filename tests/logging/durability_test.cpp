@@ -475,7 +475,7 @@ TEST(Faults, OfALostFileEndWhenItCanBeOpenedAgain) {
   log.LogLine("4", TRACE_DEBUG);
   std::vector<std::string> printed = Lines(GetCapturedStdout());
   ASSERT_EQ(printed.size(), 3U);
-  EXPECT_TRUE(printed[0].starts_with("Cannot make anew the removed log file " + file + ": "))
+  EXPECT_TRUE(printed[0].starts_with("Cannot create again the removed log file " + file + ": "))
       << printed[0];
   EXPECT_EQ(printed[2], "3");
   EXPECT_EQ(ReadLog(file), "header\n4\n");
@@ -486,7 +486,7 @@ TEST(Faults, OfALostFileEndWhenItCanBeOpenedAgain) {
   log.SetLinesLimitToSplit(4);
   CaptureStdout();
   for (const char* line : {"5", "6"}) log.LogLine(line, TRACE_DEBUG);
-  EXPECT_EQ(GetCapturedStdout(), "Log file " + file + " was removed and begins anew\n" +
+  EXPECT_EQ(GetCapturedStdout(), "Log file " + file + " was removed and is created again\n" +
                                      "Continue on Log File: " + (folder / "run_1.csv") + "\n");
   EXPECT_EQ(ReadLog(file), "of others\nand\nheader\n5\n");
   EXPECT_EQ(ReadLog(folder / "run_1.csv"), "header\n6\n");

@@ -7,7 +7,7 @@ namespace tools {
 
 const Program kProgram = {
     .name = "vexorcfg",
-    .title = "keep configuration files of the power-management test suite in order",
+    .title = "check, show and convert configuration files of the power-management test suite",
     .environment =
         ".TP\n.B NO_COLOR\nWhen set and not empty, the findings of a check are not coloured. They "
         "never are unless standard output is a terminal.\n"
@@ -22,7 +22,7 @@ constexpr const char* kTopExamples =
     "  vexorcfg check lab.xml               what is wrong with a file, line by line\n"
     "  vexorcfg explain option ActiveTime   what an option means and takes\n"
     "  vexorcfg explain time msec:80-120    what a text means, or what is wrong with it\n"
-    "  vexorcfg show lab.xml                what the file amounts to, and from which line\n"
+    "  vexorcfg show lab.xml                all settings, and where they come from\n"
     "  vexorcfg convert old.xml new.xml     an older file in the current form\n"
     "\n"
     "vexorcfg COMMAND --help shows the options of a command, with examples.\n"
@@ -32,30 +32,31 @@ constexpr const char* kTopExamples =
 constexpr const char* kCheckExamples =
     "A finding is one line: FILE:LINE: error: ELEMENT: \"TEXT\": what is wrong, what was "
     "expected.\n"
-    "An error is not read, or not as it was meant; a warning is, but is written in an older form,\n"
-    "has no effect, or is XML that other programs refuse. The last line is the verdict.\n"
+    "An error is a text that is not read, or not as it was meant. A warning is a text in an older\n"
+    "form or without effect, or XML that other programs refuse. The last line is the result.\n"
     "\n"
-    "Of a folder, every *.xml file in it and below it is checked, but for hidden folders and "
-    "links\n"
-    "to folders. Wildcards (* and ?) that the shell did not expand are expanded here.\n"
+    "In a folder, all *.xml files in it and below it are checked, except in hidden folders and\n"
+    "links to folders. Wildcards (* and ?) that the shell did not expand are expanded here.\n"
     "\n"
     "Examples:\n"
     "  vexorcfg check lab.xml\n"
-    "  vexorcfg check --strict *.xml      for a gate: warnings fail, too\n"
+    "  vexorcfg check --strict *.xml      for an automatic check: warnings fail, too\n"
     "  vexorcfg check configurations      every file in a folder and below it\n"
     "  vexorcfg check --json - <lab.xml   for a program\n"
     "\n"
     "Exit status: 0 no faults, 1 warnings, 2 errors, 3 a file could not be read.";
 
 constexpr const char* kShowExamples =
-    "A setting is one line: the file's line, the name and the value; in parentheses where a value\n"
-    "comes from that does not simply stand there. Elements that the file does not have, and whose\n"
-    "tests do not run, are listed by name alone.\n"
+    "Each setting is one line: the line in the file, the name and the value, and in parentheses "
+    "the\n"
+    "origin of a value that is not simply the text of its element. Elements that the file does "
+    "not\n"
+    "have, and whose tests do not run, are listed only by name.\n"
     "\n"
     "Examples:\n"
     "  vexorcfg show lab.xml\n"
     "  vexorcfg show --tests lab.xml      the settings of the tests that run\n"
-    "  vexorcfg show --summary lab.xml    as the tests' logs tell it";
+    "  vexorcfg show --summary lab.xml    the summary that the tests write to their logs";
 
 constexpr const char* kDefaultsExamples =
     "Comments in the file list the valid values.\n"
@@ -65,23 +66,24 @@ constexpr const char* kDefaultsExamples =
     "  vexorcfg defaults | less";
 
 constexpr const char* kConvertExamples =
-    "It reads the new file, compares what the two mean, and lists what was not carried over: what\n"
-    "the reader does not read, or not as it is written, and what the written form has no place "
-    "for,\n"
-    "such as workloads and comments. Where IN and OUT are one file and that list is not empty, "
-    "the\n"
-    "file is left as it is, unless --lossy is given.\n"
+    "Compares the meaning of the new file with that of the old one, and lists what was lost: "
+    "texts\n"
+    "that the reader does not read, or not as they are written, and parts that a written file "
+    "does\n"
+    "not have, such as workloads and comments. If IN and OUT are the same file, it is not "
+    "replaced\n"
+    "when something would be lost, unless --lossy is given.\n"
     "\n"
     "Examples:\n"
     "  vexorcfg convert old.xml new.xml\n"
     "  vexorcfg convert --diff old.xml    what would change, line by line\n"
     "\n"
-    "Exit status: 0 all was carried over, 1 some was not (with --diff: there are differences),\n"
+    "Exit status: 0 nothing was lost, 1 something was (with --diff: there are differences),\n"
     "3 could not run.";
 
 constexpr const char* kDiffExamples =
-    "Defaults, older names and other ways to write the same (sec:1 and msec:1000) are no\n"
-    "difference.\n"
+    "Defaults, older names and other ways to write the same (sec:1 and msec:1000) do not count as\n"
+    "differences.\n"
     "\n"
     "Example:\n"
     "  vexorcfg diff friday.xml monday.xml\n"
@@ -125,7 +127,7 @@ constexpr const char* kManualExamples =
 
 void AddCheck(CLI::App& app, Status& status) {
   const auto [command, arguments] = AddCommand<CheckArguments>(
-      app, status, "check", "Tell every mistake in configuration files, with its line.",
+      app, status, "check", "List the mistakes in configuration files, with their lines.",
       kCheckExamples, Check);
   command
       ->add_option("FILE", arguments->files,
@@ -133,9 +135,9 @@ void AddCheck(CLI::App& app, Status& status) {
       ->required();
   command->add_flag("--strict", arguments->strict, "Count warnings as errors");
   command->add_flag("--notes", arguments->notes,
-                    "Tell also what reads as empty because it is missing");
+                    "Print notes, too, such as options that are missing and so read as empty");
   command->add_flag("--json", arguments->json, "Print JSON for programs");
-  command->add_flag("-q,--quiet", arguments->quiet, "Print the verdict alone");
+  command->add_flag("-q,--quiet", arguments->quiet, "Print only the last line");
   command
       ->add_option("--max-size", arguments->max_size,
                    "Largest file to check, in MiB; 64 without the option")
@@ -145,11 +147,11 @@ void AddCheck(CLI::App& app, Status& status) {
 
 void AddShow(CLI::App& app, Status& status) {
   const auto [command, arguments] = AddCommand<ShowArguments>(
-      app, status, "show", "Print what a file amounts to: every setting, and where it comes from.",
+      app, status, "show", "Print every setting of a file and where its value comes from.",
       kShowExamples, Show);
   command->add_option("FILE", arguments->file, "Configuration file; - is standard input")
       ->required();
-  command->add_flag("--tests", arguments->tests, "Print the tests that run, nothing else");
+  command->add_flag("--tests", arguments->tests, "Print only the tests that run");
   CLI::Option* const all =
       command->add_flag("--all", arguments->all, "Print also elements that the file does not have");
   command->add_flag("--summary", arguments->summary, "Print the summary lines of the library")
@@ -166,13 +168,12 @@ void AddWriter(CLI::App& app, Status& status, const char* name, const char* abou
 
 void AddConvert(CLI::App& app, Status& status) {
   const auto [command, arguments] = AddCommand<ConvertArguments>(
-      app, status, "convert", "Write a file anew, in the current form.", kConvertExamples, Convert);
+      app, status, "convert", "Convert a file to the current form.", kConvertExamples, Convert);
   command->add_option("IN", arguments->in, "Configuration file, of any version")->required();
   command->add_option("OUT", arguments->out, "File to write");
   command->add_flag("--diff", arguments->diff, "Print what would change, and write nothing");
   command->add_flag("-f,--force", arguments->force, "Replace a file that exists");
-  command->add_flag("--lossy", arguments->lossy,
-                    "Replace IN itself even where something in it is not carried over");
+  command->add_flag("--lossy", arguments->lossy, "Replace IN itself even if a part of it is lost");
 }
 
 void AddDiff(CLI::App& app, Status& status) {
@@ -196,8 +197,8 @@ void AddExplain(CLI::App& app, Status& status) {
 }  // namespace
 
 std::unique_ptr<CLI::App> MakeCommandLine(Status& status) {
-  auto app = MakeApp("Keeps the configuration files of the power-management test suite in order.",
-                     kTopExamples);
+  auto app =
+      MakeApp("Checks, shows and converts configuration files of the test suite.", kTopExamples);
   AddCheck(*app, status);
   AddShow(*app, status);
   AddWriter(*app, status, "defaults", "Write a configuration file of all defaults.",
