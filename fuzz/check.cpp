@@ -1,4 +1,4 @@
-// The checker over any bytes, against the reader.
+// Runs the checker on any bytes and compares its findings with the reader.
 #include "vexor/config/check.h"
 
 #include <algorithm>

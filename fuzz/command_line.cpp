@@ -1,4 +1,4 @@
-// Command lines: each line of the input is an argument.
+// Parses command lines. Each line of the input is an argument.
 #include "vexor/util/command_line.h"
 
 #include <memory>

@@ -1,4 +1,4 @@
-// All parsers of option texts, and what each has in common with the check of its syntax.
+// All parsers of option texts, and how each must agree with the check of its syntax.
 #pragma once
 
 #include <cstdint>
@@ -7,12 +7,12 @@
 
 enum class Agreement : std::uint8_t {
   kNone,
-  kGoodIsRead,  // of a good text something is read
-  kAlike,       // and of any other text nothing
+  kGoodIsRead,  // the parser reads something of every valid text
+  kAlike,       // and nothing of any other text
 };
 
-// A syntax of option texts by its name, and its parser. `read` returns how much of the text was
-// read: 0 for nothing, -1 where that cannot be told.
+// A syntax and its parser. `read` returns how much of the text was read: 0 for nothing, -1 if that
+// is unknown.
 struct Family {
   std::string_view syntax;
   int (*read)(std::string_view text);
@@ -21,5 +21,5 @@ struct Family {
 
 std::span<const Family> Families();
 
-// Reads a text by one syntax, and compares with the check.
+// Parses a text of one syntax and compares the result with the check.
 void FuzzFamily(const Family& family, std::string_view text);

@@ -1,5 +1,5 @@
-// What the fuzz targets share. A target is a function over bytes under the sanitizers: whatever the
-// bytes are, nothing crashes, hangs or leaks, and no promise of the library is broken.
+// Shared code of the fuzz targets. A target is a function on bytes, run with the sanitizers: no
+// bytes may make it crash, hang, leak, or break what the headers promise.
 #pragma once
 
 #include <fcntl.h>
@@ -21,14 +21,14 @@ inline std::string_view TextOf(const std::uint8_t* data, std::size_t size) {
   return {reinterpret_cast<const char*>(data), size};
 }
 
-// Ends the process, so that the fuzzer keeps the input, where a promise is broken.
+// Ends the process if a promise is broken, so that the fuzzer stores the input.
 inline void Require(bool holds, std::string_view promise, std::string_view text = {}) {
   if (holds) return;
   std::cerr << "broken promise: " << promise << ": " << text << '\n';
   std::abort();
 }
 
-// Whether the text may have a range of so many values that it takes long to expand.
+// Whether the text may have a range with so many values that expanding it takes long.
 inline bool HasLongRange(std::string_view text) {
   constexpr std::size_t kBeyond64Bits = 21;
   std::size_t digits = 0;  // of a number, behind its leading zeros
@@ -41,7 +41,7 @@ inline bool HasLongRange(std::string_view text) {
   return digits >= 5 && digits < kBeyond64Bits && text.find('-') != std::string_view::npos;
 }
 
-// The texts between the line ends; at least one.
+// Returns the texts between the line ends; at least one.
 inline std::vector<std::string> SplitLines(std::string_view input) {
   std::vector<std::string> lines(1);
   for (const char c : input) {
@@ -54,7 +54,7 @@ inline std::vector<std::string> SplitLines(std::string_view input) {
   return lines;
 }
 
-// The path of a file in memory that holds the text until the next call.
+// Returns the path of a file in memory that has the text as its content until the next call.
 inline const std::string& HoldInFile(std::string_view text) {
   static const int file = memfd_create("fuzz", MFD_CLOEXEC);
   static const std::string path = "/proc/self/fd/" + std::to_string(file);

@@ -1,4 +1,4 @@
-// The reader of logs over any bytes: however they arrive, the rows are the same.
+// Reads any bytes as a log. The rows must be the same however the bytes arrive.
 #include "vexor/logging/log_reader.h"
 
 #include <algorithm>
@@ -34,7 +34,7 @@ SeenRow See(const vexor::LogRow& row) {
   for (int i = 0; i < vexor::kLogDamageCount; ++i) {
     seen.damages |= std::uint32_t{row.Has(static_cast<vexor::LogDamage>(i))} << i;
   }
-  // The last one first: it has a way of its own.
+  // The last cell first: LogCells finds it in a different way.
   seen.cells.resize(row.Width());
   for (std::size_t i = row.Width(); i > 0; --i) seen.cells[i - 1] = row.Cell(i - 1);
   for (std::size_t i = 0; i < row.Columns().size(); ++i) static_cast<void>(row.Number(i));
@@ -54,7 +54,7 @@ std::vector<SeenRow> ReadAll(const std::string& path, std::size_t buffer_size, b
   return rows;
 }
 
-// Whether the rows stand where they say, in order.
+// Whether the rows are in order and at the places that they report.
 void CheckPlaces(const std::vector<SeenRow>& rows, std::string_view input) {
   std::uint64_t end = 0;
   for (const SeenRow& row : rows) {
@@ -78,7 +78,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   Require(ReadAll(path, 1, true) == rows, "one byte at a time gives the same");
   Require(ReadAll(path, 37, false) == rows, "a file that is closed meanwhile gives the same");
 
-  // Growing, it may be understood otherwise, but never differently from row to row.
+  // While a file grows, rows may be read differently than in the end, but each only in one way.
   vexor::LogReader reader({.follow = true, .row_limit = 1024, .buffer_size = 64});
   HoldInFile(input.substr(0, size / 2));
   reader.Open(path);

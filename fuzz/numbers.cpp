@@ -1,4 +1,4 @@
-// Numbers and strings: what a formatter printed reads as the same again.
+// Numbers and strings: reading the output of a formatter must give the same value.
 #include "vexor/util/numbers.h"
 
 #include <algorithm>
@@ -26,7 +26,7 @@ void AllowStandardErrors(const Call& call) {
   }
 }
 
-// A value made of the front bytes of the text.
+// Returns a value made of the first bytes of the text.
 template <class Value>
 Value Take(std::string_view text) {
   Value value = {};

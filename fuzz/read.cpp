@@ -1,4 +1,4 @@
-// The reader over any bytes, and what is made of a record afterwards.
+// Reads any bytes as a configuration, then writes and summarises the record.
 #include <tinyxml2.h>
 
 #include <memory>

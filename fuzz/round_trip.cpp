@@ -1,4 +1,4 @@
-// A record whose texts are the lines of the input, in turn, written and read again.
+// Writes and reads a record whose texts are the lines of the input, in turn.
 #include "config/round_trip.h"
 
 #include <memory>
@@ -13,7 +13,8 @@ class LineSource {
  public:
   explicit LineSource(std::string_view input) : lines_(SplitLines(input)) {}
 
-  // The texts repeat: their sizes and those of the lists must not keep step with each other.
+  // The texts repeat. Sizes of lists have a counter of their own: with a common one, each place
+  // would always get the same text.
   std::string Text() { return lines_[next_++ % lines_.size()]; }
   std::size_t Below(std::size_t bound) {
     const std::string& line = lines_[turn_++ % lines_.size()];

@@ -1,5 +1,5 @@
-// Settings files of any bytes. A malformed one makes the process wait for its user before it ends:
-// here the user never comes, which the wait turns into an exception.
+// Reads any bytes as a settings file. For a malformed file the library waits for the user and ends
+// the process; here, waiting throws an exception instead.
 #include <unistd.h>
 
 #include <filesystem>
@@ -33,7 +33,7 @@ const std::string& SettingsPath() {
   return path;
 }
 
-// Key and value as a line carries them; empty when it would not carry them as they are.
+// Returns key and value as they are read back from a line; empty if that would change them.
 std::pair<std::string, std::string> EntryOf(std::string_view line) {
   const std::size_t middle = line.find('=');
   if (middle == std::string_view::npos) return {};

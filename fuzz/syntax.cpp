@@ -1,4 +1,4 @@
-// The option texts: the first byte chooses the syntax, the rest is the text.
+// Parses and checks option texts. The first byte selects the syntax, the rest is the text.
 #include "families.h"
 #include "fuzz.h"
 

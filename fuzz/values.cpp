@@ -1,5 +1,5 @@
-// Option values in a well-formed file: each line of the input is the value of an option, which its
-// first two bytes choose. The file is read, described and summarised.
+// Reads, describes and summarises a well-formed file. Each line of the input is the value of an
+// option, which the first two bytes of the line select.
 #include <map>
 #include <memory>
 #include <stdexcept>
@@ -45,7 +45,7 @@ Values TakeValues(std::string_view input) {
   return values;
 }
 
-// Closes the elements that the next path does not share, and opens what it has of its own.
+// Closes the elements that are not part of the next path, and opens those that are new in it.
 void Step(std::vector<std::string>& open, std::vector<std::string> next, std::string& document) {
   std::size_t shared = 0;
   while (shared < open.size() && shared < next.size() && open[shared] == next[shared]) ++shared;
@@ -74,7 +74,7 @@ std::string MakeDocument(const Values& values) {
   return document + "</VEXOR>";
 }
 
-// Whether another option, given as well, takes the place of the option at this path.
+// Whether another option in the file overrides the option at this path.
 bool IsReplaced(const std::string& path, const Values& values) {
   const std::size_t name = path.rfind('/') + 1;
   const std::string folder = path.substr(0, name);
