@@ -1,5 +1,5 @@
-// What the loops written by hand share. They know what their texts look like: they read no other
-// form, detect no bad text, and are inlined.
+// Shared code of the hand-written loops. They assume the form of their texts, do not detect bad
+// texts, and are inlined.
 #pragma once
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// Benchmarks of the library beside others that do the same work on the same inputs.
+// Benchmarks of the library and of peers that do the same work on the same inputs.
 #pragma once
 
 #include <benchmark/benchmark.h>
@@ -14,7 +14,7 @@
 
 namespace vexor {
 
-// Something that the library is measured against.
+// A peer: another way to do the same work.
 template <class Function>
 struct Peer {
   const char* name;
@@ -40,7 +40,7 @@ void AddWork(const std::string& work, const std::string& who, const std::vector<
   benchmark::RegisterBenchmark((work + '/' + who).c_str(), run)->MinTime(0.05)->Repetitions(9);
 }
 
-// Adds the library and its peers, each for every input. Who does not agree is not measured.
+// Adds the library and its peers, each for every input. A peer with other results is not measured.
 template <class Input, class Library, class... Functions>
 void AddComparison(const std::string& work, const std::vector<Input>& inputs, Library library,
                    const Peer<Functions>&... peers) {
@@ -57,14 +57,14 @@ void AddComparison(const std::string& work, const std::vector<Input>& inputs, Li
   (AddWork(work, peers.name, inputs, peers.function), ...);
 }
 
-// The library against a loop written by hand for texts, and peers.
+// Compares the library with a hand-written loop, and with peers.
 template <class Library, class ByHand, class... Functions>
 void AddTextPair(const std::string& work, const std::vector<std::string>& texts, Library library,
                  ByHand by_hand, const Peer<Functions>&... peers) {
   AddComparison(work, texts, library, Peer{"loop by hand", by_hand}, peers...);
 }
 
-// The library with sixteen times the work, against sixteen times the work.
+// Compares one call with sixteen times the data with sixteen calls.
 template <class Input, class Library>
 void AddGrowth(const std::string& work, const Input& once, const Input& sixteen_fold,
                Library library) {
@@ -72,8 +72,8 @@ void AddGrowth(const std::string& work, const Input& once, const Input& sixteen_
   AddWork(work + ", 16 times the size", "16 times the call", std::vector<Input>(16, once), library);
 }
 
-// Prints a row for every benchmark of a work but the first. Of repetitions the fastest counts: what
-// disturbs a run only makes it slower.
+// Prints a row for every benchmark of a work but the first, which is the library's. Uses the
+// fastest of the repetitions: disturbances only make a run slower.
 class TableReporter : public benchmark::BenchmarkReporter {
  public:
   bool ReportContext(const Context& context) override {

@@ -1,10 +1,10 @@
-// Measures durable log lines, the time from line to line of all threads together, against the floor
-// that the disk sets, a bare loop of write and flush, and against another logger that flushes.
+// Measures the average time per durable log line over all threads. Compares it with the lower limit
+// that the disk sets, a loop of write and flush, and with another logger that flushes.
 //
 //   log_bench [FOLDER [ROUNDS [SECONDS]]]
 //
-// The disk's speed changes from moment to moment, so the log and the other take turns, round by
-// round, and what counts is the median of the rounds' ratios. The folder should lie on a real disk.
+// The speed of a disk varies, so the log and its peer are measured in turns, and the result is the
+// median of the rounds' ratios. The folder should be on a real disk.
 #include <spdlog/logger.h>
 #include <spdlog/sinks/base_sink.h>
 
@@ -32,8 +32,8 @@ using std::chrono::steady_clock;
 
 const std::string kLine = std::string(119, 'x') + "\n";
 
-// Calls `work` in each of the threads until the time is over; returns calls a second. What the
-// first calls cost alone, such as the name of a new file on the disk, is not measured.
+// Calls `work` in each of the threads until the time is over; returns calls per second. The first
+// calls are not measured, as they cost more: for example, a new file's name has to be flushed.
 template <class Work>
 double Measure(int threads, double seconds, Work work) {
   std::atomic<bool> over = false;
@@ -86,7 +86,7 @@ double MeasureLog(const std::string& folder, int threads, std::size_t logs, doub
   });
 }
 
-// The file sink of spdlog, with every line on the disk when the call returns.
+// spdlog's file sink, changed so that every line is on the disk when the call returns.
 class DurableSink final : public spdlog::sinks::base_sink<std::mutex> {
  public:
   explicit DurableSink(const std::string& file) {
@@ -128,7 +128,7 @@ double Median(std::vector<double> values) {
   return values[values.size() / 2];
 }
 
-// Lines a second of so many threads on so many files.
+// Returns lines per second for this number of threads and files.
 using Measurement = double (*)(const std::string& folder, int threads, std::size_t files,
                                double seconds);
 
@@ -167,7 +167,7 @@ int main(int argc, char** argv) {
                                                 comparison.their_files, seconds));
     };
     for (int round = 0; round < rounds; ++round) {
-      // Which of the two comes first changes, so that neither gains from the other's end.
+      // The order alternates, so that neither always runs right after the other.
       if (round % 2 == 0) measure_other();
       logs.push_back(MeasureLog(folder, comparison.threads, comparison.logs, seconds));
       if (round % 2 != 0) measure_other();

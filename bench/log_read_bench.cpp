@@ -3,7 +3,7 @@
 //
 //   log_read_bench [FOLDER [ROUNDS]]
 //
-// The works take turns, round by round; of each, the fastest counts. Rows of the table show the
+// The programs are measured in turns; the result of each is its fastest round. The table shows the
 // time for 1 GB.
 #include <algorithm>
 #include <array>
@@ -25,7 +25,7 @@ namespace {
 
 constexpr std::size_t kSize = 200'000'000;
 
-// What a work has found, which the others must find, too.
+// The result of a program; all must have the same.
 struct Found {
   std::size_t rows = 0;
   std::size_t failures = 0;
@@ -72,7 +72,7 @@ Found ReadBytes(const std::string& path) {
   return found;
 }
 
-// Line by line and byte by byte, as one writes it without thinking of time.
+// A straightforward reader, line by line and byte by byte.
 Found ReadByHand(const std::string& path) {
   Found found;
   std::ifstream file(path, std::ios::binary);

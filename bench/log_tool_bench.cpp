@@ -3,8 +3,8 @@
 //
 //   log_tool_bench VEXORLOG [FOLDER [ROUNDS]]
 //
-// The programs take turns, round by round. What counts is processor time, of user and system
-// together and on all processors, the least of all rounds; and the largest resident memory.
+// The programs are measured in turns. The results are processor time (user and system, on all
+// processors, smallest of all rounds) and maximum resident memory.
 #include <fcntl.h>
 #include <spawn.h>
 #include <sys/resource.h>
@@ -48,7 +48,7 @@ double SecondsOf(const timeval& time) {
   return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
 }
 
-// Runs the program and waits for it; false when it could not be run, or not to its end.
+// Runs the program and waits for it; false if it could not be started or did not exit by itself.
 bool Measure(Work& work) {
   std::vector<char*> arguments;
   for (std::string& word : work.command) arguments.push_back(word.data());

@@ -1,8 +1,9 @@
-// Measures the library against what the same work costs otherwise, in one run:
+// Measures the library and other ways to do the same work, in one run:
 //
 //   vexor_bench [--benchmark_filter=REGEX]
 //
-// The repetitions of all benchmarks are mixed, so that a machine that slows down slows all of them.
+// The repetitions of all benchmarks are interleaved, so that a slow phase of the machine affects
+// all of them.
 #include <vector>
 
 #include "comparison.h"

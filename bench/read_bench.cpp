@@ -1,4 +1,4 @@
-// Reading a configuration against parsing the same file into a tree alone.
+// Reading a configuration, compared with only parsing the same file into a tree.
 #include <tinyxml2.h>
 
 #include <boost/property_tree/xml_parser.hpp>
@@ -41,7 +41,7 @@ std::string MakeConfiguration(std::size_t size) {
   return lab;
 }
 
-// Files that go at the end of the run.
+// Files that are removed at the end of the run.
 class TemporaryFiles {
  public:
   TemporaryFiles() = default;

@@ -62,7 +62,7 @@ class SuiteRows {
   unsigned cycle_ = 0;
 };
 
-// Writes FOLDER/NAME.csv of at least so many bytes, its header by the library; returns its path.
+// Writes FOLDER/NAME.csv of at least this many bytes, with the library's header; returns its path.
 inline std::string WriteSuiteLog(const std::string& folder, const std::string& name,
                                  std::size_t size) {
   VexorLogging log;

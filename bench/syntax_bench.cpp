@@ -1,5 +1,5 @@
-// The parsers of option texts, the name tables and the error words against loops written by hand
-// for the same inputs.
+// Parsers of option texts, name tables and error words, compared with hand-written loops for the
+// same inputs.
 
 #include <algorithm>
 #include <array>

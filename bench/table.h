@@ -1,6 +1,5 @@
-// The rows of the benchmarks' table: what the library needs beside what something else needs for
-// the same work, both in nanoseconds, and their ratio. Below 1 the library is the faster of the
-// two.
+// The rows of the benchmarks' table: the time of the library, the time of a peer for the same work,
+// both in nanoseconds, and their ratio, which is below 1 if the library is faster.
 #pragma once
 
 #include <array>

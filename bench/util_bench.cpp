@@ -1,4 +1,4 @@
-// The string and number helpers and the time parsers against loops written by hand for the same
+// String and number functions and time parsers, compared with hand-written loops for the same
 // texts.
 
 #include <absl/strings/numbers.h>
@@ -118,7 +118,7 @@ unsigned BracketTimeByHand(string_view text) {
 }
 
 _EXECYCLETIME ExeCyclesByHand(string_view text) {
-  const volatile float given_cycle_ms = 20;  // a division by a constant would be no division
+  const volatile float given_cycle_ms = 20;  // keeps the compiler from removing the division
   const float cycle_ms = given_cycle_ms;
   const std::size_t colon = text.find(':');
   if (colon == string_view::npos) {
@@ -142,7 +142,7 @@ std::string ReplaceByHand(string_view original) {
   return replaced.append(text, at);
 }
 
-// What users of general libraries would write.
+// The same with general-purpose libraries.
 
 std::uint64_t IntegerByAbseil(string_view text) {
   std::uint64_t number = 0;

@@ -1,4 +1,4 @@
-// What is measured, a file each.
+// The groups of benchmarks, one file for each.
 #pragma once
 
 namespace vexor {

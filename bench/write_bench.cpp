@@ -1,4 +1,4 @@
-// Writing a configuration against building and printing the same document by hand, in one run.
+// Writing a configuration, compared with hard-coded functions that build and print the document.
 #include <tinyxml2.h>
 
 #include <optional>
@@ -30,7 +30,7 @@ _XML_FULL_CFG MakeRecord(std::size_t repeats) {
   return cfg;
 }
 
-// What code that knows the document by heart puts into it: every text is ready.
+// The content of the document, with all texts ready.
 struct Node {
   bool is_comment = false;
   std::string name = {};  // or the comment
