@@ -8,7 +8,7 @@
 
 namespace {
 
-// A part of the machine that does worse for a part of the night, and how often.
+// A part of the machine that performs worse for a part of the night, and how often.
 struct Weakness {
   VEXOR_PM_TEST_ID test;
   unsigned core;
@@ -25,13 +25,13 @@ constexpr Weakness kWeaknesses[] = {
     {PM_TEST_PCIE_LINK, 0, "L1", 940, 2000, 600, 50},
 };
 
-// Per mille of the night; what comes after the long sleep comes later by its length.
+// In per mille of the night. Events after the long sleep are delayed by its length.
 constexpr unsigned kOversleep = 480;
 constexpr unsigned kReset = 700;
 constexpr unsigned kPowerCut = 930;
 constexpr unsigned kMostShift = 40;
 
-// The place of the last line in the bytes of a log.
+// Returns where the last line of a log begins.
 std::size_t FindLastLine(const std::string& bytes) {
   return bytes.size() < 2 ? 0 : bytes.find_last_of('\n', bytes.size() - 2) + 1;
 }

@@ -1,6 +1,6 @@
-// What goes wrong with the simulated machine in a bad night: a core that idles less than before, a
-// processor that does not reach its turbo frequency, a sleep that no timer ends, a reset and, in
-// the end, a power cut.
+// The failures of the simulated machine in a bad night: a core that reaches its idle state less, a
+// processor that does not reach its turbo frequency, a timer that does not end a sleep, a reset
+// and, at the end, a power cut.
 #pragma once
 
 #include <array>
@@ -28,11 +28,11 @@ class BadNight {
   // A bad one. Equal seeds give equal nights.
   BadNight(unsigned seed, Time begin, Duration length);
 
-  // Returns how well the machine does what a test asks of a core, in per mille of the typical.
+  // Returns how well a core performs a test's request, in per mille of the typical performance.
   unsigned GetHealth(VEXOR_PM_TEST_ID test, unsigned core, std::string_view request,
                      UserRand& random) const;
 
-  // Returns how much longer than asked for the machine sleeps now.
+  // Returns by how much a sleep that begins now exceeds the requested time.
   Duration TakeOversleep();
 
   // Returns the first loss of power that is still to come.
@@ -48,6 +48,6 @@ class BadNight {
   bool overslept_ = false;
 };
 
-// Leaves two logs as a power cut in the middle of a write does: the last row of `torn` is cut off,
-// and the last row of `zeroed` has its room in the file, but zero bytes for its content.
+// Damages two logs like a power cut in the middle of a write: cuts off the last row of `torn`, and
+// replaces the last row of `zeroed` by zero bytes.
 void CutPower(VexorLogging& torn, VexorLogging& zeroed);

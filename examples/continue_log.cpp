@@ -1,5 +1,5 @@
-// A log over several runs of a program, such as those between the restarts of a machine: each run
-// continues the series of files where the last one ended, and keeps all that is there.
+// Continues a log over several runs of a program, for example between restarts of the machine: each
+// run continues the series of files where the last one ended, and keeps the existing files.
 //
 //   continue_log LOG-FOLDER
 

@@ -52,7 +52,7 @@ std::string AddUnit(const Request& request, double value) {
   return RemoveZerosFromNumber(value) + (request.column == kFrequency ? " MHz" : " %");
 }
 
-// Up to 20 more or less than the value, in its unit.
+// Returns the value plus a random number from -20 to 20.
 unsigned Vary(unsigned value, UserRand& random) {
   constexpr unsigned kMost = 20;
   return std::max(value + random.Next32(0, 2 * kMost + 1), kMost) - kMost;

@@ -1,4 +1,4 @@
-// What the simulated tests ask of the machine, what they read, and how a row tells it.
+// The requests of the simulated tests to the machine, their readings, and the columns of a row.
 #pragma once
 
 #include <array>
@@ -14,8 +14,8 @@
 #include "vexor/util/random.h"
 #include "vexor/vocabulary/pm_tests.h"
 
-// The columns of the default header that a test fills itself, in their order. That of a residency,
-// in per cent, stands behind that of its counter.
+// The columns of the default header that a test fills itself, in order. The column of a residency,
+// in per cent, follows that of its counter.
 enum Column : std::uint32_t {
   // clang-format off
   kIter, kScope, kResult, kFailCount, kRequest, kStatus, kNotes, kFrequency, kClkMod,
@@ -29,7 +29,7 @@ enum Column : std::uint32_t {
 // The texts for `VexorLogging::LogData`.
 using Cells = std::vector<std::string>;
 
-// A state or an operating point that a test asks for, and what it expects to read then.
+// A state or an operating point that a test requests, and the reading that it expects.
 struct Request {
   VEXOR_PM_TEST_ID test;
   std::string_view scope;
@@ -40,10 +40,10 @@ struct Request {
   std::uint32_t code;  // the error word of a reading below
 };
 
-// Returns what the test asks for, in turn; at least one request.
+// Returns the requests of a test, which it makes in turn; at least one.
 std::span<const Request> GetRequests(VEXOR_PM_TEST_ID test);
 
-// Reads the counters of what one thread of a test watches.
+// The counters that one thread of a test reads.
 class Meter {
  public:
   Meter(std::span<const Request> requests, unsigned seed);
@@ -61,12 +61,12 @@ class Meter {
   std::array<_RESIDENCY_NODE, kColumns> counters_ = {};
 };
 
-// Returns what is wrong with a reading, in the words of the test's log: the error word, its tags,
-// what was read and what was expected.
+// Describes what is wrong with a reading, for the log: the error word, its tags, what was read and
+// what was expected.
 std::string ExplainFault(const Request& request, double reading);
 
 // Returns the error word and its tags: "0x00200004 EC_CSTATE; EC_C6;".
 std::string ExplainCode(VEXOR_PM_TEST_ID test, std::uint32_t code);
 
-// Returns what `request` accepts at least, in the unit of its reading.
+// Returns the smallest reading that `request` accepts, in its unit.
 double GetLeast(const Request& request);

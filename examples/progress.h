@@ -1,8 +1,7 @@
-// What the engine must know to go on where it was after a reset: a file in the log folder.
+// The state that the engine needs to continue after a reset, in a file in the log folder.
 //
-// The file is replaced in one piece whenever something in it changes, so that a process may be
-// killed at any time. It is not made durable as logs are: a power cut that is only simulated takes
-// nothing from it.
+// The file is replaced atomically whenever something in it changes, so the process may be killed at
+// any time. Unlike logs, it is not flushed: a simulated power cut does not lose it.
 #pragma once
 
 #include <cstdint>
@@ -11,7 +10,7 @@
 
 #include "simulated_machine.h"
 
-// What one thread of a test has done so far.
+// The progress of one thread of a test.
 struct WorkerProgress {
   std::uint64_t iterations = 0;
   std::uint64_t failures = 0;
@@ -21,24 +20,24 @@ struct WorkerProgress {
 // Used by one thread at a time, as threads of a `SimulatedMachine` do.
 class Progress {
  public:
-  // Goes on with the run that was not finished in this folder if its description is `run`, a text
-  // of one line, and begins a new run otherwise.
+  // Continues the unfinished run in this folder if its description is `run`, a text of one line;
+  // otherwise begins a new run.
   Progress(const std::string& folder, const std::string& run);
 
-  // Returns how often the run went on after a reset.
+  // Returns how often the run was continued after a reset.
   [[nodiscard]] unsigned Restarts() const { return restarts_; }
 
   // Returns the machine's clock when it was last kept; `otherwise` before that.
   [[nodiscard]] Time GetClock(Time otherwise) const;
   void KeepClock();
 
-  // Notes the file in which a test logs, for those who watch the run.
+  // Stores the name of a test's log file, for people who watch the run.
   void KeepLog(const std::string& test, const std::string& path);
 
   [[nodiscard]] WorkerProgress GetWorker(const std::string& worker) const;
   void KeepWorker(const std::string& worker, const WorkerProgress& progress);
 
-  // The run is complete: the next one begins anew.
+  // Marks the run as complete: the next one starts from the beginning.
   void Finish();
 
  private:

@@ -42,7 +42,7 @@ void SimulatedMachine::Remove() {
   RunNext();
 }
 
-// Lets the next thread run if all wait.
+// If all threads wait, wakes the next one.
 void SimulatedMachine::RunNext() {
   if (waits_.empty() || waits_.size() < threads_) return;
   awake_ = std::max(awake_, waits_.begin()->first);

@@ -1,8 +1,8 @@
 // The clock of a simulated machine, and the threads that run on it.
 //
-// Time passes only while every thread waits: then the clock moves on to the earliest moment that
-// one of them waits for. Threads run one at a time, in the order of these moments. So ten hours
-// take seconds, and a run comes out the same every time.
+// Time passes only while all threads wait: then the clock advances to the earliest time that one of
+// them waits for. Threads run one at a time, in the order of these times. So ten hours take
+// seconds, and every run has the same result.
 #pragma once
 
 #include <chrono>
@@ -27,7 +27,7 @@ class SimulatedMachine {
 
   static Time Now();
 
-  // Sleeps, with all threads: they find their work where they left it.
+  // Sleeps, and so suspends all threads; they continue where they were.
   void Suspend(Duration time);
 
  private:
@@ -57,7 +57,7 @@ class SimulatedThread {
   SimulatedThread& operator=(const SimulatedThread&) = delete;
   ~SimulatedThread();
 
-  // Spends this much time awake; the other threads run meanwhile.
+  // Lets this much time pass awake, during which other threads run.
   void Work(Duration time);
 
  private:

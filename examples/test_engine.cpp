@@ -1,17 +1,18 @@
-// A small test engine, from start to end: it reads a configuration, runs a simulated test on
-// threads of its own for every test that is switched on, and leaves a log for the run and a series
-// of logs for each test.
+// A small but complete test engine: it reads a configuration, runs a simulated test, on threads of
+// its own, for every test that is switched on, and writes a log of the run and a series of logs for
+// each test.
 //
 //   test_engine CONFIGURATION LOG-FOLDER [OPTION ...] [/cstate -at msec:80 ...]
 //
-//   --iterations N  lets each test run N iterations, or fewer where its "ExeCycles" says so
+//   --iterations N  lets each test run N iterations, or fewer if its "ExeCycles" says so
 //   --hours H       spreads them over H hours of simulated time
-//   --seed N        makes another run, the same every time, in place of the configuration's "Seeds"
+//   --seed N        seed of the run, instead of "Seeds" in the configuration; equal seeds give
+//                   equal runs
 //   --bad-night     lets the machine fail in several ways
 //
 // Options of tests override those of the configuration. When the machine goes down in a bad night,
 // the engine ends without warning, with status 3. Started again with the same arguments, by hand or
-// by the machine's auto-run entry, it goes on where it was.
+// by the machine's auto-run entry, it continues where it was.
 
 #include <algorithm>
 #include <cstdio>
@@ -129,7 +130,7 @@ std::vector<RunningTest> PlanTests(_XML_FULL_CFG& cfg, unsigned iterations) {
   return tests;
 }
 
-// The engine's own thread included.
+// Includes the engine's own thread.
 unsigned CountThreads(const std::vector<RunningTest>& tests) {
   std::size_t count = 1;
   for (const RunningTest& test : tests) count += test.plan.cores.size();
@@ -138,7 +139,7 @@ unsigned CountThreads(const std::vector<RunningTest>& tests) {
 
 // ---- Logs.
 
-// Notes which file a test logs in.
+// Stores which file a test logs to.
 class AutoRunEntry : public ContextUtils {
  public:
   AutoRunEntry(Progress& progress, const VexorLogging& log) : progress_(progress), log_(log) {}
@@ -153,7 +154,7 @@ class AutoRunEntry : public ContextUtils {
   const VexorLogging& log_;
 };
 
-// Opens a log in the folder: a new one, or an existing one to go on with.
+// Opens a log in the folder: a new one, or an existing one to continue.
 void OpenLog(VexorLogging& log, const std::string& folder, const std::string& name,
              TRACE_LEVEL level, LOG_FILE_OPTIONS option) {
   if (!log.Initialize(folder, name, level, option, false, false, false, true)) {
@@ -161,8 +162,8 @@ void OpenLog(VexorLogging& log, const std::string& folder, const std::string& na
   }
 }
 
-// A new run begins its series anew, without the files of an earlier one: after a restart, a series
-// goes on behind its last file.
+// A new run starts new series and removes the files of an earlier run. After a restart, a series
+// continues after its last file.
 void OpenSeries(const std::string& folder, RunningTest& test, Progress& progress) {
   const Plan& plan = test.plan;
   test.log->SetLinesLimitToSplit(kLinesPerFile);
@@ -179,8 +180,8 @@ void OpenSeries(const std::string& folder, RunningTest& test, Progress& progress
   progress.KeepLog(plan.name, test.log->GetLogFile());
 }
 
-// The tests' logs first: to open a log that does not continue another takes the routing of all
-// threads back.
+// Opens the tests' logs first: opening a log that is not continued clears the routing of all
+// threads.
 void OpenLogs(const _GLOBALCONFIG_XMLCFG& global, const std::string& folder,
               std::vector<RunningTest>& tests, Progress& progress, VexorLogging& engine_log) {
   for (RunningTest& test : tests) OpenSeries(folder, test, progress);
@@ -199,7 +200,7 @@ void OpenLogs(const _GLOBALCONFIG_XMLCFG& global, const std::string& folder,
   std::_Exit(kMachineDownStatus);
 }
 
-// Notes now and then that the engine is alive, until all tests are done.
+// Logs now and then that the engine is alive, until all tests are done.
 void Watch(Run& run, std::vector<RunningTest>& tests, VexorLogging& engine_log,
            SimulatedThread& thread) {
   while (true) {
@@ -224,8 +225,8 @@ void LogStart(const Run& run, const _XML_FULL_CFG& cfg, VexorLogging& engine_log
   }
 }
 
-// All threads live at the same time: a thread's first registration counts for good, and a thread
-// that begins when another has ended may get its identifier.
+// All threads exist at the same time. A thread that is started after another has ended may get its
+// identifier, for which the first registration stays in effect.
 void RunTests(Run& run, std::vector<RunningTest>& tests, VexorLogging& engine_log) {
   std::vector<TestWorker> workers;
   for (RunningTest& test : tests) {

@@ -7,7 +7,7 @@ namespace {
 constexpr Duration kLatestWake = std::chrono::minutes(2);  // so much too late is a failure
 constexpr unsigned kWokeLate = 0x20000008;                 // in a sleep test's error word
 
-// Code deep inside a test, which knows no more than its thread.
+// Stands for code deep inside a test, which does not know the log but only its own thread.
 void Note(const std::string& text, TRACE_LEVEL level) {
   const std::thread::id thread = std::this_thread::get_id();
   if (VexorLogging* const log = VexorLogging::GetThreadLogFileReference(thread)) {
@@ -15,7 +15,7 @@ void Note(const std::string& text, TRACE_LEVEL level) {
   }
 }
 
-// Every worker has random numbers of its own, and others after a restart.
+// Every worker has its own sequence of random numbers, and another one after a restart.
 unsigned MakeSeed(const Run& run, VEXOR_PM_TEST_ID test, unsigned core) {
   return UserRand(run.seed).NextUint() + (static_cast<unsigned>(test) << 16U) + (core << 8U) +
          run.progress.Restarts();

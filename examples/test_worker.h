@@ -14,7 +14,7 @@
 #include "simulated_machine.h"
 #include "vexor/vexor.h"
 
-// What a test needs of its options, once they are understood.
+// The parsed options of a test.
 struct Plan {
   VEXOR_PM_TEST_ID id = PM_TEST_MAX;
   std::string name;
@@ -36,8 +36,8 @@ struct RunningTest {
   std::size_t at_work = 0;  // threads that are not done
 };
 
-// What all threads of a run share. Threads of the simulated machine run one at a time: nothing here
-// needs a lock.
+// Data that all threads of a run share, without a lock: threads of the simulated machine run one at
+// a time.
 struct Run {
   unsigned seed;
   Duration iteration;  // how long one takes, on average
@@ -49,7 +49,7 @@ struct Run {
 // Runs the iterations of a test on one core.
 class TestWorker {
  public:
-  // Goes on behind the last iteration that the run's progress knows of.
+  // Continues after the last iteration in the run's progress.
   TestWorker(Run& run, RunningTest& test, unsigned core);
 
   // Does the work, on a thread of its own: the machine's thread of this number.
