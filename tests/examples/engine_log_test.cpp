@@ -1,5 +1,5 @@
-// The logs of the example engine: clean tables after an ordinary run, and after a bad night what
-// the machine's failures leave of them.
+// The logs of the example engine: clean tables after an ordinary run, damaged ones after a bad
+// night.
 //   vexor_engine_log_tests LOG-FOLDER ENGINE EXAMPLES NIGHT-FOLDER
 #include <gtest/gtest.h>
 
@@ -83,13 +83,13 @@ int RunNight(const fs::path& folder) {
   return child.Wait();
 }
 
-// What a log says, whichever build wrote it.
+// Returns the content of a log without what depends on the build.
 std::string ReadWithoutBuild(const fs::path& path) {
   static const std::regex kBuild("Version,[^\"]*");
   return std::regex_replace(ReadLog(path.generic_string()), kBuild, "Version");
 }
 
-TEST(BadNight, IsTheOneOfTheExamples) {
+TEST(BadNight, EqualsTheLogsInTheExamples) {
   constexpr int kMachineDown = 3;
   fs::remove_all(night_folder);
   fs::create_directories(night_folder);
@@ -104,7 +104,7 @@ TEST(BadNight, IsTheOneOfTheExamples) {
   }
 }
 
-TEST(BadNight, ComesToItsEnd) {
+TEST(BadNight, EndsAfterTheRestarts) {
   const fs::path folder = night_folder.string() + "-continued";
   fs::remove_all(folder);
   fs::copy(night_folder, folder);
@@ -113,7 +113,7 @@ TEST(BadNight, ComesToItsEnd) {
   EXPECT_NE(ReadLog((folder / "Night.csv").string()).find(",UFS passed,"), std::string::npos);
 }
 
-TEST(BadNight, GoesOnWhereTheMachineWentDown) {
+TEST(BadNight, ContinuesWhereTheMachineWentDown) {
   std::map<std::string, std::size_t> iterations;  // by test and core
   std::size_t restarts = 0;
   for (const std::string test : {"CSTATES", "GSTATES", "PCIe-Link"}) {
@@ -136,7 +136,7 @@ TEST(BadNight, GoesOnWhereTheMachineWentDown) {
   EXPECT_EQ(restarts, 3U);
 }
 
-TEST(BadNight, HasItsSilenceItsFailuresAndItsTails) {
+TEST(BadNight, HasTheExpectedGapsFailuresAndLogEnds) {
   Rows rows;
   int torn = 0;
   int zeroed = 0;

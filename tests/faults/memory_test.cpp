@@ -1,6 +1,6 @@
-// What the exported calls do when memory runs out at any point: they give the ordinary result, the
-// documented one, or let std::bad_alloc pass, and the next call works. The sanitizers look for what
-// is lost or touched meanwhile.
+// Exported functions when memory runs out at any point: they return the ordinary result or the
+// documented one, or throw std::bad_alloc, and the next call works. The sanitizers find leaks and
+// bad accesses.
 #include <gtest/gtest.h>
 #include <tinyxml2.h>
 
@@ -23,11 +23,11 @@ namespace {
 
 using Faults = AllocationFaults;
 
-// Makes every call and gives what it did as a text. Only the call itself, inside `Arm`, may fail.
+// Makes a call and returns its result as text. Only the call itself, inside `Arm`, may fail.
 struct Entry {
   const char* name;
   std::string (*run)();
-  // The documented result of a call that lets no std::bad_alloc pass.
+  // The documented result of a call that does not throw std::bad_alloc.
   const char* failure = nullptr;
 };
 
@@ -84,7 +84,7 @@ std::string WritesAFile() {
   return written ? content : "false";
 }
 
-// What the armed call throws for want of memory is thrown on once the test has seen what is left.
+// Rethrows the std::bad_alloc of the armed call after the test has checked what is left.
 template <class Call>
 std::exception_ptr TryArmed(const Call& call) {
   try {
@@ -458,9 +458,9 @@ constexpr Entry kEntries[] = {
      }},
 };
 
-// Fails allocation after allocation of the entry, until it passes. Behind the first ones some are
-// left out, the more the further, unless VEXOR_EVERY_ALLOCATION is set: schema and reference make
-// thousands.
+// Lets one allocation of the call fail after another, until the call succeeds. Schema and reference
+// make thousands of allocations, so later ones are skipped at growing intervals unless
+// VEXOR_EVERY_ALLOCATION is set.
 int RunOutOfMemory(const Entry& entry, Faults::Kind kind) {
   static const bool is_every = std::getenv("VEXOR_EVERY_ALLOCATION") != nullptr;
   Faults::Set(0, kind);
@@ -487,8 +487,8 @@ int RunOutOfMemory(const Entry& entry, Faults::Kind kind) {
   }
 }
 
-// Of the four lists of the routing each grows now and then, all at the same registration.
-TEST(Memory, RegistersAThreadWholeOrNotAtAll) {
+// The four vectors of the routing grow now and then, all at the same registration.
+TEST(Memory, RegistersAThreadCompletelyOrNotAtAll) {
   const VexorLogging log;
   int faults = 0;
   for (int i = 0; i < 300; ++i) {

@@ -1,5 +1,5 @@
-// A user of the library: reads a configuration, understands an option, leaves a log, catches what
-// the library throws, and prints the library's version.
+// A program that uses the library: reads a configuration, parses an option, writes a log, catches
+// an exception of the library, and prints the library's version.
 //   user CONFIGURATION LOG-FOLDER
 #include <vexor/vexor.h>
 

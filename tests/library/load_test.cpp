@@ -5,8 +5,8 @@
 
 namespace {
 
-// A program may load and unload the library as often as it likes: nothing in it, such as a symbol
-// that the loader keeps unique in the process, holds it back, and every load starts afresh.
+// A program may load and unload the library any number of times. Nothing in it prevents unloading,
+// such as a symbol that is unique in the process, and every load starts with a new state.
 TEST(Library, IsLoadedUsedAndUnloadedAHundredTimes) {
   for (int round = 0; round < 100; ++round) {
     {

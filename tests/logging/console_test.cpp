@@ -38,7 +38,7 @@ std::string Printed(TRACE_LEVEL print_level, const std::string& message, TRACE_L
   return testing::internal::GetCapturedStdout();
 }
 
-TEST(ConsoleOut, PrintsWhatIsForcedOrNotAboveThePrintLevel) {
+TEST(ConsoleOut, PrintsForcedMessagesAndThoseNotAboveThePrintLevel) {
   EXPECT_EQ(ConsoleOutput::GetPrintLevel(), TRACE_INFORMATION);
   EXPECT_EQ(Printed(TRACE_INFORMATION, "m", TRACE_INFORMATION, false), "m\n");
   EXPECT_EQ(Printed(TRACE_INFORMATION, "m", TRACE_DEBUG, false), "");
@@ -49,7 +49,7 @@ TEST(ConsoleOut, PrintsWhatIsForcedOrNotAboveThePrintLevel) {
   EXPECT_EQ(Printed(TRACE_DEBUG, "already ended\n", TRACE_DEBUG, false), "already ended\n\n");
 }
 
-TEST(ConsoleOut, TakesTheWholeStreamAndLeavesItAlone) {
+TEST(ConsoleOut, PrintsTheWholeStreamAndDoesNotChangeIt) {
   std::stringstream stream;
   stream << "one " << 2;
   stream.get();  // what was read counts as well

@@ -1,5 +1,5 @@
-// What is on the disk when a log call has returned, whatever happens to the process, to the machine
-// and to the disk.
+// What is on the disk after a log call has returned, even if the process, the machine or the disk
+// fails.
 
 #include <gtest/gtest.h>
 
@@ -39,8 +39,8 @@ std::vector<std::string> Lines(const std::string& text) {
   return lines;
 }
 
-// How often each line stands in the files of the folder whose names begin with the prefix; headers
-// are left out, and a line without its end is none.
+// Counts how often each line occurs in the files of the folder whose names begin with the prefix,
+// without headers and without lines that lack their line end.
 std::map<std::string, int> CountLines(const std::string& folder, std::string_view prefix) {
   std::map<std::string, int> counts;
   for (const std::string& name : GetFilesInFolder(folder)) {
@@ -53,7 +53,7 @@ std::map<std::string, int> CountLines(const std::string& folder, std::string_vie
   return counts;
 }
 
-// What a reader of logs makes of a folder.
+// What a log reader finds in a folder.
 struct Reading {
   std::size_t lines = 0;  // whole ones, headers left out
   std::size_t cut_off = 0;
@@ -127,7 +127,7 @@ TEST(Durability, SurvivesTheEndOfTheProcess) {
   std::cout << round << " processes killed, " << killed_while_logging << " of them while logging\n";
 }
 
-TEST(Durability, LastsBeyondTheLibrarysOwnObjects) {
+TEST(Durability, HoldsBeforeAndAfterTheLibrarysGlobalObjects) {
   const TemporaryFolder folder;
   ChildProcess child({VEXOR_EXIT_CHILD, folder.path()},
                      {.input = {}, .output = folder / "output", .errors = folder / "errors"});
@@ -215,7 +215,7 @@ TEST(Durability, SurvivesAPowerCut) {
   for (const auto& [line, count] : logged) EXPECT_EQ(count, 1) << line;
 }
 
-TEST(Durability, WaitsForAFlushThatBeganAfterTheLineAndHoldsUpNobodyElse) {
+TEST(Durability, WaitsForAFlushThatBeganAfterTheLineWithoutBlockingOtherLogs) {
   const TemporaryFolder folder;
   const TestDisk disk;
   VexorLogging log;
@@ -244,7 +244,7 @@ TEST(Durability, WaitsForAFlushThatBeganAfterTheLineAndHoldsUpNobodyElse) {
   EXPECT_EQ(TestDisk::Calls(TestDisk::kFlush), 3);
 }
 
-TEST(Durability, HoldsUpNobodyElseWhenAFileIsLeft) {
+TEST(Durability, LeavingAFileDoesNotBlockOtherLogs) {
   const QuietConsole quiet;
   const struct {
     const char* name;
@@ -290,7 +290,7 @@ TEST(Durability, HoldsUpNobodyElseWhenAFileIsLeft) {
   }
 }
 
-// The lock under which a log moves is that under which another begins and forgets all threads.
+// A log moves under the same lock under which another log starts and forgets all threads.
 TEST(Durability, RegistersAThreadBeforeItWaitsForTheDisk) {
   const QuietConsole quiet;
   const TemporaryFolder folder;
@@ -312,7 +312,7 @@ TEST(Durability, RegistersAThreadBeforeItWaitsForTheDisk) {
   EXPECT_EQ(VexorLogging::GetThreadLogFileReference(id), &other);
 }
 
-TEST(Durability, WaitsForNoLinesOfAFileThatIsLeft) {
+TEST(Durability, DoesNotGatherLinesForAFileThatIsLeft) {
   const TemporaryFolder folder;
   const TestDisk disk;
   std::error_code error;
@@ -332,8 +332,9 @@ TEST(Durability, WaitsForNoLinesOfAFileThatIsLeft) {
   EXPECT_TRUE(file->Flush(5));
 }
 
-// What makes many threads' lines cheap: those that the last flush served are about to append again.
-TEST(Durability, HoldsAFlushBackForLinesThatItCanServe) {
+// Shared flushes make the lines of many threads cheap: the threads that the last flush covered are
+// about to append again.
+TEST(Durability, DelaysAFlushForLinesThatItCanCover) {
   const TemporaryFolder folder;
   const TestDisk disk;
   std::error_code error;
@@ -355,8 +356,8 @@ TEST(Durability, HoldsAFlushBackForLinesThatItCanServe) {
   file.reset();
 }
 
-// A line is written in less time than a thread takes to sleep and to wake.
-TEST(Durability, SpinsForAMomentWhileAnotherThreadWrites) {
+// Writing a line takes less time than putting a thread to sleep and waking it.
+TEST(Durability, SpinsBrieflyWhileAnotherThreadWrites) {
   const QuietConsole quiet;
   const TemporaryFolder folder;
   static constexpr int kEnough = 20;
@@ -386,9 +387,9 @@ TEST(Durability, SpinsForAMomentWhileAnotherThreadWrites) {
   EXPECT_LE(spins, 100 * kEnough) << "sleeps when that takes longer";
 }
 
-// A file may be long. The one of this test gets more lines, in the same bytes, as soon as the log
-// opens it under the mutex: it is not to be read once more then.
-TEST(Durability, CountsLinesBeforeItHoldsUpOthers) {
+// A file may be long and must not be read again under the mutex. When the log opens it there, the
+// test replaces its content by one of the same size with more lines, which the log must not notice.
+TEST(Durability, CountsLinesWithoutBlockingOtherLogs) {
   const QuietConsole quiet;
   const TemporaryFolder folder;
   const TestDisk disk;
@@ -412,7 +413,7 @@ TEST(Durability, CountsLinesBeforeItHoldsUpOthers) {
   EXPECT_EQ(ReadLog(folder / "run_1.csv"), "4\n");
 }
 
-TEST(Faults, AreReportedOnceWhileTheTestGoesOn) {
+TEST(Faults, AreReportedOnceAndLinesGoToStandardOutput) {
   const TemporaryFolder folder;
   const std::string file = folder / "run.csv";
   const TestDisk disk;
@@ -458,7 +459,7 @@ TEST(Faults, AreReportedOnceWhileTheTestGoesOn) {
   EXPECT_EQ(printed_by({"1", "2"}).size(), 1U);
 }
 
-TEST(Faults, OfALostFileEndWhenItCanBeOpenedAgain) {
+TEST(Faults, EndWhenALostFileCanBeOpenedAgain) {
   const TemporaryFolder folder;
   const std::string file = folder / "run.csv";
   const TestDisk disk;
@@ -492,7 +493,7 @@ TEST(Faults, OfALostFileEndWhenItCanBeOpenedAgain) {
   EXPECT_EQ(ReadLog(folder / "run_1.csv"), "header\n6\n");
 }
 
-TEST(Faults, OfANewFileEndWhenItCanBeCreated) {
+TEST(Faults, EndWhenTheNextFileCanBeCreated) {
   const TemporaryFolder folder;
   const TestDisk disk;
   VexorLogging log;
@@ -530,7 +531,7 @@ TEST(LogFile, LeavesNoFileOpen) {
   EXPECT_EQ(TestDisk::OpenFiles(), 0);
 }
 
-TEST(LogFile, HasTheLineEndsOfTheSystem) {
+TEST(LogFile, UsesTheLineEndsOfTheSystem) {
   const TemporaryFolder folder;
   VexorLogging log;
   ASSERT_TRUE(OpenPlain(log, folder, "run"));
@@ -540,7 +541,7 @@ TEST(LogFile, HasTheLineEndsOfTheSystem) {
   EXPECT_EQ(ReadBytes(folder / "run.csv"), plain ? "a\nb\nc\r\n" : "a\r\nb\r\nc\r\n");
 }
 
-// No TestDisk here: its locks would order what must not need them.
+// Without TestDisk, whose locks would synchronise the threads and hide races.
 TEST(Threads, LogRegisterSplitAndSwitchAtOnce) {
   constexpr int kThreads = 32;
   constexpr int kLines = 30;

@@ -1,5 +1,5 @@
-// Logs before and after `main`, into "run.csv" in the folder of the first argument. The archive of
-// the library is linked behind this file: the log here is constructed before the library's objects
+// Logs before and after `main`, to "run.csv" in the folder in the first argument. The static
+// library is linked after this file, so the log here is constructed before the library's objects
 // and destroyed after them.
 #include <string>
 #include <thread>

@@ -1,5 +1,5 @@
-// Logs from several threads into a series of files in the folder of the first argument until it is
-// killed. Once a line is on the disk, its thread notes so in a file of its own.
+// Logs from several threads to a series of files in the folder in the first argument until it is
+// killed. When a line is on the disk, its thread records that in a file of its own.
 #include <fstream>
 #include <string>
 #include <thread>

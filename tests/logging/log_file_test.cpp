@@ -17,7 +17,7 @@ namespace {
 using testing::internal::CaptureStdout;
 using testing::internal::GetCapturedStdout;
 
-TEST(LogNames, AreJoinedFromFolderAndName) {
+TEST(LogNames, JoinFolderAndName) {
   const struct {
     const char* path;
     const char* name;
@@ -35,7 +35,7 @@ TEST(LogNames, AreJoinedFromFolderAndName) {
                                std::regex(R"(logs/VexorLog_\d{8}_\d{9}\.csv)")));
 }
 
-TEST(LogNames, CountInASeries) {
+TEST(LogNames, HaveTheIndexOfTheSeries) {
   const struct {
     const char* name;
     unsigned index;
@@ -74,7 +74,7 @@ TEST(LogFile, OpensItsFileAsTheOptionSays) {
   }
 }
 
-TEST(LogFile, WritesOneLineACallAndEndsATornOneFirst) {
+TEST(LogFile, WritesOneLinePerCallAndEndsATornLineFirst) {
   const TemporaryFolder folder;
   WriteBytes(folder / "run.csv", "whole\ntor");
   VexorLogging log;
@@ -85,7 +85,7 @@ TEST(LogFile, WritesOneLineACallAndEndsATornOneFirst) {
   EXPECT_EQ(ReadLog(folder / "run.csv"), "whole\ntor\nbare\nended\n\n\ntwo\nlines\nquote\",raw\n");
 }
 
-TEST(LogFile, DropsWhatIsAboveItsLevelUnlessForced) {
+TEST(LogFile, DropsLinesAboveItsLevelUnlessForced) {
   const TemporaryFolder folder;
   VexorLogging log;
   EXPECT_EQ(log.GetGlobalLogLevel(), TRACE_INFORMATION);
@@ -130,7 +130,7 @@ TEST(LogFile, PrintsItsLinesWhileNoFileIsOpen) {
   EXPECT_EQ(ReadLog(folder / "run.csv"), "in the file\n");
 }
 
-TEST(LogFile, AnnouncesItselfAndTellsItsNames) {
+TEST(LogFile, PrintsItsNameAndReturnsItsPaths) {
   const TemporaryFolder folder;
   const std::string file = folder / "run.csv";
   VexorLogging log("");
@@ -152,7 +152,7 @@ TEST(LogFile, AnnouncesItselfAndTellsItsNames) {
   EXPECT_EQ(log.GetBuffer()[0], '\0');
 }
 
-TEST(LogFile, StaysWhereARelativePathLedAtItsStart) {
+TEST(LogFile, KeepsItsFolderWhenTheCurrentFolderChanges) {
   const QuietConsole quiet;
   const TemporaryFolder folder;
   const std::filesystem::path before = std::filesystem::current_path();
@@ -170,7 +170,7 @@ TEST(LogFile, StaysWhereARelativePathLedAtItsStart) {
   EXPECT_EQ(ReadLog(folder / "logs/run_1.csv"), "1\n");
 }
 
-TEST(LogFile, PutsTheHeaderAboveTheFirstLineThatIsWritten) {
+TEST(LogFile, WritesTheHeaderAboveTheFirstLine) {
   const TemporaryFolder folder;
   const std::string file = folder / "run.csv";
   VexorLogging log("A,B\n");
@@ -200,7 +200,7 @@ TEST(LogFile, PutsTheHeaderAboveTheFirstLineThatIsWritten) {
   EXPECT_EQ(GetCapturedStdout(), "5\n");
 }
 
-TEST(LogFile, BeginsWithAHeaderAndAVersionNoteThatMakeATable) {
+TEST(LogFile, BeginsWithAHeaderAndAVersionNoteOfTheSameWidth) {
   const TemporaryFolder folder;
   VexorLogging log;
   ASSERT_TRUE(log.Initialize(folder.path(), "run", TRACE_CRITICAL, LOG_FILE_NEW, false, false,
@@ -311,7 +311,7 @@ std::string Series(const TemporaryFolder& folder) {
   return files;
 }
 
-TEST(LogSeries, SplitsBeforeTheLineThatWouldGoOverTheLimit) {
+TEST(LogSeries, SplitsBeforeTheLineThatWouldExceedTheLimit) {
   const QuietConsole quiet;
   const struct {
     const char* header;
@@ -335,7 +335,7 @@ TEST(LogSeries, SplitsBeforeTheLineThatWouldGoOverTheLimit) {
   }
 }
 
-TEST(LogSeries, KeepsOneLoggedLineAFileWhateverTheLimit) {
+TEST(LogSeries, WritesAtLeastOneLineToEachFile) {
   const TemporaryFolder folder;
   VexorLogging log("H");
   log.SetLinesLimitToSplit(1);
@@ -350,7 +350,7 @@ TEST(LogSeries, KeepsOneLoggedLineAFileWhateverTheLimit) {
   EXPECT_EQ(log.GetLogPath(), folder.path());
 }
 
-TEST(LogSeries, CountsTheLinesThatAFileHas) {
+TEST(LogSeries, CountsTheLinesOfAnExistingFile) {
   const QuietConsole quiet;
   const TemporaryFolder folder;
   WriteBytes(folder / "run_0.csv", "a\nb");
@@ -362,7 +362,7 @@ TEST(LogSeries, CountsTheLinesThatAFileHas) {
   EXPECT_EQ(Series(folder), "run_0.csv: a b 1 run_1.csv: 2 ");
 }
 
-TEST(LogSeries, BeginsWhenALimitComesLater) {
+TEST(LogSeries, BeginsWhenALimitIsSetLater) {
   const QuietConsole quiet;
   const TemporaryFolder folder;
   VexorLogging log;
@@ -373,7 +373,7 @@ TEST(LogSeries, BeginsWhenALimitComesLater) {
   EXPECT_EQ(Series(folder), "run.csv: 1 2 3 run_1.csv: 4 5 run_2.csv: 6 ");
 }
 
-TEST(LogSeries, IsResumedBehindTheNumberOfTheName) {
+TEST(LogSeries, ContinuesAfterTheNumberInTheName) {
   const QuietConsole quiet;
   const struct {
     const char* name;
@@ -407,7 +407,7 @@ TEST(LogSeries, IsResumedBehindTheNumberOfTheName) {
   }
 }
 
-TEST(LogSeries, GoesOnWhenItContinues) {
+TEST(LogSeries, KeepsCountingWhenALogIsContinued) {
   const QuietConsole quiet;
   const TemporaryFolder folder;
   VexorLogging log;
@@ -422,7 +422,7 @@ TEST(LogSeries, GoesOnWhenItContinues) {
   EXPECT_EQ(ReadLog(folder / "anew_1.csv"), "7\n");
 }
 
-TEST(LogSeries, IsContinuedBehindItsLastFile) {
+TEST(LogSeries, ContinueLogAppendsToTheLastFile) {
   const QuietConsole quiet;
   const struct {
     std::uint32_t limit;
@@ -473,7 +473,7 @@ class FrontEnd : public ContextUtils {
   VexorLogging& log_;
 };
 
-TEST(LogAutoRun, IsUpdatedWhenTheLogHasMoved) {
+TEST(LogAutoRun, IsUpdatedAfterTheLogMoves) {
   const TemporaryFolder folder;
   VexorLogging log;
   FrontEnd front_end(log);
@@ -529,7 +529,7 @@ TEST(LogAutoRun, MayThrow) {
   EXPECT_EQ(GetFilesInFolder(folder.path()).size(), 102U);
 }
 
-TEST(LogFile, HasANameOfItsOwnWhenTheTimeGivesIt) {
+TEST(LogFile, GetsAUniqueNameFromTheTime) {
   const TemporaryFolder folder;
   std::vector<std::unique_ptr<VexorLogging>> logs;
   for (int i = 0; i < 60; ++i) {
@@ -542,7 +542,7 @@ TEST(LogFile, HasANameOfItsOwnWhenTheTimeGivesIt) {
   EXPECT_EQ(ReadLog(logs.front()->GetLogFile()), "0\n");
 }
 
-TEST(LogFile, CountsAnewWhenOthersHaveCutIt) {
+TEST(LogFile, CountsItsLinesAgainAfterOthersHaveCutIt) {
   const QuietConsole quiet;
   const TemporaryFolder folder;
   VexorLogging log("H");

@@ -1,4 +1,4 @@
-// Finding logs in folders, and merging them by their times.
+// Finding logs in folders, and merging them in order of time.
 
 #include "vexor/logging/log_files.h"
 
@@ -59,7 +59,7 @@ std::vector<std::string> Show(const FoundLogs& found) {
   return shown;
 }
 
-TEST(FindLogs, PutsSeriesTogether) {
+TEST(FindLogs, GroupsTheFilesOfASeries) {
   struct Case {
     std::vector<std::pair<const char*, std::vector<int>>> files;  // and the times in them
     std::vector<std::string> found;
@@ -93,7 +93,7 @@ TEST(FindLogs, PutsSeriesTogether) {
   }
 }
 
-TEST(FindLogs, NamesWhatIsNoLog) {
+TEST(FindLogs, ListsPathsThatAreNotLogs) {
   const TemporaryFolder folder;
   const TemporaryFolder second;
   WriteBytes(folder / "b_0.csv", LogOf({1}));
@@ -115,7 +115,7 @@ TEST(FindLogs, NamesWhatIsNoLog) {
   EXPECT_EQ(found.series[0].files[0].first, 1000);
 }
 
-// A straightforward merge, against which the other is held: always the smallest next row.
+// A straightforward merge to compare with: always takes the smallest next row.
 std::vector<std::pair<std::size_t, int>> MergeByHand(const std::vector<std::vector<int>>& series) {
   std::vector<std::pair<std::size_t, int>> merged;
   std::vector<std::size_t> next(series.size());
@@ -171,7 +171,7 @@ TEST(LogMerge, OrdersTheRowsOfAllSeries) {
   }
 }
 
-TEST(LogMerge, GoesOnWhereAFileCannotBeRead) {
+TEST(LogMerge, ContinuesAfterAFileThatCannotBeRead) {
   const TemporaryFolder folder;
   for (const int i : {0, 1, 2}) {
     WriteBytes(folder / ("run_" + std::to_string(i) + ".csv"), LogOf({i}));
@@ -191,9 +191,9 @@ TEST(LogMerge, GoesOnWhereAFileCannotBeRead) {
   EXPECT_EQ(merge.Faults()[0].error, std::errc::no_such_file_or_directory);
 }
 
-// A file that changes while it is read: the rows before are given, and what happened is told with
-// the line that reading has come to.
-TEST(LogMerge, TellsWhereAFileEnds) {
+// A file that changes while it is read: the rows before the change are returned, and the change is
+// reported with the line where reading ended.
+TEST(LogMerge, ReportsTheLineWhereReadingEnded) {
   const bool is_windows = std::filesystem::path::preferred_separator == '\\';
   const std::string row = "1970-01-01 00:00:01.000," + std::string(75, 'x') + "\n";
   std::string log = "Time,Notes\n";
@@ -241,7 +241,7 @@ TEST(LogMerge, TellsWhereAFileEnds) {
   }
 }
 
-TEST(LogMerge, TellsOfALineThatIsTooLong) {
+TEST(LogMerge, ReportsRowsThatAreTooLong) {
   const TemporaryFolder folder;
   const std::string much(2000, 'x');
   for (const int i : {0, 1}) {

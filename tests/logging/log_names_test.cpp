@@ -13,7 +13,7 @@
 
 namespace {
 
-TEST(LogNames, MayBeThoseOfDevicesAndStreams) {
+TEST(LogNames, AreRecognisedAsDevicesAndStreams) {
   for (const char* name :
        {"NUL", "nul.csv", "logs/Con.csv", "C:\\logs\\aux.x.csv", "C:prn.csv", "COM1.csv",
         "lpt9 .csv", "conin$.csv", "CONOUT$", "run:1.csv", "C:run:1.csv", ":.csv"}) {
@@ -25,7 +25,7 @@ TEST(LogNames, MayBeThoseOfDevicesAndStreams) {
   }
 }
 
-TEST(LogNames, EndInTheNumberOfASeriesThatAnotherCanFollow) {
+TEST(LogNames, EndWithASeriesNumberThatHasANextOne) {
   using Index = std::optional<std::uint32_t>;
   const std::pair<const char*, Index> cases[] = {
       {"run_0.csv", 0},           {"a_1/run_x_12.csv", 12}, {"run_4294967294", 4294967294},
@@ -34,7 +34,7 @@ TEST(LogNames, EndInTheNumberOfASeriesThatAnotherCanFollow) {
   for (const auto& [name, index] : cases) EXPECT_EQ(vexor::FindSeriesIndex(name), index) << name;
 }
 
-TEST(LogNames, AreRefusedWhereTheSystemWouldOpenSomethingElse) {
+TEST(LogNames, AreRefusedIfTheSystemWouldOpenAnotherFile) {
   const TemporaryFolder folder;
   std::vector<std::string> names = {std::string("run\0x", 5), std::string("\0", 1)};
   if (vexor::kHasWindowsNames) names.insert(names.end(), {"NUL", "com1.csv", "run:1"});

@@ -1,5 +1,5 @@
-// What a reader makes of logs, whole and damaged. Texts of tables are written with "@5" for a time
-// stamp of second 5, "~" for a NUL byte, and "H" in front of a line for the header of most tests.
+// Reading whole and damaged logs. In the tables, "@5" stands for a time stamp of second 5, "~" for
+// a NUL byte, and "H" before a line for the header of most tests.
 
 #include "vexor/logging/log_reader.h"
 
@@ -86,7 +86,7 @@ std::string Show(const LogRow& row) {
   return shown;
 }
 
-// What `Next` gives until it returns false.
+// Returns the rows until `Next` returns false.
 void ShowMore(LogReader& reader, Shown& shown) {
   while (reader.Next()) {
     shown.push_back(Show(reader.Row()));
@@ -257,7 +257,7 @@ const Case kCases[] = {
       "3 row no-utf8 |@2|\xE4|Debug|", "4 text no-utf8 |x\xC0\x80|"}},
 };
 
-TEST(LogReader, ReadsWhatALogMayHold) {
+TEST(LogReader, ReadsWholeAndDamagedLogs) {
   const TemporaryFolder folder;
   const std::string path = folder / "log.csv";
   for (const Case& row : kCases) {
@@ -304,7 +304,7 @@ std::string WithCells(const std::string& test, const std::string& result, const 
                 std::string(33, ',') + level);
 }
 
-TEST(LogRow, HasTypedViews) {
+TEST(LogRow, ConvertsCellsToValues) {
   const SuiteRow whole(WithCells("GSTATES", "PASS", "x", "n", " Critical "));
   const LogRow row = whole.Row();
   EXPECT_EQ(row.Kind(), LogRowKind::kRow);
@@ -353,7 +353,7 @@ TEST(LogRow, HasTypedViews) {
   }
 }
 
-TEST(LogRow, HasTheLastColumnInQuotes) {
+TEST(LogRow, FindsAQuotedLastColumn) {
   const TemporaryFolder folder;
   WriteBytes(folder / "log.csv", Expand("Time,Notes\n@1,\"" + std::string(20, 'x') + ", y\"\n"));
   LogReader reader;
@@ -362,7 +362,7 @@ TEST(LogRow, HasTheLastColumnInQuotes) {
   EXPECT_EQ(reader.Row().At("Notes"), std::string(20, 'x') + ", y");
 }
 
-TEST(LogReader, TakesHeadersOfUpTo4096Columns) {
+TEST(LogReader, AcceptsHeadersOfUpTo4096Columns) {
   const TemporaryFolder folder;
   for (const int columns : {4096, 4097}) {
     std::string header = "Time";
@@ -375,7 +375,7 @@ TEST(LogReader, TakesHeadersOfUpTo4096Columns) {
   }
 }
 
-TEST(LogTime, IsReadAndWritten) {
+TEST(LogTime, IsParsedAndFormatted) {
   for (const char* const stamp :
        {"2024-03-07 09:05:02.017", "1970-01-01 00:00:00.000", "2024-02-29 23:59:59.999",
         "0000-01-01 00:00:00.000", "9999-12-31 23:59:59.999"}) {
@@ -547,7 +547,7 @@ TEST(LogReader, CutsRowsThatAreTooLong) {
   EXPECT_EQ(shown[601], "602 row 32");
 }
 
-// Rows that make a reader search far, again and again, unless it remembers what it has searched.
+// Rows for which a reader would search the same bytes again and again unless it remembers them.
 TEST(LogReader, TakesLinearTime) {
   constexpr std::size_t kSize = 600'000;
   const TemporaryFolder folder;
@@ -587,7 +587,7 @@ TEST(LogReader, TakesLinearTime) {
   }
 }
 
-TEST(LogReader, SaysWhatCannotBeRead) {
+TEST(LogReader, ReportsFilesThatCannotBeRead) {
   const TemporaryFolder folder;
   LogReader reader;
   EXPECT_FALSE(reader.Next());
@@ -633,7 +633,7 @@ TEST(LogReader, FollowsAFileThatGrows) {
   EXPECT_EQ(more(), (Shown{"8 row cut-off |@5|f||"}));
 }
 
-TEST(LogReader, NoticesWhatBecomesOfAFile) {
+TEST(LogReader, NoticesThatAFileShrinksOrIsReplaced) {
   if (std::filesystem::path::preferred_separator == '\\') {
     GTEST_SKIP() << "an open file cannot be replaced there";
   }

@@ -1,5 +1,4 @@
-// What a reader makes of a log that was cut off anywhere, and gone on with; and the searches that
-// it rests on.
+// Reading logs that were cut off anywhere and then continued; and the byte searches of the reader.
 
 #include <gtest/gtest.h>
 
@@ -63,8 +62,8 @@ std::string WithReturns(std::string_view text) {
   return changed;
 }
 
-// Wherever the power goes: all rows that were whole are read, what is left of another is not taken
-// for one, and the place is noticed, unless nothing but a line end was missing and was added.
+// Wherever a log is cut off, all complete rows are read, the rest of an incomplete one is not read
+// as a row, and the damage is marked, unless only a line end was missing, which is then added.
 class LogRecovery : public testing::TestWithParam<bool> {};
 
 TEST_P(LogRecovery, FindsEveryCut) {

@@ -1,4 +1,4 @@
-// What the tests of the logs read back.
+// Helpers to open and read the logs of tests.
 #pragma once
 
 #include <string>
@@ -11,8 +11,8 @@
 
 using Rows = std::vector<std::vector<std::string>>;
 
-// The rows of a text of comma-separated values, by the rules of RFC 4180; nothing when the text
-// breaks them.
+// Returns the rows of a text of comma-separated values as defined in RFC 4180; nothing if the text
+// is not valid.
 inline Rows ParseCsv(std::string_view text) {
   Rows rows(1, {""});
   enum { kStart, kPlain, kQuoted, kClosed } state = kStart;

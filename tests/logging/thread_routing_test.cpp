@@ -37,7 +37,7 @@ TEST(Routing, FindsTheFirstRegistrationOfAThread) {
   EXPECT_EQ(other.GetTestLogLevel(PM_TEST_HWP), TRACE_NO_LOG);
 }
 
-TEST(Routing, BeginsAnewWithALogThatDoesNotContinue) {
+TEST(Routing, IsClearedByALogThatIsNotContinued) {
   const TemporaryFolder folder;
   const std::jthread thread([] {});
   VexorLogging other;
@@ -65,7 +65,7 @@ TEST(Routing, BeginsAnewWithALogThatDoesNotContinue) {
   EXPECT_EQ(other.GetThreadLogLevel(self), TRACE_INFORMATION);
 }
 
-TEST(Routing, LeadsCodeThatKnowsOnlyItsThreadToItsLog) {
+TEST(Routing, FindsTheLogOfTheCallingThread) {
   const TemporaryFolder folder;
   VexorLogging log;
   ASSERT_TRUE(OpenPlain(log, folder, "run"));
@@ -87,7 +87,7 @@ TEST(Routing, LeadsCodeThatKnowsOnlyItsThreadToItsLog) {
   EXPECT_EQ(ReadLog(folder / "run.csv"), "under the thread's level\n");
 }
 
-TEST(Routing, BeginsForAThreadThatMovesALogToItsNextFile) {
+TEST(Routing, RegistersAThreadThatMovesALogToItsNextFile) {
   const QuietConsole quiet;
   const TemporaryFolder folder;
   VexorLogging log;

@@ -1,6 +1,5 @@
-// The writer, the settings file and the log on a failing disk: of all calls of a run one after the
-// other fails, alone or with all that follow, the disk gets full after so many bytes, or no write
-// takes more than so many.
+// The writer, the settings file and the log on a failing disk. Each call of a run fails in turn,
+// alone or with all that follow; the disk is full after a number of bytes; or writes are short.
 #include <gtest/gtest.h>
 
 #include <iostream>
@@ -48,7 +47,8 @@ void RepairDisk() {
   TestDisk::LimitWrite(TestDisk::kUnlimited);
 }
 
-// The old content or the new one, the new one where the call says so, and nothing besides.
+// The file must have its old or its new content, the new one if the call succeeded, and the folder
+// no other file.
 void ExpectOldOrNew(const TemporaryFolder& folder, bool written, bool is_error,
                     const std::string& now, const std::string& old_text,
                     const std::string& new_text) {
@@ -87,7 +87,7 @@ void WriteSettings(const Fault& fault, int nth) {
   EXPECT_EQ(ReadBytes(path), "a=1" + end + "b=2" + end + "c=3" + end);
 }
 
-// Every line is found once, in the files or on standard output, and none is torn into another.
+// Every line must occur exactly once, in the files or on standard output, and not mix with another.
 void WriteLog(const Fault& fault, int nth) {
   const TemporaryFolder folder;
   testing::internal::CaptureStdout();
@@ -121,7 +121,7 @@ void WriteLog(const Fault& fault, int nth) {
   EXPECT_EQ(printed.find("line 5.") == std::string::npos, is_open) << all;
 }
 
-TEST(FileCalls, MayFailOneAfterTheOther) {
+TEST(FileCalls, MayFailAtAnyStep) {
   const QuietConsole quiet;
   int faulty_runs = 0;
   for (const auto run : {WriteConfig, WriteSettings, WriteLog}) {

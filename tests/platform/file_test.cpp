@@ -12,7 +12,7 @@ namespace {
 using vexor::File;
 using vexor::OpenMode;
 
-TEST(File, AppendsBesideOthersInOneCallAndKnowsThatItWasRemoved) {
+TEST(File, AppendsInOneCallAlongsideOtherWritersAndNoticesItsRemoval) {
   const TemporaryFolder folder;
   const TestDisk disk;
   File first;
@@ -32,7 +32,7 @@ TEST(File, AppendsBesideOthersInOneCallAndKnowsThatItWasRemoved) {
   EXPECT_EQ(first.ReadStatus()->removed, removed);
 }
 
-TEST(File, GoesOnAfterShortWritesAndLeavesNothingOfAFailedOne) {
+TEST(File, CompletesShortWritesAndRemovesThePartOfAFailedOne) {
   const TemporaryFolder folder;
   const TestDisk disk;
   File file;

@@ -1,5 +1,4 @@
-// What is special about files here: pipes, devices, and numbers that stand for the standard
-// streams.
+// Special files of POSIX systems: pipes, devices, and descriptors of the standard streams.
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -19,7 +18,7 @@
 
 namespace {
 
-TEST(LogFile, IsARegularFile) {
+TEST(LogFile, RefusesPipesAndDevices) {
   const TemporaryFolder folder;
   ASSERT_EQ(mkfifo((folder / "pipe.csv").c_str(), 0666), 0);
   std::filesystem::create_symlink(folder / "pipe.csv", folder / "link.csv");
@@ -58,7 +57,7 @@ TEST(LogReader, WaitsForAPipeThatSomebodyWrites) {
   EXPECT_EQ(ReadRows(path), std::pair(std::string("first;second;"), std::error_code()));
 }
 
-TEST(LogReader, SaysWhatItMayNotRead) {
+TEST(LogReader, ReportsFilesWithoutPermission) {
   if (geteuid() == 0) GTEST_SKIP() << "root reads every file";
   const TemporaryFolder folder;
   WriteBytes(folder / "log.csv", "a\n");
@@ -68,7 +67,7 @@ TEST(LogReader, SaysWhatItMayNotRead) {
   EXPECT_EQ(found.others[0].error, std::errc::permission_denied);
 }
 
-TEST(File, IsNotTakenForAStandardStreamThatIsClosed) {
+TEST(File, DoesNotReplaceAClosedStandardStream) {
   const TemporaryFolder folder;
   const int saved = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 10);
   close(STDOUT_FILENO);

@@ -10,8 +10,8 @@
 
 #include "platform/platform.h"
 
-// Stands between the library and the system's files for as long as it lives; one at a time. The
-// calls still reach the real files.
+// While an object exists, it intercepts the library's file calls; one object at a time. The calls
+// still reach the real files.
 class TestDisk {
  public:
   enum Step : std::uint8_t { kOpen, kWrite, kFlush, kStatus, kSyncName, kRename, kCut, kAny };
@@ -22,19 +22,18 @@ class TestDisk {
   TestDisk& operator=(const TestDisk&) = delete;
   ~TestDisk();
 
-  // From now on calls of this step fail, after `spared` more of them have succeeded; no more than
-  // `times`.
+  // Lets calls of this step fail after `spared` more of them have succeeded; at most `times` calls.
   static void Break(Step step, std::errc error = std::errc::io_error, int spared = 0,
                     int times = std::numeric_limits<int>::max());
   static void Repair(Step step);
 
-  // So many more bytes can be written; then the disk is full.
+  // Lets the disk be full after this many more bytes.
   static void LimitSpace(std::uint64_t bytes);
 
-  // No write takes more bytes at once.
+  // Limits the bytes that one write accepts.
   static void LimitWrite(std::uint64_t bytes);
 
-  // Flushes are slow, and nothing reaches the real disk: they wait so long and succeed.
+  // Makes flushes wait this long and succeed, without flushing the real disk.
   static void PretendFlushes(std::chrono::microseconds duration);
 
   // Flushes of files whose path contains the text begin, but do not end until `ReleaseFlushes`.

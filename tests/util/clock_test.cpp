@@ -13,7 +13,7 @@ namespace {
 
 using std::chrono::steady_clock;
 
-TEST(Clock, WaitsLastAsLongAsAskedFor) {
+TEST(Clock, WaitsForTheGivenTime) {
   const struct {
     void (*wait)();
     std::uint64_t microseconds;
@@ -81,7 +81,7 @@ vexor::LocalTimePoint ReadLeapDay() {
   return local_days(2024y / February / 29) + 23h + 5min + 9s + 7ms;
 }
 
-TEST(Clock, StampsAreThoseOfTheClockThatWasSet) {
+TEST(Clock, StampsUseTheClockThatWasSet) {
   vexor::SetLocalClock(ReadLeapDay);
   EXPECT_EQ(GetCurTimeStamp(), "2024-02-29 23:05:09.007");
   EXPECT_EQ(GetTimeStamp(), "20240229_230509007");

@@ -18,7 +18,7 @@ struct Arguments {
   std::vector<char*> pointers;
 };
 
-TEST(CommandLine, AsksInAnyCaseAndReadsInItsOwn) {
+TEST(CommandLine, IgnoresCaseOnlyInHasCmdOption) {
   Arguments arguments({"prog", "-T", "5", "-x"});
   EXPECT_TRUE(hasCmdOption(arguments.Begin(), arguments.End(), "-t"));
   EXPECT_TRUE(hasCmdOption(arguments.Begin(), arguments.End(), "-X"));

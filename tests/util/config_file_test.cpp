@@ -39,8 +39,8 @@ TEST(ConfigFile, ReadsEntries) {
   EXPECT_FALSE(ConfigFile(folder / "missing").KeyExists(""));
 }
 
-// Reads the file with a user who types four characters, and tells on standard error what was
-// printed and how many of them are left when the process ends.
+// Reads the file with four characters on standard input. At the end of the process, prints on
+// standard error what was printed before and how many of the characters were not read.
 void ReadAsUser(const std::string& path) {
   static std::istringstream typed("1234");
   std::cin.rdbuf(typed.rdbuf());
@@ -94,7 +94,7 @@ TEST(ConfigFile, RewritesItsEntriesSorted) {
   EXPECT_FALSE(ConfigFile(folder / "no/folder").WriteKeyValue("a", "b"));
 }
 
-TEST(ConfigFile, IsWrittenInAFolderThatLetsOnlyItsFilesBeChanged) {
+TEST(ConfigFile, IsWrittenInAFolderThatAllowsNoNewFiles) {
   const TemporaryFolder folder;
   const std::string path = folder / "f";
   const std::string end(vexor::kLineEnd);

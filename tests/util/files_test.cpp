@@ -10,7 +10,7 @@
 
 namespace {
 
-TEST(Paths, AreTakenApartAtBothSeparators) {
+TEST(Paths, AreSplitAtBothSeparators) {
   const struct {
     const char* path;
     const char* folder;
@@ -70,14 +70,14 @@ TEST(Files, AreFoundReadAndListed) {
   EXPECT_EQ(GetFilesInFolder(""), std::vector<std::string>());
 }
 
-TEST(Files, AreSavedAndTellWhyNot) {
+TEST(Files, AreSavedOrReturnTheError) {
   const TemporaryFolder folder;
   EXPECT_EQ(vexor::SaveFile(folder / "f", "new\r\n"), std::error_code());
   EXPECT_EQ(ReadBytes(folder / "f"), "new\r\n");
   EXPECT_EQ(vexor::SaveFile(folder / "missing/f", ""), std::errc::no_such_file_or_directory);
 }
 
-TEST(Files, StandInFoldersThatAreMade) {
+TEST(Files, MakeFoldersCreatesMissingFolders) {
   const TemporaryFolder folder;
   WriteBytes(folder / "file", "");
   // Windows tells only of the piece that is in the way.

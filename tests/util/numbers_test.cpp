@@ -54,7 +54,7 @@ TEST(Numbers, String2IntegerReadsWholeUnsignedTexts) {
   }
 }
 
-TEST(Numbers, String2FloatReadsTheFrontOfPlainDecimals) {
+TEST(Numbers, String2FloatReadsTheBeginningOfPlainDecimals) {
   const std::pair<double, std::vector<std::string>> cases[] = {
       {2.5, {"2.5", "02.50", "2.5-1", "2.5.1"}},
       {-0.5, {"-.5", "-0.5-"}},
@@ -161,7 +161,7 @@ TEST(Numbers, GetDoubleListStepsThroughRanges) {
   }
 }
 
-TEST(Numbers, RangesTooLongEndAtOnce) {
+TEST(Numbers, RangesThatAreTooLongThrowImmediately) {
   EXPECT_EQ(GetIntegerList("1-16777216", ',', 0).size(), 16'777'216U);
   for (const char* text :
        {"0-16777216", "18446744073709551615-0", "5,0-4294967295", "1-9999999,x,1-7777777"}) {
@@ -188,7 +188,7 @@ TEST(Numbers, GetIntergerRangeDoesNotExpand) {
   EXPECT_EQ(GetIntergerRange(""), Integers{0});
 }
 
-TEST(Numbers, ListsBackToText) {
+TEST(Numbers, ListsAreFormattedAsText) {
   const Integers values = {1, 0, -1, 31, INT32_MIN};
   EXPECT_EQ(IntergerList2HexString(values, false), "0x1; 0x1f");
   EXPECT_EQ(IntergerList2HexString(values, true), "0x1; 0x0; 0xffffffff; 0x1f; 0x80000000");

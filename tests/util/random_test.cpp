@@ -4,9 +4,9 @@
 
 namespace {
 
-// The expected values were computed apart from this library, from the published algorithm.
+// The expected values were computed independently of this library, from the published algorithm.
 
-TEST(UserRand, GivesTheSequenceOfItsSeed) {
+TEST(UserRand, ReturnsTheSequenceOfItsSeed) {
   struct Case {
     unsigned seed;
     std::uint32_t values[4];
@@ -40,7 +40,7 @@ TEST(UserRand, EqualBoundsStillTakeAStep) {
   EXPECT_EQ(random.NextUint(), 0x1EFA0761U);
 }
 
-TEST(UserRand, HandsOutTheBitsOfAStepFromTheTop) {
+TEST(UserRand, ReturnsTheBitsOfAStepFromTheHighestDown) {
   UserRand random(7);
   std::uint32_t bits = 0;
   for (int i = 0; i < 32; ++i) bits = bits << 1U | (random.NextBool() ? 1U : 0U);

@@ -24,7 +24,7 @@ TEST(Strings, SplitsAppendsAndReturnsAll) {
   EXPECT_EQ(out, all);
 }
 
-TEST(Strings, SplitByStringRestartsTwoBehindTheMatch) {
+TEST(Strings, SplitByStringContinuesTwoCharactersAfterAMatch) {
   EXPECT_EQ(SplitByString("", ", "), Texts{""});
   EXPECT_EQ(SplitByString("a, b, c", ", "), (Texts{"a", "b", "c"}));
   EXPECT_EQ(SplitByString(", a, ", ", "), (Texts{"", "a", ""}));
@@ -115,7 +115,7 @@ TEST(Strings, Transformations) {
   EXPECT_EQ(text, "1, 2");
 }
 
-TEST(Strings, ConcatPutsTheTailBehindAllButTheLastTwo) {
+TEST(Strings, ConcatAddsTheTailToAllButTheLastTwo) {
   const std::vector<const char*> items = {"a", "b", "c"};
   EXPECT_EQ(ConcatCharVec(items, "or ", "+", false, false), "'a' +or 'b' or 'c' ");
   EXPECT_EQ(ConcatCharVec(items, "or ", "+", true, true), "or 'a' +or 'b' or 'c' +");
@@ -161,8 +161,7 @@ TEST(Strings, RecognisesNumbers) {
   EXPECT_TRUE(IsNotDigit('/') && IsNotDigit(':') && !IsNotDigit('0') && !IsNotDigit('9'));
 }
 
-// Megabytes must not take minutes: each of these would, if it moved the rest of the text for every
-// match.
+// Each of these would take minutes for megabytes if it moved the rest of the text for every match.
 TEST(Strings, LongTextsTakeLinearTime) {
   std::string text;
   for (int i = 0; i < 1'000'000; ++i) text += "a, ";

@@ -18,7 +18,7 @@ namespace {
 using GetName = const char* (*)(int);
 using ParseName = int (*)(std::string_view);
 
-// Brings the parsers, each with a result type of its own, to one type.
+// Wraps the parsers, which have different result types, in functions of the same type.
 template <auto Parse>
 int AsInt(std::string_view text) {
   return Parse(text);
@@ -141,7 +141,7 @@ constexpr auto kTables = std::to_array<Table>({
      "RAPL Pkg Clamp Limit2;Pkg Power Limit2(Watt);Pkg Time Limit2;WinIdle BIOS En"},
 });
 
-TEST(NameTables, EveryNameGoesOutAndComesBack) {
+TEST(NameTables, EveryNameIsParsedBack) {
   for (const Table& table : kTables) {
     SCOPED_TRACE(table.names);
     std::string names;
@@ -165,7 +165,7 @@ TEST(NameTables, EveryNameGoesOutAndComesBack) {
   }
 }
 
-// Whether the enumeration of the value has an enumerator for it: the compiler prints the others as
+// Whether the enumeration has an enumerator for the value. If not, the compiler prints the value as
 // a cast of a number.
 template <auto kValue>
 constexpr bool IsEnumerator() {
@@ -214,7 +214,7 @@ TEST(NameTables, OlderMaskNamesAreAccepted) {
   }
 }
 
-TEST(NameTables, ListsKnowTheirSize) {
+TEST(NameTables, ListSizesAreReturned) {
   EXPECT_EQ(GetDefSysInfoListSize(), 45);
   EXPECT_EQ(GetDefSysCfgListSize(), 38);
 }

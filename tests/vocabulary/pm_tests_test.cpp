@@ -10,7 +10,7 @@
 
 namespace {
 
-TEST(PmTests, NamesGoOutAndComeBack) {
+TEST(PmTests, NamesAreParsedBack) {
   std::string names;
   for (int value = PM_TEST_VEXOR; value <= PM_TEST_END; ++value) {
     const auto id = static_cast<VEXOR_PM_TEST_ID>(value);
@@ -32,14 +32,14 @@ TEST(PmTests, NamesGoOutAndComeBack) {
   }
 }
 
-TEST(PmTests, LongNamesHonourCaseExceptOne) {
+TEST(PmTests, CaseOfLongNamesMattersExceptForOne) {
   EXPECT_EQ(GetPMTestID("cstates", false), PM_TEST_MAX);
   EXPECT_EQ(GetPMTestID("DGFX-SAGV", false), PM_TEST_DGFX_SAGV);
   EXPECT_EQ(GetPMTestID("dgfx-sagv", false), PM_TEST_DGFX_SAGV);
   EXPECT_EQ(GetPMTestID("DGFX-RC6", false), PM_TEST_MAX);
 }
 
-TEST(PmTests, OlderNamesAreAcceptedAndNotGivenBack) {
+TEST(PmTests, OlderNamesAreAcceptedButNotReturned) {
   EXPECT_EQ(GetPMTestID("GT-DVFS", false), PM_TEST_IGFX_DVFS);
   EXPECT_EQ(GetPMTestID("GT-RC6", false), PM_TEST_IGFX_RC6);
   EXPECT_EQ(GetPMTestID("gt-rc6", true), PM_TEST_IGFX_RC6);
