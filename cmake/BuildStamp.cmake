@@ -1,4 +1,4 @@
-# Writes a header that says of which source revision the library is built, and when. Run as a script:
+# Writes a header with the source revision and the time of the build. Run as a script:
 #   cmake -DSOURCE=<source folder> -DOUTPUT=<header> -P BuildStamp.cmake
 # The date is that of SOURCE_DATE_EPOCH if the environment sets it (CMake's TIMESTAMP sees to that).
 execute_process(

@@ -1,5 +1,5 @@
-# Names the C++ runtime that the project's compiler builds for; the library and a program need the
-# same, because strings and containers cross the border between them.
+# Finds the name of the C++ runtime of the project's compiler. The library and a program need the
+# same one, because they pass strings and containers to each other.
 include(CheckCXXSourceCompiles)
 
 function(vexor_get_cxx_runtime result)

@@ -1,5 +1,5 @@
-# Finds CLI11, which is headers alone: Debian's package brings a CMake package for the machine, but
-# none for a target that is cross-built for.
+# Finds CLI11, a header-only library. Debian has a CMake package of it for the machine itself, but
+# not for cross-builds.
 include(FindPackageHandleStandardArgs)
 
 find_path(CLI11_INCLUDE_DIR CLI/CLI.hpp)

@@ -1,4 +1,4 @@
-# Finds RE2, whose Debian package brings a pkg-config file and no CMake package.
+# Finds RE2, whose Debian package has a pkg-config file but no CMake package.
 include(FindPackageHandleStandardArgs)
 
 find_path(RE2_INCLUDE_DIR re2/re2.h)

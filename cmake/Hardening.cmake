@@ -1,5 +1,5 @@
-# Hardens what is shipped for Linux, and keeps the build folder out of it. Debug builds are left as
-# they are, and so are builds under sanitizers, which do the same and more.
+# Hardens the binaries for Linux, and keeps the path of the build folder out of them. Debug builds are
+# not hardened, and neither are builds with sanitizers, which detect more.
 #
 #   stack protector, stack clash protection   a frame that overflows ends the process
 #   _FORTIFY_SOURCE                           so does a C library call that overruns its buffer

@@ -1,5 +1,5 @@
-# What an installation consists of, beside the tool, in four components: Runtime, Development,
-# Tools and Documentation. Nothing in it holds the prefix: an installed tree may be moved.
+# The installed files, except those of the tools, in four components: Runtime, Development, Tools and
+# Documentation. No file contains the prefix, so an installed tree may be moved.
 include(CMakePackageConfigHelpers)
 
 install(TARGETS VexorUtils EXPORT VexorUtilsTargets
@@ -29,7 +29,7 @@ install(FILES
   ${CMAKE_CURRENT_LIST_DIR}/CxxRuntime.cmake
   DESTINATION ${package_dir} COMPONENT Development)
 
-# The prefix is found from where the .pc file lies, and from there the folders that are relative.
+# pkg-config derives the prefix from the place of the .pc file; the folders are relative to it.
 set(pc_dir ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 if(IS_ABSOLUTE ${pc_dir})
   set(pc_prefix ${CMAKE_INSTALL_PREFIX})

@@ -1,4 +1,4 @@
-# Installs a tool with its manual page, docs/NAME.1, and what completes its command lines in bash.
+# Installs a tool with its manual page, docs/NAME.1, and its completion for bash.
 function(vexor_install_tool name)
   if(NOT VEXOR_INSTALL)
     return()
@@ -11,7 +11,7 @@ function(vexor_install_tool name)
   install(FILES ${PROJECT_SOURCE_DIR}/docs/${name}.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1
     COMPONENT Tools)
   if(CMAKE_CROSSCOMPILING)
-    return()  # the tool that prints the completion does not run here
+    return()  # the tool cannot run here to print its completion
   endif()
   set(completion ${CMAKE_CURRENT_BINARY_DIR}/completion/${name})  # bash finds it by this name
   add_custom_command(OUTPUT ${completion}

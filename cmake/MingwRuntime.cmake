@@ -1,6 +1,6 @@
-# Puts the compiler's runtime DLLs beside the programs, without their debug information, which is nine
-# tenths of them. The library and its callers share the runtime, because strings and exceptions
-# cross the border between them. VEXOR_RUNTIME_DLLS lists them for the installation.
+# Copies the compiler's runtime DLLs to the programs, without debug information, which is nine tenths
+# of their size. The library and its callers share the runtime, because they pass strings and
+# exceptions to each other. VEXOR_RUNTIME_DLLS lists the DLLs for the installation.
 
 set(VEXOR_RUNTIME_DLLS)
 file(MAKE_DIRECTORY ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})

@@ -1,6 +1,5 @@
-# Microsoft's runtime as a DLL, which the library and its callers share because strings and
-# exceptions cross the border between them; debug information in the objects, from which the linker
-# makes the PDB.
+# Microsoft's runtime as a DLL, which the library and its callers share because they pass strings and
+# exceptions to each other. Debug information is in the objects, from which the linker makes the PDB.
 if(NOT DEFINED CMAKE_MSVC_RUNTIME_LIBRARY)
   set(CMAKE_MSVC_RUNTIME_LIBRARY MultiThreaded$<$<CONFIG:Debug>:Debug>DLL)
 endif()

@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
 # Usage: scripts/bench.sh [FOLDER]
 #
-# Sets up the machine, builds the benchmarks and prints one table: what the library needs beside the
-# least that the work costs and beside other libraries, each row measured in one run; below 1 the
-# library is the faster. A second table holds "vexorlog summary" against other programs, processor
-# time and memory. The logs are written to FOLDER, or build/bench-logs: a real disk it must be, with
-# 2 GB to spare, and nothing else should keep the machine busy.
+# Sets up the machine, builds the benchmarks and prints a table that compares the time of the library
+# with the minimum cost of the same work and with other libraries, each row measured in one run; a
+# ratio below 1 means that the library is faster. A second table compares processor time and memory of
+# "vexorlog summary" with other programs. Logs are written to FOLDER, or build/bench-logs, which must
+# be on a real disk with 2 GB of free space. The machine should have no other load.
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 check_arguments 1 "$@"

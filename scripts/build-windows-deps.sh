@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
 # Usage: scripts/build-windows-deps.sh
 #
-# Builds what the Windows build needs beside the compiler into build/windows-deps: tinyxml2, RE2 and
-# GoogleTest from Debian's sources, and the headers of CLI11 and of nlohmann's JSON library. Once done it does nothing, until this
-# script or the toolchain file changes. scripts/setup.sh windows installs what it needs.
+# Builds the dependencies of the Windows build into build/windows-deps: tinyxml2, RE2 and GoogleTest
+# from Debian's sources, and the headers of CLI11 and nlohmann's JSON library. Does nothing if that was
+# done since this script and the toolchain file changed. Needs "scripts/setup.sh windows".
 set -euo pipefail
 
 if (($# > 0)); then

@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
 # Usage: scripts/check-msvc.sh
 #
-# Comes as near to a build with Microsoft's compiler as a machine without it can: compiles every
-# source of the library, the tools and the examples to an object with clang-cl, for the same target
-# and with the same flags, against the headers of mingw-w64. Nothing is linked or run. Then checks
-# that the headers refuse a program that is compiled for another runtime than the library.
+# Approximates a build with Microsoft's compiler on a machine without it: compiles all sources of the
+# library, the tools and the examples to objects with clang-cl, for the same target and with the same
+# flags, against the headers of mingw-w64. Nothing is linked or run. Then checks that the headers
+# refuse a program that is compiled for another runtime than the library.
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 check_arguments 0 "$@"

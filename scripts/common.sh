@@ -8,7 +8,7 @@ print_usage() {
   awk 'NR > 1 { if (!/^#/) exit; sub(/^# ?/, ""); print }' "$0"
 }
 
-# Ends the script with its usage where its arguments ask for that or are of the wrong number.
+# Prints the usage and ends the script if the arguments ask for help or are too many.
 # Usage: check_arguments MOST "$@"
 check_arguments() {
   local most=$1
@@ -47,14 +47,14 @@ run_quietly() {
   fi
 }
 
-# Has CMake compile through ccache where there is one.
+# Lets CMake compile with ccache if it is installed.
 use_ccache() {
   if command -v ccache >/dev/null; then
     export CMAKE_CXX_COMPILER_LAUNCHER=${CMAKE_CXX_COMPILER_LAUNCHER-ccache}
   fi
 }
 
-# Configures and builds a preset; what there is to see goes to standard error.
+# Configures and builds a preset, with the output on standard error.
 # Usage: build_preset PRESET [OPTION...]
 build_preset() {
   local preset=$1

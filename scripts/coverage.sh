@@ -2,8 +2,8 @@
 # Usage: scripts/coverage.sh
 #
 # Runs the tests with gcov and prints the line and branch coverage of the library, file by file.
-# Branches that only an exception takes, or that the compiler makes of a line without code, are left
-# out.
+# Leaves out branches that only exceptions take and branches that the compiler adds to lines without
+# code.
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 check_arguments 0 "$@"

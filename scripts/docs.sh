@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Usage: scripts/docs.sh
 #
-# Sets up the machine and makes the reference of the public headers in build/docs/html. A warning is
-# an error.
+# Sets up the machine and generates the reference of the public headers in build/docs/html. Warnings
+# are errors.
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 check_arguments 0 "$@"

@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
 # Usage: scripts/fuzz.sh [SECONDS [TARGET...]]
 #
-# Feeds the library with made-up input under the sanitizers: each target of fuzz/, or the TARGETs
-# named, for so many SECONDS (30), two at a time, from its seeds and what earlier runs have found.
-# What is new to a target is kept in build/fuzz/corpus. An input that crashes or hangs the library,
-# or breaks one of its promises, is shown and kept in build/fuzz/finds, and the script fails. From
-# the same seeds it makes up the same input, unless VEXOR_FUZZ_SEED is another number; 0 is random.
+# Runs the fuzz targets under the sanitizers: all of fuzz/, or the TARGETs named, two at a time, each
+# for SECONDS (30), starting from its seeds and from the inputs of earlier runs in
+# build/fuzz/corpus, to which new inputs are added. An input that crashes or hangs the library, or
+# breaks what its headers promise, is printed and stored in build/fuzz/finds, and the script fails.
+# The random seed is fixed; VEXOR_FUZZ_SEED sets another one, 0 means random.
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 check_arguments 99 "$@"
@@ -37,7 +37,7 @@ export VEXOR_HOST_IP_FILE=/dev/null
 mkdir -p "$work/corpus" "$work/finds"
 sed -nE 's/.* name="([A-Za-z][^"]*)".*/"\1"/p' "$root/docs/vexor.xsd" | sort -u >"$work/names.dict"
 
-# Runs a target; what it says goes to a file of its own.
+# Runs a target, with its output in a file of its own.
 fuzz() {
   local target=$1 corpus=$work/corpus/$1
   local inputs=("$corpus" "$root/fuzz/seeds/$target") options=(-max_len=512)
@@ -55,7 +55,7 @@ fuzz() {
     "${options[@]}" "${inputs[@]}" >"$work/$target.log" 2>&1 </dev/null
 }
 
-# Shows how a run ended, with the input of a find.
+# Prints how a run ended, with the input if it failed.
 report() {
   local target=$1 log=$work/$1.log find
   sed -nE "s/^Done ([0-9]+) runs in ([0-9]+) .*/fuzz.sh: $target: \1 executions in \2 s/p" "$log" >&2

@@ -2,9 +2,9 @@
 # Usage: scripts/package.sh [debian | windows] [FOLDER]
 #
 # Makes packages in FOLDER, or build/packages, and prints their names: Debian packages of the
-# library, of its development files and of the tools, or with "windows" an archive that holds what a
-# program needs beside Windows. The Debian packages are built from a copy of the sources in FOLDER;
-# what is in them depends on neither folder nor time.
+# library, of its development files and of the tools, or with "windows" an archive of everything that
+# a program needs on Windows. The Debian packages are built from a copy of the sources in FOLDER;
+# their content depends neither on the folder nor on the time.
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 check_arguments 2 "$@"
@@ -36,7 +36,7 @@ make_debian_packages() {
   local copy=$packages/source git_folder
   rm -rf "$copy" "$packages"/*.deb
   copy_sources "$copy"
-  # The build asks git for the revision, of which the copy knows nothing.
+  # The copy has no git history, from which the build takes the revision.
   if git_folder=$(git -C "$root" rev-parse --absolute-git-dir 2>/dev/null); then
     export GIT_DIR=$git_folder
   fi

@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
 # Usage: scripts/renew.sh [windows | night]...
 #
-# Writes anew the files of the sources that are made from the library's tables: the XML schema, the
-# reference of options, the manual pages, the default configuration, and the list of names that the
-# library exports. With "windows" also the list of the DLL, which has to be cross-built for that; with
-# "night" also the logs in examples/night. See with "git diff" what changed.
+# Regenerates the files that are made from the library's tables: the XML schema, the reference of
+# options, the manual pages, the default configuration, and the list of names that the library
+# exports. With "windows" also the list of the DLL, which is cross-built for that; with "night" also
+# the logs in examples/night. "git diff" shows what changed.
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 check_arguments 2 "$@"
@@ -16,7 +16,7 @@ bin=build/dev/bin
 "$bin/vexorcfg" reference --force docs/options.md
 "$bin/vexorcfg" defaults --force tests/config/data/default.xml
 for tool in vexorcfg vexorlog; do
-  "$bin/$tool" manual >"build/$tool.1"  # a tool that fails leaves the manual page as it is
+  "$bin/$tool" manual >"build/$tool.1"  # not directly, to keep the manual page if the tool fails
   mv "build/$tool.1" docs/
 done
 cmake --build --preset dev --target renew_exports >&2

@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
 # Usage: scripts/run.sh [FILE]
 #
-# Sets up the machine, builds the library and its tools, and shows what a configuration file says:
-# FILE, or examples/lab.xml. Then runs the example test engine on it, with its logs in build/logs,
-# and ends with the summary of these logs and a report of them in build/report.html. When run
-# again, it builds only what changed.
+# Sets up the machine, builds the library and its tools, and shows the settings of a configuration
+# file: FILE, or examples/lab.xml. Then runs the example test engine with it, which writes its logs to
+# build/logs, prints a summary of the logs, and writes a report of them to build/report.html. When
+# run again, it builds only what changed.
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 check_arguments 1 "$@"
@@ -17,7 +17,7 @@ tools=$root/build/run/bin
 rm -rf "$root/build/logs"
 "$tools/test_engine" "$file" "$root/build/logs"
 
-# Status 1 says that the logs hold failures.
+# Status 1 means that there are failures in the logs.
 echo
 "$tools/vexorlog" summary "$root/build/logs" || (($? == 1))
 "$tools/vexorlog" report "$root/build/logs" --force -o "$root/build/report.html" || (($? == 1))

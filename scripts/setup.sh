@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Usage: scripts/setup.sh [GROUP...]
 #
-# Installs what a Debian 12 machine lacks, as root or through sudo, and does nothing when all is
-# there. Groups:
+# Installs missing packages on a Debian 12 machine, as root or with sudo; does nothing if all are
+# installed. Groups:
 #   build         compile the library and its tools (always included)
 #   test          compile and run the tests
 #   windows       cross-compile for Windows and run the programs under Wine
@@ -70,13 +70,13 @@ run_apt() {
 for i in "${!packages[@]}"; do
   if [[ ${packages[i]} == clang-newest ]]; then
     if ! compgen -G '/var/lib/apt/lists/*Packages*' >/dev/null; then
-      run_apt update  # a machine without lists knows what it has installed, no more
+      run_apt update  # without lists, apt knows only installed packages
     fi
     packages[i]=clang-$(print_newest_clang)
   fi
 done
 
-# Prints the packages that are not installed, one a line.
+# Prints the packages that are not installed, one per line.
 list_missing() {
   local installed
   installed=$(dpkg-query -W -f '${db:Status-Abbrev}${Package}\n' "$@" 2>/dev/null |

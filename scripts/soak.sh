@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
 # Usage: scripts/soak.sh [SECONDS]
 #
-# What takes too long for every change: lets every single allocation of the library's calls fail,
-# under the sanitizers, kills a process that logs 3,000 times, and runs each fuzzer for so many
-# SECONDS (3600) from a random seed, two at a time.
+# Runs the tests that take too long for every change: lets every single allocation of the library
+# fail, under the sanitizers; kills 3,000 processes while they log; and runs each fuzzer for SECONDS
+# (3600) with a random seed, two at a time.
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 check_arguments 1 "$@"

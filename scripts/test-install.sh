@@ -1,15 +1,14 @@
 #!/usr/bin/env bash
 # Usage: scripts/test-install.sh [windows]
 #
-# Installs the library, shared and static, into folders of their own under build/install, and builds
-# and runs the program of a user (tests/install) against each, found as a CMake package and with
-# pkg-config. A program for another C++ runtime must not find it. The static library is built as a
-# part of the user's project. With "windows" all this is done with the cross-built library, and the
-# program runs under Wine.
+# Installs the library, shared and static, to separate folders under build/install. Builds and runs a
+# user's program (tests/install) with each, which finds it as a CMake package and with pkg-config, and
+# with the library as a part of the program's own project. A program for another C++ runtime must be
+# refused. With "windows", does this with the cross-built library and runs the program under Wine.
 #
-# What scripts/package.sh makes is unpacked, and its tool has to run. The Debian packages are used
-# like an installation, too; lintian has to accept them, their programs have to be hardened, and a
-# build in another folder has to give the same bytes.
+# Also unpacks the packages of scripts/package.sh and runs the tool in them. The Debian packages are
+# used like an installation, too; lintian must accept them, their programs must be hardened, and a
+# build in another folder must give the same bytes.
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 check_arguments 1 "$@"
@@ -62,8 +61,8 @@ build_user() {
   run_quietly "install-$name" cmake --build "$work/$name"
 }
 
-# Runs a user's program, which has to print the version and to leave a log, and to need the shared
-# library or not.
+# Runs a user's program, which must print the version and write a log. Checks whether it needs the
+# shared library.
 # Usage: run_user shared|static PROGRAM
 run_user() {
   local kind=$1 program=$2 output needs=static
@@ -79,7 +78,7 @@ run_user() {
   [[ $needs == "$kind" ]] || fail "$program is linked with the $needs library, expected $kind"
 }
 
-# Installs from a build folder, and moves what is installed: it must not know where it lies.
+# Installs from a build folder and moves the installed files: they must not contain their path.
 # Usage: install_moved BUILD shared|static
 install_moved() {
   local build=$1 kind=$2
@@ -159,7 +158,7 @@ install_moved "$work/subproject" static
 [[ ! -e $work/static/bin ]] || fail "$work/static/bin: a part of another project builds no tools"
 
 for kind in "${kinds[@]}"; do
-  # Who uses the shared library needs nothing else.
+  # Users of the shared library need no other packages.
   options=(-DCMAKE_DISABLE_FIND_PACKAGE_tinyxml2=ON) flags=() linked=shared
   libraries=$prefix/$kind/lib
   if [[ $kind == debian ]]; then

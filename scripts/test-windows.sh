@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
 # Usage: scripts/test-windows.sh
 #
-# Sets up the machine, cross-compiles the library, the tools and the tests for 64-bit Windows, and
-# runs all tests against the DLL under Wine, after a look whether vexorcfg shows the example as the
-# native one does. It needs no display.
+# Sets up the machine, cross-compiles the library, the tools and the tests for 64-bit Windows, checks
+# that vexorcfg shows the example as the native tool does, and runs all tests against the DLL under
+# Wine. Needs no display.
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 check_arguments 0 "$@"

@@ -2,9 +2,9 @@
 # Usage: scripts/wine.sh PROGRAM.exe [ARGUMENT...]
 #        scripts/wine.sh --start | --stop
 #
-# Runs a Windows program under Wine without a display, in a Wine folder of this work tree's own
-# (build/wine, made at the first start). ctest runs the cross-built tests through it. --start makes
-# Wine ready, --stop ends what still runs in that folder.
+# Runs a Windows program under Wine without a display, in this work tree's own Wine folder
+# (build/wine, created at the first start). ctest runs the cross-built tests with it. --start prepares
+# Wine, --stop ends all programs that still run in that folder.
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 if (($# == 0)); then

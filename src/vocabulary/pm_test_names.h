@@ -12,11 +12,11 @@
 
 namespace vexor {
 
-// How a long name is accepted back as input.
+// How a long name is matched as input.
 enum class TestNameInput : std::uint8_t {
-  kAsAsked,  // exactly, or in any case when the caller asks
-  kAnyCase,  // in any case, whatever the caller asks
-  kRefused,  // a display name only
+  kAsAsked,  // case matters unless the caller ignores it
+  kAnyCase,  // case never matters
+  kRefused,  // never: the name is only displayed
 };
 
 struct PmTestNames {
@@ -26,8 +26,8 @@ struct PmTestNames {
   TestNameInput input = TestNameInput::kAsAsked;
 };
 
-// A test's row index is its identifier. That "dGFX-SAGV" ignores case and that "FANSPEED-CTR" is
-// not accepted back are part of the interface: existing files and scripts rely on it.
+// The index of a row is the test's identifier. That "dGFX-SAGV" ignores case and "FANSPEED-CTR" is
+// not accepted is part of the interface: existing files and scripts rely on it.
 inline constexpr auto kPmTestNames = std::to_array<PmTestNames>({
     {PM_TEST_VEXOR, "VEXOR", "vexor"},
     {PM_TEST_CSTATES, "CSTATES", "cstate"},
