@@ -7,7 +7,7 @@
 #include "vexor/config/describe.h"
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const std::string_view input = TextOf(data, size);
+  const std::string_view input = AsText(data, size);
   const std::vector<vexor::Finding> findings = vexor::CheckXMLConfigText(input);
   const auto line_count = std::count(input.begin(), input.end(), '\n') + 1;
   int line = 0;

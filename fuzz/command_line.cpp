@@ -46,7 +46,7 @@ void FuzzKnobs(const std::string& keyword, std::string knobs) {
 }  // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  std::vector<std::string> arguments = SplitLines(TextOf(data, size));
+  std::vector<std::string> arguments = SplitLines(AsText(data, size));
   std::vector<char*> argv;
   for (std::string& argument : arguments) argv.push_back(argument.data());
   FuzzQuestions(argv, arguments.front().c_str());

@@ -71,7 +71,7 @@ void CheckPlaces(const std::vector<SeenRow>& rows, std::string_view input) {
 }  // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const std::string_view input = TextOf(data, size);
+  const std::string_view input = AsText(data, size);
   const std::string& path = HoldInFile(input);
   const std::vector<SeenRow> rows = ReadAll(path, std::size_t{1} << 16, true);
   CheckPlaces(rows, input);

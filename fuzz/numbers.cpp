@@ -28,7 +28,7 @@ void AllowStandardErrors(const Call& call) {
 
 // Returns a value made of the first bytes of the text.
 template <class Value>
-Value Take(std::string_view text) {
+Value FrontBytesAs(std::string_view text) {
   Value value = {};
   std::memcpy(&value, text.data(), std::min(sizeof(value), text.size()));
   return value;
@@ -50,7 +50,7 @@ void FuzzLists(std::string_view text) {
   });
   AllowStandardErrors([&] { GetIntegerList(text, delimiter, 7, true); });
   AllowStandardErrors([&] { GetDoubleList(text, delimiter, 7, 0.5); });
-  const auto step = Take<double>(text);
+  const auto step = FrontBytesAs<double>(text);
   if (!(std::abs(step) < 1)) AllowStandardErrors([&] { GetDoubleList(text, ',', 7, step); });
   AllowStandardErrors([&] { GetDoubleList(text, ',', 7, 1e-300); });
   AllowStandardErrors([&] { GetIntergerRange(text); });
@@ -71,13 +71,13 @@ void FuzzNumbers(std::string_view text) {
   Require(ok || real == 0, "a bad real number is 0", text);
   IsIpv4Address(text);
 
-  const auto bits = Take<std::uint64_t>(text);
+  const auto bits = FrontBytesAs<std::uint64_t>(text);
   if (bits != vexor::kNoNumber64 && bits != vexor::kNoNumber32) {
     std::uint64_t mask = 0;
     for (const int bit : GetIntegerList(BitsMaskConvert(bits), ',', 0)) mask |= 1ULL << bit;
     Require(mask == bits || bits == 0, "masks read back", text);
   }
-  const auto word = Take<std::uint32_t>(text);
+  const auto word = FrontBytesAs<std::uint32_t>(text);
   Require((word == 0) == (BitScanForwardUtil(word) == vexor::kNoNumber32), "bit scan", text);
   Require(CountHighBits(word) <= 32, "bit count", text);
   const auto fraction = static_cast<std::uint8_t>(text.size() % 23);
@@ -85,7 +85,7 @@ void FuzzNumbers(std::string_view text) {
     Require(FloatToFixedPoint(FixedPointToFloat(word, fraction), fraction) == word,
             "fixed-point numbers read back", text);
   }
-  const auto number = Take<double>(text);
+  const auto number = FrontBytesAs<double>(text);
   FloatToFixedPoint(number, fraction);
   const std::string printed = RemoveZerosFromNumber(number);
   if (std::abs(number) < 1e6) {
@@ -106,7 +106,7 @@ void FuzzTimes(std::string_view text) {
   FormatTime(add_OnTimeStructs(time, time));
   ParseUnitTime(text, 1, 7);
   GetTime(text);
-  const _EXECYCLETIME cycles = ParseExeCycleTimeType(text, 3, Take<float>(text), 0.5F);
+  const _EXECYCLETIME cycles = ParseExeCycleTimeType(text, 3, FrontBytesAs<float>(text), 0.5F);
   Require(!cycles.isValid || cycles.seconds > 0, "a valid length is a second at least", text);
   TimeUnitVerifyFormat(text, true, true, text);
   const std::string ordered = TimeUnitVerifyFormat(text, true, false, "sec");
@@ -141,7 +141,7 @@ void FuzzStrings(std::string_view text) {
 }  // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const std::string text(TextOf(data, size));
+  const std::string text(AsText(data, size));
   FuzzLists(text);
   FuzzNumbers(text);
   FuzzTimes(text);

@@ -30,7 +30,7 @@ Outcome Read(const std::string& path, _XML_FULL_CFG& cfg, bool verify, bool stri
 }  // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const std::string_view input = TextOf(data, size);
+  const std::string_view input = AsText(data, size);
   const std::string& path = HoldInFile(input);
   const auto cfg = std::make_unique<_XML_FULL_CFG>();
   ResetVexorXmlConfiguration(*cfg);

@@ -30,7 +30,7 @@ class LineSource {
 }  // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  LineSource source(TextOf(data, size));
+  LineSource source(AsText(data, size));
   const auto written = std::make_unique<_XML_FULL_CFG>();
   vexor::RecordFiller(source).Fill(*written);
   const std::string document = vexor::FormatXMLConfig(*written);

@@ -62,7 +62,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   std::cin.clear();
   std::cin.exceptions(std::ios::badbit);
   SpareTheDisk();
-  const std::string_view input = TextOf(data, size);
+  const std::string_view input = AsText(data, size);
   std::ofstream(SettingsPath(), std::ios::binary) << input;
   const std::vector<std::string> lines = SplitLines(ReadFile(SettingsPath(), true));
   std::string line;

@@ -4,6 +4,6 @@
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (size == 0) return 0;
-  FuzzFamily(Families()[data[0] % Families().size()], TextOf(data, size).substr(1));
+  FuzzFamily(Families()[data[0] % Families().size()], AsText(data, size).substr(1));
   return 0;
 }

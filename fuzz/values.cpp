@@ -30,7 +30,7 @@ std::string Escape(std::string_view text) {
 
 using Values = std::map<std::string, std::pair<const OptionInfo*, std::string>>;
 
-Values TakeValues(std::string_view input) {
+Values ReadValues(std::string_view input) {
   static const std::vector<OptionInfo> options = vexor::GetOptions();
   Values values;
   for (const std::string& line : SplitLines(input)) {
@@ -98,7 +98,7 @@ void Summarise(const std::string& document) {
 }  // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const Values values = TakeValues(TextOf(data, size));
+  const Values values = ReadValues(AsText(data, size));
   const std::string document = MakeDocument(values);
   Summarise(document);
   const vexor::Description description = vexor::DescribeXMLConfigText(document);

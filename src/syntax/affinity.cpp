@@ -11,7 +11,7 @@
 #include "syntax/words.h"
 #include "util/text.h"
 
-using namespace vexor;
+namespace vexor {
 
 namespace {
 
@@ -70,7 +70,7 @@ struct AffinityText {
   std::string_view numbers;  // the list, unread
 };
 
-bool TakesNumbers(int mode) { return mode == kAffinitySpecific || mode == kAffinityAnyOfList; }
+bool NeedsNumbers(int mode) { return mode == kAffinitySpecific || mode == kAffinityAnyOfList; }
 
 std::string_view NumbersBehindColon(std::string_view text, FaultNote& note) {
   std::string_view rest = text;
@@ -97,7 +97,7 @@ AffinityText SplitAffinity(std::string_view text, std::span<const Mode> modes,
   const auto mode = std::ranges::find_if(
       modes, [text](const Mode& row) { return StartsWithIgnoreCase(text, row.text); });
   if (mode != modes.end()) {
-    if (TakesNumbers(mode->value)) return {mode->value, NumbersBehindColon(text, note)};
+    if (NeedsNumbers(mode->value)) return {mode->value, NumbersBehindColon(text, note)};
     RefuseSurplus(text.substr(mode->text.size()), keywords, note);
     return {mode->value, ""};
   }
@@ -137,11 +137,9 @@ std::optional<Fault> CheckAffinity(AffinityText (*split)(std::string_view, Fault
 
 }  // namespace
 
-constinit const Expectation vexor::kPkgAffinityWords = kOneOf<kPkgModes>;
-constinit const Expectation vexor::kUnitAffinityWords = kOneOf<kUnitModes>;
-constinit const Expectation vexor::kThreadAffinityWords = kOneOf<kThreadModes>;
-
-namespace vexor {
+constinit const Expectation kPkgAffinityWords = kOneOf<kPkgModes>;
+constinit const Expectation kUnitAffinityWords = kOneOf<kUnitModes>;
+constinit const Expectation kThreadAffinityWords = kOneOf<kThreadModes>;
 
 std::optional<Fault> CheckPkgAffinity(std::string_view text) {
   return CheckAffinity(SplitPkgAffinity, text);
@@ -162,6 +160,8 @@ std::optional<Fault> DoubtListAlone(std::string_view text) {
 }
 
 }  // namespace vexor
+
+using namespace vexor;
 
 std::vector<int> ParsePkgAffinity(std::string_view text) {
   FaultNote unused(text);
@@ -186,7 +186,7 @@ std::vector<int> ParseUnitAffinity(std::string_view text, int enabled) {
 std::vector<int> ParseThreadAffinity(std::string_view text) {
   FaultNote unused(text);
   const AffinityText affinity = SplitThreadAffinity(text, unused);
-  if (!TakesNumbers(affinity.mode)) return {affinity.mode, affinity.mode};
+  if (!NeedsNumbers(affinity.mode)) return {affinity.mode, affinity.mode};
   std::vector<int> list = {affinity.mode};
   ReadNumberList(affinity.numbers, &list, unused);
   return list;

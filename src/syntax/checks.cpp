@@ -23,13 +23,13 @@ std::optional<Fault> CheckNumber(std::string_view text, std::string_view expecte
   return Fault{.what = "not a number", .expected = expected};
 }
 
-constexpr auto kTruths = std::to_array<std::string_view>({"true", "false"});
+constexpr auto kBooleans = std::to_array<std::string_view>({"true", "false"});
 
 bool IsFalseInAnyForm(std::string_view text) { return EqualsIgnoreCase(TrimSpace(text), "false"); }
 
 }  // namespace
 
-constinit const Expectation kBooleanWords = kOneOf<kTruths>;
+constinit const Expectation kBooleanWords = kOneOf<kBooleans>;
 
 std::optional<Fault> CheckCount(std::string_view text) {
   return CheckNumber(text, "decimal digits, or 0x and hexadecimal digits");

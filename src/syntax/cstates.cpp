@@ -17,7 +17,7 @@
 #include "util/text.h"
 #include "vexor/util/numbers.h"
 
-using namespace vexor;
+namespace vexor {
 
 namespace {
 
@@ -28,7 +28,7 @@ struct CstateRow {
   int number;  // index of the state's own entry in a list of settings; 0 when it has none
 };
 
-constexpr std::string_view TextOf(const CstateRow& row) { return row.name; }
+constexpr std::string_view WordOf(const CstateRow& row) { return row.name; }
 
 constexpr auto kCstates = std::to_array<CstateRow>({
     {"C0", CSTATE_MASK_C0, MWAIT_HINT_NONE, 0},
@@ -93,7 +93,7 @@ int ReadLimitCstates(std::string_view list, FaultNote& note) {
   return limit;
 }
 
-std::optional<std::uint32_t> ReadConditionWord(std::string_view text, FaultNote& note) {
+std::optional<std::uint32_t> ReadConditionBits(std::string_view text, FaultNote& note) {
   if (text.empty()) return 0;
   const std::optional<std::uint64_t> number = ParseUnsigned(text);
   const auto word = static_cast<std::uint32_t>(number.value_or(kNoNumber32));
@@ -183,9 +183,7 @@ void ReadLists(std::string_view text, std::vector<std::vector<int>>* lists, Numb
 
 }  // namespace
 
-constinit const Expectation vexor::kCstateWords = kOneOf<kCstates>;
-
-namespace vexor {
+constinit const Expectation kCstateWords = kOneOf<kCstates>;
 
 std::optional<Fault> CheckExeCstates(std::string_view text) {
   FaultNote note(text);
@@ -201,7 +199,7 @@ std::optional<Fault> CheckLimitCstates(std::string_view text) {
 
 std::optional<Fault> CheckPerStateConditions(std::string_view text) {
   FaultNote note(text);
-  ReadConditionWord(text, note);
+  ReadConditionBits(text, note);
   return note.First();
 }
 
@@ -218,6 +216,8 @@ std::optional<Fault> CheckPerCStateLists(std::string_view text) {
 }
 
 }  // namespace vexor
+
+using namespace vexor;
 
 CSTATE_MASK ParseCstate(std::string_view name) { return FindCstate(name).mask; }
 
@@ -246,7 +246,7 @@ bool ParsePerStateConditions(std::string_view word, std::vector<CSTATE_PER_STATE
   constexpr std::size_t kFirstUsedSlot = 2;
   slots.assign(kSlots, {});
   FaultNote unused(word);
-  const std::optional<std::uint32_t> bits = ReadConditionWord(word, unused);
+  const std::optional<std::uint32_t> bits = ReadConditionBits(word, unused);
   if (!bits) return false;
   const auto field = [&](std::size_t at, std::uint32_t mask) {
     return static_cast<std::uint8_t>((*bits >> at) & mask);

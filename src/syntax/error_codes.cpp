@@ -7,6 +7,8 @@
 #include <span>
 #include <string_view>
 
+namespace vexor {
+
 namespace {
 
 constexpr std::uint32_t kCategories = 0x000FFFFF;
@@ -212,18 +214,22 @@ void VisitTags(VEXOR_PM_TEST_ID test, std::uint32_t code, Visit visit) {
 
 }  // namespace
 
-std::string GetErrorCode(VEXOR_PM_TEST_ID test, unsigned int code) {
-  std::string text;
-  VisitTags(test, code, [&text](std::uint32_t /*bits*/, std::string_view tag) { text += tag; });
-  return text;
-}
-
-std::vector<vexor::ErrorTag> vexor::GetErrorTags(VEXOR_PM_TEST_ID test, unsigned int code) {
+std::vector<ErrorTag> GetErrorTags(VEXOR_PM_TEST_ID test, unsigned int code) {
   std::vector<ErrorTag> tags;
   VisitTags(test, code, [&tags](std::uint32_t bits, std::string_view tag) {
     tags.push_back({.tag = tag, .bits = bits});
   });
   return tags;
+}
+
+}  // namespace vexor
+
+using namespace vexor;
+
+std::string GetErrorCode(VEXOR_PM_TEST_ID test, unsigned int code) {
+  std::string text;
+  VisitTags(test, code, [&text](std::uint32_t /*bits*/, std::string_view tag) { text += tag; });
+  return text;
 }
 
 unsigned int IgnoreErrorCode(unsigned int ignore_mask, unsigned int code) {

@@ -8,7 +8,7 @@
 #include "syntax/words.h"
 #include "util/text.h"
 
-using namespace vexor;
+namespace vexor {
 
 namespace {
 
@@ -60,20 +60,24 @@ std::vector<int> ReadExecutedStates(std::string_view list, FaultNote& note) {
 
 }  // namespace
 
-constinit const Expectation vexor::kIceStateWords = kOneOf<kStates>;
-constinit const Expectation vexor::kExeIceStateWords = kOneOf<kExecutedStates>;
+constinit const Expectation kIceStateWords = kOneOf<kStates>;
+constinit const Expectation kExeIceStateWords = kOneOf<kExecutedStates>;
 
-std::optional<Fault> vexor::CheckIceStates(std::string_view text) {
+std::optional<Fault> CheckIceStates(std::string_view text) {
   FaultNote note(text);
   ReadIceState(text, note);
   return note.First();
 }
 
-std::optional<Fault> vexor::CheckExeIceSleepStates(std::string_view text) {
+std::optional<Fault> CheckExeIceSleepStates(std::string_view text) {
   FaultNote note(text);
   ReadExecutedStates(text, note);
   return note.First();
 }
+
+}  // namespace vexor
+
+using namespace vexor;
 
 ICE_POWER_STATES ParseIceState(std::string_view list) {
   FaultNote unused(list);

@@ -10,7 +10,7 @@
 #include "syntax/words.h"
 #include "util/text.h"
 
-using namespace vexor;
+namespace vexor {
 
 namespace {
 
@@ -175,9 +175,7 @@ std::vector<Value> ParseList(std::string_view text,
 
 }  // namespace
 
-constinit const Expectation vexor::kPeciCommandWords = kOneOf<kCommands>;
-
-namespace vexor {
+constinit const Expectation kPeciCommandWords = kOneOf<kCommands>;
 
 std::optional<Fault> CheckPeciInterface(std::string_view text) {
   if (text.empty() || FindWord(kInterfaces, text) != nullptr) return std::nullopt;
@@ -212,6 +210,8 @@ PeciInterface ParsePeciInterface(std::string_view text) {
 }
 
 }  // namespace vexor
+
+using namespace vexor;
 
 std::vector<PeciCommand> ParsePECIMajorCmdsList(std::string_view text) {
   return ParseList(text, ReadCommand);

@@ -5,9 +5,9 @@
 #include "syntax/checks.h"
 #include "syntax/words.h"
 
-namespace {
+namespace vexor {
 
-using vexor::Word;
+namespace {
 
 constexpr auto kSchemes = std::to_array<Word<OS_POWER_SCHEME>>({
     {"Default", POWER_SCHEME_USER_DEFINED},
@@ -28,31 +28,8 @@ constexpr const char* kUserDefined = "User Defined";
 
 }  // namespace
 
-constinit const vexor::Expectation vexor::kPowerSchemeWords = vexor::kOneOf<kSchemes>;
-constinit const vexor::Expectation vexor::kPowerSourceWords = vexor::kOneOf<kSources>;
-
-OS_POWER_SCHEME ParsePowerScheme(std::string_view text) {
-  const auto* const word = vexor::FindWord(kSchemes, text);
-  return word == nullptr ? POWER_SCHEME_USER_DEFINED : word->value;
-}
-
-// "Random" and "All" are choices, not plans: they have no name of their own.
-const char* PowerSchemeName(int value) {
-  const bool is_plan = value >= POWER_SCHEME_BALANCED && value <= POWER_SCHEME_HIGH_PERFORMANCE;
-  return is_plan ? kSchemes[static_cast<std::size_t>(value)].text.data() : kUserDefined;
-}
-
-OS_BATTERY_SIMLATION ParseBatteryOptions(std::string_view text) {
-  const auto* const word = vexor::FindWord(kSources, text);
-  return word == nullptr ? BATTERY_SIM_DEFAULT : word->value;
-}
-
-const char* BatterySimName(int value) {
-  const bool is_known = value >= BATTERY_SIM_DEFAULT && value <= BATTERY_SIM_DC;
-  return is_known ? kSources[static_cast<std::size_t>(value)].text.data() : kUserDefined;
-}
-
-namespace vexor {
+constinit const Expectation kPowerSchemeWords = kOneOf<kSchemes>;
+constinit const Expectation kPowerSourceWords = kOneOf<kSources>;
 
 std::optional<Fault> CheckPowerScheme(std::string_view text) {
   if (text.empty() || FindWord(kSchemes, text) != nullptr) return std::nullopt;
@@ -65,3 +42,26 @@ std::optional<Fault> CheckBatteryOption(std::string_view text) {
 }
 
 }  // namespace vexor
+
+using namespace vexor;
+
+OS_POWER_SCHEME ParsePowerScheme(std::string_view text) {
+  const auto* const word = FindWord(kSchemes, text);
+  return word == nullptr ? POWER_SCHEME_USER_DEFINED : word->value;
+}
+
+// "Random" and "All" are choices, not plans: they have no name of their own.
+const char* PowerSchemeName(int value) {
+  const bool is_plan = value >= POWER_SCHEME_BALANCED && value <= POWER_SCHEME_HIGH_PERFORMANCE;
+  return is_plan ? kSchemes[static_cast<std::size_t>(value)].text.data() : kUserDefined;
+}
+
+OS_BATTERY_SIMLATION ParseBatteryOptions(std::string_view text) {
+  const auto* const word = FindWord(kSources, text);
+  return word == nullptr ? BATTERY_SIM_DEFAULT : word->value;
+}
+
+const char* BatterySimName(int value) {
+  const bool is_known = value >= BATTERY_SIM_DEFAULT && value <= BATTERY_SIM_DC;
+  return is_known ? kSources[static_cast<std::size_t>(value)].text.data() : kUserDefined;
+}

@@ -11,7 +11,7 @@
 #include "util/text.h"
 #include "vexor/util/numbers.h"
 
-using namespace vexor;
+namespace vexor {
 
 namespace {
 
@@ -29,7 +29,7 @@ struct RatioKeyword {
   InList in_list;
 };
 
-constexpr auto kKeywords = std::to_array<RatioKeyword>({
+constexpr auto kRatioKeywords = std::to_array<RatioKeyword>({
     {"P0", &_P0_PN_RATIOS::P0, 0, true, InList::kAlways},
     {"Pn", &_P0_PN_RATIOS::Pn, 0, true, InList::kAlways},
     {"P1", &_P0_PN_RATIOS::P1, 0, false, InList::kAlways},
@@ -40,13 +40,13 @@ constexpr auto kKeywords = std::to_array<RatioKeyword>({
     {"All", nullptr, -3, true, InList::kNever},
 });
 
-struct RatioRange {
+struct ListRange {
   std::string_view text;
   std::uint16_t _P0_PN_RATIOS::*upper;
   std::uint16_t _P0_PN_RATIOS::*lower;
 };
 
-constexpr auto kRanges = std::to_array<RatioRange>({
+constexpr auto kListRanges = std::to_array<ListRange>({
     {"P1..Pn", &_P0_PN_RATIOS::P1, &_P0_PN_RATIOS::Pn},
     {"P0..P1", &_P0_PN_RATIOS::P0, &_P0_PN_RATIOS::P1},
     {"P0...Pn", &_P0_PN_RATIOS::P0, &_P0_PN_RATIOS::Pn},
@@ -102,18 +102,18 @@ constexpr auto kNamedRatios = std::to_array<NamedRatio>({
 });
 
 // Ranges that `DecodeRatios` reads, as it does: only where nothing else stands beside them.
-constexpr auto kRatioRanges = std::to_array<NamedRatio>({
+constexpr auto kTrendRanges = std::to_array<NamedRatio>({
     {"P0...Pn", RatioName::kP0ToPn},
     {"P0..P1", RatioName::kP0ToP1},
     {"P1..Pn", RatioName::kP1ToPn},
 });
 
-struct NamedRange {
+struct NamedPstateRange {
   std::string_view text;
   PstateRange range;
 };
 
-constexpr auto kNamedRanges = std::to_array<NamedRange>({
+constexpr auto kPstateRanges = std::to_array<NamedPstateRange>({
     {"P0...Pn", PstateRange::kAll},
     {"P1...Pn", PstateRange::kGuaranteed},
     {"P1..Pn", PstateRange::kGuaranteed},
@@ -169,7 +169,7 @@ std::vector<Ratio> ReadRatios(std::string_view text, std::string_view form, Faul
 }
 
 std::vector<Ratio> ReadTrendRatios(std::string_view text, FaultNote& note) {
-  for (const NamedRatio& range : kRatioRanges) {
+  for (const NamedRatio& range : kTrendRanges) {
     if (range.text == text) return {{.name = range.name}};
   }
   return ReadRatios(text, kTrendForm, note);
@@ -177,7 +177,7 @@ std::vector<Ratio> ReadTrendRatios(std::string_view text, FaultNote& note) {
 
 PstateSelection ReadExePstates(std::string_view text, FaultNote& note) {
   const std::string_view trimmed = TrimBlanks(text);
-  for (const NamedRange& row : kNamedRanges) {
+  for (const NamedPstateRange& row : kPstateRanges) {
     if (row.text == trimmed) return {.range = row.range, .ratios = {}};
   }
   const bool is_specific = trimmed.starts_with(kSpecific);
@@ -215,10 +215,8 @@ std::vector<std::uint16_t> ReadTurboActivationRatios(std::string_view text, Faul
 
 }  // namespace
 
-constinit const Expectation vexor::kSagvPoints = kOneOf<kPoints>;
-constinit const Expectation vexor::kLowHighPoints = kOneOf<kLowAndHigh>;
-
-namespace vexor {
+constinit const Expectation kSagvPoints = kOneOf<kPoints>;
+constinit const Expectation kLowHighPoints = kOneOf<kLowAndHigh>;
 
 std::optional<Fault> CheckTrendRatios(std::string_view text) {
   FaultNote note(text);
@@ -274,9 +272,11 @@ std::vector<std::uint16_t> ParseTurboActivationRatios(std::string_view text) {
 
 }  // namespace vexor
 
+using namespace vexor;
+
 bool DecodeP0PnRatioEnums(std::string_view text, std::uint16_t p0, std::uint16_t pn,
                           std::uint16_t& result) {
-  for (const RatioKeyword& keyword : kKeywords) {
+  for (const RatioKeyword& keyword : kRatioKeywords) {
     if (!keyword.is_single || keyword.text != text) continue;
     result = ValueOf(keyword, {.P0 = p0, .Pn = pn});
     return true;
@@ -287,7 +287,7 @@ bool DecodeP0PnRatioEnums(std::string_view text, std::uint16_t p0, std::uint16_t
 void DecodeRatios(std::string_view text, _P0_PN_RATIOS ratios, bool bounded,
                   std::vector<std::uint16_t>& list, std::uint8_t step) {
   if (ratios.valid == 0) return;
-  for (const RatioKeyword& keyword : kKeywords) {
+  for (const RatioKeyword& keyword : kRatioKeywords) {
     const bool is_known =
         keyword.in_list == InList::kAlways || (keyword.in_list == InList::kUnbounded && !bounded);
     if (is_known && keyword.text == text) {
@@ -295,7 +295,7 @@ void DecodeRatios(std::string_view text, _P0_PN_RATIOS ratios, bool bounded,
       return;
     }
   }
-  for (const RatioRange& range : kRanges) {
+  for (const ListRange& range : kListRanges) {
     if (range.text == text) {
       AppendDownwards(ratios.*range.upper, ratios.*range.lower, step, list);
       return;

@@ -4,12 +4,14 @@
 
 #include "vexor/util/numbers.h"
 
+namespace vexor {
+
 namespace {
 
 constexpr double kNoPercent = -2.0;
 
 constexpr bool IsUnread(std::uint64_t sample) {
-  return sample == vexor::kNoNumber64 || sample == vexor::kNoNumber32;
+  return sample == kNoNumber64 || sample == kNoNumber32;
 }
 
 // A wrapped counter gives 3 less than the true difference: results are compared with those of
@@ -19,11 +21,13 @@ constexpr std::uint64_t Delta(std::uint64_t now, std::uint64_t prev) {
 }
 
 // A reference counter may well pass 0xDEADBEEF, so only the long sentinel marks it as unread here.
-constexpr bool IsReference(std::uint64_t sample) {
-  return sample != 0 && sample != vexor::kNoNumber64;
-}
+constexpr bool IsReference(std::uint64_t sample) { return sample != 0 && sample != kNoNumber64; }
 
 }  // namespace
+
+}  // namespace vexor
+
+using namespace vexor;
 
 bool ValidateResRawData(_RESIDENCY_NODE& node) {
   return node.refPrev != 0 && node.refNow != 0 && !IsUnread(node.refNow) && !IsUnread(node.resNow);
@@ -32,7 +36,7 @@ bool ValidateResRawData(_RESIDENCY_NODE& node) {
 std::uint64_t GetResRawDelta(_RESIDENCY_NODE& node) {
   if (node.resPrev == 0 && node.resNow == 0) return 0;
   if (IsUnread(node.resNow) || IsUnread(node.resPrev) || node.resPrev == 0) {
-    return vexor::kNoNumber64;
+    return kNoNumber64;
   }
   return Delta(node.resNow, node.resPrev);
 }

@@ -7,7 +7,7 @@
 #include "syntax/words.h"
 #include "util/text.h"
 
-using namespace vexor;
+namespace vexor {
 
 namespace {
 
@@ -74,9 +74,7 @@ std::vector<SleepState> ReadSleepStates(std::string_view text, FaultNote& note) 
 
 }  // namespace
 
-constinit const Expectation vexor::kSleepFlowWords = kOneOf<kFlows>;
-
-namespace vexor {
+constinit const Expectation kSleepFlowWords = kOneOf<kFlows>;
 
 std::optional<Fault> CheckGandSState(std::string_view text) {
   FaultNote note(text);
@@ -91,6 +89,8 @@ std::optional<Fault> CheckSleepStates(std::string_view text) {
 }
 
 }  // namespace vexor
+
+using namespace vexor;
 
 unsigned int ParseGandSStates(std::string_view text) {
   FaultNote unused(text);

@@ -14,7 +14,7 @@
 #include "vexor/util/numbers.h"
 #include "vexor/util/random.h"
 
-using namespace vexor;
+namespace vexor {
 
 namespace {
 
@@ -155,8 +155,6 @@ std::string JoinWithColon(std::string_view a, std::string_view b) {
 
 }  // namespace
 
-namespace vexor {
-
 std::optional<Fault> CheckDuration(std::string_view text) {
   FaultNote note(text);
   ReadOnTime(text, note);
@@ -170,6 +168,8 @@ std::optional<Fault> CheckExeCycles(std::string_view text) {
 }
 
 }  // namespace vexor
+
+using namespace vexor;
 
 unsigned int DecodeTimeUnits(std::string_view unit) {
   const TimeUnit* const found = FindUnit(unit);

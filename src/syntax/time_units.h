@@ -17,7 +17,7 @@ struct TimeUnit {
   std::uint32_t milliseconds;
 };
 
-constexpr std::string_view TextOf(const TimeUnit& unit) { return unit.text; }
+constexpr std::string_view WordOf(const TimeUnit& unit) { return unit.text; }
 
 inline constexpr auto kTimeUnits = std::to_array<TimeUnit>({
     {"msec", 1},

@@ -6,7 +6,7 @@
 #include "syntax/fault_note.h"
 #include "syntax/words.h"
 
-using namespace vexor;
+namespace vexor {
 
 namespace {
 
@@ -42,13 +42,17 @@ std::vector<WAKE_EVENT> ReadWakeEvents(std::string_view text, FaultNote& note) {
 
 }  // namespace
 
-constinit const Expectation vexor::kWakeEventWords = kOneOf<kEvents>;
+constinit const Expectation kWakeEventWords = kOneOf<kEvents>;
 
-std::optional<Fault> vexor::CheckWakeEvents(std::string_view text) {
+std::optional<Fault> CheckWakeEvents(std::string_view text) {
   FaultNote note(text);
   ReadWakeEvents(text, note);
   return note.First();
 }
+
+}  // namespace vexor
+
+using namespace vexor;
 
 std::vector<WAKE_EVENT> ParseWakeEvents(std::string_view text) {
   FaultNote unused(text);

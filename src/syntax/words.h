@@ -17,10 +17,10 @@ struct Word {
   Value value;
 };
 
-constexpr std::string_view TextOf(std::string_view word) { return word; }
+constexpr std::string_view WordOf(std::string_view word) { return word; }
 
 template <class Value>
-constexpr std::string_view TextOf(const Word<Value>& word) {
+constexpr std::string_view WordOf(const Word<Value>& word) {
   return word.text;
 }
 
@@ -28,7 +28,7 @@ constexpr std::string_view TextOf(const Word<Value>& word) {
 template <class Rows>
 constexpr auto FindWord(const Rows& rows, std::string_view text) -> decltype(rows.data()) {
   for (const auto& row : rows) {
-    if (EqualsIgnoreCase(TextOf(row), text)) return &row;
+    if (EqualsIgnoreCase(WordOf(row), text)) return &row;
   }
   return nullptr;
 }
@@ -56,7 +56,7 @@ class WordList {
 
   static constexpr auto kWords = [] {
     std::array<std::string_view, kRows.size()> words;
-    std::ranges::transform(kRows, words.begin(), [](const auto& row) { return TextOf(row); });
+    std::ranges::transform(kRows, words.begin(), [](const auto& row) { return WordOf(row); });
     return words;
   }();
 

@@ -9,6 +9,8 @@
 
 #include "platform/platform.h"
 
+namespace vexor {
+
 namespace {
 
 using std::chrono::steady_clock;
@@ -16,13 +18,13 @@ using std::chrono::steady_clock;
 // Long enough even if every number has eleven characters.
 using StampText = std::array<char, 96>;
 
-constinit std::atomic<vexor::LocalClock> local_clock = nullptr;  // null means the system's clock
+constinit std::atomic<LocalClock> local_clock = nullptr;  // null means the system's clock
 
-vexor::LocalTime MakeLocalTime(vexor::LocalTimePoint time) {
+LocalTime MakeLocalTime(LocalTimePoint time) {
   const auto day = std::chrono::floor<std::chrono::days>(time);
   const std::chrono::year_month_day date(day);
   const std::chrono::hh_mm_ss clock(time - day);
-  vexor::LocalTime result;
+  LocalTime result;
   result.calendar.tm_year = static_cast<int>(date.year()) - 1900;
   result.calendar.tm_mon = static_cast<int>(static_cast<unsigned>(date.month())) - 1;
   result.calendar.tm_mday = static_cast<int>(static_cast<unsigned>(date.day()));
@@ -33,14 +35,18 @@ vexor::LocalTime MakeLocalTime(vexor::LocalTimePoint time) {
   return result;
 }
 
-vexor::LocalTime ReadLocalClock() {
-  const vexor::LocalClock clock = local_clock.load(std::memory_order_relaxed);
-  return clock == nullptr ? vexor::ReadLocalTime() : MakeLocalTime(clock());
+LocalTime ReadLocalClock() {
+  const LocalClock clock = local_clock.load(std::memory_order_relaxed);
+  return clock == nullptr ? ReadLocalTime() : MakeLocalTime(clock());
 }
 
 }  // namespace
 
-void vexor::SetLocalClock(LocalClock clock) { local_clock.store(clock, std::memory_order_relaxed); }
+void SetLocalClock(LocalClock clock) { local_clock.store(clock, std::memory_order_relaxed); }
+
+}  // namespace vexor
+
+using namespace vexor;
 
 std::uint64_t GetSeconds() { return static_cast<std::uint64_t>(std::time(nullptr)); }
 
@@ -58,14 +64,14 @@ std::uint64_t GetDeltaMicroSeconds(steady_clock::time_point start) {
       std::chrono::duration_cast<microseconds>(steady_clock::now() - start).count());
 }
 
-std::uint64_t Rdtsc() { return vexor::ReadTimeStampCounter(); }
+std::uint64_t Rdtsc() { return ReadTimeStampCounter(); }
 
 void TscPause(std::uint64_t n) {
   const std::uint64_t start = Rdtsc();
-  while (Rdtsc() - start < n) vexor::HintSpinWait();
+  while (Rdtsc() - start < n) HintSpinWait();
 }
 
-void Pause() { vexor::HintSpinWait(); }
+void Pause() { HintSpinWait(); }
 
 void SleepMilliS(std::uint32_t ms) {
   constexpr std::uint64_t kSpinMicroseconds = 100;
@@ -75,8 +81,8 @@ void SleepMilliS(std::uint32_t ms) {
 
 void SleepMicroS(std::uint64_t us) {
   if (us == 0) return;
-  const std::uint64_t start = vexor::ReadPerformanceCounter();
-  while ((vexor::ReadPerformanceCounter() - start) / 1000 < us) vexor::HintSpinWait();
+  const std::uint64_t start = ReadPerformanceCounter();
+  while ((ReadPerformanceCounter() - start) / 1000 < us) HintSpinWait();
 }
 
 std::string GetCurTimeStamp() {

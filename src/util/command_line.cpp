@@ -4,12 +4,13 @@
 
 #include "util/text.h"
 
+using namespace vexor;
+
 // The asymmetry is deliberate: hasCmdOption ignores case, the functions that return values do not.
 
 bool hasCmdOption(char** begin, char** end, const char* option) {
-  return std::any_of(begin, end, [option](const char* argument) {
-    return vexor::EqualsIgnoreCase(argument, option);
-  });
+  return std::any_of(begin, end,
+                     [option](const char* argument) { return EqualsIgnoreCase(argument, option); });
 }
 
 char* getCmdOption(char** begin, char** end, std::string_view option) {

@@ -10,6 +10,8 @@
 #include "util/standard_output.h"
 #include "util/text.h"
 
+namespace vexor {
+
 namespace {
 
 constexpr std::string_view kBlanks = " \t";
@@ -17,14 +19,14 @@ constexpr std::string_view kBlanks = " \t";
 // Prints the message, waits for a key and ends the process: a program must not run on with half of
 // its settings.
 [[noreturn]] void ExitWithError(std::string_view message) {
-  vexor::StandardOutput() << message << std::flush;
+  StandardOutput() << message << std::flush;
   std::cin.ignore();
   std::cin.get();
   std::exit(EXIT_FAILURE);
 }
 
 std::string_view TrimBlanksAndTabs(std::string_view text) {
-  return vexor::TrimIf(text, [](char c) { return kBlanks.find(c) != std::string_view::npos; });
+  return TrimIf(text, [](char c) { return kBlanks.find(c) != std::string_view::npos; });
 }
 
 std::string_view RemoveComment(std::string_view line) { return line.substr(0, line.find(';')); }
@@ -50,10 +52,14 @@ void ParseLine(std::string_view line, std::map<std::string, std::string>& conten
 
 }  // namespace
 
+}  // namespace vexor
+
+using namespace vexor;
+
 ConfigFile::ConfigFile(const std::string& file_name) : file_name_(file_name) {
   std::ifstream file(file_name_, std::ios::binary);
   std::string text;
-  while (vexor::ReadLine(file, text)) {
+  while (ReadLine(file, text)) {
     if (!text.empty() && text.back() == '\r') text.pop_back();
     const std::string_view line = RemoveComment(text);
     if (!IsOnlyBlanks(line)) ParseLine(line, contents_);
@@ -71,7 +77,7 @@ bool ConfigFile::WriteKeyValue(const std::string& key, const std::string& value)
   contents_.insert_or_assign(key, value);
   std::string text;
   for (const auto& [name, setting] : contents_) {
-    text.append(name).append("=").append(setting).append(vexor::kLineEnd);
+    text.append(name).append("=").append(setting).append(kLineEnd);
   }
-  return !vexor::RewriteFile(file_name_, text);
+  return !RewriteFile(file_name_, text);
 }

@@ -15,7 +15,7 @@
 #include "util/text.h"
 #include "vexor/util/random.h"
 
-using namespace vexor;
+namespace vexor {
 
 namespace {
 
@@ -176,6 +176,10 @@ double FixedPointScale(std::uint8_t fraction_bits) {
 }
 
 }  // namespace
+
+}  // namespace vexor
+
+using namespace vexor;
 
 std::uint64_t String2Integer(std::string_view text, std::uint64_t default_value,
                              bool before_colon) {

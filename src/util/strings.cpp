@@ -8,7 +8,7 @@
 
 #include "util/text.h"
 
-using namespace vexor;
+namespace vexor {
 
 namespace {
 
@@ -17,6 +17,10 @@ bool AreEqual(std::string_view a, std::string_view b, bool ignore_case) {
 }
 
 }  // namespace
+
+}  // namespace vexor
+
+using namespace vexor;
 
 std::vector<std::string> Split(std::string_view text, char delimiter, bool trim) {
   std::vector<std::string> items;

@@ -4,9 +4,11 @@
 
 #include "vocabulary/name_table.h"
 
+namespace vexor {
+
 namespace {
 
-constexpr auto kModes = vexor::NamesBefore<CFG_MODE_UNKNOWN>({
+constexpr auto kModes = NamesBefore<CFG_MODE_UNKNOWN>({
     {CFG_MODE_DISABLE, "Disable"},
     {CFG_MODE_ENABLE, "Enable"},
     {CFG_MODE_RANDOM, "Random"},
@@ -14,7 +16,7 @@ constexpr auto kModes = vexor::NamesBefore<CFG_MODE_UNKNOWN>({
     {CFG_MODE_DEFAULT, "Default"},
 });
 
-constexpr auto kSysConfigs = vexor::NamesBefore<SYS_CFG_UNKNOWN>({
+constexpr auto kSysConfigs = NamesBefore<SYS_CFG_UNKNOWN>({
     {SYS_CFG_PERFP_LIMITATION_ENABLE, "PerfP_Limitation_Enable"},
     {SYS_CFG_HANGONGLBRESET, "HangOnGlbReset"},
     {SYS_CFG_HYBRID_SLEEP, "Hybrid_Sleep"},
@@ -41,7 +43,7 @@ constexpr auto kSysConfigs = vexor::NamesBefore<SYS_CFG_UNKNOWN>({
     {SYS_CFG_IOE_HPR_CAUSE0_MASK, "IOE_HPR_Cause0_Mask"},
 });
 
-constexpr auto kGuiConfigs = vexor::NamesBefore<vexor::Next(GUI_CFG_POWER_DOWN_ISP_WA)>({
+constexpr auto kGuiConfigs = NamesBefore<Next(GUI_CFG_POWER_DOWN_ISP_WA)>({
     {GUI_CFG_PERFP_LIMITATION_ENABLE, "PerfP_Limitation_Enable"},
     {GUI_CFG_PERFP_THRESHOLD, "PerfP_Threshold"},
     {GUI_CFG_PERFP_CLIP, "PerfP_Clip"},
@@ -106,22 +108,26 @@ Id ParseOlderName(std::string_view text, Id OlderName::*id, Id otherwise) {
 
 }  // namespace
 
-const char* GetConfigEnableStatus(int value) { return vexor::NameOf(kModes, value, "n/a"); }
+}  // namespace vexor
+
+using namespace vexor;
+
+const char* GetConfigEnableStatus(int value) { return NameOf(kModes, value, "n/a"); }
 
 CFG_MODE ParseConfigEnableStatus(std::string_view text) {
-  return vexor::ValueOf(kModes, text, CFG_MODE_UNKNOWN);
+  return ValueOf(kModes, text, CFG_MODE_UNKNOWN);
 }
 
-const char* GetSysConfigName(int value) { return vexor::NameOf(kSysConfigs, value); }
+const char* GetSysConfigName(int value) { return NameOf(kSysConfigs, value); }
 
 SYS_CFG_ID ParseSysConfigID(std::string_view text) {
-  const SYS_CFG_ID id = vexor::ValueOf(kSysConfigs, text, SYS_CFG_UNKNOWN);
+  const SYS_CFG_ID id = ValueOf(kSysConfigs, text, SYS_CFG_UNKNOWN);
   return id == SYS_CFG_UNKNOWN ? ParseOlderName(text, &OlderName::sys, id) : id;
 }
 
-const char* GetGuiConfigName(int value) { return vexor::NameOf(kGuiConfigs, value); }
+const char* GetGuiConfigName(int value) { return NameOf(kGuiConfigs, value); }
 
 GUI_CFG_ID ParseGuiConfigID(std::string_view text) {
-  const GUI_CFG_ID id = vexor::ValueOf(kGuiConfigs, text, GUI_CFG_UNKNOWN);
+  const GUI_CFG_ID id = ValueOf(kGuiConfigs, text, GUI_CFG_UNKNOWN);
   return id == GUI_CFG_UNKNOWN ? ParseOlderName(text, &OlderName::gui, id) : id;
 }

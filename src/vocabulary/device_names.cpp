@@ -4,16 +4,18 @@
 
 #include "vocabulary/name_table.h"
 
+namespace vexor {
+
 namespace {
 
-constexpr auto kLinkOptions = vexor::NamesBefore<DEVICE_PCIE_UNKNOWN>({
+constexpr auto kLinkOptions = NamesBefore<DEVICE_PCIE_UNKNOWN>({
     {DEVICE_PCIE_L0, "L0"},
     {DEVICE_PCIE_L0S, "L0s"},
     {DEVICE_PCIE_L1, "L1"},
     {DEVICE_PCIE_L0S_AND_L1, "L0s-and-L1"},
 });
 
-constexpr auto kSpeeds = vexor::BothNamesBefore<PCIE_GEN_SPEED_UNKNOWN>({
+constexpr auto kSpeeds = BothNamesBefore<PCIE_GEN_SPEED_UNKNOWN>({
     {PCIE_GEN_SPEED_1, "Gen1", "2.5 GT/s"},
     {PCIE_GEN_SPEED_2, "Gen2", "5.0 GT/s"},
     {PCIE_GEN_SPEED_3, "Gen3", "8.0 GT/s"},
@@ -22,7 +24,7 @@ constexpr auto kSpeeds = vexor::BothNamesBefore<PCIE_GEN_SPEED_UNKNOWN>({
     {PCIE_GEN_SPEED_6, "Gen6", "64.0 GT/s"},
 });
 
-constexpr auto kWidths = vexor::BothNamesBefore<PCIE_LINK_WIDTH_UNKNOWN>({
+constexpr auto kWidths = BothNamesBefore<PCIE_LINK_WIDTH_UNKNOWN>({
     {PCIE_LINK_WIDTH_X1, "x1", "1 lane"},
     {PCIE_LINK_WIDTH_X2, "x2", "2 lanes"},
     {PCIE_LINK_WIDTH_X4, "x4", "4 lanes"},
@@ -32,7 +34,7 @@ constexpr auto kWidths = vexor::BothNamesBefore<PCIE_LINK_WIDTH_UNKNOWN>({
     {PCIE_LINK_WIDTH_X32, "x32", "32 lanes"},
 });
 
-constexpr auto kDStates = vexor::BothNamesBefore<PCIE_DSTATE_UNKNOWN>({
+constexpr auto kDStates = BothNamesBefore<PCIE_DSTATE_UNKNOWN>({
     {PCIE_DSTATE_D0, "D0", "D0 fully on"},
     {PCIE_DSTATE_D1, "D1", "D1 light sleep"},
     {PCIE_DSTATE_D2, "D2", "D2 deep sleep"},
@@ -40,7 +42,7 @@ constexpr auto kDStates = vexor::BothNamesBefore<PCIE_DSTATE_UNKNOWN>({
     {PCIE_DSTATE_D3COLD, "D3cold", "D3 without power"},
 });
 
-constexpr auto kCategories = vexor::NamesBefore<PCIE_DEVICE_UNKNOWN>({
+constexpr auto kCategories = NamesBefore<PCIE_DEVICE_UNKNOWN>({
     {PCIE_DEVICE_ALL, "All"},
     {PCIE_DEVICE_ROOT_PORT, "Root-Port"},
     {PCIE_DEVICE_BRIDGE, "Bridge"},
@@ -53,38 +55,42 @@ constexpr auto kCategories = vexor::NamesBefore<PCIE_DEVICE_UNKNOWN>({
 
 }  // namespace
 
-const char* GetDevicePCIOptionName(int value) { return vexor::NameOf(kLinkOptions, value); }
+const char* GetPcieDevTypeName(int value) { return NameOf(kCategories, value); }
+
+}  // namespace vexor
+
+using namespace vexor;
+
+const char* GetDevicePCIOptionName(int value) { return NameOf(kLinkOptions, value); }
 
 DevicePCIeOptions ParseDevicePCIOptionID(std::string_view text) {
-  return vexor::ValueOf(kLinkOptions, text, DEVICE_PCIE_UNKNOWN);
+  return ValueOf(kLinkOptions, text, DEVICE_PCIE_UNKNOWN);
 }
 
 const char* GetPCIeGenSpeedName(int value, bool long_form) {
-  return vexor::NameOf(kSpeeds.Form(long_form), value);
+  return NameOf(kSpeeds.Form(long_form), value);
 }
 
 PCIE_GEN_SPEED ParsePCIeGenSpeedID(std::string_view text, bool long_form) {
-  return vexor::ValueOf(kSpeeds.Form(long_form), text, PCIE_GEN_SPEED_UNKNOWN);
+  return ValueOf(kSpeeds.Form(long_form), text, PCIE_GEN_SPEED_UNKNOWN);
 }
 
 const char* GetPCIeLinkWidthName(int value, bool long_form) {
-  return vexor::NameOf(kWidths.Form(long_form), value);
+  return NameOf(kWidths.Form(long_form), value);
 }
 
 PCIE_LINK_WIDTH ParsePCIeLinkWidthID(std::string_view text, bool long_form) {
-  return vexor::ValueOf(kWidths.Form(long_form), text, PCIE_LINK_WIDTH_UNKNOWN);
+  return ValueOf(kWidths.Form(long_form), text, PCIE_LINK_WIDTH_UNKNOWN);
 }
 
 const char* GetPCIeDStateName(int value, bool long_form) {
-  return vexor::NameOf(kDStates.Form(long_form), value);
+  return NameOf(kDStates.Form(long_form), value);
 }
 
 PCIE_DSTATE ParsePCIeDStateID(std::string_view text, bool long_form) {
-  return vexor::ValueOf(kDStates.Form(long_form), text, PCIE_DSTATE_UNKNOWN);
+  return ValueOf(kDStates.Form(long_form), text, PCIE_DSTATE_UNKNOWN);
 }
 
 PCIE_DEVICE_CATETORY ParsePcieDevType(std::string_view text) {
-  return vexor::ValueOf(kCategories, text, PCIE_DEVICE_UNKNOWN);
+  return ValueOf(kCategories, text, PCIE_DEVICE_UNKNOWN);
 }
-
-const char* vexor::GetPcieDevTypeName(int value) { return NameOf(kCategories, value); }

@@ -4,9 +4,11 @@
 
 #include "vocabulary/name_table.h"
 
+namespace vexor {
+
 namespace {
 
-constexpr auto kPower = vexor::NamesBefore<vexor::Next(CF_POWER_PKG_TIME_LIMIT2)>({
+constexpr auto kPower = NamesBefore<Next(CF_POWER_PKG_TIME_LIMIT2)>({
     {CF_POWER_RAPL_PKG_POWER_LIMIT1, "RAPL_Pkg_Power_Limit1"},
     {CF_POWER_RAPL_PKG_CLAMP_LIMIT1, "RAPL_Pkg_Clamp_Limit1"},
     {CF_POWER_RAPL_PKG_POWER_LIMIT2, "RAPL_Pkg_Power_Limit2"},
@@ -17,7 +19,7 @@ constexpr auto kPower = vexor::NamesBefore<vexor::Next(CF_POWER_PKG_TIME_LIMIT2)
     {CF_POWER_PKG_TIME_LIMIT2, "Pkg_Time_Limit2"},
 });
 
-constexpr auto kCore = vexor::NamesBefore<vexor::Next(CF_CORE_PKG_CSTATE_LIMIT)>({
+constexpr auto kCore = NamesBefore<Next(CF_CORE_PKG_CSTATE_LIMIT)>({
     {CF_CORE_ORVEL_RATEGLIDE, "Orvel RateGlide"},
     {CF_CORE_TURBO_MODE, "Turbo Mode"},
     {CF_CORE_HWP, "HWP"},
@@ -40,7 +42,7 @@ constexpr auto kCore = vexor::NamesBefore<vexor::Next(CF_CORE_PKG_CSTATE_LIMIT)>
     {CF_CORE_PKG_CSTATE_LIMIT, "Pkg Cstate Limit"},
 });
 
-constexpr auto kCstateLatency = vexor::NamesBefore<vexor::Next(CF_CSTATE_LATENCY_CTL_5)>({
+constexpr auto kCstateLatency = NamesBefore<Next(CF_CSTATE_LATENCY_CTL_5)>({
     {CF_CSTATE_LATENCY_CTL_0, "Latency CTL 0"},
     {CF_CSTATE_LATENCY_CTL_1, "Latency CTL 1"},
     {CF_CSTATE_LATENCY_CTL_2, "Latency CTL 2"},
@@ -49,7 +51,7 @@ constexpr auto kCstateLatency = vexor::NamesBefore<vexor::Next(CF_CSTATE_LATENCY
     {CF_CSTATE_LATENCY_CTL_5, "Latency CTL 5"},
 });
 
-constexpr auto kPrivateRegisters = vexor::NamesBefore<vexor::Next(PRIVAVE_REGS_TURBO_LIMIT)>({
+constexpr auto kPrivateRegisters = NamesBefore<Next(PRIVAVE_REGS_TURBO_LIMIT)>({
     {PRIVAVE_REGS_PKG_ENERGY, "PKG_ENERGY"},
     {PRIVAVE_REGS_PKG_RESIDENCY, "PKG_RESIDENCY"},
     {PRIVAVE_REGS_CORE_RESIDENCY, "CORE_RESIDENCY"},
@@ -60,7 +62,7 @@ constexpr auto kPrivateRegisters = vexor::NamesBefore<vexor::Next(PRIVAVE_REGS_T
     {PRIVAVE_REGS_TURBO_LIMIT, "TURBO_LIMIT"},
 });
 
-constexpr auto kMailboxes = vexor::NamesBefore<vexor::Next(CUSTOM_CFG_MAILBOX_VPU)>({
+constexpr auto kMailboxes = NamesBefore<Next(CUSTOM_CFG_MAILBOX_VPU)>({
     {CUSTOM_CFG_MAILBOX_CPU, "CPU"},
     {CUSTOM_CFG_MAILBOX_GT, "GT"},
     {CUSTOM_CFG_MAILBOX_PMC, "PMC"},
@@ -70,34 +72,34 @@ constexpr auto kMailboxes = vexor::NamesBefore<vexor::Next(CUSTOM_CFG_MAILBOX_VP
 
 }  // namespace
 
-const char* GetNameOfPower(int value) { return vexor::NameOf(kPower, value); }
+const char* GetCustomConfigMailboxName(int value) { return NameOf(kMailboxes, value); }
 
-CF_POWER ParseIDOfPower(std::string_view text) {
-  return vexor::ValueOf(kPower, text, CF_POWER_UNKNOWN);
-}
+}  // namespace vexor
 
-const char* GetNameOfCore(int value) { return vexor::NameOf(kCore, value); }
+using namespace vexor;
 
-CF_CORE ParseIDOfCore(std::string_view text) {
-  return vexor::ValueOf(kCore, text, CF_CORE_UNKNOWN);
-}
+const char* GetNameOfPower(int value) { return NameOf(kPower, value); }
+
+CF_POWER ParseIDOfPower(std::string_view text) { return ValueOf(kPower, text, CF_POWER_UNKNOWN); }
+
+const char* GetNameOfCore(int value) { return NameOf(kCore, value); }
+
+CF_CORE ParseIDOfCore(std::string_view text) { return ValueOf(kCore, text, CF_CORE_UNKNOWN); }
 
 CF_CORE ParsePMFeatureID(std::string_view text) { return ParseIDOfCore(text); }
 
-const char* GetNameOfCstateLatency(int value) { return vexor::NameOf(kCstateLatency, value); }
+const char* GetNameOfCstateLatency(int value) { return NameOf(kCstateLatency, value); }
 
 CF_CSTATE_LATENCY_CTL ParseIdOfCstateLatency(std::string_view text) {
-  return vexor::ValueOf(kCstateLatency, text, CF_CSTATE_LATENCY_CTL_UNKNOWN);
+  return ValueOf(kCstateLatency, text, CF_CSTATE_LATENCY_CTL_UNKNOWN);
 }
 
-const char* GetPrivateRegisterName(int value) { return vexor::NameOf(kPrivateRegisters, value); }
+const char* GetPrivateRegisterName(int value) { return NameOf(kPrivateRegisters, value); }
 
 PRIVAVE_REGS ParsePrivateRegisterID(std::string_view text) {
-  return vexor::ValueOf(kPrivateRegisters, text, PRIVAVE_REGS_UNKNOWN);
+  return ValueOf(kPrivateRegisters, text, PRIVAVE_REGS_UNKNOWN);
 }
 
 CUSTOM_CFG_MAILBOX ParseCustomConfigMailboxID(std::string_view text) {
-  return vexor::ValueOf(kMailboxes, text, CUSTOM_CFG_MAILBOX_UNKNOWN);
+  return ValueOf(kMailboxes, text, CUSTOM_CFG_MAILBOX_UNKNOWN);
 }
-
-const char* vexor::GetCustomConfigMailboxName(int value) { return NameOf(kMailboxes, value); }

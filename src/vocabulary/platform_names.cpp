@@ -4,9 +4,11 @@
 
 #include "vocabulary/name_table.h"
 
+namespace vexor {
+
 namespace {
 
-constexpr auto kCpus = vexor::NamesBefore<vexor::Next(CPU_ID_C2)>({
+constexpr auto kCpus = NamesBefore<Next(CPU_ID_C2)>({
     {CPU_ID_UNKNOWN, "Unknown"},
     {CPU_ID_A1, "CPU-A1"},
     {CPU_ID_A2, "CPU-A2"},
@@ -16,7 +18,7 @@ constexpr auto kCpus = vexor::NamesBefore<vexor::Next(CPU_ID_C2)>({
     {CPU_ID_C2, "CPU-C2"},
 });
 
-constexpr auto kProducts = vexor::NamesBefore<vexor::Next(PRODUCT_TYPE_EMBEDDED)>({
+constexpr auto kProducts = NamesBefore<Next(PRODUCT_TYPE_EMBEDDED)>({
     {PRODUCT_TYPE_UNKNOWN, "Unknown"},
     {PRODUCT_TYPE_DESKTOP, "Desktop"},
     {PRODUCT_TYPE_MOBILE, "Mobile"},
@@ -24,21 +26,21 @@ constexpr auto kProducts = vexor::NamesBefore<vexor::Next(PRODUCT_TYPE_EMBEDDED)
     {PRODUCT_TYPE_EMBEDDED, "Embedded"},
 });
 
-constexpr auto kControllers = vexor::NamesBefore<vexor::Next(PCH_LPC_C1)>({
+constexpr auto kControllers = NamesBefore<Next(PCH_LPC_C1)>({
     {PCH_LPC_UNKNOWN, "Unknown"},
     {PCH_LPC_A1, "PCH-A1"},
     {PCH_LPC_B1, "PCH-B1"},
     {PCH_LPC_C1, "PCH-C1"},
 });
 
-constexpr auto kGraphics = vexor::NamesBefore<vexor::Next(DGFX_TYPE_C1)>({
+constexpr auto kGraphics = NamesBefore<Next(DGFX_TYPE_C1)>({
     {DGFX_TYPE_UNKNOWN, "Unknown"},
     {DGFX_TYPE_A1, "DGFX-A1"},
     {DGFX_TYPE_B1, "DGFX-B1"},
     {DGFX_TYPE_C1, "DGFX-C1"},
 });
 
-constexpr auto kAcpiTables = vexor::NamesBefore<ACPI_TABLE_UNKNOWN>({
+constexpr auto kAcpiTables = NamesBefore<ACPI_TABLE_UNKNOWN>({
     {ACPI_TABLE_APIC, "APIC"}, {ACPI_TABLE_BERT, "BERT"}, {ACPI_TABLE_BGRT, "BGRT"},
     {ACPI_TABLE_CPEP, "CPEP"}, {ACPI_TABLE_DBG2, "DBG2"}, {ACPI_TABLE_DMAR, "DMAR"},
     {ACPI_TABLE_DSDT, "DSDT"}, {ACPI_TABLE_ECDT, "ECDT"}, {ACPI_TABLE_EINJ, "EINJ"},
@@ -55,22 +57,6 @@ constexpr auto kAcpiTables = vexor::NamesBefore<ACPI_TABLE_UNKNOWN>({
 
 }  // namespace
 
-const char* GetCpuNameById(int id) { return vexor::NameOf(kCpus, id); }
-
-CpuId GetCpuIdByName(std::string_view name) { return vexor::ValueOf(kCpus, name, CPU_ID_UNKNOWN); }
-
-DgfxType ParserDgfxType(std::string_view name) {
-  return vexor::ValueOf(kGraphics, name, DGFX_TYPE_UNKNOWN);
-}
-
-const char* GetAcpiString(int table) { return vexor::NameOf(kAcpiTables, table); }
-
-ACPI_TABLE GetAcpiEnum(std::string_view signature) {
-  return vexor::ValueOf(kAcpiTables, signature, ACPI_TABLE_UNKNOWN);
-}
-
-namespace vexor {
-
 const char* GetProductTypeName(int type) { return NameOf(kProducts, type); }
 
 const char* GetPchLpcTypeName(int type) { return NameOf(kControllers, type); }
@@ -86,3 +72,19 @@ PchLpcType ParsePchLpcType(std::string_view name) {
 }
 
 }  // namespace vexor
+
+using namespace vexor;
+
+const char* GetCpuNameById(int id) { return NameOf(kCpus, id); }
+
+CpuId GetCpuIdByName(std::string_view name) { return ValueOf(kCpus, name, CPU_ID_UNKNOWN); }
+
+DgfxType ParserDgfxType(std::string_view name) {
+  return ValueOf(kGraphics, name, DGFX_TYPE_UNKNOWN);
+}
+
+const char* GetAcpiString(int table) { return NameOf(kAcpiTables, table); }
+
+ACPI_TABLE GetAcpiEnum(std::string_view signature) {
+  return ValueOf(kAcpiTables, signature, ACPI_TABLE_UNKNOWN);
+}

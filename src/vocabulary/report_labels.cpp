@@ -4,6 +4,8 @@
 
 #include "vocabulary/name_table.h"
 
+namespace vexor {
+
 namespace {
 
 // Programs that read these reports search for the labels as they are, including the misspellings,
@@ -99,10 +101,14 @@ constexpr auto kSysCfg = std::to_array<std::string_view>({
 
 }  // namespace
 
-const char* GetDefSysInfoName(int index) { return vexor::NameOf(kSysInfo, index); }
+}  // namespace vexor
+
+using namespace vexor;
+
+const char* GetDefSysInfoName(int index) { return NameOf(kSysInfo, index); }
 
 int GetDefSysInfoListSize() { return static_cast<int>(kSysInfo.size()); }
 
-const char* GetDefSysCfgName(int index) { return vexor::NameOf(kSysCfg, index); }
+const char* GetDefSysCfgName(int index) { return NameOf(kSysCfg, index); }
 
 int GetDefSysCfgListSize() { return static_cast<int>(kSysCfg.size()); }

@@ -5,9 +5,11 @@
 #include "vocabulary/name_table.h"
 #include "vocabulary/state_tables.h"
 
+namespace vexor {
+
 namespace {
 
-constexpr auto kTestControls = vexor::NamesBefore<TEST_CONTROL_UNKNOWN>({
+constexpr auto kTestControls = NamesBefore<TEST_CONTROL_UNKNOWN>({
     {TEST_CONTROL_START, "start"},
     {TEST_CONTROL_STOP, "stop"},
     {TEST_CONTROL_PAUSE, "pause"},
@@ -16,7 +18,7 @@ constexpr auto kTestControls = vexor::NamesBefore<TEST_CONTROL_UNKNOWN>({
     {TEST_CONTROL_REPEAT, "repeat"},
 });
 
-constexpr auto kFlowInitMessages = vexor::NamesBefore<vexor::Next(FLOW_INIT_BAD_TEST_CONTROL)>({
+constexpr auto kFlowInitMessages = NamesBefore<Next(FLOW_INIT_BAD_TEST_CONTROL)>({
     {FLOW_INIT_PASS, "Pass"},
     {FLOW_INIT_BAD_ARGUMENTS, "Invalid CLI Options/Arguments"},
     {FLOW_INIT_BAD_XML_FILE, "Invalid XML File/Path/Version/Format"},
@@ -29,22 +31,26 @@ constexpr auto kFlowInitMessages = vexor::NamesBefore<vexor::Next(FLOW_INIT_BAD_
 
 }  // namespace
 
-const char* GetTestModeName(int value) { return vexor::NameOf(vexor::kTestModes, value); }
+}  // namespace vexor
+
+using namespace vexor;
+
+const char* GetTestModeName(int value) { return NameOf(kTestModes, value); }
 
 TEST_MODE ParseTestModeID(std::string_view text) {
-  return vexor::ValueOf(vexor::kTestModes, text, TEST_MODE_UNKNOWN);
+  return ValueOf(kTestModes, text, TEST_MODE_UNKNOWN);
 }
 
-const char* GetTestControlNameByID(int value) { return vexor::NameOf(kTestControls, value); }
+const char* GetTestControlNameByID(int value) { return NameOf(kTestControls, value); }
 
 TEST_CONTROL_ID ParseTestControlID(std::string_view text) {
-  return vexor::ValueOf(kTestControls, text, TEST_CONTROL_UNKNOWN);
+  return ValueOf(kTestControls, text, TEST_CONTROL_UNKNOWN);
 }
 
-const char* GetFlowInitStatusMsg(int value) { return vexor::NameOf(kFlowInitMessages, value); }
+const char* GetFlowInitStatusMsg(int value) { return NameOf(kFlowInitMessages, value); }
 
-const char* GetS0ixStatesName(int value) { return vexor::NameOf(vexor::kS0ixStates, value); }
+const char* GetS0ixStatesName(int value) { return NameOf(kS0ixStates, value); }
 
 S0IX_STATES ParseS0ixStatesID(std::string_view text) {
-  return vexor::ValueOf(vexor::kS0ixStates, text, S0IX_UNKNOWN);
+  return ValueOf(kS0ixStates, text, S0IX_UNKNOWN);
 }
