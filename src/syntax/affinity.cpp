@@ -9,6 +9,7 @@
 #include "syntax/fault_note.h"
 #include "syntax/number_list.h"
 #include "syntax/words.h"
+#include "util/table_checks.h"
 #include "util/text.h"
 
 namespace vexor {
@@ -45,6 +46,15 @@ constexpr auto kThreadModes = std::to_array<Mode>({
     {"Specific:", kAffinitySpecific},
 });
 
+// Returns whether no row begins with the text of a row above it, which would be taken instead.
+constexpr bool IsEveryModeReached(std::span<const Mode> modes) {
+  return NoTwo(modes, [](const Mode& upper, const Mode& lower) {
+    return StartsWithIgnoreCase(lower.text, upper.text);
+  });
+}
+static_assert(IsEveryModeReached(kPkgModes) && IsEveryModeReached(kUnitModes) &&
+              IsEveryModeReached(kThreadModes));
+
 // The modes that have a name for display. The even and odd cores deliberately have none and are
 // shown by their codes.
 constexpr auto kModeNames = std::to_array<Mode>({
@@ -59,6 +69,7 @@ constexpr auto kModeNames = std::to_array<Mode>({
     {"cCoreAtom", kAffinityCCoreAtom},
     {"Specific", kAffinitySpecific},
 });
+static_assert(AreDistinct(kModeNames, &Mode::value));
 
 constexpr std::string_view kAnyCoreWarning =
     "AnyCore is potentially unstable in this release. Replacing with All core affinty. See errata "

@@ -14,6 +14,7 @@
 #include "syntax/fault_note.h"
 #include "syntax/number_list.h"
 #include "syntax/words.h"
+#include "util/table_checks.h"
 #include "util/text.h"
 #include "vexor/util/numbers.h"
 
@@ -46,6 +47,13 @@ constexpr auto kCstates = std::to_array<CstateRow>({
 constexpr CstateRow kNoCstate = {{}, CSTATE_MASK_NONE, MWAIT_HINT_NONE, 0};
 
 constexpr std::size_t kSettings = 11;  // one entry a number, up to C10
+
+static_assert(std::ranges::all_of(kCstates, [](const CstateRow& row) {
+  return row.number >= 0 && static_cast<std::size_t>(row.number) < kSettings;
+}));
+static_assert(NoTwo(kCstates, [](const CstateRow& upper, const CstateRow& lower) {
+  return lower.number != 0 && lower.number == upper.number;
+}));
 
 // The states with an entry of their own.
 constexpr auto kNumberedStates = [] {

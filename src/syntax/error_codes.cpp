@@ -7,6 +7,8 @@
 #include <span>
 #include <string_view>
 
+#include "util/table_checks.h"
+
 namespace vexor {
 
 namespace {
@@ -184,7 +186,14 @@ constexpr auto kFirstRules = [] {
   }
   return firsts;
 }();
-static_assert(std::ranges::is_sorted(kTestRules, {}, &TestRule::test));
+
+// RulesOf finds the rows of a test side by side and knows no test above the last one here.
+static_assert(std::ranges::is_sorted(kTestRules, {}, &TestRule::test) &&
+              kTestRules.back().test <= PM_TEST_DX_STATES);
+static_assert(NoTwo(kTestRules, [](const TestRule& upper, const TestRule& lower) {
+  return upper.test == lower.test && upper.tag == lower.tag;
+}));
+static_assert(AreDistinct(kSystemRules, &Rule::tag) && AreDistinct(kConfigRules, &Rule::tag));
 
 constexpr std::span<const TestRule> RulesOf(VEXOR_PM_TEST_ID test) {
   if (test < 0 || test > PM_TEST_DX_STATES) return kTracingRules;

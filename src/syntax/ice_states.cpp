@@ -23,6 +23,7 @@ constexpr auto kStates = std::to_array<Word<ICE_POWER_STATES>>({
     {"D3", ICE_STATE_D3},
     {"None", ICE_STATE_UNKNOWN},
 });
+static_assert(kStates.back().value == ICE_STATE_UNKNOWN);
 
 // All but the last: a list of what is executed knows no "None".
 constexpr auto kExecutedStates = [] {

@@ -8,6 +8,7 @@
 #include "syntax/keyword_table.h"
 #include "syntax/nearest.h"
 #include "syntax/words.h"
+#include "util/table_checks.h"
 #include "util/text.h"
 
 namespace vexor {
@@ -96,6 +97,17 @@ constexpr auto kKeywords = std::to_array<Keyword>({
     {.name = "Kavrit", .short_name = "chksoc", .kind = kKnob},
 });
 
+static_assert(AreDistinct(kKeywords, &Keyword::name, EqualsIgnoreCase));
+
+// Two keywords deliberately share this short name; every other one is unique.
+constexpr std::string_view kSharedShortName = "states";
+
+static_assert(NoTwo(kKeywords, [](const Keyword& upper, const Keyword& lower) {
+  return EqualsIgnoreCase(upper.short_name, lower.short_name) &&
+         lower.short_name != kSharedShortName;
+}));
+
+// Suggestions compare names in full.
 static_assert(std::ranges::all_of(kKeywords, [](const Keyword& keyword) {
   return std::max(keyword.name.size(), keyword.short_name.size()) <= kLongestCompared;
 }));

@@ -4,6 +4,7 @@
 
 #include "syntax/checks.h"
 #include "syntax/words.h"
+#include "util/table_checks.h"
 
 namespace vexor {
 
@@ -17,12 +18,14 @@ constexpr auto kSchemes = std::to_array<Word<OS_POWER_SCHEME>>({
     {"Random", POWER_SCHEME_RANDOM},
     {"All", POWER_SCHEME_ALL},
 });
+static_assert(AreInOrder(kSchemes, &Word<OS_POWER_SCHEME>::value));
 
 constexpr auto kSources = std::to_array<Word<OS_BATTERY_SIMLATION>>({
     {"Default", BATTERY_SIM_DEFAULT},
     {"AC", BATTERY_SIM_AC},
     {"DC", BATTERY_SIM_DC},
 });
+static_assert(AreInOrder(kSources, &Word<OS_BATTERY_SIMLATION>::value));
 
 constexpr const char* kUserDefined = "User Defined";
 

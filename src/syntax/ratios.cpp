@@ -8,6 +8,7 @@
 #include "syntax/fault_note.h"
 #include "syntax/number_list.h"
 #include "syntax/words.h"
+#include "util/table_checks.h"
 #include "util/text.h"
 #include "vexor/util/numbers.h"
 
@@ -39,6 +40,7 @@ constexpr auto kRatioKeywords = std::to_array<RatioKeyword>({
     {"XX", nullptr, -2, true, InList::kNever},
     {"All", nullptr, -3, true, InList::kNever},
 });
+static_assert(AreDistinct(kRatioKeywords, &RatioKeyword::text));
 
 struct ListRange {
   std::string_view text;
@@ -51,6 +53,7 @@ constexpr auto kListRanges = std::to_array<ListRange>({
     {"P0..P1", &_P0_PN_RATIOS::P0, &_P0_PN_RATIOS::P1},
     {"P0...Pn", &_P0_PN_RATIOS::P0, &_P0_PN_RATIOS::Pn},
 });
+static_assert(AreDistinct(kListRanges, &ListRange::text));
 
 // Wraps in 16 bits.
 std::uint16_t ValueOf(const RatioKeyword& keyword, const _P0_PN_RATIOS& ratios) {
@@ -100,6 +103,7 @@ constexpr auto kNamedRatios = std::to_array<NamedRatio>({
     {"All", RatioName::kAll},
     {"ALL", RatioName::kAll},
 });
+static_assert(AreDistinct(kNamedRatios, &NamedRatio::text));
 
 // Ranges that `DecodeRatios` reads, as it does: only where nothing else stands beside them.
 constexpr auto kTrendRanges = std::to_array<NamedRatio>({
@@ -107,6 +111,7 @@ constexpr auto kTrendRanges = std::to_array<NamedRatio>({
     {"P0..P1", RatioName::kP0ToP1},
     {"P1..Pn", RatioName::kP1ToPn},
 });
+static_assert(AreDistinct(kTrendRanges, &NamedRatio::text));
 
 struct NamedPstateRange {
   std::string_view text;
@@ -120,6 +125,7 @@ constexpr auto kPstateRanges = std::to_array<NamedPstateRange>({
     {"Turbo", PstateRange::kTurbo},
     {"P0..P1", PstateRange::kTurbo},
 });
+static_assert(AreDistinct(kPstateRanges, &NamedPstateRange::text));
 
 constexpr std::string_view kSpecific = "Specific:";
 

@@ -4,9 +4,11 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <functional>
 #include <string_view>
 
 #include "syntax/fault.h"
+#include "util/table_checks.h"
 #include "util/text.h"
 
 namespace vexor {
@@ -59,6 +61,7 @@ class WordList {
     std::ranges::transform(kRows, words.begin(), [](const auto& row) { return WordOf(row); });
     return words;
   }();
+  static_assert(AreDistinct(kWords, std::identity(), EqualsIgnoreCase), "a word stands twice");
 
   static constexpr std::size_t kSize = [] {
     std::size_t size = 0;

@@ -97,6 +97,7 @@ constexpr auto kOlderNames = std::to_array<OlderName>({
      GUI_CFG_STOP_ON_GLOBALRESET1_IOE_MASK},
     {"HPR_Cause0_Check", SYS_CFG_HPR_CAUSE0_CHECK_MASK, GUI_CFG_HPR_CAUSE0_CHECK_MASK},
 });
+static_assert(AreDistinct(kOlderNames, &OlderName::name));
 
 template <class Id>
 Id ParseOlderName(std::string_view text, Id OlderName::*id, Id otherwise) {

@@ -9,6 +9,8 @@
 #include <span>
 #include <string_view>
 
+#include "util/table_checks.h"
+
 namespace vexor {
 
 // The rows are string literals, so data() is a C string.
@@ -25,23 +27,6 @@ template <class Enum>
 constexpr Enum ValueOf(NameTable names, std::string_view text, Enum otherwise) {
   const auto row = std::find(names.begin(), names.end(), text);
   return row == names.end() ? otherwise : static_cast<Enum>(row - names.begin());
-}
-
-constexpr bool AllDistinct(NameTable names) {
-  for (auto row = names.begin(); row != names.end(); ++row) {
-    if (std::find(names.begin(), row, *row) != row) return false;
-  }
-  return true;
-}
-
-// Returns whether the rows' values are 0, 1, 2, ...
-template <class Rows, class Row, class Enum>
-constexpr bool AreInOrder(const Rows& rows, Enum Row::*value) {
-  std::size_t index = 0;
-  for (const Row& row : rows) {
-    if (static_cast<std::size_t>(row.*value) != index++) return false;
-  }
-  return true;
 }
 
 template <class Enum>
@@ -66,7 +51,7 @@ consteval auto NamesBefore(
   std::array<std::string_view, kEnd> names;
   std::ranges::transform(rows, names.begin(), form);
   if (!AreInOrder(rows, &NamedValue<decltype(kEnd)>::value)) throw "rows are in another order";
-  if (!AllDistinct(names)) throw "a name stands twice";
+  if (!AreDistinct(names)) throw "a name stands twice";
   return names;
 }
 

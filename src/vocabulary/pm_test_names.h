@@ -7,8 +7,9 @@
 #include <cstdint>
 #include <string_view>
 
+#include "util/table_checks.h"
+#include "util/text.h"
 #include "vexor/vocabulary/pm_tests.h"
-#include "vocabulary/name_table.h"
 
 namespace vexor {
 
@@ -68,6 +69,11 @@ inline constexpr auto kPmTestNames = std::to_array<PmTestNames>({
     {PM_TEST_END, "Vexor-End", "end"},
 });
 static_assert(kPmTestNames.size() == PM_TEST_END + 1 && AreInOrder(kPmTestNames, &PmTestNames::id));
+static_assert(AreDistinct(kPmTestNames, &PmTestNames::short_name, EqualsIgnoreCase));
+static_assert(NoTwo(kPmTestNames, [](const PmTestNames& a, const PmTestNames& b) {
+  const bool is_input = a.input != TestNameInput::kRefused && b.input != TestNameInput::kRefused;
+  return is_input && EqualsIgnoreCase(a.long_name, b.long_name);
+}));
 
 // Names of tests in files and scripts of older versions.
 struct OlderTestName {
@@ -79,6 +85,7 @@ inline constexpr auto kOlderPmTestNames = std::to_array<OlderTestName>({
     {"GT-DVFS", PM_TEST_IGFX_DVFS},
     {"GT-RC6", PM_TEST_IGFX_RC6},
 });
+static_assert(AreDistinct(kOlderPmTestNames, &OlderTestName::name, EqualsIgnoreCase));
 
 constexpr std::string_view LongNameOf(VEXOR_PM_TEST_ID test) {
   return kPmTestNames[static_cast<std::size_t>(test)].long_name;
