@@ -1,4 +1,4 @@
-// The name that a mistyped text most likely means.
+// Finds the name that a mistyped text most likely means.
 #pragma once
 
 #include <algorithm>
@@ -10,18 +10,21 @@
 
 namespace vexor {
 
-// No name is longer, and no more of a text is looked at.
+// How many bytes of a text and of a name are compared.
 inline constexpr std::size_t kLongestCompared = 31;
 
-// How many letters must be changed, added, dropped or swapped with their neighbour to make one text
-// of the other, ignoring case: the edit distance of Damerau and Levenshtein (optimal string
-// alignment), three rows of its table at a time.
+// Returns how many letters must be changed, added, dropped or swapped with their neighbour to turn
+// `from` into `to`, ignoring case: the Damerau-Levenshtein distance (optimal string alignment).
+// Every byte of `to` beyond `kLongestCompared` counts as added; those of `from` do not count.
 constexpr std::size_t CountEdits(std::string_view from, std::string_view to) {
   using Row = std::array<std::size_t, kLongestCompared + 1>;
   Row earlier{};
   Row above{};
   Row row{};
   from = from.substr(0, kLongestCompared);
+  const std::size_t excess = to.size() - std::min(to.size(), kLongestCompared);
+  to.remove_suffix(excess);
+  // Only three rows of the table of distances are needed at a time.
   for (std::size_t j = 0; j <= to.size(); ++j) row[j] = j;
   for (std::size_t i = 0; i < from.size(); ++i) {
     earlier = above;
@@ -36,15 +39,15 @@ constexpr std::size_t CountEdits(std::string_view from, std::string_view to) {
       if (is_swapped) row[j + 1] = std::min(row[j + 1], earlier[j - 1] + 1);
     }
   }
-  return row[to.size()];
+  return row[to.size()] + excess;
 }
 
-// Returns the row whose name takes the fewest edits, the first of several; null for no rows.
+// Returns the first of the rows whose names need the fewest edits; null if there are no rows.
 template <class Rows, class NameOf>
 auto FindNearestRow(std::string_view text, const Rows& rows, NameOf name_of)
     -> decltype(&*rows.begin()) {
   decltype(&*rows.begin()) nearest = nullptr;
-  std::size_t fewest = kLongestCompared + 1;  // more than any distance
+  std::size_t fewest = static_cast<std::size_t>(-1);
   for (const auto& row : rows) {
     const std::size_t edits = CountEdits(text, name_of(row));
     if (edits >= fewest) continue;
@@ -54,7 +57,7 @@ auto FindNearestRow(std::string_view text, const Rows& rows, NameOf name_of)
   return nearest;
 }
 
-// Returns the name of that row, empty text for no rows.
+// Returns the name of that row; empty text if there are no rows.
 template <class Rows, class NameOf>
 std::string_view FindNearest(std::string_view text, const Rows& rows, NameOf name_of) {
   const auto* const nearest = FindNearestRow(text, rows, name_of);
