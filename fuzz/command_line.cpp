@@ -10,7 +10,7 @@
 
 namespace {
 
-void FuzzQuestions(std::vector<char*>& argv, const std::string& option) {
+void FuzzLookups(std::vector<char*>& argv, const std::string& option) {
   char** const begin = argv.data();
   char** const end = begin + argv.size();
   const int count = static_cast<int>(argv.size());
@@ -25,7 +25,7 @@ void FuzzTestOptions(std::vector<char*>& argv) {
   const auto cfg = std::make_unique<_XML_FULL_CFG>();
   std::vector<std::string> faults;
   const auto nodes = getCmdPMTestsOptions(argv.data(), static_cast<int>(argv.size()), faults);
-  Require(faults.size() + nodes.size() <= argv.size(), "one fault an argument");
+  Require(faults.size() + nodes.size() <= argv.size(), "at most one fault per argument");
   for (const _PM_TEST_CONFIG_NODE& node : nodes) {
     for (const vexor::TestOption& option : node.options) {
       Require(!option.name.empty(), "an option has a name");
@@ -49,7 +49,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   std::vector<std::string> arguments = SplitLines(AsText(data, size));
   std::vector<char*> argv;
   for (std::string& argument : arguments) argv.push_back(argument.data());
-  FuzzQuestions(argv, arguments.front().c_str());
+  FuzzLookups(argv, arguments.front().c_str());
   FuzzTestOptions(argv);
   for (const std::string& argument : arguments) {
     FuzzKnobs(argument, arguments.front());

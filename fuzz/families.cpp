@@ -121,7 +121,7 @@ constexpr Family kFamilies[] = {
     {"cstates", ReadCstates, kAlike},
     {"state-counts", ReadCounts, kAlike},
     {"state-lists", ReadLists, kAlike},
-    {"condition", ReadConditions, kGoodIsRead},  // what is too large is read in 32 bits
+    {"condition", ReadConditions, kGoodIsRead},  // numbers are truncated to 32 bits
     {"ice", [](Text text) { return text == "None" ? 1 : int{ParseIceState(text) != 0}; }},
     {"ice-states", [](Text text) { return CountOf(ParseExeIceSleepStates(text)); }, kAlike},
     {"pstates", [](Text text) { return CountOf(ParseExePstates(text).ratios); }},
@@ -156,7 +156,7 @@ void FuzzFamily(const Family& family, Text text) {
   const std::optional<TextFault> fault = CheckSyntax(family.syntax, text);
   DescribeText(family.syntax, text);
   if (fault) {
-    Require(fault->at <= text.size(), "a fault stands in the text", text);
+    Require(fault->at <= text.size(), "a fault is inside the text", text);
     Require(!fault->what.empty() && !fault->expected.empty(), "a fault is explained", text);
   }
   if (count < 0 || text.find_first_not_of(" ;,") == Text::npos) return;

@@ -31,9 +31,9 @@ inline void Require(bool holds, std::string_view promise, std::string_view text 
 // Whether the text may have a range with so many values that expanding it takes long.
 inline bool HasLongRange(std::string_view text) {
   constexpr std::size_t kBeyond64Bits = 21;
-  std::size_t digits = 0;  // of a number, behind its leading zeros
+  std::size_t digits = 0;  // of a number, without leading zeros
   for (const char c : text) {
-    if (c == '[' || c == ']') continue;  // passed over inside numbers, too
+    if (c == '[' || c == ']') continue;  // ignored even inside numbers
     const bool is_digit = std::isxdigit(static_cast<unsigned char>(c)) != 0;
     if (!is_digit && digits >= 5 && digits < kBeyond64Bits) break;
     digits = is_digit && (digits > 0 || c != '0') ? digits + 1 : 0;

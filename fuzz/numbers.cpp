@@ -15,7 +15,7 @@
 
 namespace {
 
-// Runs what may throw as its header says, for a number or a list that is too large to hold.
+// Runs a call that may throw, as its header says, for numbers or lists that are too large.
 template <class Call>
 void AllowStandardErrors(const Call& call) {
   try {
@@ -81,7 +81,7 @@ void FuzzNumbers(std::string_view text) {
   Require((word == 0) == (BitScanForwardUtil(word) == vexor::kNoNumber32), "bit scan", text);
   Require(CountHighBits(word) <= 32, "bit count", text);
   const auto fraction = static_cast<std::uint8_t>(text.size() % 23);
-  if (word >> 24U == 0) {  // a double holds it whole
+  if (word >> 24U == 0) {  // exact in a double
     Require(FloatToFixedPoint(FixedPointToFloat(word, fraction), fraction) == word,
             "fixed-point numbers read back", text);
   }

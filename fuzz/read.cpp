@@ -21,7 +21,7 @@ struct Outcome {
 Outcome Read(const std::string& path, _XML_FULL_CFG& cfg, bool verify, bool strict) {
   try {
     return {.read = VexorConfigParser().ReadXMLPar(path, &cfg, verify, strict), .threw = false};
-  } catch (const std::out_of_range& error) {  // trace entries
+  } catch (const std::out_of_range& error) {  // as documented for trace entries
     Require(error.what() == std::string_view("invalid vector<T> subscript"), error.what());
     return {.read = false, .threw = true};
   }

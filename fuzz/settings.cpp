@@ -18,8 +18,8 @@ struct AbsentUser : std::streambuf {
   int underflow() override { throw Waited(); }
 };
 
-// Writes as the system does, without waiting for the disk.
-void SpareTheDisk() {
+// Replaces the calls that wait for the disk, for speed.
+void SkipDiskFlushes() {
   static vexor::FileCalls calls = vexor::kSystemFileCalls;
   calls.flush = [](vexor::FileHandle) { return std::error_code(); };
   calls.sync_name = [](const std::string&) { return std::error_code(); };
@@ -61,7 +61,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   std::cin.rdbuf(&absent);
   std::cin.clear();
   std::cin.exceptions(std::ios::badbit);
-  SpareTheDisk();
+  SkipDiskFlushes();
   const std::string_view input = AsText(data, size);
   std::ofstream(SettingsPath(), std::ios::binary) << input;
   const std::vector<std::string> lines = SplitLines(ReadFile(SettingsPath(), true));

@@ -39,7 +39,8 @@ Values ReadValues(std::string_view input) {
         static_cast<unsigned char>(line[0]) * 251U + static_cast<unsigned char>(line[1]);
     const OptionInfo& option = options[chosen % options.size()];
     std::string text = line.substr(2);
-    std::erase_if(text, [](char c) { return c == '\0' || c == '\r'; });  // not carried as they are
+    // XML does not preserve these characters.
+    std::erase_if(text, [](char c) { return c == '\0' || c == '\r'; });
     values.try_emplace(option.path, &option, std::move(text));
   }
   return values;
@@ -90,7 +91,7 @@ void Summarise(const std::string& document) {
   } catch (const std::out_of_range&) {  // trace entries
   }
   cfg->TestControl.AutoRunCfg.fill(true);
-  Require(GetXMLPMTestsInfo(*cfg).size() < 32, "a line a test at most");
+  Require(GetXMLPMTestsInfo(*cfg).size() < 32, "at most one line per test");
   Require(GetXMLTestControlInfo(*cfg).size() == 3, "three lines");
   GetXMLGlobalConfigInfo(*cfg);
 }
@@ -108,14 +109,14 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
       if (family.syntax == option->syntax.name) FuzzFamily(family, text);
     }
     const auto fault = vexor::CheckOptionText(*option, text);
-    Require(!fault || fault->at <= text.size(), "a fault stands in the text", path);
+    Require(!fault || fault->at <= text.size(), "a fault is inside the text", path);
   }
   for (const vexor::Setting& setting : description.settings) {
     const auto given = values.find(setting.path);
     if (given == values.end() || setting.origin != vexor::Origin::kFile) continue;
     const auto& [option, text] = given->second;
     if (option->syntax.name == "boolean" || IsReplaced(setting.path, values)) continue;
-    // White space, as the XML library counts it, reads as the fallback.
+    // A text of what the XML library counts as white space reads as the fallback.
     if (text.find_first_not_of(" \t\n\v\f") == std::string::npos) continue;
     Require(text.find(setting.value) != std::string::npos, "an option is read as it is written",
             setting.path);

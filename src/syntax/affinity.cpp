@@ -16,7 +16,7 @@ namespace vexor {
 
 namespace {
 
-// The keyword that a text begins with decides; the first row that fits wins.
+// The mode of a text is that of the first row whose keyword the text begins with.
 using Mode = Word<int>;
 
 constexpr auto kPkgModes = std::to_array<Mode>({
@@ -75,10 +75,10 @@ constexpr std::string_view kAnyCoreWarning =
     "AnyCore is potentially unstable in this release. Replacing with All core affinty. See errata "
     "for details.";
 
-// An affinity as it is written.
+// An affinity text, split into its parts.
 struct AffinityText {
   int mode = kAffinityAll;
-  std::string_view numbers;  // the list, unread
+  std::string_view numbers;  // not parsed yet
 };
 
 bool NeedsNumbers(int mode) { return mode == kAffinitySpecific || mode == kAffinityAnyOfList; }
@@ -89,7 +89,7 @@ std::string_view NumbersBehindColon(std::string_view text, FaultNote& note) {
   std::string_view numbers = text.substr(text.size());
   TakeFilledItem(rest, ':', keyword);
   TakeFilledItem(rest, ':', numbers);
-  if (!rest.empty()) note.At(rest, "text behind the numbers, not read", "an end");
+  if (!rest.empty()) note.At(rest, "text after the numbers, not read", "the end of the text");
   numbers = TrimBlanks(numbers);
   if (numbers.empty()) note.At(numbers, "no numbers", "a list such as 0,2-4");
   return numbers;
@@ -97,10 +97,10 @@ std::string_view NumbersBehindColon(std::string_view text, FaultNote& note) {
 
 enum class ListAlone { kRefused, kAccepted };
 
-// A keyword counts wherever a text begins with it, and what follows it is not read.
+// Readers recognise a keyword by the beginning of the text and ignore what follows it.
 void RefuseSurplus(std::string_view surplus, const Expectation& keywords, FaultNote& note) {
   if (TrimBlanks(surplus).empty()) return;
-  note.At(surplus, "text behind the keyword, not read", keywords);
+  note.At(surplus, "text after the keyword, not read", keywords);
 }
 
 AffinityText SplitAffinity(std::string_view text, std::span<const Mode> modes,
@@ -125,12 +125,12 @@ AffinityText SplitPkgAffinity(std::string_view text, FaultNote& note) {
 
 bool IsAnyCore(std::string_view text) { return StartsWithIgnoreCase(text, "Any"); }
 
-// A text that asks for any core reads as "All".
+// "Any" reads as "All".
 AffinityText SplitUnitAffinity(std::string_view text, FaultNote& note) {
   if (!IsAnyCore(text)) {
     return SplitAffinity(text, kUnitModes, kOneOf<kUnitModes>, ListAlone::kAccepted, note);
   }
-  note.At(text, "any core cannot be asked for", kOneOf<kUnitModes>);
+  note.At(text, "Any is not supported here and reads as All", kOneOf<kUnitModes>);
   return {};
 }
 
@@ -178,7 +178,7 @@ std::vector<int> ParsePkgAffinity(std::string_view text) {
   FaultNote unused(text);
   const AffinityText affinity = SplitPkgAffinity(text, unused);
   std::vector<int> list = {affinity.mode};
-  // Deliberately twice, as users of the list expect it of an empty text at this level.
+  // Deliberately twice: callers expect two entries for an empty text at this level.
   if (text.empty()) list.push_back(affinity.mode);
   ReadNumberList(affinity.numbers, &list, unused);
   return list;

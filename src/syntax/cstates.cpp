@@ -26,7 +26,7 @@ struct CstateRow {
   std::string_view name;
   CSTATE_MASK mask;
   MWAIT_HINT hint;
-  int number;  // index of the state's own entry in a list of settings; 0 when it has none
+  int number;  // index of the state's own entry in a list of settings; 0 if it has none
 };
 
 constexpr std::string_view WordOf(const CstateRow& row) { return row.name; }
@@ -73,7 +73,7 @@ const CstateRow& FindCstate(std::string_view name) {
   return kNoCstate;
 }
 
-// The number of a state whose name has one of its own, else 0.
+// Returns 0 for a state without an entry of its own and for an unknown name.
 int FindNumber(std::string_view name) { return FindCstate(name).number; }
 
 std::vector<CSTATE_MASK> ReadExeCstates(std::string_view list, FaultNote& note) {
@@ -89,8 +89,8 @@ std::vector<CSTATE_MASK> ReadExeCstates(std::string_view list, FaultNote& note) 
   return masks;
 }
 
-// Deliberately merges the numbers of the states and not bits: one state gives its number, which is
-// what the limit registers take.
+// Deliberately ORs the numbers of the states and not their bits: the limit registers take the
+// number of a single state.
 int ReadLimitCstates(std::string_view list, FaultNote& note) {
   int limit = 0;
   for (std::string_view item; TakeItem(list, ',', item);) {
@@ -114,7 +114,7 @@ std::optional<std::uint32_t> ReadConditionBits(std::string_view text, FaultNote&
 }
 
 struct SettingItem {
-  std::optional<std::string_view> name;  // without one the value holds for every state
+  std::optional<std::string_view> name;  // without one, the value applies to every state
   std::string_view value;
 };
 
@@ -124,8 +124,8 @@ SettingItem SplitSetting(std::string_view item) {
   return {TrimBlanks(item.substr(0, colon)), TrimBlanks(item.substr(colon + 1))};
 }
 
-// Calls `read` with the value of each item of the text, and `store` with each state's number that
-// the value holds for, when `read` has understood it.
+// Calls `read` with the value of each item. If that returns true, calls `store` with the number of
+// each state that the value applies to.
 template <class Read, class Store>
 void ReadSettings(std::string_view text, FaultNote& note, Read read, Store store) {
   for (std::string_view item; TakeFilledItem(text, ';', item);) {
@@ -134,8 +134,8 @@ void ReadSettings(std::string_view text, FaultNote& note, Read read, Store store
       note.At(*setting.name, "unknown C-state", kOneOf<kNumberedStates>);
     } else if (read(setting.value)) {
       for (const CstateRow& row : kCstates) {
-        const bool is_meant = !setting.name || row.name == *setting.name;
-        if (row.number != 0 && is_meant) store(static_cast<std::size_t>(row.number));
+        const bool applies = !setting.name || row.name == *setting.name;
+        if (row.number != 0 && applies) store(static_cast<std::size_t>(row.number));
       }
     }
   }
@@ -162,7 +162,7 @@ void ReadLists(std::string_view text, std::vector<std::vector<int>>* lists, Numb
   std::string_view list;
   std::vector<int> numbers;
   std::uint64_t size = 0;
-  std::uint64_t total = 0;  // of all lists, those included that a later one replaces
+  std::uint64_t total = 0;  // of all lists, including those that a later one replaces
   const auto count = [&] {
     total += size;
     if (total <= kMaxRangeValues) return;
@@ -180,7 +180,7 @@ void ReadLists(std::string_view text, std::vector<std::vector<int>>* lists, Numb
     size = ReadNumberList(list, lists != nullptr ? &numbers : nullptr, list_note, base);
     if (!list_note.First()) return true;
     note.Within(list, *list_note.First());
-    count();  // what is dropped takes its time, too
+    count();  // discarded numbers take time as well
     return false;
   };
   ReadSettings(text, note, read, [&](std::size_t number) {
@@ -307,13 +307,13 @@ int ParseNum(std::string_view hex_text) {
   if (hex_text.empty()) return -1;
   std::string_view digits = hex_text.substr(2, 8);
   const bool is_negative = TakeSign(digits);
-  // A second "0x" counts only with a digit behind it; otherwise its zero is the number.
+  // A second "0x" is a prefix only before a digit; otherwise its zero is the number.
   if (HasHexPrefix(digits) && digits.size() > 2 && IsHexDigit(digits[2])) digits.remove_prefix(2);
   std::uint32_t number = 0;
   const auto [stop, error] =
       std::from_chars(digits.data(), digits.data() + digits.size(), number, 16);
   if (error != std::errc{}) throw std::invalid_argument("invalid stoi argument");
-  // A sign leaves room for seven digits: no number is too small.
+  // A sign leaves room for only seven digits, so no negative number is out of range.
   if (!std::in_range<int>(number)) throw std::out_of_range("stoi argument out of range");
   return is_negative ? -static_cast<int>(number) : static_cast<int>(number);
 }

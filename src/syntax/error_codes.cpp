@@ -33,7 +33,7 @@ constexpr std::uint32_t kVpu = 0x80 | 0x40000;
 
 constexpr std::uint32_t Bit(unsigned int index) { return std::uint32_t{1} << index; }
 
-// A tag stands for a set of bits: it is given when all of them are set.
+// A tag is reported if all of its bits are set.
 struct Rule {
   std::uint32_t bits;
   std::string_view tag;
@@ -43,7 +43,7 @@ struct TestRule {
   VEXOR_PM_TEST_ID test;
   std::uint32_t bits;
   std::string_view tag;
-  std::uint32_t unless = 0;  // when these bits are all set, another tag takes this one's place
+  std::uint32_t unless = 0;  // if all of these bits are set, the tag is not reported
 };
 
 constexpr bool HasAll(std::uint32_t code, std::uint32_t bits) { return (code & bits) == bits; }
@@ -55,8 +55,7 @@ constexpr auto kSystemRules = std::to_array<Rule>({
     {kSystem | Bit(23), " EC_TDR; "},
 });
 
-// Only the first that applies is given: what stands higher makes the rest of the configuration
-// moot.
+// Only the first rule that applies is reported: its error makes those below it moot.
 constexpr auto kConfigRules = std::to_array<Rule>({
     {Bit(29), " EC_DRIVER; "},
     {Bit(28), " EC_CPU_AFFINITY;"},
@@ -66,9 +65,9 @@ constexpr auto kConfigRules = std::to_array<Rule>({
     {Bit(26), " EC_SCOPE; "},
 });
 
-// In the order of the tests, and for each test in the order of its tags. Three rows look odd and
-// are as the programs that read the tags expect them: the C1 tag stands for bit 31, the sleep
-// tests' bit 28 gives two tags, and a width is not reported beside a generation.
+// Sorted by test, and for each test in the order in which its tags are reported. Three oddities are
+// deliberate, as programs that read the tags expect them: the C1 tag has bit 31, bit 28 of the
+// sleep tests has two tags, and a link width is not reported together with a generation.
 constexpr auto kTestRules = std::to_array<TestRule>({
     {PM_TEST_CSTATES, kCstate, " EC_CSTATE;"},
     {PM_TEST_CSTATES, kCstate | Bit(31), " EC_C1;"},
@@ -171,12 +170,12 @@ constexpr auto kTestRules = std::to_array<TestRule>({
     {PM_TEST_DX_STATES, kPcie | Bit(23), " EC_DX_STATE;"},
 });
 
-// What a test without rows of its own has.
+// The rules of tests that have none above.
 constexpr auto kTracingRules = std::to_array<TestRule>({
     {PM_TEST_VEXOR, kTracing | Bit(20), " EC_VEXORTRACE;"},
 });
 
-// Where each test's rows begin, found once at compile time; one entry more ends the last test's.
+// The index of each test's first rule. One more entry ends the rules of the last test.
 constexpr auto kFirstRules = [] {
   std::array<std::size_t, PM_TEST_DX_STATES + 2> firsts{};
   for (const TestRule& rule : kTestRules) {
@@ -187,7 +186,7 @@ constexpr auto kFirstRules = [] {
   return firsts;
 }();
 
-// RulesOf finds the rows of a test side by side and knows no test above the last one here.
+// RulesOf expects the rules of a test to be adjacent, and finds none of a test after the last one.
 static_assert(std::ranges::is_sorted(kTestRules, {}, &TestRule::test) &&
               kTestRules.back().test <= PM_TEST_DX_STATES);
 static_assert(NoTwo(kTestRules, [](const TestRule& upper, const TestRule& lower) {
@@ -243,6 +242,7 @@ std::string GetErrorCode(VEXOR_PM_TEST_ID test, unsigned int code) {
 
 unsigned int IgnoreErrorCode(unsigned int ignore_mask, unsigned int code) {
   if ((ignore_mask & code & kCategories) == 0) return code;
+  // A detail means nothing without its category: all categories stay while a detail is left.
   const std::uint32_t details = code & ~ignore_mask & ~kCategories;
   if (details != 0) return (code & kCategories) | details;
   return code & ~ignore_mask & kCategories;

@@ -1,5 +1,5 @@
-// What is wrong with an option text, and where. The inner forms of the parsers answer with it; the
-// exported parsers answer the same text with their neutral value.
+// What is wrong with an option text, and where. The checks return it; for the same text, the
+// exported parsers return a neutral value.
 #pragma once
 
 #include <cstddef>
@@ -8,11 +8,12 @@
 
 namespace vexor {
 
-// What a text should have been: a form described in words, or one of a list of words. All texts are
-// literals or made at compile time, so that one may be kept for the life of the program.
+// What was expected instead of a wrong text: a form, described in prose, or one of a list of words.
+// The texts are literals or made at compile time, so that a copy stays valid for the life of the
+// program.
 struct Expectation {
   std::string_view text;                         // "usec, msec, sec, min or hour"
-  std::span<const std::string_view> words = {};  // those of the list; none for a form
+  std::span<const std::string_view> words = {};  // the words of the list; empty for a form
 
   constexpr Expectation() = default;
   constexpr Expectation(std::string_view form) : text(form) {}
@@ -22,7 +23,7 @@ struct Expectation {
 };
 
 struct Fault {
-  std::size_t at = 0;     // offset of the first wrong byte; the length of the text at its end
+  std::size_t at = 0;  // offset of the first wrong byte; the size of the text if its end is missing
   std::string_view what;  // "unknown unit"
   Expectation expected;
 };

@@ -1,8 +1,9 @@
-// Keeps the first fault of a text while a parser reads it. A parser that takes a note serves both
-// the exported function, which goes on with neutral values and never looks at the note, and the
-// checker, which looks at nothing else.
+// Keeps the first fault that a parser finds in a text. So one parser serves both the exported
+// function, which ignores the note and uses neutral values, and the check, which uses only the
+// note.
 #pragma once
 
+#include <cassert>
 #include <optional>
 #include <string_view>
 
@@ -14,14 +15,15 @@ class FaultNote {
  public:
   explicit FaultNote(std::string_view text) : text_(text) {}
 
-  // `part` lies within the text; `what` is a literal.
+  // Notes a fault at the beginning of `part`, which must refer to the text. `what` is a literal.
   void At(std::string_view part, std::string_view what, const Expectation& expected) {
+    assert(part.data() >= text_.data() && part.data() <= text_.data() + text_.size());
     if (fault_) return;
     const auto at = static_cast<std::size_t>(part.data() - text_.data());
     fault_ = Fault{.at = at, .what = what, .expected = expected};
   }
 
-  // Takes over the fault that another note has found in a part of the text.
+  // Notes a fault that was found in a part of the text.
   void Within(std::string_view part, const Fault& fault) {
     At(part.substr(fault.at), fault.what, fault.expected);
   }

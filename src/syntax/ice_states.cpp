@@ -12,7 +12,7 @@ namespace vexor {
 
 namespace {
 
-// Of several words in a list the one that stands first here decides.
+// In order of precedence: a list of several states gives the one in the topmost row.
 constexpr auto kStates = std::to_array<Word<ICE_POWER_STATES>>({
     {"Power-On", ICE_STATE_POWER_ON},
     {"PowerOn", ICE_STATE_POWER_ON},
@@ -25,7 +25,7 @@ constexpr auto kStates = std::to_array<Word<ICE_POWER_STATES>>({
 });
 static_assert(kStates.back().value == ICE_STATE_UNKNOWN);
 
-// All but the last: a list of what is executed knows no "None".
+// All rows but the last: "None" is not valid in an execution list.
 constexpr auto kExecutedStates = [] {
   std::array<Word<ICE_POWER_STATES>, kStates.size() - 1> states{};
   std::copy_n(kStates.begin(), states.size(), states.begin());
@@ -50,8 +50,7 @@ std::vector<int> ReadExecutedStates(std::string_view list, FaultNote& note) {
   for (std::string_view item; TakeItem(list, ';', item);) {
     const auto* const state = FindWord(kExecutedStates, TrimBlanks(item));
     if (state == nullptr) {
-      note.At(item, "unknown device state, and nothing of the list is read",
-              kOneOf<kExecutedStates>);
+      note.At(item, "unknown device state, so the list is not read", kOneOf<kExecutedStates>);
       return {};
     }
     states.push_back(state->value);

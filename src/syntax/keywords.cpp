@@ -18,8 +18,8 @@ namespace {
 constexpr KeywordKind kSwitch = KeywordKind::kSwitch;
 constexpr KeywordKind kKnob = KeywordKind::kKnob;
 
-// "ExePstates" is "gvpoints", although what it lists are states: scripts type it so. The ratio
-// keywords carry a "-" that their short names do not.
+// Scripts rely on two oddities: "ExePstates" is "gvpoints" although it lists states, and the ratio
+// keywords begin with a "-" that their short names do not have.
 constexpr auto kKeywords = std::to_array<Keyword>({
     {.name = "ActiveTime", .short_name = "at", .unit = "msec:"},
     {.name = "ExeCycles", .short_name = "c"},
@@ -124,7 +124,8 @@ constexpr auto kKnobs = [] {
   return knobs;
 }();
 
-// "Name", or a name with a value behind "=" or ":".
+// Returns whether the item is a keyword, alone or followed by a value after "=" or ":". "M=M=D" is
+// found only as a whole.
 bool IsKnownItem(std::string_view item) {
   const std::string_view name = item.substr(0, item.find_first_of("=:"));
   return std::ranges::find(kKnobs, item) != kKnobs.end() || FindKeyword(name) != nullptr;
@@ -184,15 +185,15 @@ bool UpdateknobsOptions(std::string& knobs, std::string_view knob, std::string_v
   if (!IsOverwriteOption(knob, option)) return false;
   const bool is_on = EqualsIgnoreCase(value, "true");
   std::string kept;
-  bool stands_there = false;
+  bool was_on = false;
   std::string_view rest = knobs;
   for (std::string_view item; TakeItem(rest, ';', item);) {
     const bool is_knob = EqualsIgnoreCase(TrimBlanks(item), knob);
-    stands_there = stands_there || is_knob;
+    was_on = was_on || is_knob;
     if (!is_knob) kept.append(kept.empty() ? "" : ";").append(item);
   }
-  if (is_on && !stands_there) kept.append(kept.empty() ? "" : ";").append(knob);
-  if (is_on != stands_there) knobs = std::move(kept);
+  if (is_on && !was_on) kept.append(kept.empty() ? "" : ";").append(knob);
+  if (is_on != was_on) knobs = std::move(kept);
   return true;
 }
 

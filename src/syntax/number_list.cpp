@@ -17,7 +17,7 @@ namespace {
 
 constexpr bool IsBracket(char c) { return c == '[' || c == ']'; }
 
-// Returns the item without its brackets, kept in `buffer` when they stand inside.
+// Returns the item without brackets. The result refers to `buffer` if there were any inside.
 std::string_view RemoveBrackets(std::string_view item, std::string& buffer) {
   item = TrimIf(item, IsBracket);
   if (item.find_first_of("[]") == std::string_view::npos) return item;
@@ -59,12 +59,12 @@ void AppendRange(const Range& range, std::vector<int>& numbers) {
 std::uint64_t ReadNumberList(std::string_view text, std::vector<int>* numbers, FaultNote& note,
                              NumberBase base) {
   const std::size_t first = numbers != nullptr ? numbers->size() : 0;
-  std::uint64_t count = 0;  // with the dropped ones: they take their time, too
+  std::uint64_t count = 0;  // includes discarded numbers, which take time as well
   std::string_view rest = text;
   for (std::string_view item; TakeItem(rest, ',', item);) {
     std::string buffer;
     const std::string_view digits = RemoveBrackets(item, buffer);
-    // Brackets alone at the end are no item, just as nothing at the end is none.
+    // Brackets alone after the last "," are no item, just as there is none if nothing follows it.
     if (digits.empty() && item.data() + item.size() == text.data() + text.size()) break;
     const std::optional<Range> range = ReadRange(digits, base);
     if (!range) {

@@ -1,5 +1,5 @@
-// Number lists inside option texts: "0,2-4" or "[0,2-4]". The grammar of `GetIntegerList` at ",",
-// for parsers that never throw for a bad number.
+// Reads number lists in option texts, such as "0,2-4" or "[0,2-4]". The grammar is that of
+// `GetIntegerList` with ",", but bad numbers do not throw.
 #pragma once
 
 #include <cstdint>
@@ -11,10 +11,10 @@
 
 namespace vexor {
 
-// Appends the numbers of the list to `numbers`, unless that is null, each stored in 32 bits. A bad
-// item takes what the list has given before it along. Returns how many numbers the list has, those
-// that go again included.
-// Throws std::length_error when `numbers` would take more than `kMaxRangeValues` of them.
+// Appends the numbers of the list to `numbers`, each truncated to 32 bits; with null, only counts
+// them. A bad item discards the numbers before it. Returns how many numbers the list has, including
+// discarded ones.
+// Throws std::length_error if it would append more than `kMaxRangeValues` numbers.
 std::uint64_t ReadNumberList(std::string_view text, std::vector<int>* numbers, FaultNote& note,
                              NumberBase base = NumberBase::kDecimal);
 

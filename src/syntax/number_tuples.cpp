@@ -18,13 +18,13 @@ constexpr NumberLimit kNumber = {0xFFFFFFFF, "a number from 0 to 4294967295"};
 
 using Values = std::array<std::uint32_t, 4>;
 
-// A form of texts; no text has fewer numbers than `fewest` or more than there are limits.
+// A text of `fewest` to `limits.size()` numbers, separated by ":".
 struct Form {
   std::span<const NumberLimit> limits;
   std::size_t fewest;
   NumberBase base;
   std::string_view expected;
-  Values missing = {};  // what stands for numbers that the text leaves out
+  Values defaults = {};  // of the numbers that a text may leave out
 };
 
 constexpr auto kScopeLimits = std::to_array<NumberLimit>({kShare, kShare, kShare, kShare});
@@ -39,7 +39,7 @@ constexpr Form kTimeout = {
     kTimeoutLimits, 1, NumberBase::kDecimal, "seconds or seconds:times", {0, 1}};
 
 std::optional<Values> Read(std::string_view text, const Form& form, FaultNote& note) {
-  Values values = form.missing;
+  Values values = form.defaults;
   const std::size_t count =
       ReadNumberTuple(text, form.limits, values, form.expected, note, form.base);
   if (count >= form.fewest) return values;

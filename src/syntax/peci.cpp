@@ -69,13 +69,13 @@ bool IsName(std::string_view text, FaultNote& note) {
   return false;
 }
 
-// Numbers that go with the names at the same places of another list.
+// A list of numbers that belong to the names at the same positions of another list.
 class NumbersBesideNames {
  public:
   NumbersBesideNames(std::string_view text, const NumberLimit& limit)
       : rest_(text), limit_(limit) {}
 
-  // Takes the next one; 0 when the list has none for its place, nothing for a bad one.
+  // Takes the next number; 0 if it is left out, nothing if it is bad.
   std::optional<std::uint32_t> Take(FaultNote& note) {
     std::string_view item;
     TakeItem(rest_, ';', item);
@@ -146,8 +146,8 @@ std::optional<PeciCommand> ReadCommand(std::string_view item, FaultNote& note) {
   return std::nullopt;
 }
 
-// Reads the items of a list, without their outer blanks, and keeps what `read` makes of them.
-// Empty items are passed over.
+// Returns what `read` makes of the items of a list separated by ";". Items are trimmed; empty ones
+// are skipped.
 template <class Value>
 std::vector<Value> ReadList(std::string_view text, FaultNote& note,
                             std::optional<Value> (*read)(std::string_view, FaultNote&)) {

@@ -53,7 +53,7 @@ OS_POWER_SCHEME ParsePowerScheme(std::string_view text) {
   return word == nullptr ? POWER_SCHEME_USER_DEFINED : word->value;
 }
 
-// "Random" and "All" are choices, not plans: they have no name of their own.
+// "Random" and "All" select among the plans and have no name of their own.
 const char* PowerSchemeName(int value) {
   const bool is_plan = value >= POWER_SCHEME_BALANCED && value <= POWER_SCHEME_HIGH_PERFORMANCE;
   return is_plan ? kSchemes[static_cast<std::size_t>(value)].text.data() : kUserDefined;

@@ -18,7 +18,7 @@ namespace {
 
 constexpr std::uint16_t kLargestRatio = 0xFE;
 
-// When the list decoder knows a keyword. The single-value decoder has a column of its own.
+// When DecodeRatios accepts a keyword.
 enum class InList { kNever, kAlways, kUnbounded };
 
 // A keyword's ratio is a ratio of the machine plus a difference, or the difference alone.
@@ -26,7 +26,7 @@ struct RatioKeyword {
   std::string_view text;
   std::uint16_t _P0_PN_RATIOS::*base;
   int difference;
-  bool is_single;
+  bool is_single;  // accepted by DecodeP0PnRatioEnums
   InList in_list;
 };
 
@@ -55,7 +55,7 @@ constexpr auto kListRanges = std::to_array<ListRange>({
 });
 static_assert(AreDistinct(kListRanges, &ListRange::text));
 
-// Wraps in 16 bits.
+// Wraps around in 16 bits.
 std::uint16_t ValueOf(const RatioKeyword& keyword, const _P0_PN_RATIOS& ratios) {
   const int base = keyword.base != nullptr ? ratios.*keyword.base : 0;
   return static_cast<std::uint16_t>(base + keyword.difference);
@@ -65,11 +65,11 @@ void AppendDownwards(std::uint16_t upper, std::uint16_t lower, std::uint8_t step
                      std::vector<std::uint16_t>& list) {
   for (int ratio = upper; ratio >= lower; ratio -= step) {
     list.push_back(static_cast<std::uint16_t>(ratio));
-    if (step == 0) return;  // never gets lower
+    if (step == 0) return;  // would never end
   }
 }
 
-// Ratios are stepped by three: listed values are raised to what the hardware can do.
+// The hardware supports multiples of three: listed values are rounded up.
 std::uint16_t RaiseToStep(std::uint16_t ratio) {
   return static_cast<std::uint16_t>((ratio + 2) / 3 * 3);
 }
@@ -96,7 +96,7 @@ constexpr auto kNamedRatios = std::to_array<NamedRatio>({
     {"Pe", RatioName::kPe},
     {"Pn", RatioName::kPn},
     {"Pn--", RatioName::kBelowPn},
-    {"Pn - -", RatioName::kBelowPn},  // as the hints in a file spell it: its comments allow no "--"
+    {"Pn - -", RatioName::kBelowPn},  // in comments of XML, which must not contain "--"
     {"P0++", RatioName::kAboveP0},
     {"P0Pn", RatioName::kAnyPair},
     {"XX", RatioName::kAny},
@@ -105,7 +105,7 @@ constexpr auto kNamedRatios = std::to_array<NamedRatio>({
 });
 static_assert(AreDistinct(kNamedRatios, &NamedRatio::text));
 
-// Ranges that `DecodeRatios` reads, as it does: only where nothing else stands beside them.
+// Valid only as the whole text, as in `DecodeRatios`.
 constexpr auto kTrendRanges = std::to_array<NamedRatio>({
     {"P0...Pn", RatioName::kP0ToPn},
     {"P0..P1", RatioName::kP0ToP1},
@@ -136,7 +136,7 @@ constexpr auto kPoints = std::to_array<Word<RatioPoint>>({
     {"Dynamic", RatioPoint::kDynamic},
 });
 
-// Those that a test with two points knows.
+// The points of a test that supports only two.
 constexpr std::array kLowAndHigh = {kPoints[0], kPoints[2]};
 
 constexpr std::string_view kRatioForm =

@@ -14,13 +14,13 @@ constexpr bool IsUnread(std::uint64_t sample) {
   return sample == kNoNumber64 || sample == kNoNumber32;
 }
 
-// A wrapped counter gives 3 less than the true difference: results are compared with those of
-// programs that count like this.
+// For a counter that has wrapped, deliberately returns 3 less than the true difference: results are
+// compared with those of programs that calculate like this.
 constexpr std::uint64_t Delta(std::uint64_t now, std::uint64_t prev) {
   return now >= prev ? now - prev : now - prev - 3;
 }
 
-// A reference counter may well pass 0xDEADBEEF, so only the long sentinel marks it as unread here.
+// Only the 64-bit sentinel marks a reference counter as unread, since it may count past 0xDEADBEEF.
 constexpr bool IsReference(std::uint64_t sample) { return sample != 0 && sample != kNoNumber64; }
 
 }  // namespace

@@ -11,8 +11,8 @@ namespace vexor {
 
 namespace {
 
-// Some codes are not bits of their own ("S5-Flow" is "S5", "S4-by-PowerButton" is 5): programs
-// that keep the codes rely on these.
+// Some flows deliberately have no bit of their own ("S5-Flow" has that of "S5", "S4-by-PowerButton"
+// is 5): programs that store the codes rely on these values.
 constexpr auto kFlows = std::to_array<Word<unsigned int>>({
     {"S0ix", 0x1},
     {"CS", 0x1},

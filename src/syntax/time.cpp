@@ -25,16 +25,17 @@ constexpr std::string_view kDurationHelp = JoinedTexts<kDurationForm, kDurationE
 
 const TimeUnit* FindUnit(std::string_view word) { return FindWord(kTimeUnits, word); }
 
-// For the grammars that know the unit words in lower case only: no upper-case letter may be there.
+// For grammars in which units must be in lower case.
 const TimeUnit* FindExactUnit(std::string_view word) {
   const auto is_upper = [](char c) { return c >= 'A' && c <= 'Z'; };
   return std::ranges::any_of(word, is_upper) ? nullptr : FindUnit(word);
 }
 
-// Counts of all calls that drew a random time: equal seeds shall not draw alike.
+// The number of random times drawn so far. It is added to the seed, so that calls with equal seeds
+// draw different times.
 constinit std::atomic<unsigned> g_drawn_times = 0;
 
-// 0 for a bad number.
+// Returns 0 for a bad number.
 std::uint64_t ReadNumber(std::string_view text) { return ParseUnsigned(text).value_or(0); }
 
 std::uint64_t ReadNumber(std::string_view text, FaultNote& note) {
@@ -46,7 +47,7 @@ std::uint64_t ReadNumber(std::string_view text, FaultNote& note) {
   return number.value;
 }
 
-// A number that counts units of so many milliseconds or microseconds.
+// Reads a number of units that are `factor` milliseconds or microseconds long.
 std::uint64_t ReadUnits(std::string_view text, std::uint32_t factor, FaultNote& note) {
   const std::uint64_t number = ReadNumber(text, note);
   if (number > UINT32_MAX || number * factor > UINT32_MAX) {
@@ -55,7 +56,7 @@ std::uint64_t ReadUnits(std::string_view text, std::uint32_t factor, FaultNote& 
   return number;
 }
 
-// Bounds are taken in 32 bits.
+// Bounds are truncated to 32 bits.
 struct Bounds {
   std::uint32_t min = 0;
   std::uint32_t max = 0;
@@ -100,6 +101,7 @@ ONTIME_TYPE ReadOnTime(std::string_view text, FaultNote& note) {
     return time;
   }
   const TimeUnit* const unit = FindUnit(parts->unit);
+  // Microseconds and ticks are deliberately recognised by a part of the unit, such as in "usecs".
   if (unit == nullptr && ContainsIgnoreCase(parts->unit, "usec")) {
     const Bounds bounds = ReadBounds(parts->value, 1, note);
     time.avgUs = bounds.Middle();
@@ -120,7 +122,7 @@ ONTIME_TYPE ReadOnTime(std::string_view text, FaultNote& note) {
   return time;
 }
 
-// An execution length as it is written.
+// An execution length, as given in a text.
 struct ExeLength {
   std::uint64_t number = 0;
   std::uint64_t factor = 0;  // milliseconds of the unit; 0 for a number of cycles
@@ -145,7 +147,8 @@ ExeLength ReadExeLength(std::string_view text, FaultNote& note) {
     length.number = ReadNumber(second);
     if (length.number == 0) length.number = ReadNumber(first, note);
   }
-  if (TakeFilledItem(rest, ':', first)) note.At(first, "a third item", "an end");
+  if (TakeFilledItem(rest, ':', first))
+    note.At(first, "third item, not read", "the end of the text");
   return length;
 }
 
@@ -184,7 +187,7 @@ unsigned int ParseUnitTime(std::string_view text, unsigned int seed, unsigned in
   if (FindByte(rest, '-') == std::string_view::npos) {
     return factor * static_cast<std::uint32_t>(ReadNumber(rest));
   }
-  // Unlike the bounds of `ReadOnTime`, these are items: trimmed, empty ones passed over.
+  // Unlike in `ReadOnTime`, bounds are trimmed and empty ones are skipped.
   std::array<long, 2> bounds{};
   std::string_view item;
   for (long& bound : bounds) {
@@ -199,7 +202,7 @@ unsigned int GetTime(std::string_view text) {
   if (open == std::string_view::npos) return 0;
   const std::string_view rest = text.substr(open + 1);
   const TimeUnit* const unit = FindExactUnit(rest.substr(0, FindByte(rest, ']')));
-  // Deliberately no "msec": this form has never known it.
+  // Deliberately not "msec", which this form has never accepted.
   if (unit == nullptr || unit->milliseconds == 1) return 0;
   return unit->milliseconds * static_cast<std::uint32_t>(ReadNumber(text.substr(0, open)));
 }
@@ -210,7 +213,7 @@ ONTIME_TYPE ParseOnTimeType(std::string_view text) {
 }
 
 ONTIME_TYPE add_OnTimeStructs(ONTIME_TYPE a, ONTIME_TYPE b) {
-  // Deliberately without the microseconds and the flag.
+  // Deliberately does not add the microseconds nor copy the flag.
   return {.avgMs = a.avgMs + b.avgMs, .minMs = a.minMs + b.minMs, .maxMs = a.maxMs + b.maxMs};
 }
 
@@ -235,7 +238,7 @@ std::string GetUnitTimeString(ONTIME_TYPE time) {
 
 std::string FormatTime(unsigned int ms) {
   if (ms < 1000) return std::to_string(ms) + " msec";
-  // 1000 in front of the milliseconds keeps their leading zeros.
+  // Adding 1000 to the milliseconds keeps leading zeros; its "1" is then replaced by the point.
   std::string text = std::to_string(ms / 1000) + std::to_string(1000 + ms % 1000) + " sec";
   text[text.size() - std::string_view("1000 sec").size()] = '.';
   return text;

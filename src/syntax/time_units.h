@@ -1,5 +1,5 @@
-// The units of times, and how a time is written: what the parsers read and what the messages, the
-// schema and the reference say of it.
+// The time units and the form of a time. The parsers, and what messages, schema and reference say
+// about times, are all made from these tables.
 #pragma once
 
 #include <algorithm>
@@ -26,7 +26,7 @@ inline constexpr auto kTimeUnits = std::to_array<TimeUnit>({
     {"hour", 3600000},
 });
 
-// The units as words, between those of two other forms.
+// Returns the words of the time units, with other words before and behind them.
 template <std::size_t kBefore, std::size_t kBehind>
 consteval auto UnitWords(const std::array<std::string_view, kBefore>& before,
                          const std::array<std::string_view, kBehind>& behind) {
@@ -40,11 +40,11 @@ consteval auto UnitWords(const std::array<std::string_view, kBefore>& before,
 inline constexpr std::array<std::string_view, 0> kNoWords = {};
 inline constexpr auto kUnitWords = UnitWords(kNoWords, kNoWords);
 
-// Of a duration, which may be given in microseconds, too.
+// The units of a duration, which can also be given in microseconds.
 inline constexpr auto kDurationUnits =
     UnitWords(std::to_array<std::string_view>({"usec"}), kNoWords);
 
-// Of the length of a run, which may be a number of cycles in each set.
+// The units of the length of a run, which can also be a number of cycles per set.
 inline constexpr auto kExeUnits =
     UnitWords(kNoWords, std::to_array<std::string_view>({"PerSet", "#Set"}));
 

@@ -1,5 +1,7 @@
 #include "syntax/tuple_reader.h"
 
+#include <cassert>
+
 namespace vexor {
 
 std::optional<std::uint32_t> ReadLimitedNumber(std::string_view text, const NumberLimit& limit,
@@ -17,6 +19,7 @@ std::optional<std::uint32_t> ReadLimitedNumber(std::string_view text, const Numb
 std::size_t ReadNumberTuple(std::string_view text, std::span<const NumberLimit> limits,
                             std::span<std::uint32_t> values, std::string_view form, FaultNote& note,
                             NumberBase base) {
+  assert(values.size() >= limits.size());
   std::size_t count = 0;
   std::string_view rest = text;
   for (std::string_view item; TakeItem(rest, ':', item); ++count) {

@@ -1,4 +1,4 @@
-// Reads numbers joined by ":".
+// Reads numbers separated by ":".
 #pragma once
 
 #include <cstddef>
@@ -12,20 +12,22 @@
 
 namespace vexor {
 
-// A number's largest value, and how to say so.
+// The largest valid value of a number, and what a fault says is expected.
 struct NumberLimit {
   std::uint32_t largest;
   std::string_view expected;
 };
 
-// Nothing for text that is no number of the base within the limit.
+// Reads one number of at most `limit.largest`. For any other text, notes a fault and returns
+// nothing.
 std::optional<std::uint32_t> ReadLimitedNumber(std::string_view text, const NumberLimit& limit,
                                                FaultNote& note,
                                                NumberBase base = NumberBase::kDecimal);
 
-// Reads at most as many numbers as there are limits into `values`, which has room for them, and
-// passes over blanks around them. Returns how many there are; 0 for text that has none, a bad one
-// or too many. `form` says what the text should look like.
+// Reads numbers into `values`, each with the limit at its place, ignoring blanks around them.
+// `values` must not be shorter than `limits`. Returns how many numbers there are: 0 for an empty
+// text, or with a fault noted, for a bad number or too many. Where there are too many, the fault
+// says that `form` is expected.
 std::size_t ReadNumberTuple(std::string_view text, std::span<const NumberLimit> limits,
                             std::span<std::uint32_t> values, std::string_view form, FaultNote& note,
                             NumberBase base = NumberBase::kDecimal);

@@ -1,4 +1,5 @@
-// Words that stand for values, and lists of them. A word is compared as a whole and in any case.
+// Tables of words that stand for values, and lists of words. Words are compared as a whole,
+// ignoring case.
 #pragma once
 
 #include <algorithm>
@@ -19,6 +20,7 @@ struct Word {
   Value value;
 };
 
+// Returns the word of a table's row. Tables with rows of another type overload it.
 constexpr std::string_view WordOf(std::string_view word) { return word; }
 
 template <class Value>
@@ -26,7 +28,7 @@ constexpr std::string_view WordOf(const Word<Value>& word) {
   return word.text;
 }
 
-// Returns the first row of the text, null when no row has it.
+// Returns the row whose word is the text; null if there is none.
 template <class Rows>
 constexpr auto FindWord(const Rows& rows, std::string_view text) -> decltype(rows.data()) {
   for (const auto& row : rows) {
@@ -35,8 +37,8 @@ constexpr auto FindWord(const Rows& rows, std::string_view text) -> decltype(row
   return nullptr;
 }
 
-// Calls `read` with each item of a list at "," or ";", without its outer blanks. Empty items are
-// passed over.
+// Calls `read` with each item of a list separated by "," or ";", trimmed. Skips empty items, but
+// not those that consist of blanks.
 template <class Read>
 constexpr void ForEachItem(std::string_view text, Read read) {
   for (std::string_view group; TakeFilledItem(text, ';', group);) {
@@ -44,8 +46,8 @@ constexpr void ForEachItem(std::string_view text, Read read) {
   }
 }
 
-// The texts of a constant table, and their list as one text, made at compile time: "AC, DC or
-// Default".
+// The words of a constant table, and a text that lists them, such as "AC, DC or Default". Both are
+// made at compile time.
 template <const auto& kRows>
 class WordList {
   static constexpr std::string_view kComma = ", ";
@@ -85,11 +87,11 @@ class WordList {
   static constexpr Expectation kExpectation{{kChars.data(), kChars.size()}, kWords};
 };
 
-// For example `kOneOf<kSchemes>`, where a fault expects one of the schemes.
+// What a fault expects where any word of a table is valid, for example `kOneOf<kSchemes>`.
 template <const auto& kRows>
 inline constexpr Expectation kOneOf = WordList<kRows>::kExpectation;
 
-// Several texts as one, made at compile time.
+// Concatenates texts at compile time.
 template <const std::string_view&... kTexts>
 class JoinedTexts {
   static constexpr auto kChars = [] {

@@ -14,7 +14,7 @@ constexpr int kAll = 0x7FFF;
 constexpr int kRandom = 0x7FFB;
 constexpr int kSpecific = 0x7FF3;
 
-TEST(Affinity, TextsAtTheThreeLevels) {
+TEST(Affinity, TextsAtThreeLevels) {
   struct Case {
     const char* text;
     Numbers package;
@@ -51,7 +51,7 @@ TEST(Affinity, TextsAtTheThreeLevels) {
       {"Specific", {kAll}, {kAll}, {kAll, kAll}},
       {"0,1", {kAll, 0, 1}, {kAll, 0, 1}, {kAll, kAll}},
       {"7-9,", {kAll, 7, 8, 9}, {kAll, 7, 8, 9}, {kAll, kAll}},
-      {"[0,1]", {kAll}, {kAll}, {kAll, kAll}},  // a list alone begins with a digit
+      {"[0,1]", {kAll}, {kAll}, {kAll, kAll}},  // without a keyword, a list must begin with a digit
       {" All", {kAll}, {kAll}, {kAll, kAll}},
   };
   for (const Case& row : cases) {
@@ -77,12 +77,12 @@ TEST(Affinity, AnyCoreIsReplacedWithAWarning) {
   EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
 }
 
-TEST(Affinity, AListTooLongToHoldIsRefusedAtOnce) {
+TEST(Affinity, TooLongListsThrowBeforeTheyGrow) {
   EXPECT_EQ(ParsePkgAffinity("0-16777215").size(), 16777217U);
   EXPECT_THROW(ParsePkgAffinity("0-16777216"), std::length_error);
   EXPECT_THROW(ParseUnitAffinity("5,0-16777215", 1), std::length_error);
   EXPECT_THROW(ParseThreadAffinity("Specific:0-0xDEADBEEFDEADBEEE"), std::length_error);
-  EXPECT_THROW(ParsePkgAffinity("0-16777215,x,5"), std::length_error) << "nor for a while";
+  EXPECT_THROW(ParsePkgAffinity("0-16777215,x,5"), std::length_error) << "not even for a while";
 }
 
 TEST(Affinity, ModesHaveNames) {

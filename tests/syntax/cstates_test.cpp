@@ -65,7 +65,7 @@ TEST(Cstates, LimitMergesNumbersAndNotBits) {
   EXPECT_EQ(ParseLimitCstates("C6;C8"), 0);
 }
 
-// One slot as a text: its four conditions, then the rest; "-" for one of zeros.
+// Shows a slot: its four conditions, then the other fields; "-" if all are 0.
 std::string Show(const CSTATE_PER_STATE_CFG& slot) {
   std::string text = " ";
   for (const int field : {slot.cond0, slot.cond1, slot.cond2, slot.cond3, slot.noConditions,
@@ -75,7 +75,8 @@ std::string Show(const CSTATE_PER_STATE_CFG& slot) {
   return text == " 000000000" ? " -" : text;
 }
 
-// What a word makes of the flags that are set before: those set then and the slots, or "bad".
+// Shows the flags that are set after a word was parsed, and the slots. `before` are the flags set
+// before. Begins with "bad" if parsing failed.
 std::string Decode(const char* word, std::string_view before) {
   bool flags[4] = {};
   for (std::size_t i = 0; i < 4; ++i) flags[i] = before.find("abcd"[i]) != std::string_view::npos;
@@ -97,7 +98,7 @@ TEST(Cstates, ConditionWordsFillTheirSlots) {
       {"0x00000F00", "", " - - 111100000 - - - - -"},
       // Bit 3 sets the first flag, bit 0 is assigned to the last.
       {"0x842184EA", "d", "a - - 001001023 000101023 100001023 010001023 001001023 000101023"},
-      // A flag that is set holds for every slot and is never cleared; an empty word is 0.
+      // A set flag applies to every slot and is never cleared; an empty word is 0.
       {"0x5", "ac", "acd - - 001000100 001000100 001000100 001000100 001000100 001000100"},
       {"", "b", "b - - 000110000 000110000 000110000 000110000 000110000 000110000"},
   };
@@ -171,7 +172,7 @@ TEST(Cstates, ListsPerState) {
   }
 }
 
-TEST(Cstates, HexadecimalNumbersBehindTwoCharacters) {
+TEST(Cstates, HexadecimalNumbersAfterTwoCharacters) {
   const std::pair<const char*, int> cases[] = {{"", -1},
                                                {"0x1F", 31},
                                                {"zz7fffffff", 2147483647},
@@ -201,7 +202,7 @@ TEST(Cstates, HexadecimalNumbersBehindTwoCharacters) {
   EXPECT_EQ(error_of("0").substr(0, 7), "range: ") << "one character is a position error";
 }
 
-TEST(IceStates, TheOrderOfStatesDecides) {
+TEST(IceStates, HighestPrecedenceWins) {
   const std::pair<const char*, int> cases[] = {{"poweron", 2},
                                                {"Power-On", 2},
                                                {"POWER-OFF", 1},

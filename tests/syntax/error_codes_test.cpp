@@ -13,7 +13,7 @@ namespace {
 
 struct TestTags {
   int test;
-  std::string_view tags;  // bits in hexadecimal and their tag, in order, divided by "|"
+  std::string_view tags;  // in order: bits in hexadecimal and tag, separated by "|"
 };
 
 constexpr auto kTestTags = std::to_array<TestTags>({
@@ -52,7 +52,7 @@ constexpr auto kTestTags = std::to_array<TestTags>({
     {24, "400040 EC_PSF0;"},
     {25, "100040 EC_MESH_GV;|10100040 EC_MIN_EQU_MAX;|20100040 EC_CLIPPING;"},
     {29, "102080 EC_LINK_STATE;"},
-    {30, "202080 EC_PCIE_GEN;"},  // in place of the width
+    {30, "202080 EC_PCIE_GEN;"},  // instead of the width
     {31, "802080 EC_DX_STATE;"},
 });
 
@@ -95,7 +95,7 @@ TEST(ErrorCodes, EveryTagNeedsAllItsBits) {
   EXPECT_EQ(Show(TagsOf(PM_TEST_PCIE_GEN_WIDTH, 0x402080)), "402080 EC_PCIE_WIDTH;");
 }
 
-TEST(ErrorCodes, ValuesWithoutTagsOfTheirOwnAreTraced) {
+TEST(ErrorCodes, OtherTestsHaveOnlyTheTracingTag) {
   for (const int test : {0, 14, 26, 27, 28, 32, 33, 34, 35, 36, 37, 1000, -1, -2147483647 - 1}) {
     const auto id = static_cast<VEXOR_PM_TEST_ID>(test);
     EXPECT_EQ(GetErrorCode(id, 0xFFFFFFDE), " EC_VEXORTRACE;") << test;
@@ -104,7 +104,7 @@ TEST(ErrorCodes, ValuesWithoutTagsOfTheirOwnAreTraced) {
   }
 }
 
-TEST(ErrorCodes, SystemAndConfigurationTagsStandInFront) {
+TEST(ErrorCodes, SystemAndConfigurationTagsComeFirst) {
   struct Case {
     unsigned int code;
     const char* text;
@@ -130,22 +130,22 @@ TEST(ErrorCodes, SystemAndConfigurationTagsStandInFront) {
   }
 }
 
-TEST(ErrorCodes, ATagIsToldWithItsBits) {
+TEST(ErrorCodes, TagsHaveTheirBits) {
   EXPECT_EQ(Show(TagsOf(PM_TEST_PECI, 0x3C1200A1)),
             "100020 EC_MCA; |1EC_CONFIG: |20000000 EC_DRIVER; |20080 EC_PECI;");
   EXPECT_EQ(Show(TagsOf(PM_TEST_PECI, 0)), "");
 }
 
-TEST(ErrorCodes, ACategoryGoesWithItsLastDetail) {
+TEST(ErrorCodes, CategoriesAreDroppedWithTheLastDetail) {
   struct Case {
     unsigned int ignore;
     unsigned int code;
     unsigned int left;
   };
   for (const Case& row : std::to_array<Case>({
-           {0x00100004, 0x00300004, 0x00200004},  // a detail is left: the category stays
+           {0x00100004, 0x00300004, 0x00200004},  // a detail is left, so the category stays
            {0x00100004, 0x00100004, 0},
-           {0x00100004, 0x0010000C, 0x8},         // only the ignored category goes
+           {0x00100004, 0x0010000C, 0x8},         // only the ignored category is dropped
            {0x00100004, 0x00200004, 0x00200004},  // another detail
            {0x00100008, 0x00100004, 0x00100004},  // nothing in common but a detail
            {0xFFF00000, 0x00100004, 0x00100004},  // no category is ignored

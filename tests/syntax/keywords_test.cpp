@@ -41,11 +41,11 @@ TEST(Keywords, HaveShortNames) {
     EXPECT_FALSE(IsOverwriteOption(text, "")) << text;
   }
   EXPECT_TRUE(IsOverwriteOption("ConfigState", "STATES"));
-  EXPECT_FALSE(IsOverwriteOption("ExePstates", "states")) << "its first short name is kept";
+  EXPECT_FALSE(IsOverwriteOption("ExePstates", "states")) << "ExePstates is gvpoints";
   EXPECT_FALSE(IsOverwriteOption("ActiveTime", "-at"));
 }
 
-TEST(Keywords, KnobsAreSwitchedInTheirList) {
+TEST(Keywords, KnobsAreAddedAndRemoved) {
   struct Case {
     const char* before;
     const char* knob;
@@ -72,7 +72,7 @@ TEST(Keywords, KnobsAreSwitchedInTheirList) {
   }
 }
 
-TEST(Keywords, APrefixGoesToBareNumbers) {
+TEST(Keywords, PrefixIsAddedToNumbers) {
   EXPECT_EQ(PrependtoRange("msec:", "10-20"), "msec:10-20");
   for (const char* text : {"sec:10", "", "-1", "All", "Invalid"}) {
     EXPECT_EQ(PrependtoRange("msec:", text), text);

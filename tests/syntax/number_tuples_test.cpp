@@ -13,7 +13,7 @@ std::string Join(Numbers... numbers) {
   return text;
 }
 
-// What the three forms make of a text, "-" for nothing.
+// Shows what the three parsers return for a text, "-" for nothing.
 std::string Read(const char* text) {
   const auto scope = vexor::ParseScope(text);
   const auto spread = vexor::ParseRatioSpread(text);
@@ -23,7 +23,7 @@ std::string Read(const char* text) {
          (timeout ? Join(timeout->seconds, timeout->times) : "-");
 }
 
-TEST(NumberTuples, EachFormHasItsNumbers) {
+TEST(NumberTuples, FormsReadTheirNumbers) {
   const std::pair<const char*, const char*> cases[] = {
       {"100:0:0", "100 0 0 0 /-/-"},
       {"10: 0x14 :30", "10 20 30 0 /16 20 48 /-"},

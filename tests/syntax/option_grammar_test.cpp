@@ -24,7 +24,7 @@ struct FaultCase {
   const char* text;
   std::size_t at;
   const char* what;
-  const char* expected = nullptr;  // where it is worth a look
+  const char* expected = nullptr;  // null where it is not tested
 };
 
 constexpr auto kFaults = std::to_array<FaultCase>({
@@ -34,13 +34,13 @@ constexpr auto kFaults = std::to_array<FaultCase>({
     {CheckPkgAffinity, "0,1,,2", 4, "not a number or a range"},
     {CheckPkgAffinity, "0-16777216", 0, "too many numbers"},
     {CheckPkgAffinity, "7,0-16777215,x", 2, "too many numbers"},
-    {CheckUnitAffinity, "Any", 0, "any core cannot be asked for"},
+    {CheckUnitAffinity, "Any", 0, "Any is not supported here and reads as All"},
     {CheckUnitAffinity, "Specific", 0, "unknown affinity"},
     {CheckThreadAffinity, "0,1", 0, "unknown affinity", "All, Any:, Random or Specific:"},
     {CheckThreadAffinity, "Any:1-", 4, "not a number or a range"},
-    {CheckPkgAffinity, "Any:0", 3, "text behind the keyword, not read"},
-    {CheckUnitAffinity, "BigCoresAndMore", 8, "text behind the keyword, not read"},
-    {CheckUnitAffinity, "Specific:0:1", 11, "text behind the numbers, not read"},
+    {CheckPkgAffinity, "Any:0", 3, "text after the keyword, not read"},
+    {CheckUnitAffinity, "BigCoresAndMore", 8, "text after the keyword, not read"},
+    {CheckUnitAffinity, "Specific:0:1", 11, "text after the numbers, not read"},
     {DoubtListAlone, "0,1", 0, "numbers alone, which mean All"},
     {CheckExeCstates, "C1;C5", 3, "unknown C-state"},
     {CheckExeCstates, "C1; C6", 3, "unknown C-state"},
@@ -54,9 +54,9 @@ constexpr auto kFaults = std::to_array<FaultCase>({
     {CheckPerCStateLists, "C1:[];[0-2396745]", 6, "too many numbers"},
     {CheckIceStates, "D0; D1", 4, "unknown device state",
      "Power-On, PowerOn, Power-Off, PowerOff, D0, D0I3, D3 or None"},
-    {CheckExeIceSleepStates, "D0;;D3", 3, "unknown device state, and nothing of the list is read",
+    {CheckExeIceSleepStates, "D0;;D3", 3, "unknown device state, so the list is not read",
      "Power-On, PowerOn, Power-Off, PowerOff, D0, D0I3 or D3"},
-    {CheckExeIceSleepStates, "None", 0, "unknown device state, and nothing of the list is read"},
+    {CheckExeIceSleepStates, "None", 0, "unknown device state, so the list is not read"},
     {CheckScope, "100:0", 5, "too few numbers"},
     {CheckScope, "100:101:0", 4, "number too large"},
     {CheckScope, "0:0:0:0:7", 8, "too many numbers"},
@@ -115,17 +115,17 @@ constexpr auto kFaults = std::to_array<FaultCase>({
     {CheckExeCycles, "secs:10", 0, "unknown unit"},
     {CheckExeCycles, "sec:ten", 4, "not a number"},
     {CheckExeCycles, "PerSet:two", 0, "not a number"},
-    {CheckExeCycles, "sec:10:20", 7, "a third item"},
+    {CheckExeCycles, "sec:10:20", 7, "third item, not read"},
 });
 
-// Every check has a row among the faults.
+// Returns every check: each has a row among the faults.
 std::set<Check> AllChecks() {
   std::set<Check> checks;
   for (const FaultCase& row : kFaults) checks.insert(row.check);
   return checks;
 }
 
-TEST(OptionGrammar, GoodTextsHaveNoFault) {
+TEST(OptionGrammar, ValidTextsHaveNoFault) {
   const std::pair<Check, std::vector<const char*>> cases[] = {
       {CheckPkgAffinity, {"any", "0,2-4"}},
       {CheckUnitAffinity, {"cCoreAtom", "Specific: [0,2]"}},
@@ -174,10 +174,10 @@ TEST(OptionGrammar, GoodTextsHaveNoFault) {
   for (const auto& [check, texts] : cases) {
     for (const char* text : texts) EXPECT_FALSE(check(text)) << text;
   }
-  for (const Check check : AllChecks()) EXPECT_FALSE(check("")) << "an option that is not given";
+  for (const Check check : AllChecks()) EXPECT_FALSE(check("")) << "the option is not given";
 }
 
-TEST(OptionGrammar, FaultsArePointedAt) {
+TEST(OptionGrammar, FaultsHaveAPlaceAndAReason) {
   for (const FaultCase& row : kFaults) {
     const std::optional<Fault> fault = row.check(row.text);
     ASSERT_TRUE(fault) << row.text;
@@ -190,8 +190,8 @@ TEST(OptionGrammar, FaultsArePointedAt) {
   }
 }
 
-// Texts of the pieces that the grammars are made of, and of any bytes.
-TEST(OptionGrammar, NoTextLeadsAstray) {
+// Random texts of the pieces of the grammars and of other bytes, and long repetitions of a piece.
+TEST(OptionGrammar, FaultsAreInsideRandomTexts) {
   constexpr std::string_view kPieces[] = {
       "Specific:", "Any:", "C1", "C10", "[",  "]",       ":",   ";",           ",",
       "-",         "=",    " ",  "0x",  "0",  "7",       "254", "99999999999", "P0",

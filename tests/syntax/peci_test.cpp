@@ -31,7 +31,7 @@ TEST(Peci, CommandsAndInterfaces) {
   EXPECT_EQ(vexor::ParsePeciInterface("eSPI,MCTP"), vexor::PeciInterface::kUnknown);
 }
 
-TEST(Peci, PackageServicesGoWithTheNumbersAtTheirPlaces) {
+TEST(Peci, ServicesAreCombinedWithNumbersByPosition) {
   const auto show = [](const std::vector<vexor::PeciPkgConfig>& configs) {
     std::string text;
     for (const auto& config : configs) {

@@ -32,7 +32,7 @@ TEST(PowerScheme, WordsInAnyCase) {
   }
 }
 
-TEST(PowerScheme, ChoicesHaveNoNameOfTheirOwn) {
+TEST(PowerScheme, OnlyPlansAndSourcesHaveNames) {
   std::string schemes;
   std::string sources;
   for (int value = -1; value <= 7; ++value) {

@@ -31,7 +31,7 @@ TEST(Ratios, SingleKeywords) {
   EXPECT_TRUE(DecodeP0PnRatioEnums("P0++", 0xFFFF, 0, wrapped) && wrapped == 0);
 }
 
-TEST(Ratios, ListsAgainstTheMachine) {
+TEST(Ratios, ListsDependOnTheMachine) {
   struct Case {
     const char* text;
     Ratios unbounded;
@@ -49,12 +49,12 @@ TEST(Ratios, ListsAgainstTheMachine) {
       {"P0..P1", {24, 20, 16}, {24, 20, 16}},
       {"P1..Pn", {16, 11}, {16, 11}, 5},
       {"P1..Pn", {16}, {16}, 255},
-      {"P1..Pn", {16}, {16}, 0},  // a step that leads nowhere ends at once
+      {"P1..Pn", {16}, {16}, 0},  // a step of 0 ends at once
       {"8,9,31", {9, 9, 33}, {9, 9}},
       {"10-12;", {}, {}},
       {"5,0x16,[24-25]", {6, 24, 24, 27}, {24, 24}},
       {"8,x,9", {9}, {9}},
-      {"65546,65535", {12, 0xFFFF}, {12}},  // taken in 16 bits
+      {"65546,65535", {12, 0xFFFF}, {12}},  // truncated to 16 bits
       {"All", {}, {}},
       {"XX", {}, {}},
       {"p0", {}, {}},
@@ -74,7 +74,7 @@ TEST(Ratios, ListsAgainstTheMachine) {
   Ratios list;
   DecodeRatios("P0", {24, 8, 16, 0}, false, list, 1);
   DecodeRatios("P0..P1", {8, 8, 16, 1}, false, list, 1);
-  EXPECT_TRUE(list.empty()) << "unknown ratios, and a range upside down, give nothing";
+  EXPECT_TRUE(list.empty()) << "invalid ratios and a reversed range give nothing";
   DecodeRatios("P0...Pn", {2, 0, 1, 1}, false, list, 2);
   EXPECT_EQ(list, (Ratios{2, 0})) << "nothing wraps below 0";
   EXPECT_THROW(DecodeRatios("1-99999999", ratios, true, list, 1), std::length_error);
@@ -89,7 +89,7 @@ std::string Show(const std::vector<Ratio>& ratios) {
   return text;
 }
 
-TEST(Ratios, TrendsKeepTheirOrder) {
+TEST(Ratios, TrendRatiosKeepTheirOrder) {
   const std::pair<const char*, const char*> cases[] = {
       {"", ""},
       {"P0,P1,Pe,Pn,Pn--,P0++,P0Pn,XX,All",

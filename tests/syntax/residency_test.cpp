@@ -58,7 +58,7 @@ TEST(Residency, KeepsTheLargestPercent) {
   EXPECT_EQ(node.maxPercent, 50.0);
   node = {150, 100, 1100, 0, 1.0, -5.0};
   EXPECT_EQ(GetResPercent(node), -2.0);
-  EXPECT_EQ(node.maxPercent, -5.0) << "what could not be computed is no maximum";
+  EXPECT_EQ(node.maxPercent, -5.0) << "an invalid result is no maximum";
 }
 
 }  // namespace

@@ -10,7 +10,7 @@
 
 namespace {
 
-TEST(WakeEvents, WordsInTheirOrder) {
+TEST(WakeEvents, AreReadInOrder) {
   using Events = std::vector<int>;
   const std::pair<const char*, Events> cases[] = {
       {"OS-Native;Time_MWait;RTC;WADT;HWRTC;Random;External;USB;Audio;NFC;ISH;FingerPrint;"
