@@ -49,7 +49,8 @@ inline constexpr auto kExeUnits =
     UnitWords(kNoWords, std::to_array<std::string_view>({"PerSet", "#Set"}));
 
 inline constexpr std::string_view kDurationStart = "unit:value or unit:low-high with ";
+inline constexpr std::string_view kDurationUnitList = kOneOf<kDurationUnits>.text;
 inline constexpr std::string_view kDurationForm =
-    JoinedTexts<kDurationStart, kOneOf<kDurationUnits>.text>::kText;
+    JoinedTexts<kDurationStart, kDurationUnitList>::kText;
 
 }  // namespace vexor
