@@ -47,7 +47,7 @@ template <class Rows, class NameOf>
 auto FindNearestRow(std::string_view text, const Rows& rows, NameOf name_of)
     -> decltype(&*rows.begin()) {
   decltype(&*rows.begin()) nearest = nullptr;
-  std::size_t fewest = static_cast<std::size_t>(-1);
+  auto fewest = static_cast<std::size_t>(-1);
   for (const auto& row : rows) {
     const std::size_t edits = CountEdits(text, name_of(row));
     if (edits >= fewest) continue;
