@@ -173,15 +173,17 @@ template <class Section>
 void ExpectSectionsFilled(const std::string& name, const Layouts& layouts, const auto& rows) {
   const Section section;
   Homes homes;
-  for (const auto& row : rows) homes.emplace(Distance(&section, &row.look(section)), row.name);
+  for (const auto& row : rows)
+    homes.emplace(Distance(&section, &row.const_record(section)), row.name);
   const Layout& layout = layouts.at(name);
   EXPECT_EQ(layout.Size(), sizeof(Section)) << name;
   ExpectFilled(name, layout, homes);
   for (const auto& row : rows) {
-    const auto member =
-        std::ranges::find(layout.own, Distance(&section, &row.look(section)), &Member::offset);
+    const auto member = std::ranges::find(
+        layout.own, Distance(&section, &row.const_record(section)), &Member::offset);
     SCOPED_TRACE(row.name);
-    ExpectFilled(member->type, layouts.at(member->type), HomesOf(row.look(section), row.options));
+    ExpectFilled(member->type, layouts.at(member->type),
+                 HomesOf(row.const_record(section), row.options));
   }
 }
 

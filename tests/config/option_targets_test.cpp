@@ -47,7 +47,7 @@ struct OptionText {
 std::vector<OptionText> TextsOf(const _GLOBALPM_XMLCFG& pm) {
   std::vector<OptionText> texts;
   for (const PmTestRow& test : PmTests()) {
-    const ConfigRecord& record = test.look(pm);
+    const ConfigRecord& record = test.const_record(pm);
     for (const OptionRow& option : test.options) {
       std::string text;
       if (option.text != nullptr) text = record.*option.text;

@@ -125,8 +125,8 @@ class CarryCheck {
     Hold(read.TestControl.TestTraceCfg == Carried(written.TestControl.TestTraceCfg), "traces");
     Options(kWorkloadRunnerOptions, written.TestControl, read.TestControl, "WorkloadCfg");
     for (const PmTestRow& test : PmTests()) {
-      Options(test.options, test.look(written.GlobalPM), test.look(read.GlobalPM), test.name,
-              test.shape);
+      Options(test.options, test.const_record(written.GlobalPM), test.const_record(read.GlobalPM),
+              test.name, test.shape);
     }
     for (const SystemListRow& row : kSystemLists) {
       if (row.items != nullptr) Hold(to.*row.items == Carried(from.*row.items), row.name);

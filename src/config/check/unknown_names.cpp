@@ -39,7 +39,7 @@ void UnknownNames::AddElement(const XMLElement& element, const ElementModel& par
   finding.suggestion = SuggestWord(name, NamesOf(parent));
   using Kind = ElementPlaces::Kind;
   Kind kind = Kind::kText;
-  if (element.FirstChildElement() != nullptr) kind = Kind::kSection;
+  if (element.FirstChildElement() != nullptr) kind = Kind::kElements;
   if (element.FirstChild() == nullptr) kind = Kind::kEither;
   const std::string place = places_.Find(name, kind, path.substr(0, path.rfind('/')));
   if (place.empty()) return;

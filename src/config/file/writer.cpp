@@ -95,7 +95,7 @@ void WriteSwitches(XmlWriter& out, const _WL_CUSTOMERS_XMLCFG& control) {
 }
 
 void WritePmTest(XmlWriter& out, const PmTestRow& test, const _GLOBALPM_XMLCFG& pm) {
-  const _PM_TEST_NODE& record = test.look(pm);
+  const _PM_TEST_NODE& record = test.const_record(pm);
   out.Element(test.name, [&] {
     if (test.shape == PmTestRow::Shape::kArguments) {
       WriteArguments(out, test.options, record);

@@ -105,7 +105,7 @@ Children Switches() {
 Children TestGroups(const _GLOBALPM_XMLCFG& pm) {
   Children groups;
   for (const PmTestRow& test : PmTests()) {
-    ElementModel element = OptionGroup(test.name, test.options, test.look(pm), test.about);
+    ElementModel element = OptionGroup(test.name, test.options, test.const_record(pm), test.about);
     if (test.shape == PmTestRow::Shape::kArguments) element.content = Content::kArguments;
     GroupOf(groups, Section::kTests, test.group).children.push_back(std::move(element));
   }
@@ -148,8 +148,8 @@ Children Workloads(const _WORKLOADS_XMLCFG& workloads) {
     Children& siblings = workload.group.empty()
                              ? groups
                              : GroupOf(groups, Section::kWorkloads, workload.group).children;
-    siblings.push_back(
-        OptionGroup(workload.name, workload.options, workload.look(workloads), workload.about));
+    siblings.push_back(OptionGroup(workload.name, workload.options,
+                                   workload.const_record(workloads), workload.about));
   }
   return groups;
 }

@@ -49,7 +49,7 @@ struct ElementModel {
   std::vector<ElementModel> children = {};
 
   // Whether elements stand in it, and no text of its own.
-  [[nodiscard]] bool IsSection() const {
+  [[nodiscard]] bool HoldsElements() const {
     return content == Content::kChildren || content == Content::kArguments ||
            content == Content::kPairs || content == Content::kTraces;
   }

@@ -31,14 +31,14 @@ void ElementPlaces::Collect(const ElementModel& parent, const std::string& path)
   if (parent.content == ElementModel::Content::kArguments || parent.IsOlder()) return;
   for (const ElementModel& child : parent.children) {
     places_.push_back(
-        {child.name, path.empty() ? std::string(parent.name) : path, child.IsSection()});
+        {child.name, path.empty() ? std::string(parent.name) : path, child.HoldsElements()});
     Collect(child, path.empty() ? std::string(child.name) : path + "/" + std::string(child.name));
   }
 }
 
 std::string ElementPlaces::Find(std::string_view name, Kind kind, std::string_view path) const {
   const auto rank = [&](const Place& place) {
-    const bool is_kind = kind == Kind::kEither || place.is_section == (kind == Kind::kSection);
+    const bool is_kind = kind == Kind::kEither || place.holds_elements == (kind == Kind::kElements);
     return std::pair(is_kind, CountShared(place.parent, path));
   };
   const auto first = std::ranges::lower_bound(places_, name, {}, &Place::name);

@@ -14,7 +14,7 @@ class ElementPlaces {
   explicit ElementPlaces(const ElementModel& root);
 
   // What kind of element was found: one that is empty may be of either kind.
-  enum class Kind : std::uint8_t { kText, kSection, kEither };
+  enum class Kind : std::uint8_t { kText, kElements, kEither };
 
   // Returns the elements that the name is known in, those first that are close to `path`:
   // "GLOBALPM/SYSTEM", or "GLOBALPM/CORE/CSTATES or 5 other elements". Empty text for a name that
@@ -25,7 +25,7 @@ class ElementPlaces {
   struct Place {
     std::string_view name;
     std::string parent;  // "GLOBALPM/SYSTEM"
-    bool is_section;
+    bool holds_elements;
   };
 
   void Collect(const ElementModel& parent, const std::string& path);

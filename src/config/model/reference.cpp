@@ -123,7 +123,7 @@ std::string ReferenceWriter::Write(const ElementModel& root) && {
   WriteContents(root);
   WriteLeaves(root);
   for (const ElementModel& section : root.children) {
-    if (section.IsSection()) WriteSection(section, root, 2);
+    if (section.HoldsElements()) WriteSection(section, root, 2);
   }
   WriteSyntaxes();
   return std::move(out_);
@@ -154,7 +154,7 @@ void ReferenceWriter::WriteHead(std::initializer_list<std::string_view> names) {
 void ReferenceWriter::WriteContents(const ElementModel& root) {
   out_ += '\n';
   for (const ElementModel& section : root.children) {
-    if (section.IsSection())
+    if (section.HoldsElements())
       out_ += "- " + LinkTo(section.name) + ": " + Cell(section.about) + "\n";
   }
   out_ += "- [Syntaxes](#syntaxes) of the options' texts.\n";
@@ -176,20 +176,20 @@ void ReferenceWriter::WriteSection(const ElementModel& section, const ElementMod
   if (section.content == Content::kTraces) return WriteTraces();
   WriteLeaves(section);
   for (const ElementModel& child : section.children) {
-    if (child.IsSection()) WriteSection(child, section, depth + 1);
+    if (child.HoldsElements()) WriteSection(child, section, depth + 1);
   }
 }
 
 // Elements of a section that hold neither options nor elements.
 void ReferenceWriter::WriteLeaves(const ElementModel& section) {
-  if (std::ranges::all_of(section.children, &ElementModel::IsSection)) return;
+  if (std::ranges::all_of(section.children, &ElementModel::HoldsElements)) return;
   const bool are_switches = section.children.front().content == Content::kSwitch;
   if (are_switches) {
     WriteParagraph("Each element names a test, which runs when the text is exactly `true`.");
   }
   WriteHead({"Element", "Meaning", are_switches ? "Older name" : "Flow"});
   for (const ElementModel& child : section.children) {
-    if (child.IsOlder() || child.IsSection()) continue;
+    if (child.IsOlder() || child.HoldsElements()) continue;
     std::string older;
     for (const ElementModel& other : section.children) {
       if (other.StandsFor(child.name)) older += Code(other.name);

@@ -85,7 +85,7 @@ std::vector<std::string> GetXMLPMTestsInfo(const _XML_FULL_CFG& cfg) {
   for (const VEXOR_PM_TEST_ID id : vexor::kSummaryOrder) {
     if (!vexor::IsAutoRun(cfg.TestControl, id)) continue;
     const vexor::PmTestRow& test = *vexor::FindPmTest(id);
-    const _PM_TEST_NODE& record = test.look(cfg.GlobalPM);
+    const _PM_TEST_NODE& record = test.const_record(cfg.GlobalPM);
     lines.push_back(vexor::Opener(test.name) + record.AllOptions);
   }
   return lines;

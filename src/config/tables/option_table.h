@@ -284,7 +284,7 @@ struct RecordRow {
   std::string_view about;  // one sentence
   std::span<const OptionRow> options;
   Record& (*record)(Parent&) = nullptr;
-  const Record& (*look)(const Parent&) = nullptr;
+  const Record& (*const_record)(const Parent&) = nullptr;
 };
 
 // Returns the rows from the front of a table that stand under the same group element.
@@ -309,7 +309,7 @@ Record& RecordAt(typename MemberOf<decltype(kMember)>::Parent& parent) {
   return parent.*kMember;
 }
 template <auto kMember, class Record = ConfigRecord>
-const Record& LookAt(const typename MemberOf<decltype(kMember)>::Parent& parent) {
+const Record& ConstRecordAt(const typename MemberOf<decltype(kMember)>::Parent& parent) {
   return parent.*kMember;
 }
 

@@ -30,7 +30,7 @@ constexpr PmTestRow Test(VEXOR_PM_TEST_ID id, std::string_view group, std::strin
            .about = about,
            .options = options,
            .record = RecordAt<kRecord, _PM_TEST_NODE>,
-           .look = LookAt<kRecord, _PM_TEST_NODE>},
+           .const_record = ConstRecordAt<kRecord, _PM_TEST_NODE>},
           id,
           extra.shape,
           extra.knob_hint,

@@ -143,7 +143,7 @@ constexpr WorkloadRow Workload(std::string_view group, std::string_view name,
            .about = about,
            .options = options,
            .record = RecordAt<kRecord>,
-           .look = LookAt<kRecord>},
+           .const_record = ConstRecordAt<kRecord>},
           name_home};
 }
 
