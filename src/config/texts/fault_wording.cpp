@@ -1,6 +1,7 @@
 #include "config/texts/fault_wording.h"
 
 #include <algorithm>
+#include <cassert>
 #include <span>
 #include <string>
 #include <utility>
@@ -31,9 +32,10 @@ TextFault MakeTextFault(Severity severity, const OptionRow& option, const Fault&
 
 constexpr std::string_view kWrongHint = ", listed by mistake in the hint comment";
 
-// Items that were joined wrongly are the fault, whatever their grammar says of the whole.
+// Reports the wrong separator. The check sees one unknown word instead: "C1,C6".
 void BlameSeparator(std::string_view text, TextFault& fault) {
   const auto [wrong, right] = std::ranges::mismatch(text, fault.suggestion);
+  assert(wrong != text.end() && right != fault.suggestion.end());
   fault.at = static_cast<std::size_t>(wrong - text.begin());
   fault.what = std::string("items joined by \"") + *wrong + "\"";
   fault.expected = std::string("\"") + *right + "\" between the items";
@@ -46,8 +48,8 @@ void ExplainRepair(const OptionRow& option, std::string_view text, TextFault& fa
   if (was_rejoined) BlameSeparator(text, fault);
 }
 
-// A character beyond ASCII may look like the one that was meant, or like none.
-void NameStranger(std::string_view text, TextFault& fault) {
+// Names the first character beyond ASCII: it may be invisible or look like an ASCII character.
+void NameNonAscii(std::string_view text, TextFault& fault) {
   const auto* const stranger =
       std::ranges::find_if(text, [](char c) { return static_cast<unsigned char>(c) > 127; });
   if (stranger == text.end()) return;
@@ -56,16 +58,16 @@ void NameStranger(std::string_view text, TextFault& fault) {
   if (c.size > 0) fault.what += ", with the character " + FormatHex("U+", 4, c.value);
 }
 
-TextFault JudgeFault(Severity severity, const OptionRow& option, std::string_view text,
-                     const Fault& fault) {
+TextFault ExplainFault(Severity severity, const OptionRow& option, std::string_view text,
+                       const Fault& fault) {
   TextFault result = MakeTextFault(severity, option, fault);
   result.suggestion = RepairText(option, text);
   ExplainRepair(option, text, result);
-  NameStranger(text, result);
+  NameNonAscii(text, result);
   return result;
 }
 
-// The knobs of the test itself and those of command lines.
+// Returns the knobs of the test itself and those of command lines.
 Words KnownKnobs(const OptionRow& option) {
   Words known = SplitWords(option.words);
   for (const std::string_view knob : GetWords(Syntax::kKnobs)) {
@@ -74,7 +76,7 @@ Words KnownKnobs(const OptionRow& option) {
   return known;
 }
 
-// The knob that an unknown one was probably meant to be; empty when none is near.
+// Returns the knob that an unknown one was probably meant to be; empty if none is near.
 std::string_view FindMeantKnob(std::string_view knob, std::span<const std::string_view> known) {
   const std::string_view correction = FindHintCorrection(Syntax::kKnobs, knob);
   if (!correction.empty()) return correction;
@@ -83,10 +85,10 @@ std::string_view FindMeantKnob(std::string_view knob, std::span<const std::strin
   return is_knob ? keyword->name : SuggestWord(knob, known);
 }
 
-// Replaces the knobs that are near a known one, and points at the first of them. Others may be the
-// user's own.
+// Suggests known knobs for the unknown ones that are near, and reports the first of these. Unknown
+// knobs that are near none may be the user's own and stay.
 void MendKnobs(const OptionRow& option, std::string_view text, TextFault& fault) {
-  int searches_left = 1000;  // nobody reads more
+  int searches_left = 1000;  // keeps the time bounded; nobody reads more suggestions
   const Words known = KnownKnobs(option);
   std::string mended;
   std::string_view rest = text;
@@ -104,6 +106,7 @@ void MendKnobs(const OptionRow& option, std::string_view text, TextFault& fault)
   if (fault.severity == Severity::kWarning) fault.suggestion = std::move(mended);
 }
 
+// A wrong separator goes first: "Random,ExitOnFail" looks like one unknown knob.
 std::optional<TextFault> JudgeKnobs(const OptionRow& option, std::string_view text) {
   const std::optional<Fault> doubt = DoubtOption(option, text);
   if (!doubt) return std::nullopt;
@@ -119,7 +122,8 @@ std::optional<TextFault> JudgeKnobs(const OptionRow& option, std::string_view te
   return result;
 }
 
-std::string NamePlace(std::string_view text, const TextFault& fault) {
+// Inserts the faulty piece, unless the whole text is at fault or the message already quotes it.
+std::string AddPiece(std::string_view text, const TextFault& fault) {
   const bool is_apart = fault.at > 0 && fault.at < text.size() && !fault.what.ends_with('"');
   if (!is_apart) return fault.what;
   std::string what = fault.what;
@@ -128,7 +132,7 @@ std::string NamePlace(std::string_view text, const TextFault& fault) {
 }
 
 std::string AddExample(const OptionRow& option, const std::string& expected) {
-  constexpr std::size_t kMostWords = 20;  // more are no help in a line
+  constexpr std::size_t kMostWords = 20;  // a longer list is no help in a one-line message
   const Words words = GetWords(option);
   if (words.size() > kMostWords && expected == JoinWordList(words)) return {};
   const std::string_view example = GetSyntax(option.syntax).example;
@@ -144,18 +148,18 @@ std::optional<TextFault> JudgeText(const OptionRow& option, std::string_view tex
   const std::optional<Fault> fault = CheckOption(option, text);
   const std::optional<Fault> doubt = fault ? std::nullopt : DoubtOption(option, text);
   if (!fault && !doubt) return std::nullopt;
-  return fault ? JudgeFault(Severity::kError, option, text, *fault)
-               : JudgeFault(Severity::kWarning, option, text, *doubt);
+  return fault ? ExplainFault(Severity::kError, option, text, *fault)
+               : ExplainFault(Severity::kWarning, option, text, *doubt);
 }
 
 FaultWording WordFault(const OptionRow& option, std::string_view text, const TextFault& fault) {
-  return {.what = NamePlace(text, fault),
+  return {.what = AddPiece(text, fault),
           .expected = AddExample(option, fault.expected),
           .suggestion = fault.suggestion};
 }
 
 FaultWording WordFault(const OptionRow& option, std::string_view text, const Fault& fault) {
-  return WordFault(option, text, JudgeFault(Severity::kError, option, text, fault));
+  return WordFault(option, text, ExplainFault(Severity::kError, option, text, fault));
 }
 
 }  // namespace vexor

@@ -1,5 +1,4 @@
-// What there is to say of an option's text: what is wrong or doubtful about it, how much that
-// weighs, and what was probably meant.
+// Diagnosis of option texts: severity, wording and suggestion of what is wrong or doubtful.
 #pragma once
 
 #include <optional>
@@ -12,20 +11,21 @@
 
 namespace vexor {
 
-// Returns an error for a text that the option's parser does not read, a warning for one that it
-// reads otherwise than was probably meant, and a note for a word that may be the user's own.
+// Returns an error for a text that the option's parser rejects, a warning for one that it probably
+// reads differently than meant, a note for an unknown word that may be a user's own, and nothing
+// for any other text.
 std::optional<TextFault> JudgeText(const OptionRow& option, std::string_view text);
 
 struct FaultWording {
-  std::string what;        // with the word or number that the fault lies in
-  std::string expected;    // with an example
-  std::string suggestion;  // the whole text as it was probably meant; may be empty
+  std::string what;        // quotes the word or number at fault
+  std::string expected;    // includes an example
+  std::string suggestion;  // the whole text that was probably meant; may be empty
 };
 
-// Returns what a finding says of the fault, which stands in one line without a mark.
+// Returns the texts of a one-line finding, which cannot mark the place of the fault.
 FaultWording WordFault(const OptionRow& option, std::string_view text, const TextFault& fault);
 
-// The same of a fault that `CheckOption` found.
+// Overload for a fault found by `CheckOption`.
 FaultWording WordFault(const OptionRow& option, std::string_view text, const Fault& fault);
 
 }  // namespace vexor

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 
 #include "config/texts/text_meaning.h"
 #include "syntax/checks.h"
@@ -25,25 +26,26 @@ constexpr Expectation kLogLevelWords = kOneOf<kLogLevels>;
 constexpr Expectation kTestModeWords = kOneOf<kTestModes>;
 constexpr Expectation kS0ixWords = kOneOf<kS0ixStates>;
 
-Result Unless(bool good, std::string_view what, const Expectation& expected) {
+Result FaultUnless(bool good, std::string_view what, const Expectation& expected) {
   if (good) return std::nullopt;
   return Fault{.at = 0, .what = what, .expected = expected};
 }
 
 Result CheckIpv4(std::string_view text) {
-  return Unless(IsIpv4Address(text), "no IPv4 address, and reads as empty", kIpv4Form);
+  return FaultUnless(IsIpv4Address(text), "no IPv4 address, and reads as empty", kIpv4Form);
 }
 
 Result CheckLogLevel(std::string_view text) {
   constexpr auto kUnknown = static_cast<TRACE_LEVEL>(-1);
-  return Unless(ParseTraceLevelID(text, kUnknown) != kUnknown, "unknown level", kLogLevelWords);
+  return FaultUnless(ParseTraceLevelID(text, kUnknown) != kUnknown, "unknown level",
+                     kLogLevelWords);
 }
 
 Result CheckExitRatios(std::string_view text) {
   return EqualsIgnoreCase(text, "ALL") ? std::nullopt : CheckTrendRatios(text);
 }
 
-// In the order of the enumeration.
+// GetSyntax indexes the table by the enumerator; the static_assert below enforces the order.
 // clang-format off
 constexpr auto kSyntaxes = std::to_array<SyntaxRow>({
     {.syntax = Syntax::kFreeText, .name = "text", .grammar = "any text", .example = "text"},
@@ -211,7 +213,7 @@ constexpr bool AreInOrder() {
 }
 static_assert(AreInOrder());
 
-// "Specific:" as "Specific:numbers"
+// Joins words to a phrase, with "Specific:" as "Specific:numbers".
 std::string ListOf(std::span<const std::string_view> words) {
   std::vector<std::string> forms;
   for (const std::string_view word : words) {
@@ -225,6 +227,7 @@ std::string ExpandGrammar(const SyntaxRow& row) {
   const std::size_t sign = grammar.find('%');
   if (sign == std::string::npos) return grammar;
   const bool is_unit = grammar[sign + 1] == 'u';
+  assert(is_unit || row.words != nullptr);
   return grammar.replace(
       sign, 2,
       ListOf(is_unit ? std::span<const std::string_view>(kDurationUnits) : row.words->words));
@@ -251,9 +254,13 @@ Result CheckWords(std::string_view words, std::string_view text) {
 
 std::span<const SyntaxRow> Syntaxes() { return kSyntaxes; }
 
-const SyntaxRow& GetSyntax(Syntax syntax) { return kSyntaxes[static_cast<std::size_t>(syntax)]; }
+const SyntaxRow& GetSyntax(Syntax syntax) {
+  assert(static_cast<std::size_t>(syntax) < kSyntaxes.size());
+  return kSyntaxes[static_cast<std::size_t>(syntax)];
+}
 
 std::string_view GrammarOf(Syntax syntax) {
+  // Views of the texts are handed out, so they are made once and kept.
   static const auto kGrammars = [] {
     std::array<std::string, kSyntaxes.size()> grammars;
     std::ranges::transform(kSyntaxes, grammars.begin(), ExpandGrammar);
@@ -274,7 +281,7 @@ Words GetWords(Syntax syntax) {
 std::optional<Fault> CheckOption(const OptionRow& option, std::string_view text) {
   if (text.empty()) return std::nullopt;
   if (option.syntax == Syntax::kWord) {
-    return Unless(IsOneOf(option.words, text), "unknown word", option.words);
+    return FaultUnless(IsOneOf(option.words, text), "unknown word", option.words);
   }
   if (option.syntax == Syntax::kWordList) return CheckWords(option.words, text);
   const auto check = GetSyntax(option.syntax).check;

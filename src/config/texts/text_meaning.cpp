@@ -1,6 +1,7 @@
 #include "config/texts/text_meaning.h"
 
 #include <array>
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -33,11 +34,12 @@ std::string Joined(const Items& items, Describe describe) {
   return joined;
 }
 
-// Returns numbers with runs of neighbours as ranges: "0-3, 8".
+// Returns numbers with consecutive ones joined to ranges: "0-3, 8".
 std::string DescribeNumbers(std::span<const int> numbers) {
   std::string text;
   while (!numbers.empty()) {
     std::size_t run = 1;
+    // Subtract instead of add: the previous number may be INT_MAX.
     while (run < numbers.size() && numbers[run] - 1 == numbers[run - 1]) ++run;
     text += (text.empty() ? "" : ", ") + std::to_string(numbers.front());
     if (run > 1) text += "-" + std::to_string(numbers[run - 1]);
@@ -55,7 +57,7 @@ std::string ToHex(std::uint64_t value) {
   return "0x" + digits;
 }
 
-// "1 cycle", "2 cycles"
+// Returns "1 cycle" or "2 cycles".
 std::string Count(std::size_t count, std::string_view noun) {
   return std::to_string(count).append(" ").append(noun).append(count == 1 ? "" : "s");
 }
@@ -65,7 +67,7 @@ struct Scale {
   std::string_view unit;
 };
 
-// Returns a number of the smallest unit in the largest one that it is a multiple of.
+// Converts a value in the smallest unit to the largest unit of which it is a multiple.
 std::string Scaled(std::uint64_t value, std::span<const Scale> scales) {
   for (const Scale& scale : scales) {
     if (value != 0 && value % scale.factor == 0) {
@@ -94,6 +96,7 @@ std::string DescribeTime(const ONTIME_TYPE& time) {
 }
 
 std::string DescribeAffinity(const std::vector<int>& list) {
+  assert(!list.empty());  // the parsers always return the mode first
   const int mode = list.front();
   std::string name = GetAffinityString(mode);
   if (mode == kAffinityEvenCores) name = "EvenCores";
@@ -103,7 +106,7 @@ std::string DescribeAffinity(const std::vector<int>& list) {
   return numbers.empty() ? name : name + ": " + DescribeNumbers(numbers);
 }
 
-// `describe` gives the text of a state's setting, empty for none.
+// `describe` returns the text of a state's setting, or empty text to skip the state.
 template <class Settings, class Describe>
 std::string DescribeStates(const Settings& settings, Describe describe) {
   std::string text;
@@ -138,6 +141,7 @@ std::string DescribeDuration(std::string_view text) { return DescribeTime(ParseO
 
 std::string DescribeCycles(std::string_view text) {
   constexpr float kOneMillisecond = 1;
+  // Parsing for a set of one and of two entries shows whether the count is per entry.
   const _EXECYCLETIME one = ParseExeCycleTimeType(text, 1, kOneMillisecond, 0);
   const _EXECYCLETIME two = ParseExeCycleTimeType(text, 2, kOneMillisecond, 0);
   if (!one.isValid) return "nothing is executed";

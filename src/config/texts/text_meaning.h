@@ -1,6 +1,6 @@
-// What valid option texts amount to, in words for a person: "80 ms to 120 ms". Texts of one syntax
-// that mean the same have the same description. Each function expects text that the check of its
-// syntax accepts.
+// The meaning of valid option texts in plain words: "80 ms to 120 ms". Texts of one syntax that
+// mean the same have the same description, so that files can be compared by it. Each function
+// requires text that the check of its syntax accepts.
 #pragma once
 
 #include <string>

@@ -15,7 +15,7 @@ constexpr std::string_view kRatio = R"((P0(\+\+|Pn)?|P1|Pe|Pn(--| - -)?|XX|All|A
 
 char ToLower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; }
 
-// "(AC|DC)" as "([Aa][Cc]|[Dd][Cc])"
+// XML Schema has no flag to ignore case: "(AC|DC)" becomes "([Aa][Cc]|[Dd][Cc])".
 std::string InAnyCase(std::string_view words) {
   std::string pattern;
   for (const char c : words) {
@@ -28,7 +28,7 @@ std::string InAnyCase(std::string_view words) {
   return pattern;
 }
 
-// "(AC|DC)"
+// Returns "(AC|DC)".
 std::string AnyOf(std::span<const std::string_view> words) {
   std::string pattern;
   for (const std::string_view word : words) {
@@ -37,6 +37,7 @@ std::string AnyOf(std::span<const std::string_view> words) {
   return pattern + ")";
 }
 
+// Asks the check itself, with the case of all letters swapped, so that a row need not say it.
 bool IgnoresCase(const OptionRow& option, std::string_view word) {
   std::string other(word);
   for (char& c : other) c = c == ToLower(c) ? ToUpper(c) : ToLower(c);
@@ -49,7 +50,7 @@ std::string WordPattern(const OptionRow& option) {
   return IgnoresCase(option, words.front()) ? InAnyCase(pattern) : pattern;
 }
 
-// Writes out what the signs of a row's pattern stand for.
+// Expands the placeholders of a row's pattern, which syntax_table.h lists.
 std::string Expand(std::string_view pattern, const OptionRow& option) {
   std::string expanded;
   while (!pattern.empty()) {

@@ -1,4 +1,4 @@
-// The grammars of option texts as regular expressions of an XML schema.
+// Regular expressions for option texts, in the dialect of XML Schema.
 #pragma once
 
 #include <string>
@@ -7,12 +7,12 @@
 
 namespace vexor {
 
-// Returns whether the texts of the option are single words as they are written.
+// Returns whether the option takes a single, case-sensitive word: an enumeration in the schema.
 bool HasPlainWords(const OptionRow& option);
 
-// Returns an expression that every good text of the option matches as a whole, once its white space
-// is unified; empty for an option of any texts. Bad texts may match, too: where a grammar is more
-// than an expression can say, the checker is the one to ask.
+// Returns an expression that every valid text of the option matches after whitespace normalisation;
+// empty for an option that takes any text. Some invalid texts match, too: not every grammar can be
+// expressed as a regular expression, and only the checker is exact.
 std::string MakePattern(const OptionRow& option);
 
 }  // namespace vexor

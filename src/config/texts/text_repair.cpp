@@ -13,11 +13,12 @@
 namespace vexor {
 namespace {
 
-// The wrong words of the hints: files were always written with them.
+// Words that the hint comments list although no parser accepts them. The comments must stay as they
+// are, because written files are compared to the byte.
 struct HintCorrection {
   Syntax syntax;
   std::string_view listed;
-  std::string_view known;
+  std::string_view valid;
 };
 
 constexpr HintCorrection kHintCorrections[] = {
@@ -27,16 +28,16 @@ constexpr HintCorrection kHintCorrections[] = {
     {Syntax::kKnobs, "QclkCheck(SAGV only)", "QclkCheck"},
 };
 
-// What other programs call true and false.
+// Other common names of true and false.
 constexpr std::pair<std::string_view, std::string_view> kSwitchNames[] = {
     {"yes", "true"}, {"on", "true"},   {"1", "true"},  {"enable", "true"},   {"enabled", "true"},
     {"no", "false"}, {"off", "false"}, {"0", "false"}, {"disable", "false"}, {"disabled", "false"}};
 
-// Characters that come with a text copied from a document and that nobody sees: no-break space,
-// zero-width space, byte-order mark.
-constexpr std::string_view kUnseen[] = {"\xC2\xA0", "\xE2\x80\x8B", "\xEF\xBB\xBF"};
+// Invisible characters that come with text copied from a document: no-break space, zero-width
+// space, byte-order mark.
+constexpr std::string_view kInvisible[] = {"\xC2\xA0", "\xE2\x80\x8B", "\xEF\xBB\xBF"};
 
-// Other names of the units of time.
+// Other common names of the time units.
 constexpr std::pair<std::string_view, std::string_view> kUnitNames[] = {
     {"us", "usec"},     {"microseconds", "usec"},
     {"ms", "msec"},     {"milliseconds", "msec"},
@@ -55,7 +56,7 @@ std::string_view FindUnit(std::string_view word) {
   return SuggestWord(word, kDurationUnits);
 }
 
-// Takes the run of bytes at the front that the predicate holds for.
+// Removes and returns the leading bytes for which the predicate holds.
 template <class Predicate>
 std::string_view TakeRun(std::string_view& rest, Predicate is_in) {
   const auto end = std::ranges::find_if_not(rest, is_in);
@@ -64,7 +65,7 @@ std::string_view TakeRun(std::string_view& rest, Predicate is_in) {
   return run;
 }
 
-// "500-200" as "200-500"
+// Repairs "500-200" to "200-500".
 std::string InOrder(std::string_view value) {
   const std::size_t dash = value.find('-');
   if (dash == std::string_view::npos) return std::string(value);
@@ -75,6 +76,9 @@ std::string InOrder(std::string_view value) {
 }
 
 using Text = std::string_view;
+
+// Each repair below returns a candidate, or empty text if it does not apply. RepairText verifies
+// candidates with the grammar, so a repair may be generous in what it accepts.
 
 std::string CorrectHint(const OptionRow& option, Text text) {
   return std::string(FindHintCorrection(option.syntax, text));
@@ -90,7 +94,7 @@ std::string NameSwitch(const OptionRow& option, Text text) {
   return {};
 }
 
-// "\"C1;C6\"" as "C1;C6"
+// Repairs "\"C1;C6\"" to "C1;C6".
 std::string DropQuotes(const OptionRow& /*option*/, Text text) {
   const bool is_quoted = text.size() > 2 && text.front() == text.back() &&
                          (text.front() == '"' || text.front() == '\'');
@@ -99,24 +103,25 @@ std::string DropQuotes(const OptionRow& /*option*/, Text text) {
 
 std::string DropUnseen(const OptionRow& /*option*/, Text text) {
   std::string mended(text);
-  for (const Text unseen : kUnseen) {
-    for (std::size_t at = 0; (at = mended.find(unseen, at)) != Text::npos;) {
-      mended.erase(at, unseen.size());
+  for (const Text invisible : kInvisible) {
+    for (std::size_t at = 0; (at = mended.find(invisible, at)) != Text::npos;) {
+      mended.erase(at, invisible.size());
     }
   }
   return mended;
 }
 
-// "C1; C6" as "C1;C6": no blank stands beside a sign.
+// Repairs "C1; C6" to "C1;C6": drops the blanks next to separators.
 std::string DropBlanks(const OptionRow& /*option*/, Text text) {
-  const auto is_sign = [text](std::size_t at) {
+  const auto is_separator = [text](std::size_t at) {
     return at < text.size() && Text(";,:=-").find(text[at]) != Text::npos;
   };
   std::string mended;
   for (std::size_t at = 0; at < text.size(); ++at) {
     const std::size_t next = std::min(text.find_first_not_of(' ', at), text.size());
-    const std::size_t end = std::max(next, at + 1);  // of a run of blanks, or of one other byte
-    const bool is_dropped = text[at] == ' ' && (is_sign(next) || (at > 0 && is_sign(at - 1)));
+    const std::size_t end = std::max(next, at + 1);  // of a run of blanks or a single other byte
+    const bool is_dropped =
+        text[at] == ' ' && (is_separator(next) || (at > 0 && is_separator(at - 1)));
     if (!is_dropped) mended += text.substr(at, end - at);
     at = end - 1;
   }
@@ -128,11 +133,11 @@ bool IsAffinity(Syntax syntax) {
          syntax == Syntax::kThreadAffinity;
 }
 
-std::string JoinRightly(const OptionRow& option, Text text) {
+std::string FixSeparators(const OptionRow& option, Text text) {
   return RejoinItems(option.syntax, text);
 }
 
-// "0,1" or "Specific=0,1" as "Specific:0,1"
+// Repairs "0,1" or "Specific=0,1" to "Specific:0,1".
 std::string SelectNumbers(const OptionRow& option, Text text) {
   constexpr Text kKeyword = "Specific";
   if (!IsAffinity(option.syntax)) return {};
@@ -142,7 +147,7 @@ std::string SelectNumbers(const OptionRow& option, Text text) {
   return std::string(kKeyword).append(":").append(text);
 }
 
-// "p0..pn" as "P0...Pn"
+// Repairs "p0..pn" to "P0...Pn".
 std::string WriteRange(const OptionRow& /*option*/, Text text) {
   const auto without_dots = [](Text range) {
     std::string letters(range);
@@ -157,7 +162,7 @@ std::string WriteRange(const OptionRow& /*option*/, Text text) {
   return {};
 }
 
-// The keyword that a text begins with: "BigCores" for "BigCoresAndMore".
+// Keeps the keyword that a text starts with: "BigCores" for "BigCoresAndMore".
 std::string KeepKeyword(const OptionRow& option, Text text) {
   const std::optional<Fault> fault = CheckOption(option, text);
   if (!fault || !IsAffinity(option.syntax)) return {};
@@ -168,7 +173,7 @@ std::string KeepKeyword(const OptionRow& option, Text text) {
   return known == keywords.end() ? std::string() : std::string(*known);
 }
 
-// A unit and a number in any order and with anything between them: "80ms", "80:msec", "msec=80".
+// Accepts unit and number in any order, with any separator: "80ms", "80:msec", "msec=80".
 std::string WriteTime(const OptionRow& option, Text text) {
   if (option.syntax != Syntax::kDuration && option.syntax != Syntax::kExeCycles) return {};
   const std::string tight = DropBlanks(option, text);
@@ -190,7 +195,8 @@ Words ExpectedWords(const OptionRow& option, const Fault& fault) {
   return option.words.empty() ? Words(words.begin(), words.end()) : SplitWords(option.words);
 }
 
-// Replaces one unknown word after the other by the known one that it is nearest to.
+// Replaces each unknown word by the nearest valid one. The number of words is limited because each
+// replacement checks the whole text again.
 std::string MendWords(const OptionRow& option, Text text) {
   constexpr int kMostWords = 16;
   std::string mended(text);
@@ -228,7 +234,7 @@ std::string RejoinItems(Syntax syntax, std::string_view text) {
 
 std::string_view FindHintCorrection(Syntax syntax, std::string_view text) {
   for (const HintCorrection& row : kHintCorrections) {
-    if (row.syntax == syntax && EqualsIgnoreCase(row.listed, text)) return row.known;
+    if (row.syntax == syntax && EqualsIgnoreCase(row.listed, text)) return row.valid;
   }
   return {};
 }
@@ -240,9 +246,11 @@ std::string_view PieceAt(std::string_view text, std::size_t at) {
 }
 
 std::string RepairText(const OptionRow& option, std::string_view text) {
-  constexpr decltype(&Trim) kMends[] = {CorrectHint, NameSwitch, DropQuotes,  DropUnseen,
-                                        Trim,        DropBlanks, JoinRightly, SelectNumbers,
-                                        KeepKeyword, WriteRange, WriteTime,   MendWords};
+  // Simple repairs come first: the first candidate that the grammar accepts is returned. MendWords
+  // is last because it is the slowest and changes the most.
+  constexpr decltype(&Trim) kMends[] = {CorrectHint, NameSwitch, DropQuotes,    DropUnseen,
+                                        Trim,        DropBlanks, FixSeparators, SelectNumbers,
+                                        KeepKeyword, WriteRange, WriteTime,     MendWords};
   for (const auto mend : kMends) {
     std::string mended = mend(option, text);
     if (!mended.empty() && mended != text && IsClean(option, mended)) return mended;

@@ -1,4 +1,4 @@
-// What a faulty or doubtful option text was probably meant to be.
+// Repair of invalid or doubtful option texts, for suggestions.
 #pragma once
 
 #include <string>
@@ -8,20 +8,19 @@
 
 namespace vexor {
 
-// Returns a text without fault or doubt that the text was probably meant to be; empty when none is
-// near. The words replaced are at most fifteen.
+// Returns the text that was probably meant: one that its grammar accepts without doubt. Returns
+// empty text if no repair leads to one. At most fifteen words are replaced.
 std::string RepairText(const OptionRow& option, std::string_view text);
 
-// Returns the text with the separator that its grammar has in place of the one that it is often
-// given: "C1;C6" for "C1,C6", "Specific:0,1" for "Specific:0;1". Empty where both are good, and for
-// a text without the wrong one.
+// Replaces the wrong separator by the one of the grammar: "C1;C6" for "C1,C6", "Specific:0,1" for
+// "Specific:0;1". Returns empty text if the grammar accepts both, or if there is none to replace.
 std::string RejoinItems(Syntax syntax, std::string_view text);
 
-// Returns what to write in place of a text that the hint comments of written files list although no
-// parser knows it; empty for any other text. Case does not matter.
+// Returns the valid text for one that the hint comments list by mistake; empty for any other text.
+// Ignores case.
 std::string_view FindHintCorrection(Syntax syntax, std::string_view text);
 
-// Returns the word or number at an offset of the text.
+// Returns the word or number at an offset, up to the next separator.
 std::string_view PieceAt(std::string_view text, std::size_t at);
 
 }  // namespace vexor

@@ -11,7 +11,7 @@ namespace {
 constexpr std::string_view kComma = ", ";
 constexpr std::string_view kOr = " or ";
 
-// Of a short word, one letter already makes a different word.
+// In a short word, one changed letter already makes a different word.
 std::size_t MostEdits(std::string_view word) {
   return word.size() < 3 ? 0 : std::max<std::size_t>(1, word.size() / 3);
 }
@@ -24,7 +24,7 @@ std::string JoinWith(std::span<const std::string_view> words, std::string_view s
   return joined;
 }
 
-// No edit changes the length by more than one.
+// A cheap test before the quadratic CountEdits: one edit changes the length by at most one.
 bool CanBeNear(std::string_view text, std::string_view word) {
   const auto [shorter, longer] = std::minmax({text.size(), word.size()});
   return longer <= kLongestCompared && longer - shorter <= MostEdits(word);
@@ -62,7 +62,8 @@ std::string_view SuggestWord(std::string_view text, std::span<const std::string_
     if (!CanBeNear(text, word)) continue;
     const std::size_t edits = CountEdits(text, word);
     if (edits > MostEdits(word) || edits > fewest) continue;
-    nearest = edits == fewest ? std::string_view() : word;
+    nearest =
+        edits == fewest ? std::string_view() : word;  // a tie: no guess is better than a bad one
     fewest = edits;
   }
   return nearest;

@@ -1,4 +1,4 @@
-// The words that a text may be made of, and the one that a mistyped text was meant to be.
+// Lists of words, and the search for the word that a mistyped one was meant to be.
 #pragma once
 
 #include <span>
@@ -10,7 +10,7 @@ namespace vexor {
 
 using Words = std::vector<std::string_view>;
 
-// "a;b;c"
+// Splits "a;b;c" at the semicolons. The result points into `joined`.
 Words SplitWords(std::string_view joined);
 
 // Returns "a, b or c".
@@ -22,7 +22,7 @@ std::string JoinWithCommas(std::span<const std::string_view> words);
 // Returns "a and b".
 std::string JoinWithAnd(std::span<const std::string_view> words);
 
-// Returns the word that the text is nearest to, empty text where none is near or several are
+// Returns the word nearest to the text by edit distance; empty if none is near or several are
 // equally near.
 std::string_view SuggestWord(std::string_view text, std::span<const std::string_view> words);
 

@@ -1,6 +1,7 @@
 #include "config/texts/xml_characters.h"
 
 #include <algorithm>
+#include <cassert>
 
 namespace vexor {
 namespace {
@@ -9,14 +10,14 @@ struct Range {
   char32_t first, last;
 };
 
-// What a name begins with.
+// NameStartChar of the XML recommendation.
 constexpr Range kNameStarts[] = {
     {':', ':'},       {'A', 'Z'},       {'_', '_'},       {'a', 'z'},
     {0xC0, 0xD6},     {0xD8, 0xF6},     {0xF8, 0x2FF},    {0x370, 0x37D},
     {0x37F, 0x1FFF},  {0x200C, 0x200D}, {0x2070, 0x218F}, {0x2C00, 0x2FEF},
     {0x3001, 0xD7FF}, {0xF900, 0xFDCF}, {0xFDF0, 0xFFFD}, {0x10000, 0xEFFFF},
 };
-// What it may go on with, too.
+// The additional characters of NameChar.
 constexpr Range kNameParts[] = {
     {'-', '.'}, {'0', '9'}, {0xB7, 0xB7}, {0x300, 0x36F}, {0x203F, 0x2040},
 };
@@ -30,13 +31,13 @@ bool IsIn(const Range (&ranges)[kSize], char32_t c) {
       ranges, [c](const Range& range) { return c >= range.first && c <= range.last; });
 }
 
-// The values that need as many bytes as the index says; shorter values in longer forms are no
-// UTF-8.
+// The smallest values that need 2, 3 and 4 bytes. Overlong encodings are invalid UTF-8.
 constexpr char32_t kLeast[] = {0, 0, 0x80, 0x800, 0x10000};
 
 }  // namespace
 
 Utf8Character DecodeUtf8(std::string_view text) {
+  assert(!text.empty());
   const auto byte = [text](std::size_t i) { return static_cast<unsigned char>(text[i]); };
   const unsigned char first = byte(0);
   if (first < 0x80) return {.value = first, .size = 1};
