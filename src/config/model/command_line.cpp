@@ -1,6 +1,7 @@
 #include "config/model/command_line.h"
 
 #include <algorithm>
+#include <cassert>
 #include <optional>
 #include <utility>
 
@@ -19,7 +20,7 @@ bool StartsSection(std::string_view argument) { return argument.starts_with('/')
 
 bool IsOption(std::string_view argument) { return argument.starts_with('-'); }
 
-// A path has further slashes or a file name's extension.
+// Tells "/cstate" from a path, which has more slashes or a file name extension.
 bool LooksLikeSection(std::string_view argument) {
   const std::string_view name = argument.substr(1);
   return !name.empty() && std::ranges::all_of(name, [](char c) {
@@ -27,14 +28,14 @@ bool LooksLikeSection(std::string_view argument) {
   });
 }
 
-// An argument is shown no longer than this.
+// Quotes an argument for a message, cut off if it is long.
 std::string Quote(std::string_view argument) {
   constexpr std::size_t kLongestShown = 60;
   const bool is_long = argument.size() > kLongestShown;
   return "\"" + std::string(argument.substr(0, kLongestShown)) + (is_long ? "...\"" : "\"");
 }
 
-// A name that may have been meant, and how the command line writes it.
+// A name to suggest, and its form on the command line.
 struct Candidate {
   std::string name;
   std::string_view written;
@@ -66,7 +67,7 @@ bool HasOption(std::span<const PmTestRow> tests, const Keyword& keyword) {
   });
 }
 
-// Empty for tests without any option.
+// Returns empty text if the tests have no options.
 std::string_view FindNearestOption(std::string_view name, std::span<const PmTestRow> tests) {
   std::vector<Candidate> options;
   for (const Keyword& keyword : Keywords()) {
@@ -77,7 +78,8 @@ std::string_view FindNearestOption(std::string_view name, std::span<const PmTest
   return FindNearestOf(options, name);
 }
 
-// Reads the arguments in order and keeps the section that is open.
+// Reads the arguments in order. Arguments before the first section belong to the program and are
+// skipped; an unknown section is skipped, so that its options do not go to the section before it.
 class SectionReader {
  public:
   SectionReader(std::span<char* const> arguments, std::vector<std::string>& faults)
@@ -87,9 +89,9 @@ class SectionReader {
 
  private:
   enum class State {
-    kBefore,     // the program's own arguments
+    kBefore,     // arguments of the program
     kInSection,  // options of a test
-    kSkipping,   // options of a test that is unknown
+    kSkipping,   // options of an unknown test
   };
 
   [[nodiscard]] std::string_view Next() const;
@@ -107,9 +109,13 @@ class SectionReader {
   void Refuse(std::string_view argument, const std::string& what);
   static std::string SectionName(VEXOR_PM_TEST_ID test);
 
-  [[nodiscard]] VEXOR_PM_TEST_ID Section() const { return nodes_.back().test; }
+  // Only valid in state kInSection.
+  [[nodiscard]] VEXOR_PM_TEST_ID CurrentTest() const {
+    assert(!nodes_.empty());
+    return nodes_.back().test;
+  }
 
-  [[nodiscard]] std::span<const PmTestRow> Tests() const { return TestsOfSection(Section()); }
+  [[nodiscard]] std::span<const PmTestRow> Tests() const { return TestsOfSection(CurrentTest()); }
 
   std::span<char* const> arguments_;
   std::vector<std::string>& faults_;
@@ -140,7 +146,7 @@ std::string_view SectionReader::NextArgument() {
   return argument;
 }
 
-// Takes the next argument if it is a value.
+// Removes and returns the next argument if it is a value.
 std::optional<std::string_view> SectionReader::NextValue() {
   if (arguments_.empty() || arguments_.front() == nullptr) return std::nullopt;
   if (StartsSection(Next()) || IsOption(Next())) return std::nullopt;
@@ -161,7 +167,8 @@ void SectionReader::OpenSection(std::string_view argument, bool is_first) {
   }
 }
 
-// Whether an argument before the first section is a mistyped section.
+// Returns whether an argument before the first section is probably a mistyped section. The very
+// first may be a path, so it must also be followed by a known option.
 bool SectionReader::IsMeantAsSection(std::string_view argument, bool is_first) const {
   if (!LooksLikeSection(argument)) return false;
   return !is_first || (IsOption(Next()) && FindShortName(Next().substr(1)) != nullptr);
@@ -202,7 +209,7 @@ void SectionReader::ReadValue(std::string_view argument, const Keyword& keyword,
     const auto fault = option == nullptr ? std::nullopt : CheckOption(*option, text);
     if (!fault) continue;
     FaultWording wording = WordFault(*option, text, *fault);
-    if (Section() == PM_TEST_ALL) wording.what += " for " + SectionName(test.id);
+    if (CurrentTest() == PM_TEST_ALL) wording.what += " for " + SectionName(test.id);
     return RefuseValue(argument, value, wording);
   }
   Accept(keyword, std::move(text));
@@ -212,7 +219,7 @@ void SectionReader::Accept(const Keyword& keyword, std::string text) {
   nodes_.back().options.push_back({std::string(keyword.short_name), std::move(text)});
 }
 
-// All values behind a refused name go with it.
+// Skips the values of the invalid option, too.
 void SectionReader::RefuseName(std::string_view argument, std::string what) {
   const std::string_view nearest = FindNearestOption(argument.substr(1), Tests());
   if (nearest.empty()) {
@@ -227,7 +234,7 @@ void SectionReader::RefuseName(std::string_view argument, std::string what) {
 
 void SectionReader::RefuseValue(std::string_view argument, std::string_view value,
                                 const FaultWording& wording) {
-  std::string line = SectionName(Section()).append(" ").append(argument).append(" ");
+  std::string line = SectionName(CurrentTest()).append(" ").append(argument).append(" ");
   line += Quote(value) + ": " + wording.what + ", expected " + wording.expected;
   if (!wording.suggestion.empty()) line += "; did you mean " + Quote(wording.suggestion) + "?";
   faults_.push_back(std::move(line));
@@ -243,7 +250,7 @@ void SectionReader::RefuseWithoutValue(std::string_view argument, const Keyword&
 }
 
 void SectionReader::Refuse(std::string_view argument, const std::string& what) {
-  faults_.push_back(SectionName(Section()) + " " + Quote(argument) + ": " + what);
+  faults_.push_back(SectionName(CurrentTest()) + " " + Quote(argument) + ": " + what);
 }
 
 std::string SectionReader::SectionName(VEXOR_PM_TEST_ID test) {

@@ -1,4 +1,4 @@
-// The options of tests on a command line: "/cstate -at msec:80 -eof".
+// Test options on the command line: "/cstate -at msec:80 -eof".
 #pragma once
 
 #include <span>
@@ -9,8 +9,8 @@
 
 namespace vexor {
 
-// Returns the tests that the arguments name, each with its options. What is not understood is left
-// out and told in `faults`, one line each.
+// Returns the tests that the arguments name, each with its options. Invalid arguments are left out
+// and reported in `faults`, one line each.
 std::vector<_PM_TEST_CONFIG_NODE> ReadTestOptions(std::span<char* const> arguments,
                                                   std::vector<std::string>& faults);
 

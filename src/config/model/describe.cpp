@@ -28,11 +28,11 @@ namespace {
 using Content = ElementModel::Content;
 using tinyxml2::XMLElement;
 
-// The element of an option in its test's element: a child of its name, or an argument.
-const XMLElement* FindOption(const XMLElement& parent, const ElementModel& group,
+// Returns the child element of an option: by its name, or by the name of an argument.
+const XMLElement* FindOption(const XMLElement& element, const ElementModel& model,
                              std::string_view name) {
-  const bool is_argument = group.content == Content::kArguments;
-  for (const XMLElement& child : ChildElements(parent)) {
+  const bool is_argument = model.content == Content::kArguments;
+  for (const XMLElement& child : ChildElements(element)) {
     if (!is_argument && name == child.Name()) return &child;
     const char* const argument = is_argument ? child.Attribute("name") : nullptr;
     if (argument != nullptr && name == argument) return &child;
@@ -42,6 +42,9 @@ const XMLElement* FindOption(const XMLElement& parent, const ElementModel& group
 
 bool HasText(const XMLElement* element) { return element != nullptr && !TextOf(*element).empty(); }
 
+// Values come from the records that the reader filled, so that a description cannot differ from
+// what was read; the document supplies lines and origins. Only trace entries are converted again,
+// because the records do not show which element gave one entry or two.
 class Describer {
  public:
   Describer(const FullRecords& records, Description& description)
@@ -53,25 +56,24 @@ class Describer {
   void Add(const std::string& path, std::string_view value, Origin origin,
            const XMLElement* element);
   std::string_view ReadText(const XMLElement& element);
-  void DescribeElement(const ElementModel& model, const XMLElement* element,
-                       const std::string& path, Origin origin);
-  void DescribeGroup(const ElementModel& group, const ElementModel& parent,
-                     const XMLElement* element, const std::string& path, Origin origin);
-  void DescribeOption(const ElementModel& child, const ElementModel& group,
+  void DescribeChildren(const ElementModel& model, const XMLElement* element,
+                        const std::string& path, Origin origin);
+  void DescribeElement(const ElementModel& model, const ElementModel& parent,
+                       const XMLElement* element, const std::string& path, Origin origin);
+  void DescribeOption(const ElementModel& child, const ElementModel& parent,
                       const XMLElement* element, const std::string& path, Origin origin);
 
-  // Where an option's text was read: nowhere, also for an empty element that reads as the fallback,
-  // or in an element of its name or of an older one.
+  // The element that an option's text was read from; null if the fallback was used.
   struct Source {
     const XMLElement* element;
-    bool is_older = false;
+    bool is_older = false;  // whether the element has an older name
   };
 
-  static Source FindSource(const OptionRow& option, const ElementModel& group,
+  static Source FindSource(const OptionRow& option, const ElementModel& parent,
                            const XMLElement& element);
   static Origin OriginOf(const OptionRow& option, std::string_view value, const Source& source,
                          Origin origin);
-  void DescribeSwitch(const ElementModel& child, const ElementModel& group,
+  void DescribeSwitch(const ElementModel& child, const ElementModel& parent,
                       const XMLElement* element, const std::string& path);
   static VEXOR_PM_TEST_ID GetSwitchTest(std::string_view name);
   void DescribeTexts(const std::vector<std::string>& texts, const XMLElement* list,
@@ -86,7 +88,7 @@ class Describer {
   const FullRecords& records_;
   Description& description_;
   ReadMarks read_;
-  std::unordered_set<const XMLElement*> arguments_;  // whose children are arguments
+  std::unordered_set<const XMLElement*> arguments_;  // the elements whose children are arguments
 };
 
 void Describer::Describe(const tinyxml2::XMLDocument& document, const XMLElement& root) {
@@ -99,8 +101,8 @@ void Describer::Describe(const tinyxml2::XMLDocument& document, const XMLElement
   }
   for (const ElementModel& section : model.children) {
     if (section.content == Content::kVersion || section.content == Content::kCounter) continue;
-    DescribeElement(section, FindElement(&root, section.name), std::string(section.name),
-                    Origin::kFile);
+    DescribeChildren(section, FindElement(&root, section.name), std::string(section.name),
+                     Origin::kFile);
   }
   description_.unread = ListUnread(document, model, read_);
 }
@@ -117,10 +119,11 @@ void Describer::Add(const std::string& path, std::string_view value, Origin orig
   const bool is_false = value == "false" && EqualsIgnoreCase(text, value);
   if (text == value || is_false) return;
   setting.text = text;
-  if (text == "true") setting.text = element->FirstChild()->Value();  // with the blanks that count
+  if (text == "true")
+    setting.text = element->FirstChild()->Value();  // with the white space that makes it false
 }
 
-// Returns what the element says, and marks it as read.
+// Returns the element's text or the argument's value, and marks it as read.
 std::string_view Describer::ReadText(const XMLElement& element) {
   const XMLElement* const parent = element.Parent()->ToElement();
   if (!arguments_.contains(parent)) {
@@ -132,8 +135,8 @@ std::string_view Describer::ReadText(const XMLElement& element) {
   return value == nullptr ? "" : value;
 }
 
-void Describer::DescribeElement(const ElementModel& model, const XMLElement* element,
-                                const std::string& path, Origin origin) {
+void Describer::DescribeChildren(const ElementModel& model, const XMLElement* element,
+                                 const std::string& path, Origin origin) {
   if (model.content == Content::kArguments) arguments_.insert(element);
   for (const ElementModel& child : model.children) {
     if (child.IsOlder()) continue;
@@ -149,64 +152,65 @@ void Describer::DescribeElement(const ElementModel& model, const XMLElement* ele
     } else if (child.table != nullptr) {
       DescribeRegisters(*child.table, FindElement(element, child.name), child_path);
     } else {
-      DescribeGroup(child, model, element, child_path, origin);
+      DescribeElement(child, model, element, child_path, origin);
     }
   }
 }
 
-// An element that an older file names differently is described under its current name.
-void Describer::DescribeGroup(const ElementModel& group, const ElementModel& parent,
-                              const XMLElement* element, const std::string& path, Origin origin) {
-  const XMLElement* found = FindElement(element, group.name);
+// An element with an older name is described under its current name.
+void Describer::DescribeElement(const ElementModel& model, const ElementModel& parent,
+                                const XMLElement* element, const std::string& path, Origin origin) {
+  const XMLElement* found = FindElement(element, model.name);
   for (const ElementModel& older : parent.children) {
     if (found != nullptr) break;
-    if (!older.StandsFor(group.name)) continue;
+    if (!older.StandsFor(model.name)) continue;
     found = FindElement(element, older.name);
     if (found != nullptr) origin = Origin::kOlderName;
   }
-  DescribeElement(group, found, path, origin);
+  DescribeChildren(model, found, path, origin);
 }
 
-void Describer::DescribeOption(const ElementModel& child, const ElementModel& group,
+void Describer::DescribeOption(const ElementModel& child, const ElementModel& parent,
                                const XMLElement* element, const std::string& path, Origin origin) {
   const OptionRow& option = *child.option;
   if (option.list != nullptr) {
     const XMLElement* list = element;
     if (!option.item.empty()) list = FindElement(element, option.name);
-    DescribeTexts(group.record->*option.list, child.is_read ? list : nullptr,
+    DescribeTexts(parent.record->*option.list, child.is_read ? list : nullptr,
                   option.item.empty() ? path : JoinPath(path, option.item),
                   option.item.empty() ? option.name : option.item, origin);
     return;
   }
   if (!child.is_read || option.overwrite != Overwrite::kAlways) return;
   const std::string value = option.flag != nullptr
-                                ? std::string(group.record->*option.flag ? "true" : "false")
-                                : group.record->*option.text;
+                                ? std::string(parent.record->*option.flag ? "true" : "false")
+                                : parent.record->*option.text;
   if (element == nullptr) return Add(path, value, Origin::kDefault, nullptr);
-  const Source source = FindSource(option, group, *element);
+  const Source source = FindSource(option, parent, *element);
   Add(path, value, OriginOf(option, value, source, origin), source.element);
 }
 
-Describer::Source Describer::FindSource(const OptionRow& option, const ElementModel& group,
+Describer::Source Describer::FindSource(const OptionRow& option, const ElementModel& parent,
                                         const XMLElement& element) {
-  Source source{FindOption(element, group, option.name)};
-  for (const ElementModel& other : group.children) {
+  Source source{FindOption(element, parent, option.name)};
+  for (const ElementModel& other : parent.children) {
     if (other.option == nullptr || other.option == &option || option.text == nullptr ||
         other.option->text != option.text) {
       continue;
     }
-    const XMLElement* const second = FindOption(element, group, other.option->name);
+    const XMLElement* const second = FindOption(element, parent, other.option->name);
     const bool wins = other.option->overwrite == Overwrite::kIfGiven
                           ? HasText(second)
                           : second != nullptr && !HasText(source.element);
     if (wins) source = {second, other.option->overwrite == Overwrite::kIfEmpty};
   }
+  // An element without text reads as the fallback.
   const bool falls_back = !option.fallback.empty() && source.element != nullptr &&
                           !TrimmedText(*source.element).has_value();
   return falls_back ? Source{nullptr} : source;
 }
 
-// `origin` is that of a text that was read.
+// `origin` is the origin of texts that were read from the element.
 Origin Describer::OriginOf(const OptionRow& option, std::string_view value, const Source& source,
                            Origin origin) {
   if (source.element == nullptr && value.empty()) return Origin::kMissing;
@@ -217,14 +221,14 @@ Origin Describer::OriginOf(const OptionRow& option, std::string_view value, cons
   return source.is_older ? Origin::kOlderName : origin;
 }
 
-void Describer::DescribeSwitch(const ElementModel& child, const ElementModel& group,
+void Describer::DescribeSwitch(const ElementModel& child, const ElementModel& parent,
                                const XMLElement* element, const std::string& path) {
   const VEXOR_PM_TEST_ID test = GetSwitchTest(child.name);
   const bool runs = IsAutoRun(records_.config.TestControl, test);
   const XMLElement* source = FindElement(element, child.name);
   Origin origin = Origin::kFile;
   bool is_on = source != nullptr && IsTrue(*source);
-  for (const ElementModel& older : group.children) {
+  for (const ElementModel& older : parent.children) {
     const XMLElement* const second =
         older.StandsFor(child.name) ? FindElement(element, older.name) : nullptr;
     if (is_on || second == nullptr || (source != nullptr && !IsTrue(*second))) continue;
@@ -232,6 +236,7 @@ void Describer::DescribeSwitch(const ElementModel& child, const ElementModel& gr
     origin = Origin::kOlderName;
     is_on = IsTrue(*second);
   }
+  // CheckLegacyLxDx may have switched the test off.
   if (is_on != runs) origin = Origin::kCorrected;
   Add(path, runs ? "true" : "false", source == nullptr ? Origin::kDefault : origin, source);
 }
@@ -242,7 +247,7 @@ VEXOR_PM_TEST_ID Describer::GetSwitchTest(std::string_view name) {
   return static_cast<VEXOR_PM_TEST_ID>(id);
 }
 
-// The texts of a list, with the lines of the elements that hold one.
+// Describes the texts of a list. Texts and non-empty elements correspond in order.
 void Describer::DescribeTexts(const std::vector<std::string>& texts, const XMLElement* list,
                               const std::string& path, std::string_view item, Origin origin) {
   const XMLElement* element = list == nullptr ? nullptr : list->FirstChildElement();
@@ -255,7 +260,7 @@ void Describer::DescribeTexts(const std::vector<std::string>& texts, const XMLEl
   }
 }
 
-// An entry of an older file stands for one or two in the current form.
+// An entry of an older file may become two entries.
 void Describer::DescribeTraces(const XMLElement* list, const std::string& path) {
   if (list == nullptr) return;
   const TraceMigration migration(records_.config.GlobalConfig.Version);
@@ -309,7 +314,8 @@ void Describer::DescribeRegisters(const CustomTableRow& table, const XMLElement*
   }
 }
 
-// Says which trace entry keeps the file from being read, or that the version does.
+// Sets the error to the malformed trace entry or version. The reader's exception does not name it,
+// so the entries are converted once more.
 void ExplainTraces(const XMLElement& root, Description& description) {
   const XMLElement* at = FindSection(&root, Section::kTestTraces);
   if (at == nullptr) return;
@@ -330,7 +336,8 @@ void ExplainTraces(const XMLElement& root, Description& description) {
   }
 }
 
-// What the parser drops leaves no trace in the document.
+// Adds what the XML library drops while parsing. It leaves no trace in the document, so the text
+// has to be scanned once more.
 void AddWhatIsNotParsed(std::string_view content, std::vector<Unread>& unread) {
   const XmlLint lint = LintXml(content);
   for (const XmlFault& fault : lint.faults) {
@@ -366,6 +373,7 @@ Description DescribeXMLConfigText(std::string_view content) {
   }
   const auto records = std::make_unique<FullRecords>();
   ResetVexorXmlConfiguration(records->config);
+  // The steps of ReadXMLPar on the document that was parsed above, without version checks.
   GetGlobalCfgXML(records->config.GlobalConfig, root, false);
   description.version = records->config.GlobalConfig.Version;
   description.is_compatible = IsCompatibleVersion(description.version);

@@ -1,6 +1,7 @@
 #include "config/model/document_model.h"
 
 #include <algorithm>
+#include <cassert>
 
 #include "config/tables/custom_register_tables.h"
 #include "config/tables/pm_test_table.h"
@@ -16,13 +17,14 @@ namespace {
 using Content = ElementModel::Content;
 using Children = std::vector<ElementModel>;
 
-// The name of the option that an older name stands for: the other row of the same member.
+// Returns the current name of an option with an older name: that of the other row of its member.
 std::vector<std::string_view> CurrentNames(const OptionRow& option,
                                            std::span<const OptionRow> options) {
   if (option.overwrite != Overwrite::kIfEmpty) return {};
   const auto row = std::ranges::find_if(options, [&option](const OptionRow& other) {
     return other.text == option.text && other.overwrite != Overwrite::kIfEmpty;
   });
+  assert(row != options.end());  // kIfEmpty is only used for a second row of a member
   return {row->name};
 }
 
@@ -50,29 +52,30 @@ Children OptionElements(std::span<const OptionRow> options) {
   return elements;
 }
 
-ElementModel Group(std::string_view name, Children children, std::string_view about = {}) {
+ElementModel MakeElement(std::string_view name, Children children, std::string_view about = {}) {
   return {.name = name, .about = about, .children = std::move(children)};
 }
 
-ElementModel OptionGroup(std::string_view name, std::span<const OptionRow> options,
-                         const ConfigRecord& record, std::string_view about = {}) {
-  ElementModel group = Group(name, OptionElements(options), about);
-  group.record = &record;
-  return group;
+ElementModel MakeRecordElement(std::string_view name, std::span<const OptionRow> options,
+                               const ConfigRecord& record, std::string_view about = {}) {
+  ElementModel element = MakeElement(name, OptionElements(options), about);
+  element.record = &record;
+  return element;
 }
 
-// Returns the section's group of that name, added behind the last if it is not there yet.
+// Returns the section's group of that name, which is appended to `groups` if it is missing.
 ElementModel& GroupOf(Children& groups, Section section, std::string_view name) {
   const auto found = std::ranges::find(groups, name, &ElementModel::name);
   if (found != groups.end()) return *found;
   const auto* const row = std::ranges::find_if(kGroups, [&](const GroupRow& group) {
     return group.section == section && group.name == name;
   });
-  return groups.emplace_back(Group(row->name, {}, row->about));
+  assert(row != kGroups.end());  // AreGroupsInOrder
+  return groups.emplace_back(MakeElement(row->name, {}, row->about));
 }
 
-// Adds the older name of an element that stands among the siblings. One older name may stand for
-// two elements.
+// Adds the older name of an element to its siblings, as a copy of the element. One older name may
+// stand for two elements.
 void AddOlder(Children& siblings, std::string_view older, std::string_view current) {
   if (older.empty()) return;
   const auto known = std::ranges::find(siblings, older, &ElementModel::name);
@@ -80,7 +83,9 @@ void AddOlder(Children& siblings, std::string_view older, std::string_view curre
     known->currents.push_back(current);
     return;
   }
-  ElementModel element = *std::ranges::find(siblings, current, &ElementModel::name);
+  const auto original = std::ranges::find(siblings, current, &ElementModel::name);
+  assert(original != siblings.end());
+  ElementModel element = *original;
   element.name = older;
   element.currents = {current};
   siblings.push_back(std::move(element));
@@ -105,10 +110,12 @@ Children Switches() {
 Children TestGroups(const _GLOBALPM_XMLCFG& pm) {
   Children groups;
   for (const PmTestRow& test : PmTests()) {
-    ElementModel element = OptionGroup(test.name, test.options, test.const_record(pm), test.about);
+    ElementModel element =
+        MakeRecordElement(test.name, test.options, test.const_record(pm), test.about);
     if (test.shape == PmTestRow::Shape::kArguments) element.content = Content::kArguments;
     GroupOf(groups, Section::kTests, test.group).children.push_back(std::move(element));
   }
+  // In a second loop, so that older names follow all current ones.
   for (const PmTestRow& test : PmTests()) {
     AddOlder(GroupOf(groups, Section::kTests, test.group).children, test.older, test.name);
   }
@@ -118,7 +125,7 @@ Children TestGroups(const _GLOBALPM_XMLCFG& pm) {
 Children SystemLists() {
   Children groups;
   for (const SystemListRow& row : kSystemLists) {
-    ElementModel list = Group(row.name, {}, row.about);
+    ElementModel list = MakeElement(row.name, {}, row.about);
     list.list = &row;
     if (row.items == nullptr) {
       list.content = Content::kPairs;
@@ -134,9 +141,9 @@ Children SystemLists() {
 Children CustomTables() {
   Children containers;
   for (const CustomTableRow& table : kCustomTables) {
-    ElementModel item = Group(table.item, OptionElements(table.options));
+    ElementModel item = MakeElement(table.item, OptionElements(table.options));
     item.repeats = true;
-    containers.push_back(Group(table.container, {std::move(item)}, table.about));
+    containers.push_back(MakeElement(table.container, {std::move(item)}, table.about));
     containers.back().table = &table;
   }
   return containers;
@@ -148,13 +155,13 @@ Children Workloads(const _WORKLOADS_XMLCFG& workloads) {
     Children& siblings = workload.group.empty()
                              ? groups
                              : GroupOf(groups, Section::kWorkloads, workload.group).children;
-    siblings.push_back(OptionGroup(workload.name, workload.options,
-                                   workload.const_record(workloads), workload.about));
+    siblings.push_back(MakeRecordElement(workload.name, workload.options,
+                                         workload.const_record(workloads), workload.about));
   }
   return groups;
 }
 
-// Gives an element what its section holds beside the sections in it.
+// Sets the contents of a section's element, except its subsections.
 void FillSection(Section section, const FullRecords& records, ElementModel& element) {
   const _GLOBALCONFIG_XMLCFG& global = records.config.GlobalConfig;
   const auto fill_options = [&element](std::span<const OptionRow> options,

@@ -1,5 +1,5 @@
-// The elements of a configuration file as one tree, made from the tables of options: which elements
-// may stand where, and what their texts are. Checker, description, schema and reference walk it.
+// A tree of all elements that a configuration file may have, built from the option tables. Checker,
+// description, schema and reference walk it.
 #pragma once
 
 #include <algorithm>
@@ -17,7 +17,7 @@ namespace vexor {
 struct CustomTableRow;
 struct SystemListRow;
 
-// All that a file can fill.
+// All records that a file can fill.
 struct FullRecords {
   _XML_FULL_CFG config;
   _WORKLOADS_XMLCFG workloads;
@@ -29,26 +29,26 @@ struct ElementModel {
     kArguments,  // "arg" elements that name the options below
     kOption,     // the text of `option`
     kVersion,
-    kSwitch,  // an automatic run: exactly "true", or not
+    kSwitch,  // an AutoRun switch: true only for exactly "true"
     kCounter,
-    kItem,    // an entry of a list
-    kPairs,   // any elements, each a named value
-    kTraces,  // any elements, each a trace entry
+    kItem,    // the text of a list entry
+    kPairs,   // elements of any name, each a named value
+    kTraces,  // elements of any name, each a trace entry
   };
 
   std::string_view name;
   Content content = Content::kChildren;
-  std::vector<std::string_view> currents = {};  // of an older name: what it stands for
+  std::vector<std::string_view> currents = {};  // of an older name: the current names
   std::string_view about = {};
   const OptionRow* option = nullptr;  // kOption and kItem; may be null for kItem
-  bool repeats = false;               // every element of the name counts
+  bool repeats = false;               // whether all elements of the name count, not only the first
   bool is_read = true;
-  const ConfigRecord* record = nullptr;   // of the children's options
-  const SystemListRow* list = nullptr;    // of a list under "SysConfiguration", and of its items
-  const CustomTableRow* table = nullptr;  // of a container of register items
+  const ConfigRecord* record = nullptr;   // the record of the children's options
+  const SystemListRow* list = nullptr;    // set for lists under "SysConfiguration" and their items
+  const CustomTableRow* table = nullptr;  // set for containers of register items
   std::vector<ElementModel> children = {};
 
-  // Whether elements stand in it, and no text of its own.
+  // Returns whether the element holds elements and not a text.
   [[nodiscard]] bool HoldsElements() const {
     return content == Content::kChildren || content == Content::kArguments ||
            content == Content::kPairs || content == Content::kTraces;
@@ -59,11 +59,11 @@ struct ElementModel {
   }
 };
 
-// Makes the tree of the root element. Its nodes point into `records`, which may be empty ones where
-// only the shape is wanted.
+// Builds the tree of the root element. Its nodes point into `records`; their values do not matter
+// if only the structure is needed.
 ElementModel MakeDocumentModel(const FullRecords& records);
 
-// Returns the child of that name, null when there is none.
+// Returns the child of that name, or null.
 const ElementModel* FindChild(const ElementModel& parent, std::string_view name);
 
 }  // namespace vexor

@@ -1,5 +1,5 @@
-// The paths of elements, as every output names them: the names of the elements below the root, as
-// "GLOBALPM/CORE/CSTATES/ActiveTime"; entries of a list end in "[1]", "[2]", ...
+// Paths of elements, in the one form that all outputs use: the names of the elements below the
+// root, such as "GLOBALPM/CORE/CSTATES/ActiveTime". Entries of a list end in "[1]", "[2]", ...
 #pragma once
 
 #include <cstddef>
@@ -14,7 +14,8 @@ std::string JoinPath(std::string_view parent, std::string_view name);
 // Returns the path of an entry of a list, counted from 1.
 std::string EntryPath(std::string_view list, std::size_t number);
 
-// Returns the name, cut if it is very long: every finding below an element repeats its name.
+// Returns the name, cut off if it is very long. Every finding below an element repeats its name, so
+// that uncut names could make the output quadratic in the file's size.
 std::string ShortenName(std::string_view name);
 
 }  // namespace vexor

@@ -7,7 +7,7 @@
 namespace vexor {
 namespace {
 
-// How many elements from the root on two paths have in common.
+// Returns the number of leading elements that two paths share.
 std::ptrdiff_t CountShared(std::string_view a, std::string_view b) {
   const auto [end, unused] = std::ranges::mismatch(a, b);
   const auto whole = static_cast<std::size_t>(end - a.begin());
@@ -25,8 +25,8 @@ ElementPlaces::ElementPlaces(const ElementModel& root) {
   std::ranges::stable_sort(places_, {}, &Place::name);
 }
 
-// Below an older name stands what stands below the current one, too, and the options of an argument
-// list are no elements.
+// Skips the children of older names, which are those of the current names, and the options of
+// argument lists, which are not elements.
 void ElementPlaces::Collect(const ElementModel& parent, const std::string& path) {
   if (parent.content == ElementModel::Content::kArguments || parent.IsOlder()) return;
   for (const ElementModel& child : parent.children) {

@@ -1,4 +1,4 @@
-// Where the elements of each name may stand, for those that were found elsewhere.
+// An index of the document model by element name, to suggest where a misplaced element belongs.
 #pragma once
 
 #include <string>
@@ -13,12 +13,12 @@ class ElementPlaces {
  public:
   explicit ElementPlaces(const ElementModel& root);
 
-  // What kind of element was found: one that is empty may be of either kind.
+  // What the misplaced element holds; an empty one may be of either kind.
   enum class Kind : std::uint8_t { kText, kElements, kEither };
 
-  // Returns the elements that the name is known in, those first that are close to `path`:
-  // "GLOBALPM/SYSTEM", or "GLOBALPM/CORE/CSTATES or 5 other elements". Empty text for a name that
-  // is known nowhere.
+  // Returns the parent elements in which the name is valid, the one nearest to `path` first:
+  // "GLOBALPM/SYSTEM", or "GLOBALPM/CORE/CSTATES or 5 other elements". Returns empty text for an
+  // unknown name.
   [[nodiscard]] std::string Find(std::string_view name, Kind kind, std::string_view path) const;
 
  private:
@@ -30,7 +30,7 @@ class ElementPlaces {
 
   void Collect(const ElementModel& parent, const std::string& path);
 
-  std::vector<Place> places_;  // by name, equal ones in the order of a file
+  std::vector<Place> places_;  // sorted by name, equal names in the order of a file
 };
 
 }  // namespace vexor

@@ -7,6 +7,7 @@
 namespace vexor {
 namespace {
 
+// All tests have KNOBS in their common node; the cast makes the type that rows have.
 constexpr auto kKnobs = static_cast<std::string ConfigRecord::*>(&_PM_TEST_NODE::KNOBS);
 
 template <class Predicate>
@@ -21,7 +22,7 @@ bool HasWord(const OptionRow& option, std::string_view word) {
   return std::ranges::find(words, word) != words.end();
 }
 
-// Several keywords may share the short name.
+// Several keywords may share a short name; the first that the test has an option for counts.
 const OptionRow* FindOwnOption(const PmTestRow& test, std::string_view short_name) {
   for (const Keyword& keyword : Keywords()) {
     if (keyword.short_name != short_name) continue;

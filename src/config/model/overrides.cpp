@@ -1,6 +1,7 @@
 #include "vexor/config/overrides.h"
 
 #include <algorithm>
+#include <cassert>
 
 #include "config/model/command_line.h"
 #include "config/model/option_target.h"
@@ -9,6 +10,7 @@
 namespace vexor {
 namespace {
 
+// The first value given for a list replaces it; further ones are appended.
 void SetText(ConfigRecord& record, const OptionRow& option, const std::string& text,
              bool is_first) {
   if (option.list != nullptr) {
@@ -32,6 +34,7 @@ void ApplyTestOptions(_XML_FULL_CFG& cfg, const _PM_TEST_CONFIG_NODE& node) {
       const OptionTarget target = FindTarget(test, *keyword);
       if (target.option == nullptr) continue;
       if (target.is_word) {
+        assert(target.option->text != nullptr);  // KNOBS and word lists are texts
         UpdateknobsOptions(record.*target.option->text, keyword->name, given->name, given->value);
       } else {
         const auto first =
@@ -44,8 +47,10 @@ void ApplyTestOptions(_XML_FULL_CFG& cfg, const _PM_TEST_CONFIG_NODE& node) {
 
 }  // namespace vexor
 
+using namespace vexor;
+
 std::vector<_PM_TEST_CONFIG_NODE> getCmdPMTestsOptions(char** argv, int argc,
                                                        std::vector<std::string>& faults) {
   const auto count = static_cast<std::size_t>(argc > 0 ? argc : 0);
-  return vexor::ReadTestOptions({argv, count}, faults);
+  return ReadTestOptions({argv, count}, faults);
 }

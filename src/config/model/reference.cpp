@@ -16,29 +16,28 @@ using Content = ElementModel::Content;
 
 constexpr std::string_view kIntroduction = R"(# The options of a configuration file
 
-A configuration file is an XML file with the root element `VEXOR`. Below stand all elements that it
-may hold, section by section.
+A configuration file is an XML file with the root element `VEXOR`. This reference describes all of
+its elements, section by section.
 
-- Elements may stand in any order. Of several elements of one name in the same place the first
-  counts, unless the table says that an option repeats.
-- White space around a text is dropped; capital and small letters differ in element names.
-- A section that is absent keeps its defaults. An option that is absent from a section that is there
-  reads as **empty**, not as its default, unless the table says otherwise.
-- A comment stands above an element or behind its text: text behind a comment is not read.
+- Elements may be in any order. If an element occurs more than once in the same place, the first one
+  counts, unless the table says that the option repeats.
+- White space around a text is ignored; element names are case-sensitive.
+- An absent section keeps its defaults. An option that is absent from a present section reads as
+  **empty**, not as its default, unless the table says otherwise.
+- Put comments before an element or after its text: text after a comment is not read.
 
-The tables show for each option what its text looks like, by the [syntax](#syntaxes) and an example,
-and its default. The last column tells whether an option is read from a file (`r`), written to one
-(`w`), or both.
+The tables give for each option the [syntax](#syntaxes) of its text, an example, and the default.
+The last column shows whether the option is read from a file (`r`), written to one (`w`), or both.
 )";
 
-// A text in the cell of a table.
+// Escapes a text for a table cell.
 std::string Cell(std::string_view text) {
   std::string cell;
   for (const char c : text) cell.append(c == '|' ? "\\" : "").append(1, c);
   return cell;
 }
 
-// A text as it stands in a file.
+// Formats a text as code.
 std::string Code(std::string_view text) {
   return text.empty() ? std::string() : "`" + Cell(text) + "`";
 }
@@ -50,14 +49,14 @@ std::string JoinCodes(std::span<const std::string_view> texts) {
   return joined;
 }
 
-// A link to the section of a name.
+// Returns a link to the section of that name; anchors are lower-case.
 std::string LinkTo(std::string_view name) {
   std::string link = "[" + Code(name) + "](#";
   for (const char c : name) link += c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
   return link + ")";
 }
 
-// What an option's text looks like.
+// Describes an option's text: its syntax, and its words or an example.
 std::string ValueOf(const OptionRow& option) {
   const SyntaxRow& syntax = GetSyntax(option.syntax);
   const std::string name(syntax.name);
@@ -69,9 +68,9 @@ std::string ValueOf(const OptionRow& option) {
 
 std::string AboutOf(const OptionRow& option) {
   std::string about(option.about);
-  if (!option.item.empty()) about += " Each stands in an element " + Code(option.item) + ".";
-  if (option.list != nullptr && option.item.empty()) about += " Repeats.";
-  if (!option.fallback.empty()) about += " Absent, it reads as " + Code(option.fallback) + ".";
+  if (!option.item.empty()) about += " Each is in an element " + Code(option.item) + ".";
+  if (option.list != nullptr && option.item.empty()) about += " Can be repeated.";
+  if (!option.fallback.empty()) about += " If absent, it reads as " + Code(option.fallback) + ".";
   if (option.range_attribute) about += " A range is written as `randVal`, which is not read.";
   return about;
 }
@@ -85,7 +84,7 @@ bool HasOptions(const ElementModel& element) {
   return !element.children.empty() && element.children.front().content == Content::kOption;
 }
 
-// The words of a syntax whose grammar does not list them.
+// Returns the words of a syntax, unless its grammar lists them already.
 std::string WordsOf(const SyntaxRow& syntax) {
   const bool lists_words = syntax.grammar.find("%w") != std::string_view::npos;
   return lists_words ? std::string() : JoinCodes(GetWords(syntax.syntax));
@@ -109,6 +108,7 @@ class ReferenceWriter {
   void WriteTraces();
   void WriteSyntaxes();
 
+  // Tests may share one table of options, which is written only once.
   struct Described {
     const OptionRow* first;
     std::string_view name;
@@ -160,7 +160,7 @@ void ReferenceWriter::WriteContents(const ElementModel& root) {
   out_ += "- [Syntaxes](#syntaxes) of the options' texts.\n";
 }
 
-// An older name is described with the current one.
+// An older name is mentioned with the current one.
 void ReferenceWriter::WriteSection(const ElementModel& section, const ElementModel& parent,
                                    std::size_t depth) {
   if (section.IsOlder()) return;
@@ -180,12 +180,12 @@ void ReferenceWriter::WriteSection(const ElementModel& section, const ElementMod
   }
 }
 
-// Elements of a section that hold neither options nor elements.
+// Writes the elements of a section that hold neither options nor elements.
 void ReferenceWriter::WriteLeaves(const ElementModel& section) {
   if (std::ranges::all_of(section.children, &ElementModel::HoldsElements)) return;
   const bool are_switches = section.children.front().content == Content::kSwitch;
   if (are_switches) {
-    WriteParagraph("Each element names a test, which runs when the text is exactly `true`.");
+    WriteParagraph("Each element names a test. The test runs if the text is exactly `true`.");
   }
   WriteHead({"Element", "Meaning", are_switches ? "Older name" : "Flow"});
   for (const ElementModel& child : section.children) {
@@ -202,16 +202,16 @@ void ReferenceWriter::WriteLeaves(const ElementModel& section) {
   }
 }
 
-// `name` is the heading above.
+// `name` is the preceding heading.
 void ReferenceWriter::WriteOptions(const ElementModel& section, std::string_view name) {
   const OptionRow* const first = section.children.front().option;
   const auto known = std::ranges::find(described_, first, &Described::first);
   if (known != described_.end()) {
-    return WriteParagraph("The options are those of " + LinkTo(known->name) + ".");
+    return WriteParagraph("The same options as for " + LinkTo(known->name) + ".");
   }
   described_.push_back({first, name});
   if (section.content == Content::kArguments) {
-    WriteParagraph(R"(The options stand in elements `<arg name="..." val="..."/>`.)");
+    WriteParagraph(R"(The options are in elements `<arg name="..." val="..."/>`.)");
   }
   WriteHead({"Option", "Meaning", "Text", "Default", "Flow"});
   for (const ElementModel& child : section.children) {
@@ -224,13 +224,13 @@ void ReferenceWriter::WriteOptions(const ElementModel& section, std::string_view
 
 void ReferenceWriter::WriteRegisters(const ElementModel& container) {
   const ElementModel& item = container.children.front();
-  WriteParagraph("Each stands in an element " + Code(item.name) + ".");
+  WriteParagraph("Each is in an element " + Code(item.name) + ".");
   WriteOptions(item, container.name);
 }
 
 void ReferenceWriter::WriteList(const SystemListRow& list) {
-  WriteParagraph(list.items != nullptr ? "Each stands in an element `ITEM`."
-                                       : "Elements of any names, each a named value.");
+  WriteParagraph(list.items != nullptr ? "Each is in an element `ITEM`."
+                                       : "Elements of any name, each a named value.");
   std::string hints;
   for (const std::string_view hint : list.hint.texts) {
     if (!hint.empty()) hints += "- " + Code(hint) + "\n";
@@ -243,14 +243,15 @@ void ReferenceWriter::WriteList(const SystemListRow& list) {
 
 void ReferenceWriter::WriteTraces() {
   WriteParagraph(
-      "An entry such as `CSTATES_Core_Con:10` joins the name of a test, a target and a code by "
-      "`_`; further fields may follow. Entries need a `Version` of four pieces: without it, or "
-      "with a malformed entry, the file cannot be read.");
+      "An entry such as `CSTATES_Core_Con:10` consists of the name of a test, a target and a code, "
+      "joined by `_`; further fields may follow. Entries require a `Version` of four pieces. "
+      "Without "
+      "one, or with a malformed entry, the file cannot be read.");
 }
 
 void ReferenceWriter::WriteSyntaxes() {
   WriteHeading(2, "Syntaxes");
-  WriteParagraph("An empty text is good by every syntax.");
+  WriteParagraph("An empty text is valid for every syntax.");
   WriteHead({"Syntax", "Text", "Words", "Example"});
   for (const SyntaxRow& syntax : Syntaxes()) {
     const std::string name(syntax.name);

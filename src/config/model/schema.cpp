@@ -19,8 +19,8 @@ class SchemaWriter {
   std::string Write(const ElementModel& root) &&;
 
  private:
-  // The type of an element that holds others. Elements of the same options share one.
-  struct Section {
+  // The type of an element that holds elements. Elements with the same options share one.
+  struct ComplexType {
     std::string name;
     const ElementModel* element;
   };
@@ -28,9 +28,9 @@ class SchemaWriter {
   void WriteElement(const ElementModel& element, const std::string& parent);
   std::string TypeOf(const ElementModel& element, const std::string& parent);
   std::string TextTypeOf(const OptionRow* option);
-  std::string SectionTypeOf(const ElementModel& element, const std::string& parent);
+  std::string ComplexTypeOf(const ElementModel& element, const std::string& parent);
   static bool HasSameOptions(const ElementModel& a, const ElementModel& b);
-  void WriteSection(const Section& section);
+  void WriteComplexType(const ComplexType& type);
   void WriteAnyElements();
   void WriteArguments(const ElementModel& section);
   void WriteAbout(const ElementModel& element);
@@ -41,8 +41,8 @@ class SchemaWriter {
   void WriteWords(std::string_view base, Words words);
 
   XmlWriter out_;
-  std::vector<Section> sections_;
-  std::vector<const OptionRow*> texts_;  // one option of each grammar
+  std::vector<ComplexType> types_;       // in the order in which they are first used
+  std::vector<const OptionRow*> texts_;  // one option for each grammar in use
 };
 
 std::string SchemaWriter::Write(const ElementModel& root) && {
@@ -52,9 +52,9 @@ std::string SchemaWriter::Write(const ElementModel& root) && {
         "order. ");
     WriteElement(root, "");
     std::size_t written = 0;
-    while (written < sections_.size()) {
-      const Section section = sections_[written++];  // more of them come meanwhile
-      WriteSection(section);
+    while (written < types_.size()) {
+      const ComplexType type = types_[written++];  // a copy: writing adds more types
+      WriteComplexType(type);
     }
     WriteSwitchType();
     for (const OptionRow* const option : texts_) WriteTextType(*option);
@@ -76,7 +76,7 @@ void SchemaWriter::WriteElement(const ElementModel& element, const std::string& 
   }
 }
 
-// `parent` is the type of the section that the element stands in.
+// `parent` is the type of the parent element.
 std::string SchemaWriter::TypeOf(const ElementModel& element, const std::string& parent) {
   switch (element.content) {
     case Content::kSwitch:
@@ -93,7 +93,7 @@ std::string SchemaWriter::TypeOf(const ElementModel& element, const std::string&
     case Content::kTraces:
       break;
   }
-  return SectionTypeOf(element, parent);
+  return ComplexTypeOf(element, parent);
 }
 
 std::string SchemaWriter::TextTypeOf(const OptionRow* option) {
@@ -106,14 +106,14 @@ std::string SchemaWriter::TextTypeOf(const OptionRow* option) {
   return std::string(GetSyntax(option->syntax).name);
 }
 
-std::string SchemaWriter::SectionTypeOf(const ElementModel& element, const std::string& parent) {
-  for (const Section& known : sections_) {
+std::string SchemaWriter::ComplexTypeOf(const ElementModel& element, const std::string& parent) {
+  for (const ComplexType& known : types_) {
     if (HasSameOptions(*known.element, element)) return known.name;
   }
   std::string name(element.name);
-  const bool is_taken = std::ranges::find(sections_, name, &Section::name) != sections_.end();
+  const bool is_taken = std::ranges::find(types_, name, &ComplexType::name) != types_.end();
   if (is_taken) name = parent + "." + name;
-  sections_.push_back({name, &element});
+  types_.push_back({name, &element});
   return name;
 }
 
@@ -123,14 +123,14 @@ bool SchemaWriter::HasSameOptions(const ElementModel& a, const ElementModel& b) 
          a.children.front().option == b.children.front().option;
 }
 
-void SchemaWriter::WriteSection(const Section& section) {
-  out_.Element("xs:complexType", {{"name", section.name}}, [&] {
-    const Content content = section.element->content;
-    if (content == Content::kArguments) return WriteArguments(*section.element);
+void SchemaWriter::WriteComplexType(const ComplexType& type) {
+  out_.Element("xs:complexType", {{"name", type.name}}, [&] {
+    const Content content = type.element->content;
+    if (content == Content::kArguments) return WriteArguments(*type.element);
     if (content == Content::kPairs || content == Content::kTraces) return WriteAnyElements();
     out_.Element("xs:choice", {{"minOccurs", "0"}, {"maxOccurs", "unbounded"}}, [&] {
-      for (const ElementModel& child : section.element->children) {
-        WriteElement(child, section.name);
+      for (const ElementModel& child : type.element->children) {
+        WriteElement(child, type.name);
       }
     });
   });
@@ -164,7 +164,7 @@ void SchemaWriter::WriteArguments(const ElementModel& section) {
   });
 }
 
-// Stands first in an element, whose further content stays on its line.
+// Must be called first in an element. Keeps the rest of the element on one line.
 void SchemaWriter::WriteAbout(const ElementModel& element) {
   out_.KeepOnLine();
   const std::string about = element.IsOlder()
@@ -180,7 +180,7 @@ void SchemaWriter::WriteDocumentation(std::string_view text) {
   });
 }
 
-// Only the exact text switches on; no text is none.
+// Only exactly "true" switches on. xs:boolean would also accept "1".
 void SchemaWriter::WriteSwitchType() {
   out_.Element("xs:simpleType", {{"name", "switch"}}, [&] {
     WriteWords("xs:string", {"true", "false"});
@@ -203,7 +203,7 @@ void SchemaWriter::WriteTexts(const OptionRow& option) {
   });
 }
 
-// The words, or no text.
+// Allows the words and empty text.
 void SchemaWriter::WriteWords(std::string_view base, Words words) {
   words.emplace_back();
   out_.Element("xs:restriction", {{"base", base}}, [&] {

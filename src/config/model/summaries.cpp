@@ -1,5 +1,9 @@
 #include "vexor/config/summaries.h"
 
+#include <algorithm>
+#include <cassert>
+#include <iterator>
+
 #include "config/tables/custom_register_tables.h"
 #include "config/tables/pm_test_table.h"
 #include "config/tables/system_setup.h"
@@ -8,8 +12,8 @@
 namespace vexor {
 namespace {
 
-// The order of the lines, which is that of neither the ids nor the file. PM_TEST_VPU_DVFS is left
-// out on purpose.
+// The order of the lines, which is neither that of the identifiers nor that of the file.
+// PM_TEST_VPU_DVFS is left out on purpose.
 constexpr VEXOR_PM_TEST_ID kSummaryOrder[] = {
     PM_TEST_CSTATES,     PM_TEST_PSTATES,      PM_TEST_HWP,
     PM_TEST_TSTATES,     PM_TEST_SDC,          PM_TEST_FACT,
@@ -45,7 +49,7 @@ std::string ItemsLine(std::string_view group, const std::vector<std::string>& co
   return line;
 }
 
-// `unset`: the values that count as not set, joined by ",".
+// `unset` lists the values that count as not set, joined by ",".
 bool IsSet(std::string_view value, std::string_view unset) {
   for (std::string_view word; TakeItem(unset, ',', word);) {
     if (value == word) return false;
@@ -69,6 +73,7 @@ std::string PairsLine(std::string_view group, std::initializer_list<const NamedV
 
 std::string CustomLine(std::string_view name, const _CUSTOM_XMLCFG& custom) {
   const auto& table = *std::ranges::find(kCustomTables, name, &CustomTableRow::container);
+  assert(&table != std::end(kCustomTables));
   std::string line = Opener(name);
   for (std::size_t i = 0; i < table.list.size(custom); ++i) {
     if (i > 0) line += ";  ";
@@ -80,13 +85,16 @@ std::string CustomLine(std::string_view name, const _CUSTOM_XMLCFG& custom) {
 }  // namespace
 }  // namespace vexor
 
+using namespace vexor;
+
 std::vector<std::string> GetXMLPMTestsInfo(const _XML_FULL_CFG& cfg) {
   std::vector<std::string> lines;
-  for (const VEXOR_PM_TEST_ID id : vexor::kSummaryOrder) {
-    if (!vexor::IsAutoRun(cfg.TestControl, id)) continue;
-    const vexor::PmTestRow& test = *vexor::FindPmTest(id);
-    const _PM_TEST_NODE& record = test.const_record(cfg.GlobalPM);
-    lines.push_back(vexor::Opener(test.name) + record.AllOptions);
+  for (const VEXOR_PM_TEST_ID id : kSummaryOrder) {
+    if (!IsAutoRun(cfg.TestControl, id)) continue;
+    const PmTestRow* const test = FindPmTest(id);
+    assert(test != nullptr);
+    const _PM_TEST_NODE& record = test->const_record(cfg.GlobalPM);
+    lines.push_back(Opener(test->name) + record.AllOptions);
   }
   return lines;
 }
@@ -94,9 +102,9 @@ std::vector<std::string> GetXMLPMTestsInfo(const _XML_FULL_CFG& cfg) {
 std::vector<std::string> GetXMLTestControlInfo(const _XML_FULL_CFG& cfg) {
   const _WL_CUSTOMERS_XMLCFG& control = cfg.TestControl;
   std::string tests = "<AutoRunCfg>,";
-  for (int id = vexor::kFirstAutoRunTest; id <= vexor::kLastAutoRunTest; ++id) {
+  for (int id = kFirstAutoRunTest; id <= kLastAutoRunTest; ++id) {
     const auto test = static_cast<VEXOR_PM_TEST_ID>(id);
-    if (vexor::IsAutoRun(control, test)) tests += "<" + GetPMTestName(test) + ">true ";
+    if (IsAutoRun(control, test)) tests += "<" + GetPMTestName(test) + ">true ";
   }
   std::string traces = "<TestTraceCfg>";
   for (const std::string& entry : control.TestTraceCfg) traces += ",<" + entry + ">";
@@ -109,17 +117,17 @@ std::vector<std::string> GetXMLTestControlInfo(const _XML_FULL_CFG& cfg) {
 std::vector<std::string> GetXMLGlobalConfigInfo(const _XML_FULL_CFG& cfg) {
   const _GLOBALCONFIG_XMLCFG& global = cfg.GlobalConfig;
   std::vector<std::string> lines = {
-      vexor::Opener("OverwriteCfg") + global.OverwriteCfg,
-      vexor::Opener("SystemSetup") + global.SETTING,
-      vexor::ItemsLine("CORE", global.CORE_CONFIG, global.CORE_SETTING),
-      vexor::ItemsLine("POWER", global.POWER_CONFIG, global.POWER_SETTING),
-      vexor::PairsLine("UNCORE", {&global.UNCORE_CONFIG, &global.UNCORE_SETTING}, "Default"),
-      vexor::PairsLine("GSTATES", {&global.GSTATES}, "Default"),
-      vexor::PairsLine("OS", {&global.OS}, "Default"),
-      vexor::PairsLine("KNOBS", {&global.KNOBS}, "Default,false"),
+      Opener("OverwriteCfg") + global.OverwriteCfg,
+      Opener("SystemSetup") + global.SETTING,
+      ItemsLine("CORE", global.CORE_CONFIG, global.CORE_SETTING),
+      ItemsLine("POWER", global.POWER_CONFIG, global.POWER_SETTING),
+      PairsLine("UNCORE", {&global.UNCORE_CONFIG, &global.UNCORE_SETTING}, "Default"),
+      PairsLine("GSTATES", {&global.GSTATES}, "Default"),
+      PairsLine("OS", {&global.OS}, "Default"),
+      PairsLine("KNOBS", {&global.KNOBS}, "Default,false"),
   };
-  for (const std::string_view name : vexor::kCustomOrder) {
-    lines.push_back(vexor::CustomLine(name, global.CustomConfiguration));
+  for (const std::string_view name : kCustomOrder) {
+    lines.push_back(CustomLine(name, global.CustomConfiguration));
   }
   return lines;
 }

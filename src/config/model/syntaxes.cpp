@@ -1,6 +1,7 @@
 #include "vexor/config/syntaxes.h"
 
 #include <algorithm>
+#include <cassert>
 #include <functional>
 #include <iterator>
 #include <memory>
@@ -46,7 +47,7 @@ std::string JoinTexts(const Hint& hint) {
   return joined;
 }
 
-// Lists the elements that hold a text, with their places.
+// Lists all elements that hold a text, with their paths.
 class Lister {
  public:
   std::vector<OptionInfo> List() {
@@ -125,16 +126,17 @@ class Lister {
     return is_known ? option.Keyword() : std::string_view();
   }
 
-  // A test's hint of its knobs is the writer's, or stands in its record.
+  // Returns the hint comment; that of KNOBS is in the test's row or its record.
   static std::string HintOf(const OptionRow& option, const ElementModel& parent) {
     if (option.hint.kind != Hint::Kind::kRecord) return JoinTexts(option.hint);
     const auto test = std::ranges::find(PmTests(), parent.name, &PmTestRow::name);
+    assert(test != PmTests().end());  // only rows of tests have hints of this kind
     if (!test->knob_hint.empty()) return std::string(test->knob_hint);
     if (parent.record == nullptr) return {};
     return static_cast<const _PM_TEST_NODE&>(*parent.record).KnobHint;
   }
 
-  // An item of an option, or of a list under "SysConfiguration".
+  // Adds the items of an option or of a list under "SysConfiguration".
   void AddItem(const ElementModel& element, const ElementModel& parent, const std::string& path) {
     const OptionRow* const option = element.option;
     OptionInfo& info = option == nullptr ? Add(path, "An entry of the list.")
@@ -166,13 +168,13 @@ class Lister {
   std::vector<OptionInfo> options_;
 };
 
-// Whether the name is one of the path's parts, or several that follow each other, in any case.
+// Returns whether the name equals one or more consecutive parts of the path, ignoring case.
 bool HasPart(std::string_view path, std::string_view name) {
   const std::string whole = std::string("/").append(path).append("/");
   return !name.empty() && ContainsIgnoreCase(whole, std::string("/").append(name).append("/"));
 }
 
-// The path with the keyword in place of the option's own name.
+// Returns the path with the option's name replaced by its keyword.
 std::string KeywordPath(const OptionInfo& option) {
   return option.path.substr(0, option.path.rfind('/') + 1).append(option.keyword);
 }
@@ -205,6 +207,7 @@ std::optional<TextFault> CheckOptionText(const OptionInfo& option, std::string_v
 std::string DescribeText(std::string_view syntax, std::string_view text) {
   const SyntaxRow* const row = FindSyntax(syntax);
   if (row == nullptr || row->meaning == nullptr || text.empty()) return {};
+  assert(row->check != nullptr);  // a grammar with a meaning has a check
   return row->check(text) ? std::string() : row->meaning(text);
 }
 

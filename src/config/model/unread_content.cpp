@@ -15,7 +15,7 @@ using Content = ElementModel::Content;
 using tinyxml2::XMLElement;
 using tinyxml2::XMLNode;
 
-// "xml version="1.0" encoding="UTF-8"" says nothing that a document without it does not.
+// Returns whether a declaration could be omitted: "xml version="1.0" encoding="UTF-8"".
 bool IsPlainDeclaration(std::string_view declaration) {
   if (!declaration.starts_with("xml ")) return false;
   const std::size_t encoding = declaration.find("encoding");
@@ -52,7 +52,7 @@ class Lister {
     }
   }
 
-  // `model` and `path` are those of the parent; the model of an element that is not known is null.
+  // `model` and `path` are those of the parent; the model of an unknown parent is null.
   void ListNode(const XMLNode& node, const ElementModel* model, const std::string& path) {
     const std::string_view text = node.Value();
     if (const XMLElement* const element = node.ToElement()) {
@@ -86,14 +86,14 @@ class Lister {
     if (!is_known && unread_.size() == before) Add(UnreadKind::kElement, element, path, "");
   }
 
-  // A pair of an unknown name is read if it has a value.
+  // Returns whether an element is a named value: it has a value or a known name.
   [[nodiscard]] bool IsPair(const XMLElement& element, const ElementModel& parent) const {
     const auto& values = parent.list->values;
     return read_.IsMarked(element.FirstChild()) ||
            std::ranges::find(values, element.Name(), &OptionRow::name) != values.end();
   }
 
-  // The value of an argument is its text.
+  // Reports an unread value like a text, which it is in other elements.
   void ListArgument(const XMLElement& argument, const std::string& path) {
     const tinyxml2::XMLAttribute* const value = argument.FindAttribute("val");
     if (value != nullptr && !read_.IsMarked(value) && *value->Value() != '\0') {

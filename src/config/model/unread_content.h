@@ -1,4 +1,4 @@
-// What stands in a document and no setting comes from: all that is not marked as read.
+// Finds the content of a document that sets nothing: everything that is not marked as read.
 #pragma once
 
 #include <tinyxml2.h>
@@ -15,8 +15,9 @@ namespace vexor {
 
 class ReadMarks {
  public:
-  // Mark the element's own text, and an argument's value.
+  // Marks an element's own text.
   void MarkText(const tinyxml2::XMLElement& element);
+  // Marks the value of an argument.
   void MarkArgument(const tinyxml2::XMLElement& argument);
 
   [[nodiscard]] bool IsMarked(const void* content) const { return marked_.contains(content); }
@@ -25,8 +26,8 @@ class ReadMarks {
   std::unordered_set<const void*> marked_;
 };
 
-// Returns everything else, in the order of the file. `model` is that of the root element, and tells
-// which elements are known: an empty one of those holds nothing.
+// Returns the content that is not marked, in the order of the file. `model` is that of the root
+// element: an empty element is only reported if the model does not contain it.
 std::vector<Unread> ListUnread(const tinyxml2::XMLDocument& document, const ElementModel& model,
                                const ReadMarks& read);
 

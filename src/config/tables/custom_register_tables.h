@@ -1,5 +1,4 @@
-// The ten kinds of register items under "CustomConfiguration", in the order in which they are read
-// and written.
+// The kinds of register items under "CustomConfiguration", in the order of a written file.
 #pragma once
 
 #include "config/tables/option_table.h"
@@ -7,7 +6,7 @@
 
 namespace vexor {
 
-// A list of records of one kind, freed of the kind.
+// Type-erased access to a list of records, so that one loop serves the lists of all item types.
 struct RecordList {
   void (*clear)(_CUSTOM_XMLCFG&);
   ConfigRecord& (*append)(_CUSTOM_XMLCFG&);
@@ -55,11 +54,11 @@ constexpr OptionOf<Item> Address() {
 }
 template <class Item>
 constexpr OptionOf<Item> Pkg() {
-  return Field("Pkg", &Item::Pkg, "Packages that are written.");
+  return Field("Pkg", &Item::Pkg, "Packages to write to.");
 }
 template <class Item>
 constexpr OptionOf<Item> Core() {
-  return Field("CORE", &Item::CORE, "Cores that are written.");
+  return Field("CORE", &Item::CORE, "Cores to write to.");
 }
 
 inline constexpr auto kMsr = Finish(Options<_MSR_ITEM>({
@@ -67,7 +66,7 @@ inline constexpr auto kMsr = Finish(Options<_MSR_ITEM>({
     AndMask<_MSR_ITEM>(),
     OrMask<_MSR_ITEM>(),
     Pkg<_MSR_ITEM>(),
-    Field("Module", &_MSR_ITEM::Module, "Modules that are written."),
+    Field("Module", &_MSR_ITEM::Module, "Modules to write to."),
     Core<_MSR_ITEM>(),
 }));
 inline constexpr auto kMmio = Finish(
@@ -113,7 +112,7 @@ inline constexpr auto kMailbox = Finish(Options<_MAILBOX_ITEM>({
 
 }  // namespace registers
 
-// A container and the items in it.
+// A container element and the items in it.
 struct CustomTableRow {
   std::string_view container;
   std::string_view item;
@@ -129,11 +128,11 @@ inline constexpr CustomTableRow kCustomTables[] = {
      ListOf<&_CUSTOM_XMLCFG::PCIE_CFG>()},
     {"PMC-MMIO", "MMIO", "Registers of the power-management controller.", registers::kMmio,
      ListOf<&_CUSTOM_XMLCFG::PMC_MMIO>()},
-    {"GT-MMIO", "MMIO", "Registers of the graphics.", registers::kMmio,
+    {"GT-MMIO", "MMIO", "Graphics registers.", registers::kMmio,
      ListOf<&_CUSTOM_XMLCFG::GT_MMIO>()},
     {"P2SB-MMIO", "MMIO", "Registers behind the sideband bridge.", registers::kP2sb,
      ListOf<&_CUSTOM_XMLCFG::P2SB_MMIO>()},
-    {"ISP-MMIO", "MMIO", "Registers of the image processing.", registers::kMmio,
+    {"ISP-MMIO", "MMIO", "Image-processing registers.", registers::kMmio,
      ListOf<&_CUSTOM_XMLCFG::ISP_MMIO>()},
     {"MMIO", "MMIO", "Memory-mapped registers.", registers::kMmio, ListOf<&_CUSTOM_XMLCFG::MMIO>()},
     {"CRBCFG", "CRB", "CRB registers.", registers::kCrb, ListOf<&_CUSTOM_XMLCFG::CRBCFG>()},

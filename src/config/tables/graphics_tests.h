@@ -1,4 +1,4 @@
-// The graphics, media, imaging and uncore tests that share one record, and the two other tests of
+// The graphics, media, imaging and uncore tests, which share one record, and the two other tests of
 // the "GT" group.
 #pragma once
 
@@ -8,11 +8,12 @@ namespace vexor {
 
 inline constexpr std::string_view kGraphicsKnobHint = "ExitOnFail;Random;QclkCheck(SAGV only)";
 
-// How the tests of the shared record differ: what their ratios are and what they write.
+// The differences between tests of the shared record: the kind of ratios, and the options that are
+// written. All of them are read.
 struct GraphicsTraits {
   enum class Ratios : std::uint8_t { kNumbers, kLowHigh, kGears };
   Ratios ratios = Ratios::kNumbers;
-  bool empty_means_all = true;  // says so in a comment
+  bool empty_means_all = true;  // whether a comment says so
   bool package_affinity = false;
   bool device = false;
   bool tile = false;
@@ -29,7 +30,7 @@ constexpr std::string_view RatioComment(GraphicsTraits::Ratios ratios) {
     case GraphicsTraits::Ratios::kGears:
       return "Valid options for tag Ratios : Low,Med,High,Dynamic";
     default:
-      // "- -": two hyphens in a row would end the comment.
+      // "- -": XML comments must not contain "--".
       return "Valid options for tag Ratios : P0, P1, Pe, Pn, Pn - -, P0++, P0Pn, or digital value "
              "between 0~254, 0x0~0xFE";
   }
@@ -83,7 +84,7 @@ consteval auto GraphicsOptions(const GraphicsTraits& traits) {
            .text = &_GFX_CFG::LimitReasonMask,
            .syntax = Syntax::kMask,
            .reset = "0x0",
-           .about = "Limit reasons that the test looks at.",
+           .about = "Limit reasons that the test checks.",
            .flow = WrittenIf(traits.limit_reasons)},
           {.name = "ExitOnPassRatios",
            .text = &_GFX_CFG::ExitOnPassRatios,
@@ -94,19 +95,19 @@ consteval auto GraphicsOptions(const GraphicsTraits& traits) {
       }));
 }
 
-// The last options; only the RC6 tests write them.
+// Options of the RC6 tests. The DVFS tests read them, too.
 consteval auto IdleOptions(Flow flow) {
   return Options<_GFX_CFG>({
       {.name = "Rc0Method",
        .text = &_GFX_CFG::Rc0Method,
        .reset = "Force",
-       .about = "How the unit is brought back to RC0.",
+       .about = "Method of returning the unit to RC0.",
        .flow = flow},
       {.name = "ForceIdleDelay",
        .text = &_GFX_CFG::ForceIdleDelay,
        .syntax = Syntax::kDuration,
        .reset = "usec:0",
-       .about = "Wait before the unit is forced to idle.",
+       .about = "Delay before the unit is forced to idle.",
        .flow = flow},
   });
 }
@@ -115,8 +116,9 @@ consteval auto DvfsOptions(const GraphicsTraits& traits) {
   return Finish(Concatenate(GraphicsOptions(traits), IdleOptions(Flow::kReadOnly)));
 }
 
-// "RC0Time" and "RC6Time" are the RC6 tests' own names of the active and the in-state time: given
-// ones win, and the file is written with them.
+// "RC0Time" and "RC6Time" are the RC6 tests' own names for ActiveTime and InStateTime. They take
+// precedence when reading, and are the names that are written. They follow the derived switch time,
+// which is computed from the common names only.
 consteval auto Rc6Options(GraphicsTraits traits) {
   traits.switch_time = false;
   return Finish(Concatenate(GraphicsOptions(traits),
@@ -125,7 +127,7 @@ consteval auto Rc6Options(GraphicsTraits traits) {
                                  .text = &_GFX_CFG::ActiveTime,
                                  .syntax = Syntax::kDuration,
                                  .reset = "msec:100",
-                                 .about = "Time spent busy between two idles.",
+                                 .about = "Active time between two idle periods.",
                                  .overwrite = Overwrite::kIfGiven},
                                 {.name = "RC6Time",
                                  .text = &_GFX_CFG::InStateTime,
@@ -159,12 +161,12 @@ inline constexpr auto kDgfxResetOptions = Finish(Options<_DGFX_RESET_CFG>({
     common::kExeCycles,
     common::KnobsOf("Random"),
     {.name = "ConfigState", .list = &_DGFX_RESET_CFG::ConfigState,
-     .about = "A reset to run; may stand more than once.", .flow = Flow::kWriteOnly},
+     .about = "A reset to run; may be repeated.", .flow = Flow::kWriteOnly},
 }));
 
 inline constexpr auto kFanSpeedOptions = Finish(Options<_FANSPEED_CTR_CFG>({
     {.name = "Device", .text = &_FANSPEED_CTR_CFG::Device, .syntax = Syntax::kUnitAffinity,
-     .reset = "All", .about = "Graphics devices whose fans are driven."},
+     .reset = "All", .about = "Graphics devices whose fans are controlled."},
     {.name = "ControlPoint", .text = &_FANSPEED_CTR_CFG::ControlPoint,
      .about = "Temperature and speed of each control point."},
     {.name = "NumFanSpeedCtrPoints", .text = &_FANSPEED_CTR_CFG::NumFanSpeedCtrPoints,

@@ -1,12 +1,12 @@
-// The tables that say all about the options of a configuration file. One row is one option; reset,
+// The types of the option tables. One row describes one option of a configuration file; reset,
 // reader, writer, checker, schema and reference are loops over the same rows.
 //
 // To add an option to a test:
-//   1. a member in include/vexor/config/pm_tests.h
-//   2. a row in the test's table, src/config/tables/*_tests.h, where it is to stand in a written
-//   file
-//   3. scripts/renew.sh, which writes schema, reference and default configuration anew
-// A member without a row fails a test (OptionTables); a row without a sentence does not compile.
+//   1. Add a member in include/vexor/config/pm_tests.h.
+//   2. Add a row to the test's table in src/config/tables/*_tests.h. The writer writes options in
+//      the order of their rows.
+//   3. Run scripts/renew.sh to regenerate schema, reference and default configuration.
+// A member without a row fails a test (OptionTables); a row without a description does not compile.
 #pragma once
 
 #include <algorithm>
@@ -23,7 +23,7 @@
 
 namespace vexor {
 
-// The grammar of an option's text; syntax_table.h says more of each.
+// The grammar of an option's text. syntax_table.cpp has one row for each, in the same order.
 enum class Syntax : std::uint8_t {
   kFreeText,
   kBoolean,
@@ -69,37 +69,41 @@ enum class Syntax : std::uint8_t {
   kKnobs,
 };
 
-// Where an option passes: through the reader, the writer, both, or neither.
+// Whether an option is read, written, both, or neither: kResetOnly members only get a default.
 enum class Flow : std::uint8_t { kReadWrite, kReadOnly, kWriteOnly, kResetOnly };
 
-// When a text that was read replaces the member's text.
+// When a text from the file replaces the member's text. Two rows may share a member; they are
+// stored in row order, so the second row needs one of the conditional modes.
 enum class Overwrite : std::uint8_t {
-  kAlways,   // also by the fallback when the element is missing
-  kIfGiven,  // only by a text that is not empty: a second name that overrides
-  kIfEmpty,  // only while the member is empty: an older name
+  kAlways,   // always; a missing element stores the fallback
+  kIfGiven,  // only if the text is not empty: a second name that takes precedence
+  kIfEmpty,  // only if the member is still empty: an older name
 };
 
-// The comments that the writer puts above an element.
+// The comments that the writer puts above an element. Their text is fixed, mistakes included:
+// FindHintCorrection maps listed words that no parser accepts to valid ones.
 struct Hint {
   enum class Kind : std::uint8_t {
     kNone,
     kOptions,  // "Valid options for tag NAME:TEXT"
     kSingle,   // "Valid single option for tag NAME:TEXT"
-    kPlain,    // each text a comment of its own
-    kRecord,   // as kOptions, with the record's KnobHint
+    kPlain,    // one comment for each text
+    kRecord,   // as kOptions, with the text of the record's KnobHint
   };
   Kind kind = Kind::kNone;
   std::array<std::string_view, 4> texts = {};
 };
 
-// An element that has no row of its own, and its hint.
+// The hint of an element that has no row of its own.
 struct HintedName {
   std::string_view name;
   Hint hint;
 };
 
-// Code that runs after an option's text was set, for values that depend on other options. The
-// record is that of the option's row: it serves every record derived from it, and no other.
+// Code that runs after an option's text was set, for values that depend on other options. `run`
+// casts its argument to Record without a check. This is safe because an Adjustment<Record> only
+// converts to rows of records derived from Record, and to ConfigRecord, the type of the finished
+// tables.
 template <class Record>
 struct Adjustment {
   void (*run)(ConfigRecord&) = nullptr;
@@ -116,26 +120,26 @@ struct ArgumentOf<void (*)(Record&)> {
   using Type = Record;
 };
 
-// The adjustment that a function of one record makes.
+// Wraps a function that takes its own record type, such as DeriveSwitchTime(_PM_TEST_NODE&).
 template <auto kFunction, class Record = typename ArgumentOf<decltype(kFunction)>::Type>
 inline constexpr Adjustment<Record> kAdjustment = {
     [](ConfigRecord& record) { kFunction(static_cast<Record&>(record)); }};
 
-// One option of a record. Set exactly one of text, flag and list; rows of named values set none.
-// The tables spell rows by their own record, so that a member of another record does not compile;
-// the finished tables hold rows of ConfigRecord.
+// One option of a record. Set exactly one of text, flag, list; rows of named values set none.
+// Tables are written with the type of their own record, so that a member of another record does not
+// compile. The finished tables hold OptionOf<ConfigRecord>, so that one loop serves all records.
 template <class Record>
 struct OptionOf {
   std::string_view name;
   std::string Record::*text = nullptr;
   bool Record::*flag = nullptr;
   std::vector<std::string> Record::*list = nullptr;
-  std::string_view item = {};  // list: the entries' element in this one; empty: this one repeats
+  std::string_view item = {};  // list: name of the entries' elements; empty: this element repeats
   Syntax syntax = Syntax::kFreeText;
   std::string_view reset = {};     // text after a reset
   std::string_view fallback = {};  // text when the element is missing
-  // The known words, joined by ";": those that kWord and kWordList take, and those that kKnobs
-  // knows besides the knobs of command lines.
+  // Words joined by ";": all valid ones for kWord and kWordList; for kKnobs, the test's own knobs,
+  // which are valid in addition to those of command lines.
   std::string_view words = {};
   std::string_view about = {};  // one sentence
   Hint hint = {};
@@ -143,7 +147,7 @@ struct OptionOf {
   Overwrite overwrite = Overwrite::kAlways;
   Adjustment<Record> adjust = {};
   bool range_attribute = false;   // argument lists: a value with "-" is written as "randVal"
-  std::string_view keyword = {};  // of a command line, where it is not the name
+  std::string_view keyword = {};  // command-line keyword; empty if it is the name
 
   [[nodiscard]] constexpr std::string_view Keyword() const {
     return keyword.empty() ? name : keyword;
@@ -155,7 +159,10 @@ struct OptionOf {
     return flow == Flow::kReadWrite || flow == Flow::kWriteOnly;
   }
 
-  // A row of a base record serves every derived record, and each row serves the finished tables.
+  // Rows of a base record can stand in the tables of derived records, and all rows become rows of
+  // ConfigRecord. That second cast goes from derived to base: dereferencing the pointer is only
+  // valid on an object of the derived type, which is why rows are always passed along with their
+  // record.
   template <class Other>
   requires std::derived_from<Other, Record> || std::same_as<Other, ConfigRecord>
   [[nodiscard]] constexpr operator OptionOf<Other>() const {
@@ -177,7 +184,7 @@ struct OptionOf {
             keyword};
   }
 
-  // The same option as another test has it.
+  // Variants of a shared row. Each returns a copy with one field changed.
   [[nodiscard]] constexpr OptionOf ResetTo(std::string_view value) const {
     return With(&OptionOf::reset, value);
   }
@@ -201,7 +208,7 @@ struct OptionOf {
   [[nodiscard]] constexpr OptionOf Meaning(std::string_view value) const {
     return With(&OptionOf::about, value);
   }
-  // A name of a test's own; the command line keeps the common one.
+  // Another element name; the command-line keyword stays the original name.
   [[nodiscard]] constexpr OptionOf Named(std::string_view value) const {
     return With(&OptionOf::name, value).With(&OptionOf::keyword, name);
   }
@@ -217,16 +224,18 @@ struct OptionOf {
 
 using OptionRow = OptionOf<ConfigRecord>;
 
-// More rows than any element has.
+// At least as many as the longest table has rows; AreWellFormed enforces it. The reader keeps an
+// array of this size on the stack.
 inline constexpr std::size_t kMaxOptions = 48;
 
-// Whether the grammar is nothing but the words of the option's row.
+// Whether the option's row, and not the grammar, lists the valid words.
 constexpr bool HasOwnWords(Syntax syntax) {
   return syntax == Syntax::kWord || syntax == Syntax::kWordList;
 }
 
-// A row has a name, one home, and one sentence about it; words stand where its grammar needs them.
-// Flags are those of workloads, which nobody writes.
+// Returns whether the row has a name, exactly one member, a description that is a sentence, and
+// words if its grammar needs them. Flags must be read-only, because the writer cannot write them:
+// only workloads have flags, and no file is written with workloads.
 consteval bool IsWellFormed(const OptionRow& row) {
   const int homes =
       (row.text != nullptr ? 1 : 0) + (row.flag != nullptr ? 1 : 0) + (row.list != nullptr ? 1 : 0);
@@ -237,7 +246,7 @@ consteval bool IsWellFormed(const OptionRow& row) {
          (row.flag == nullptr || row.flow == Flow::kReadOnly);
 }
 
-// Every row well formed, no name twice.
+// Returns whether all rows are well-formed and their names unique.
 consteval bool AreWellFormed(std::span<const OptionRow> rows) {
   for (std::size_t i = 0; i < rows.size(); ++i) {
     if (!IsWellFormed(rows[i])) return false;
@@ -251,7 +260,7 @@ consteval bool AreWellFormed(std::span<const OptionRow> rows) {
 template <class Record, std::size_t kCount>
 using OptionTable = std::array<OptionOf<Record>, kCount>;
 
-// Rows of `Record`, in the order in which they are written.
+// Makes a table of rows of `Record`, in the order of a written file.
 template <class Record, std::size_t kCount>
 consteval OptionTable<Record, kCount> Options(const OptionOf<Record> (&rows)[kCount]) {
   return std::to_array(rows);
@@ -265,29 +274,29 @@ consteval auto Concatenate(const OptionTable<Record, kCounts>&... tables) {
   return all;
 }
 
-// The finished table: rows of ConfigRecord, and checked.
+// Checks a table at compile time and converts its rows to rows of ConfigRecord.
 template <class Record, std::size_t kCount>
 consteval std::array<OptionRow, kCount> Finish(const OptionTable<Record, kCount>& rows) {
   std::array<OptionRow, kCount> finished;
   std::ranges::copy(rows, finished.begin());
-  if (!AreWellFormed(finished)) throw "a row is incomplete or its name stands twice";
+  if (!AreWellFormed(finished)) throw "a row is incomplete or its name is not unique";
   return finished;
 }
 
-// An element whose children are the options of one record, and where that record stands in the
-// record of its section.
+// An element whose children are the options of one record, and the accessors of that record within
+// the record of its section.
 template <class Parent, class Record = ConfigRecord>
 struct RecordRow {
-  std::string_view group;  // element above it; empty: the section itself
+  std::string_view group;  // name of the parent element; empty: directly in the section
   std::string_view name;
-  std::string_view older;  // read where `name` is absent
+  std::string_view older;  // former name, read if `name` is absent
   std::string_view about;  // one sentence
   std::span<const OptionRow> options;
   Record& (*record)(Parent&) = nullptr;
   const Record& (*const_record)(const Parent&) = nullptr;
 };
 
-// Returns the rows from the front of a table that stand under the same group element.
+// Returns the leading rows that share one group element.
 template <class Row>
 std::span<const Row> FirstGroup(std::span<const Row> rows) {
   std::size_t count = 0;
@@ -303,7 +312,7 @@ struct MemberOf<Value Object::*> {
   using Type = Value;
 };
 
-// The two ways to a member record, for RecordRow.
+// Accessors of a member record, for RecordRow.
 template <auto kMember, class Record = ConfigRecord>
 Record& RecordAt(typename MemberOf<decltype(kMember)>::Parent& parent) {
   return parent.*kMember;

@@ -13,9 +13,9 @@ namespace {
 
 using Pm = _GLOBALPM_XMLCFG;
 
-// What a row may say beside its names and options.
+// Optional fields of a row.
 struct Extra {
-  std::string_view older = {};  // where it is not that of the test itself
+  std::string_view older = {};  // if other than the vocabulary's older name
   PmTestRow::Shape shape = PmTestRow::Shape::kElements;
   std::string_view knob_hint = {};
   bool ConfigRecord::*from_older = nullptr;
@@ -39,26 +39,28 @@ constexpr PmTestRow Test(VEXOR_PM_TEST_ID id, std::string_view group, std::strin
 
 constexpr Extra kGraphics{.knob_hint = kGraphicsKnobHint};
 constexpr Extra kArguments{.shape = PmTestRow::Shape::kArguments};
+// The cast makes one field type for all records; only the three PCIe tests use it.
 constexpr auto kFromOlder = static_cast<bool ConfigRecord::*>(&_PCIE_DEVICE_CFG::FromLegacyElement);
+// One older element held the options of two tests; both rows read it.
 constexpr Extra kSplitDevice{.older = "PCIe-Link-DState", .from_older = kFromOlder};
 
 constexpr std::array<PmTestRow, kPmTestCount> kTests = {{
     Test<&Pm::CSTATES>(PM_TEST_CSTATES, "CORE", "Core and package C-states.", kCstatesOptions),
-    Test<&Pm::PSTATES>(PM_TEST_PSTATES, "CORE", "P-states: the frequencies that software asks for.",
+    Test<&Pm::PSTATES>(PM_TEST_PSTATES, "CORE", "P-states: frequencies requested by software.",
                        kPstatesOptions),
-    Test<&Pm::HWP>(PM_TEST_HWP, "CORE",
-                   "Hardware P-states: the frequencies that the processor chooses itself.",
+    Test<&Pm::HWP>(PM_TEST_HWP, "CORE", "Hardware P-states: frequencies selected by the processor.",
                    kHwpOptions),
-    Test<&Pm::TSTATES>(PM_TEST_TSTATES, "CORE", "T-states: throttled clocks.", kTstatesOptions),
+    Test<&Pm::TSTATES>(PM_TEST_TSTATES, "CORE", "T-states: clock throttling.", kTstatesOptions),
     Test<&Pm::SDC>(PM_TEST_SDC, "CORE", "Duty cycles of whole packages.", kSdcOptions),
-    Test<&Pm::FACT>(PM_TEST_FACT, "CORE", "Changes between configuration states.", kFactOptions),
+    Test<&Pm::FACT>(PM_TEST_FACT, "CORE", "Transitions between configuration states.",
+                    kFactOptions),
     Test<&Pm::Ice_Cstates>(PM_TEST_ICE_CSTATES, "ICE", "Idle states of the image-compute engine.",
                            kIceCstatesOptions),
     Test<&Pm::Ice_Pstates>(PM_TEST_ICE_PSTATES, "ICE", "P-states of the image-compute engine.",
                            kIcePstatesOptions),
     Test<&Pm::GSTATES>(PM_TEST_GSTATES, "SYSTEM", "Sleep, shutdown and reset flows of the system.",
                        kGstatesOptions),
-    Test<&Pm::PECI>(PM_TEST_PECI, "SYSTEM", "Accesses over the PECI wire.", kPeciOptions),
+    Test<&Pm::PECI>(PM_TEST_PECI, "SYSTEM", "Commands over PECI.", kPeciOptions),
     Test<&Pm::iGFX_DVFS>(PM_TEST_IGFX_DVFS, "GT", "Frequencies of the integrated graphics.",
                          kIgfxDvfsOptions, kGraphics),
     Test<&Pm::iGFX_RC6>(PM_TEST_IGFX_RC6, "GT", "Idle state RC6 of the integrated graphics.",

@@ -1,4 +1,4 @@
-// All power-management tests that have options, in the order of a written file.
+// The power-management tests that have options, in the order of a written file.
 #pragma once
 
 #include <span>
@@ -11,20 +11,21 @@
 namespace vexor {
 
 struct PmTestRow : RecordRow<_GLOBALPM_XMLCFG, _PM_TEST_NODE> {
-  // How the options stand in the test's element.
+  // How the options are written in the test's element.
   enum class Shape : std::uint8_t {
     kElements,   // <name>text</name>
     kArguments,  // <arg name="name" val="text"/>
   };
   VEXOR_PM_TEST_ID id = PM_TEST_MAX;
   Shape shape = Shape::kElements;
-  std::string_view knob_hint;                // what the writer puts into KnobHint first
-  bool ConfigRecord::*from_older = nullptr;  // set by a reading under the older name
+  std::string_view knob_hint;                // the writer stores it in KnobHint before writing
+  bool ConfigRecord::*from_older = nullptr;  // whether the element had the older name; may be null
 };
 
+// Size of the reader's arrays of tests.
 inline constexpr std::size_t kPmTestCount = 31;
 
-// Comments at the head of the section, for options that nearly every test has.
+// Hint comments at the head of the section, for options of nearly every test.
 inline constexpr HintedName kPmTestHints[] = {
     {"Log_Level",
      {.kind = Hint::Kind::kSingle, .texts = {"No-Log,Critical,Error,Warning,Information,Debug"}}},
@@ -33,7 +34,7 @@ inline constexpr HintedName kPmTestHints[] = {
 
 std::span<const PmTestRow> PmTests();
 
-// Returns the test's row, null for an id without a section.
+// Returns the test's row, or null for an id without options.
 const PmTestRow* FindPmTest(VEXOR_PM_TEST_ID id);
 
 }  // namespace vexor

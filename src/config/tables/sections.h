@@ -1,14 +1,17 @@
-// The skeleton of a configuration file: its sections, in the order of a written file. Reader,
-// writer, checker, description and schema name and find elements by these rows; what stands in a
-// section without options of its own is said by a table of its subject.
+// The skeleton of a configuration file: its sections and groups, in the order of a written file.
+// Reader, writer, checker, description and schema take element names from here. The contents of the
+// sections are in the other tables of this folder.
 #pragma once
 
 #include <array>
+#include <cassert>
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
 namespace vexor {
 
+// In the order of kSections.
 enum class Section : std::uint8_t {
   kRoot,
   kVersion,
@@ -31,11 +34,11 @@ struct SectionRow {
   Section section;
   Section parent;
   std::string_view name;
-  std::string_view older = {};  // read where `name` is absent
+  std::string_view older = {};  // former name, read if `name` is absent
   std::string_view about = {};  // one sentence
 };
 
-// A group of elements in a section: tests, lists or workloads.
+// An element of a section that groups tests, lists or workloads.
 struct GroupRow {
   Section section;
   std::string_view name;
@@ -52,11 +55,11 @@ inline constexpr auto kSections = std::to_array<SectionRow>({
     {.section = Section::kTestControl, .parent = Section::kRoot, .name = "TEST_CONTROL_CFG",
      .about = "Which tests run, and how."},
     {.section = Section::kAutoRun, .parent = Section::kTestControl, .name = "AutoRunCfg",
-     .about = "The tests that run."},
+     .about = "The tests to run."},
     {.section = Section::kTestTraces, .parent = Section::kTestControl, .name = "TestTraceCfg",
-     .about = "What is traced: entries under any element names."},
+     .about = "Trace entries; their element names do not matter."},
     {.section = Section::kWorkloadRunner, .parent = Section::kTestControl, .name = "WorkloadCfg",
-     .older = "SETTING", .about = "How the workload runner behaves."},
+     .older = "SETTING", .about = "Settings of the workload runner."},
     {.section = Section::kTests, .parent = Section::kRoot, .name = "GLOBALPM",
      .about = "The options of the tests."},
     {.section = Section::kGlobalConfiguration, .parent = Section::kRoot,
@@ -64,22 +67,22 @@ inline constexpr auto kSections = std::to_array<SectionRow>({
     {.section = Section::kSystemSetup, .parent = Section::kGlobalConfiguration,
      .name = "SystemSetup", .about = "The platform, the log and the flow of the run."},
     {.section = Section::kOverwrites, .parent = Section::kSystemSetup, .name = "OverwriteCfg",
-     .about = "Bases to use in place of the detected ones."},
+     .about = "Values that replace the detected ones."},
     {.section = Section::kSettings, .parent = Section::kSystemSetup, .name = "SETTING",
      .about = "Settings of the run."},
     {.section = Section::kSysConfiguration, .parent = Section::kGlobalConfiguration,
      .name = "SysConfiguration", .about = "Settings of the domains."},
     {.section = Section::kCustomConfiguration, .parent = Section::kGlobalConfiguration,
      .name = "CustomConfiguration",
-     .about = "Register writes that are applied before testing."},
+     .about = "Register writes applied before testing."},
     {.section = Section::kWorkloads, .parent = Section::kRoot, .name = "WORKLOADS",
-     .about = "Stress workloads that run beside the tests."},
+     .about = "Stress workloads that run alongside the tests."},
 });
 
 inline constexpr auto kGroups = std::to_array<GroupRow>({
     {Section::kTests, "CORE", "Tests of the cores."},
     {Section::kTests, "ICE", "Tests of the image-compute engine."},
-    {Section::kTests, "SYSTEM", "Tests of the system."},
+    {Section::kTests, "SYSTEM", "Sleep-state and PECI tests of the system."},
     {Section::kTests, "GT", "Tests of graphics and media."},
     {Section::kTests, "Device", "Tests of PCIe devices."},
     {Section::kTests, "IPU", "Tests of the imaging unit."},
@@ -89,17 +92,20 @@ inline constexpr auto kGroups = std::to_array<GroupRow>({
     {Section::kSysConfiguration, "CORE", "Settings of the cores."},
     {Section::kSysConfiguration, "POWER", "Settings of the power limits."},
     {Section::kSysConfiguration, "UNCORE", "Settings of the uncore."},
-    {Section::kWorkloads, "IAPowerStress", "Workloads of the processor."},
-    {Section::kWorkloads, "MemoryStress", "Workloads of caches and memory."},
-    {Section::kWorkloads, "GtStress", "Workloads of the graphics."},
+    {Section::kWorkloads, "IAPowerStress", "Workloads that stress the cores."},
+    {Section::kWorkloads, "MemoryStress", "Workloads that stress caches and memory."},
+    {Section::kWorkloads, "GtStress", "Workloads that stress graphics."},
 });
 // clang-format on
 
-// The names of elements that repeat.
-inline constexpr std::string_view kTraceEntry = "Name";      // a reader takes any name
-inline constexpr std::string_view kListItem = "ITEM";        // of a list under "SysConfiguration"
-inline constexpr std::string_view kArgumentElement = "arg";  // of a test with arguments
+// Names of repeated elements.
+inline constexpr std::string_view kTraceEntry = "Name";  // as written; any name is read
+inline constexpr std::string_view kListItem = "ITEM";    // in a list under "SysConfiguration"
+inline constexpr std::string_view kArgumentElement =
+    "arg";  // in a test whose options are arguments
 
+// RowOf indexes the table by the enumerator. Parents come before their children, so that the
+// recursion from a section to its parents ends at the root.
 consteval bool AreSectionsInOrder() {
   for (std::size_t i = 0; i < kSections.size(); ++i) {
     if (kSections[i].section != static_cast<Section>(i)) return false;
@@ -110,12 +116,13 @@ consteval bool AreSectionsInOrder() {
 static_assert(AreSectionsInOrder());
 
 constexpr const SectionRow& RowOf(Section section) {
+  assert(static_cast<std::size_t>(section) < kSections.size());
   return kSections[static_cast<std::size_t>(section)];
 }
 
 constexpr std::string_view NameOf(Section section) { return RowOf(section).name; }
 
-// Calls `visit` with the section's own sections, in the order of a written file.
+// Calls `visit` for each direct subsection, in the order of a written file.
 template <class Visit>
 constexpr void ForEachSectionIn(Section parent, Visit visit) {
   for (const SectionRow& row : kSections) {
@@ -123,8 +130,9 @@ constexpr void ForEachSectionIn(Section parent, Visit visit) {
   }
 }
 
-// Whether all rows of a table stand in groups of the section, or directly in it, each group in one
-// piece and in the order of kGroups: the order of a written file.
+// Returns whether the rows of each group are contiguous and the groups in the order of kGroups,
+// which is the order of a written file. Rows directly in the section, without a group, may be
+// anywhere.
 template <class Rows>
 consteval bool AreGroupsInOrder(const Rows& rows, Section section) {
   std::size_t group = 0;

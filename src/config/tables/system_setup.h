@@ -1,4 +1,4 @@
-// The options of "SystemSetup": overwritten bases, and the settings of the run.
+// The options of "SystemSetup" and the lists of "SysConfiguration".
 #pragma once
 
 #include "config/tables/option_table.h"
@@ -7,16 +7,17 @@
 
 namespace vexor {
 
-// Replaces an empty host IP by the host-IP file's, and what is no IPv4 address by empty text.
+// Replaces an empty host IP by the one in the host-IP file, and then any text that is not an IPv4
+// address by empty text.
 void NormalizeHostIp(_GLOBALCONFIG_XMLCFG& cfg);
 
-// "CPU" and "PCH" are read and not written.
+// "CPU" and "PCH" are read but not written.
 // clang-format off
 inline constexpr auto kOverwriteOptions = Finish(Options<_GLOBALCONFIG_XMLCFG>({
     {.name = "CPU", .text = &_GLOBALCONFIG_XMLCFG::CPU,
-     .about = "Processor to assume in place of the detected one.", .flow = Flow::kReadOnly},
+     .about = "Processor to assume instead of the detected one.", .flow = Flow::kReadOnly},
     {.name = "PCH", .text = &_GLOBALCONFIG_XMLCFG::PCH,
-     .about = "Platform controller to assume in place of the detected one.",
+     .about = "Platform controller to assume instead of the detected one.",
      .flow = Flow::kReadOnly},
     {.name = "Power_Base", .text = &_GLOBALCONFIG_XMLCFG::Power_Base, .syntax = Syntax::kAddress,
      .about = "Base address of the power-management block."},
@@ -38,9 +39,9 @@ inline constexpr auto kOverwriteOptions = Finish(Options<_GLOBALCONFIG_XMLCFG>({
 
 inline constexpr auto kSettingOptions = Finish(Options<_GLOBALCONFIG_XMLCFG>({
     {.name = "Seeds", .text = &_GLOBALCONFIG_XMLCFG::Seeds, .syntax = Syntax::kNumbers,
-     .about = "Seeds of the random choices; empty for new ones in each run."},
+     .about = "Seeds of the random choices; empty for new seeds in each run."},
     {.name = "TopoMode", .text = &_GLOBALCONFIG_XMLCFG::TopoMode, .reset = "OS",
-     .about = "Where the processor topology is taken from."},
+     .about = "Source of the processor topology."},
     {.name = "Ordered_Interleave_ICE_Flow",
      .text = &_GLOBALCONFIG_XMLCFG::Ordered_Interleave_ICE_Flow, .syntax = Syntax::kBoolean,
      .reset = "false", .about = "Whether interleaved tests run in a fixed order."},
@@ -52,21 +53,22 @@ inline constexpr auto kSettingOptions = Finish(Options<_GLOBALCONFIG_XMLCFG>({
      .syntax = Syntax::kNumbers, .about = "Error codes that do not count as failures."},
     {.name = "MailBox_Max_Busy_Check", .text = &_GLOBALCONFIG_XMLCFG::MailBox_Max_Busy_Check,
      .syntax = Syntax::kCount, .reset = "1000",
-     .about = "How often a busy mailbox is asked before giving up."},
+     .about = "Maximum number of polls of a busy mailbox."},
     {.name = "Host_IP_Config", .text = &_GLOBALCONFIG_XMLCFG::Host_IP_Config,
-     .syntax = Syntax::kIpv4, .about = "IPv4 address of the host; empty takes the host-IP file's.",
+     .syntax = Syntax::kIpv4,
+     .about = "IPv4 address of the host; empty for the one in the host-IP file.",
      .adjust = kAdjustment<NormalizeHostIp>},
     {.name = "Log_Path", .text = &_GLOBALCONFIG_XMLCFG::Log_Path,
      .about = "Folder of the log files; empty for the current one."},
     {.name = "Log_File_Name", .text = &_GLOBALCONFIG_XMLCFG::Log_File_Name,
-     .reset = "VexorLog.csv", .about = "Name of the log file; empty for one made of the time."},
+     .reset = "VexorLog.csv", .about = "Name of the log file; empty for one made from the time."},
     {.name = "Read_Interval", .text = &_GLOBALCONFIG_XMLCFG::Read_Interval,
      .about = "Time between two readings of the monitored registers."},
     {.name = "Log_Add_Option", .text = &_GLOBALCONFIG_XMLCFG::Log_Add_Option,
      .syntax = Syntax::kWord, .reset = "Overwrite", .words = "Overwrite;New;Append",
-     .about = "What happens to a log file that is there already."},
+     .about = "What to do with an existing log file."},
     {.name = "Log_Level", .text = &_GLOBALCONFIG_XMLCFG::Log_Level, .syntax = Syntax::kLogLevel,
-     .reset = "Information", .about = "Least important level that the log keeps."},
+     .reset = "Information", .about = "Least severe level that is logged."},
     {.name = "Flow_Config", .text = &_GLOBALCONFIG_XMLCFG::Flow_Config, .reset = "No Interleave",
      .about = "How the tests are interleaved."},
     {.name = "Collect-Crashlog-AllResets",
@@ -83,7 +85,8 @@ inline constexpr auto kSettingOptions = Finish(Options<_GLOBALCONFIG_XMLCFG>({
      .flow = Flow::kResetOnly},
 }));
 
-// A list under "SysConfiguration": "ITEM" texts, or named values under any element names.
+// A list under "SysConfiguration": texts in elements "ITEM", or named values whose elements may
+// have any name. Exactly one of items and pairs is set.
 struct SystemListRow {
   std::string_view group;
   std::string_view name;
@@ -91,34 +94,34 @@ struct SystemListRow {
   NamedValues _GLOBALCONFIG_XMLCFG::*pairs = nullptr;
   std::string_view about = {};             // one sentence
   Hint hint = {};                          // comments at the head of the list
-  std::span<const OptionRow> values = {};  // named values that have a grammar
-  bool are_always_written = false;         // those, even without a value
+  std::span<const OptionRow> values = {};  // pairs: the values that have a grammar
+  bool are_always_written = false;         // whether `values` are written even if absent
 };
 
 constexpr Hint Comments(const std::array<std::string_view, 4>& texts) {
   return {.kind = Hint::Kind::kPlain, .texts = texts};
 }
 
-// Named values that have a grammar.
+// Named values of "OS" that have a grammar.
 inline constexpr auto kOsValues = std::to_array<OptionRow>({
     {.name = "Power_Scheme", .syntax = Syntax::kPowerScheme,
      .about = "Power plan of the operating system.",
      .hint = {.kind = Hint::Kind::kOptions, .texts =
          {"Default,Balance,Power-Saver,High-Performance,Random,All"}}},
     {.name = "Battery_Simulation", .syntax = Syntax::kPowerSource,
-     .about = "Power source that is simulated.",
+     .about = "Power source to simulate.",
      .hint = {.kind = Hint::Kind::kOptions, .texts = {"Default,AC,DC"}}},
 });
 
-// These stand in the list after a reset.
+// A reset adds these to the list.
 inline constexpr auto kKnobValues = std::to_array<OptionRow>({
     {.name = "LTR_IGN_Mask", .syntax = Syntax::kMask, .reset = "0",
-     .about = "Devices whose latency reports are ignored."},
+     .about = "Devices whose latency tolerance reports are ignored."},
     {.name = "Snoop_Latency_Mask", .syntax = Syntax::kMask, .reset = "0",
      .about = "Devices whose snoop latency is ignored."},
 });
 
-// In the order of a written file.
+// The lists, in the order of a written file.
 inline constexpr SystemListRow kSystemLists[] = {
     {.group = "SYSTEM", .name = "GSTATES", .pairs = &_GLOBALCONFIG_XMLCFG::GSTATES,
      .about = "Settings of the sleep states.",
@@ -128,7 +131,7 @@ inline constexpr SystemListRow kSystemLists[] = {
     {.group = "SYSTEM", .name = "OS", .pairs = &_GLOBALCONFIG_XMLCFG::OS,
      .about = "Settings of the operating system.", .values = kOsValues, .are_always_written = true},
     {.group = "SYSTEM", .name = "KNOBS", .pairs = &_GLOBALCONFIG_XMLCFG::KNOBS,
-     .about = "Further knobs of the platform.", .values = kKnobValues},
+     .about = "Further platform knobs.", .values = kKnobValues},
     {.group = "CORE", .name = "CONFIG", .items = &_GLOBALCONFIG_XMLCFG::CORE_CONFIG,
      .about = "Features of the cores.",
      .hint = Comments({

@@ -17,20 +17,20 @@ inline constexpr auto kGstatesOptions = Finish(Options<_GSTATES_CFG>({
     common::kConfigLoop,
     common::kFailTolerance,
     {.name = "WakeUpTimeout", .text = &_GSTATES_CFG::WakeUpTimeout, .syntax = Syntax::kTimeout,
-     .reset = "120:5", .about = "Seconds to wait for the wake-up, and how often."},
+     .reset = "120:5", .about = "Seconds to wait for the wake-up, and number of attempts."},
     common::kSanityEarlyExit,
     common::kTestMode,
     common::kLogLevel,
     common::KnobsOf("Random;Sx_Legacy;RunDeviceCheck;ExitOnFail;ErrorOnPromotion"),
     {.name = "PrePostCheck", .text = &_GSTATES_CFG::PrePostCheck, .syntax = Syntax::kWordList,
-     .words = kSystemChecks, .about = "System checks before and after each sleep.",
+     .words = kSystemChecks, .about = "System checks to run before and after each sleep.",
      .hint = {.kind = Hint::Kind::kOptions, .texts = {kSystemChecks}}},
     {.name = "KavritTime", .text = &_GSTATES_CFG::KavritTime, .syntax = Syntax::kCount,
      .reset = "10", .about = "Run time of the system-on-chip check, in seconds."},
     {.name = "LPM_EN", .text = &_GSTATES_CFG::LPM_EN,
      .about = "Low-power modes that the platform may enter."},
     {.name = "HoldPower", .text = &_GSTATES_CFG::HoldPower, .syntax = Syntax::kDuration,
-     .reset = "sec:5", .about = "How long the power button is held."},
+     .reset = "sec:5", .about = "Time for which the power button is held."},
     {.name = "SleepStates", .text = &_GSTATES_CFG::SleepStates, .syntax = Syntax::kSleepStates,
      .reset = "S0ix", .about = "Sleep, shutdown and reset flows to run, joined by \";\".",
      .hint = {.kind = Hint::Kind::kPlain, .texts = {"Valid option list for SleepStates:",
@@ -40,14 +40,14 @@ inline constexpr auto kGstatesOptions = Finish(Options<_GSTATES_CFG>({
      .reset = "RTC", .about = "Sources that wake the system.",
      .hint = {.kind = Hint::Kind::kSingle, .texts = {"RTC;External;HWRTC"}}},
     {.name = "LoopEachSx", .text = &_GSTATES_CFG::LoopEachSx, .syntax = Syntax::kCount,
-     .reset = "1", .about = "How often each flow runs before the next one."},
+     .reset = "1", .about = "Number of runs of each flow before the next one."},
     {.name = "S0ixResThreshold", .text = &_GSTATES_CFG::S0ixResThreshold, .syntax = Syntax::kCount,
-     .reset = "80", .about = "Least S0ix residency that passes, in percent."},
+     .reset = "80", .about = "Minimum S0ix residency to pass, in percent."},
     {.name = "S0ixFailureLevel", .text = &_GSTATES_CFG::S0ixFailureLevel,
      .syntax = Syntax::kS0ixState, .reset = "S0iR",
-     .about = "Shallowest S0ix state whose absence is a failure."},
+     .about = "Shallowest S0ix state that must be reached."},
     {.name = "ResetDelayTime", .text = &_GSTATES_CFG::ResetDelayTime, .syntax = Syntax::kDuration,
-     .reset = "sec:2", .about = "Wait after a reset.", .flow = Flow::kReadOnly},
+     .reset = "sec:2", .about = "Delay after a reset.", .flow = Flow::kReadOnly},
 }));
 
 inline constexpr auto kPeciOptions = Finish(Options<_PECI_CFG>({
@@ -62,7 +62,7 @@ inline constexpr auto kPeciOptions = Finish(Options<_PECI_CFG>({
     common::kLogLevel,
     common::KnobsOf("Random;ExitOnFail"),
     {.name = "Interface", .text = &_PECI_CFG::Interface, .syntax = Syntax::kWord, .reset = "eSPI",
-     .words = "eSPI;MCTP;Serial", .about = "Wire over which the commands travel.",
+     .words = "eSPI;MCTP;Serial", .about = "Interface over which the commands are sent.",
      .hint = {.kind = Hint::Kind::kSingle, .texts = {"eSPI,MCTP,Serial"}}},
     {.name = "Commands", .text = &_PECI_CFG::Commands, .syntax = Syntax::kPeciCommands,
      .about = "Major commands to send."},
@@ -116,7 +116,7 @@ inline constexpr auto kPcieDeviceOptions = Finish(Options<_PCIE_DEVICE_CFG>({
     common::kLogLevel,
     common::kKnobsOfRecord,
     {.name = "ConfigState", .list = &_PCIE_DEVICE_CFG::ConfigState,
-     .about = "A device and the states it is sent to; may stand more than once."},
+     .about = "A device and its states; may be repeated."},
 }));
 
 inline constexpr auto kVpuDvfsOptions = Finish(Options<_VPU_DVFS_CFG>({
@@ -124,7 +124,7 @@ inline constexpr auto kVpuDvfsOptions = Finish(Options<_VPU_DVFS_CFG>({
     common::kStartDelayTime,
     {.name = "StatusCheckDelay", .text = &_VPU_DVFS_CFG::StatusCheckDelay,
      .syntax = Syntax::kDuration, .reset = "msec:10",
-     .about = "Wait before the ratio that was asked for is checked."},
+     .about = "Delay before the requested ratio is checked."},
     common::kConfigLoop,
     {.name = "Ratios", .text = &_VPU_DVFS_CFG::Ratios, .syntax = Syntax::kRatios,
      .about = "Ratios to run; empty for all."},
@@ -139,8 +139,9 @@ inline constexpr auto kVpuDvfsOptions = Finish(Options<_VPU_DVFS_CFG>({
     common::kKnobs,
 }));
 
-// The one test whose options have names of their own for the common fields. A range of one of the
-// first four is written where no reader looks for it.
+// The only test with its own names for the common options. The writer puts a range in one of the
+// first four options into the attribute "randVal", which the reader ignores: such a value is lost
+// when the file is read back. Existing files depend on this, so it is kept.
 inline constexpr auto kMeshGvOptions = []() consteval {
   auto rows = Options<_MESH_GV_CFG>({
       common::kSwitchTime.Named("-switchTime"),
@@ -148,7 +149,7 @@ inline constexpr auto kMeshGvOptions = []() consteval {
        .text = &_MESH_GV_CFG::CheckDelayTime,
        .syntax = Syntax::kDuration,
        .reset = "msec:10",
-       .about = "Wait before the ratio that was asked for is checked."},
+       .about = "Delay before the requested ratio is checked."},
       common::kStartDelayTime.Named("-startDelayTime"),
       common::kExeCycles.Named("-exeCycles"),
       common::kFailTolerance.Named("-failTolerance"),

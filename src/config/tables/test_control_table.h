@@ -6,7 +6,8 @@
 
 namespace vexor {
 
-// "WorkloadCfg". A missing option keeps its default, unlike everywhere else.
+// The options of "WorkloadCfg". In all other sections a missing option reads as empty; here it
+// reads as its default, which the loop below copies to the fallback.
 // clang-format off
 inline constexpr auto kWorkloadRunnerOptions = []() consteval {
   auto rows = Options<_WL_CUSTOMERS_XMLCFG>({
@@ -17,11 +18,11 @@ inline constexpr auto kWorkloadRunnerOptions = []() consteval {
       {.name = "ExeMode",
        .text = &_WL_CUSTOMERS_XMLCFG::ExeMode,
        .reset = "CM",
-       .about = "How the runner executes the workloads."},
+       .about = "Execution mode of the runner."},
       {.name = "MaxWorkloads",
        .text = &_WL_CUSTOMERS_XMLCFG::MaxWorkloads,
        .reset = "Max",
-       .about = "Most workloads that run at once."},
+       .about = "Maximum number of workloads that run at once."},
       {.name = "Delay",
        .text = &_WL_CUSTOMERS_XMLCFG::Delay,
        .reset = "0",

@@ -1,4 +1,4 @@
-// The stress workloads.
+// The options of the stress workloads.
 #pragma once
 
 #include "config/tables/option_table.h"
@@ -7,6 +7,7 @@
 
 namespace vexor {
 
+// The record types share no base with the common members, so the shared rows are templates.
 namespace workloads {
 
 template <class Record>
@@ -31,14 +32,14 @@ constexpr OptionOf<Record> Duration() {
 }
 template <class Record>
 constexpr OptionOf<Record> IdleTime() {
-  return Time("IdleTime", &Record::IdleTime, "Rest between two rounds of the workload.");
+  return Time("IdleTime", &Record::IdleTime, "Pause between two rounds of the workload.");
 }
 template <class Record>
 constexpr OptionOf<Record> LogLevel() {
   return {.name = "Log_Level",
           .text = &Record::Log_Level,
           .syntax = Syntax::kLogLevel,
-          .about = "Least important level that the workload's log keeps."};
+          .about = "Least severe level that the workload logs."};
 }
 template <class Record>
 constexpr OptionOf<Record> Packages() {
@@ -67,7 +68,7 @@ constexpr OptionOf<Record> Number(std::string_view name, std::string Record::*ho
   return {.name = name, .text = home, .syntax = Syntax::kCount, .about = about};
 }
 
-// No configuration file is written with workloads.
+// Workloads are never written to a file.
 template <class Record, std::size_t kCount>
 consteval OptionTable<Record, kCount> NeverWritten(OptionTable<Record, kCount> rows) {
   for (auto& row : rows) row.flow = Flow::kReadOnly;
@@ -88,7 +89,7 @@ inline constexpr auto kCpu = Finish(NeverWritten(Options<_CPU_WORKLOAD_CFG>({
 inline constexpr auto kMemory = Finish(NeverWritten(Options<_MEMORY_WORKLOAD_CFG>({
     AutoRun<_MEMORY_WORKLOAD_CFG>(),
     {.name = "Algorithm", .text = &_MEMORY_WORKLOAD_CFG::Algorithm,
-     .about = "Access pattern of the workload."},
+     .about = "Memory access pattern."},
     Packages<_MEMORY_WORKLOAD_CFG>(),
     Modules<_MEMORY_WORKLOAD_CFG>(),
     Cores<_MEMORY_WORKLOAD_CFG>(),
@@ -99,8 +100,8 @@ inline constexpr auto kMemory = Finish(NeverWritten(Options<_MEMORY_WORKLOAD_CFG
         "DataSizeInDW",
         &_MEMORY_WORKLOAD_CFG::DataSizeInDW,
         "Size of the data, in 32-bit words."),
-    Number("Producers", &_MEMORY_WORKLOAD_CFG::Producers, "Number of writing threads."),
-    Number("Consumers", &_MEMORY_WORKLOAD_CFG::Consumers, "Number of reading threads."),
+    Number("Producers", &_MEMORY_WORKLOAD_CFG::Producers, "Number of writer threads."),
+    Number("Consumers", &_MEMORY_WORKLOAD_CFG::Consumers, "Number of reader threads."),
     LogLevel<_MEMORY_WORKLOAD_CFG>(),
 })));
 
@@ -128,8 +129,8 @@ inline constexpr auto kGraphics = Finish(NeverWritten(Options<_GFX_WORKLOAD_CFG>
 }  // namespace workloads
 
 struct WorkloadRow : RecordRow<_WORKLOADS_XMLCFG> {
-  // Graphics workloads: where the workload's name goes. They are named, and no longer run, once
-  // their group is there, whether or not their own element is.
+  // Graphics workloads: the member for the workload's name. If the group element is present, the
+  // reader sets the name and clears AutoRun even if the workload's own element is absent.
   std::string ConfigRecord::*name_home = nullptr;
 };
 
@@ -150,26 +151,26 @@ constexpr WorkloadRow Workload(std::string_view group, std::string_view name,
 inline constexpr auto kGraphicsName =
     static_cast<std::string ConfigRecord::*>(&_GFX_WORKLOAD_CFG::Name);
 
-// In the order of a file.
+// The workloads, in the order of a file.
 inline constexpr WorkloadRow kWorkloads[] = {
-    Workload<&_WORKLOADS_XMLCFG::SSE2>("IAPowerStress", "SSE2",
-                                       "Vector work with SSE2 instructions.", workloads::kCpu),
-    Workload<&_WORKLOADS_XMLCFG::AVX128>("IAPowerStress", "AVX128", "Vector work of 128 bits.",
+    Workload<&_WORKLOADS_XMLCFG::SSE2>(
+        "IAPowerStress", "SSE2", "Vector operations with SSE2 instructions.", workloads::kCpu),
+    Workload<&_WORKLOADS_XMLCFG::AVX128>("IAPowerStress", "AVX128", "128-bit vector operations.",
                                          workloads::kCpu),
     Workload<&_WORKLOADS_XMLCFG::AVX128Lite>("IAPowerStress", "AVX128Lite",
-                                             "Light vector work of 128 bits.", workloads::kCpu),
-    Workload<&_WORKLOADS_XMLCFG::AVX256>("IAPowerStress", "AVX256", "Vector work of 256 bits.",
+                                             "Light 128-bit vector operations.", workloads::kCpu),
+    Workload<&_WORKLOADS_XMLCFG::AVX256>("IAPowerStress", "AVX256", "256-bit vector operations.",
                                          workloads::kCpu),
     Workload<&_WORKLOADS_XMLCFG::AVX256Lite>("IAPowerStress", "AVX256Lite",
-                                             "Light vector work of 256 bits.", workloads::kCpu),
-    Workload<&_WORKLOADS_XMLCFG::AVX512>("IAPowerStress", "AVX512", "Vector work of 512 bits.",
+                                             "Light 256-bit vector operations.", workloads::kCpu),
+    Workload<&_WORKLOADS_XMLCFG::AVX512>("IAPowerStress", "AVX512", "512-bit vector operations.",
                                          workloads::kCpu),
     Workload<&_WORKLOADS_XMLCFG::AVX512Lite>("IAPowerStress", "AVX512Lite",
-                                             "Light vector work of 512 bits.", workloads::kCpu),
-    Workload<&_WORKLOADS_XMLCFG::DGEMM>(
-        "IAPowerStress", "DGEMM", "Products of matrices in double precision.", workloads::kCpu),
-    Workload<&_WORKLOADS_XMLCFG::AVX512_VNNI>("IAPowerStress", "AVX512-VNNI",
-                                              "Vector work of neural networks.", workloads::kCpu),
+                                             "Light 512-bit vector operations.", workloads::kCpu),
+    Workload<&_WORKLOADS_XMLCFG::DGEMM>("IAPowerStress", "DGEMM",
+                                        "Double-precision matrix products.", workloads::kCpu),
+    Workload<&_WORKLOADS_XMLCFG::AVX512_VNNI>(
+        "IAPowerStress", "AVX512-VNNI", "Vector operations of neural networks.", workloads::kCpu),
     Workload<&_WORKLOADS_XMLCFG::L1>(
         "MemoryStress", "L1", "Accesses that stay in the first-level cache.", workloads::kMemory),
     Workload<&_WORKLOADS_XMLCFG::L2>(
@@ -188,7 +189,7 @@ inline constexpr WorkloadRow kWorkloads[] = {
     Workload<&_WORKLOADS_XMLCFG::BouncingBall>("GtStress", "BouncingBall", "A graphics scene.",
                                                workloads::kGraphics, kGraphicsName),
     Workload<&_WORKLOADS_XMLCFG::Media3DPTV>("GtStress", "Media3DPTV",
-                                             "Media and graphics at once.", workloads::kGraphics,
+                                             "Media and graphics together.", workloads::kGraphics,
                                              kGraphicsName),
 };
 static_assert(AreGroupsInOrder(kWorkloads, Section::kWorkloads));
