@@ -10,7 +10,7 @@ const tinyxml2::XMLElement* FindChild(const tinyxml2::XMLElement* parent, const 
   return parent->FirstChildElement(name);
 }
 
-// A comment or an element before the text hides it.
+// Returns the text without trimming. Only the first child node counts.
 const char* FirstText(const tinyxml2::XMLElement& element) {
   const tinyxml2::XMLNode* const child = element.FirstChild();
   if (child == nullptr || child->ToText() == nullptr) return nullptr;
@@ -20,21 +20,22 @@ const char* FirstText(const tinyxml2::XMLElement& element) {
 }  // namespace
 }  // namespace vexor
 
+using namespace vexor;
+
 std::string GetXMLText(const tinyxml2::XMLElement* parent, const char* name,
                        std::string_view fallback) {
-  const tinyxml2::XMLElement* const element = vexor::FindChild(parent, name);
+  const tinyxml2::XMLElement* const element = FindChild(parent, name);
   if (element == nullptr) return std::string(fallback);
-  return std::string(vexor::TrimmedText(*element).value_or(fallback));
+  return std::string(TrimmedText(*element).value_or(fallback));
 }
 
 bool GetXMLBOOL(const tinyxml2::XMLElement* parent, const char* name, bool fallback) {
-  const tinyxml2::XMLElement* const element = vexor::FindChild(parent, name);
-  return element == nullptr || element->FirstChild() == nullptr ? fallback
-                                                                : vexor::IsTrue(*element);
+  const tinyxml2::XMLElement* const element = FindChild(parent, name);
+  return element == nullptr || element->FirstChild() == nullptr ? fallback : IsTrue(*element);
 }
 
 std::string getElementText(const tinyxml2::XMLElement* element) {
-  const char* const text = element == nullptr ? nullptr : vexor::FirstText(*element);
+  const char* const text = element == nullptr ? nullptr : FirstText(*element);
   return text == nullptr ? "" : text;
 }
 

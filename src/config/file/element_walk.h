@@ -1,6 +1,4 @@
-// Walking the children of an XML element. A walk costs time linear in the children, whatever they
-// are; a name is matched by walking on from the row that matched last, because files mostly hold
-// their elements in the order of the tables.
+// Access to XML elements: children, sections and texts.
 #pragma once
 
 #include <tinyxml2.h>
@@ -13,7 +11,7 @@
 
 namespace vexor {
 
-// The children of an element, for a range-based loop.
+// The child elements of an element, for a range-based loop.
 class ChildElements {
  public:
   explicit ChildElements(const tinyxml2::XMLElement& parent) : first_(parent.FirstChildElement()) {}
@@ -39,32 +37,34 @@ class ChildElements {
   const tinyxml2::XMLElement* first_;
 };
 
-// Returns the first child element of that name; null when there is none or the parent is null.
+// Returns the first child element of that name; null if there is none or the parent is null.
 const tinyxml2::XMLElement* FindElement(const tinyxml2::XMLElement* parent, std::string_view name);
 
-// Returns the first root element of the right name; null when there is none.
+// Returns the first root element named VEXOR; null if there is none.
 const tinyxml2::XMLElement* FindRoot(const tinyxml2::XMLDocument& document);
 
-// Returns the section in a document of that root, under its older name where it stands under no
-// other; null when it or a section above it is missing, or the root is null.
+// Returns the section, or if it is absent, the element of its older name. Returns null if it or one
+// of its parents is missing, or if the root is null.
 const tinyxml2::XMLElement* FindSection(const tinyxml2::XMLElement* root, Section section);
 
-// Returns the element's own text, trimmed of white space: its first child node, when that is text.
+// Returns the element's text without leading and trailing white space. Only the first child node
+// counts: a comment or an element before the text hides it.
 std::optional<std::string_view> TrimmedText(const tinyxml2::XMLElement& element);
 
-// The same, with empty text for an element whose first child node is no text.
+// Returns the same, or empty text if the first child node is not text.
 std::string_view TextOf(const tinyxml2::XMLElement& element);
 
-// Returns whether the element's first child node is exactly "true", blanks and case included.
+// Returns whether the first child node is exactly "true": white space and case count.
 bool IsTrue(const tinyxml2::XMLElement& element);
 
-// Finds the row of a name, trying the row behind the last match first.
+// Finds rows by name. The search continues after the last match, because most files have their
+// elements in the order of the tables: reading such a file compares each name once.
 template <class Rows, class Name>
 class RowFinder {
  public:
   RowFinder(const Rows& rows, Name name) : rows_(rows), name_(name) {}
 
-  // Returns the row's index, or the number of rows for a name that is none.
+  // Returns the row's index, or the number of rows if no row has the name.
   std::size_t Find(std::string_view wanted) {
     const std::size_t count = std::size(rows_);
     for (std::size_t step = 0, i = next_; step < count; ++step, ++i) {

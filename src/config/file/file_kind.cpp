@@ -14,7 +14,7 @@ struct OpeningRow {
   std::string_view name;
 };
 
-// Longer openings stand before those that they begin with.
+// The first match counts: longer openings come before their prefixes.
 constexpr OpeningRow kOpenings[] = {
     {"\xFF\xFE\0\0"sv, "the file is UTF-32 text"},
     {"\0\0\xFE\xFF"sv, "the file is UTF-32 text"},
@@ -36,8 +36,8 @@ std::string NameZeroBytes(std::string_view content) {
 }
 
 bool IsBinary(std::string_view content) {
-  constexpr std::size_t kLookedAt = 4096;
-  return std::ranges::any_of(content.substr(0, kLookedAt), [](char c) {
+  constexpr std::size_t kSampleSize = 4096;
+  return std::ranges::any_of(content.substr(0, kSampleSize), [](char c) {
     const bool is_control = static_cast<unsigned char>(c) < ' ' || c == '\x7F';
     return is_control && (c < '\t' || c > '\r') && c != '\x1B';
   });
@@ -48,7 +48,7 @@ bool IsNamePart(char c) {
          c == '.' || c == ' ';
 }
 
-// "[Section]" or "key = value", which remarks may stand before.
+// Returns whether a line is "[Section]" or "key = value".
 bool IsSettingLine(std::string_view line) {
   if (line.starts_with('[')) {
     return line.ends_with(']') && line.size() > 2 &&
@@ -59,6 +59,7 @@ bool IsSettingLine(std::string_view line) {
          std::ranges::all_of(line.substr(0, equals), IsNamePart);
 }
 
+// Decides by the first line that is not a comment.
 bool IsIni(std::string_view content) {
   for (std::string_view line; TakeItem(content, '\n', line);) {
     line = TrimSpace(line);

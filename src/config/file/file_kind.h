@@ -1,4 +1,4 @@
-// Files that are not what they seem.
+// Recognises files that are not XML in UTF-8.
 #pragma once
 
 #include <string>
@@ -6,8 +6,8 @@
 
 namespace vexor {
 
-// Says what a file of this content is instead of XML in UTF-8: "the file is JSON", "the file is
-// UTF-16 text (little-endian)", ... Returns empty text for content that begins as XML does.
+// Returns what the content is instead: "the file is JSON", "the file is UTF-16 text
+// (little-endian)", ... Returns empty text for content that begins like XML.
 std::string NameForeignContent(std::string_view content);
 
 }  // namespace vexor

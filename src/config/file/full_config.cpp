@@ -1,9 +1,11 @@
 #include "vexor/config/full_config.h"
 
+using namespace vexor;
+
 void ResetVexorXmlConfiguration(_XML_FULL_CFG& cfg) {
-  vexor::ResetGlobalConfig(cfg.GlobalConfig);
-  vexor::ResetGlobalPm(cfg.GlobalPM);
-  vexor::ResetTestControl(cfg.TestControl);
+  ResetGlobalConfig(cfg.GlobalConfig);
+  ResetGlobalPm(cfg.GlobalPM);
+  ResetTestControl(cfg.TestControl);
   cfg.SelectionIndex = -1;
   cfg.SelectionText.clear();
 }

@@ -2,6 +2,7 @@
 
 #include <tinyxml2.h>
 
+#include <cassert>
 #include <cstdlib>
 #include <fstream>
 
@@ -30,10 +31,11 @@ void ReadPairs(const XMLElement& element, NamedValues& pairs) {
   }
 }
 
-// Every list is taken as complete: it is emptied even when the file does not name it.
+// Once the section is present, lists that are absent from it are emptied, too.
 void ReadSystemLists(_GLOBALCONFIG_XMLCFG& cfg, const XMLElement& section) {
   for (const SystemListRow& row : kSystemLists) {
     const XMLElement* const list = FindElement(FindElement(&section, row.group), row.name);
+    assert((row.items == nullptr) != (row.pairs == nullptr));
     if (row.items != nullptr) {
       (cfg.*row.items).clear();
       if (list != nullptr) ReadItems(*list, kListItem, cfg.*row.items);
@@ -88,11 +90,13 @@ void ResetGlobalConfig(_GLOBALCONFIG_XMLCFG& cfg) {
 
 }  // namespace vexor
 
+using namespace vexor;
+
 std::string ReadHostIpFile() {
   const char* const other = std::getenv("VEXOR_HOST_IP_FILE");
-  std::ifstream file(other == nullptr ? vexor::platform::kHostIpFile : other);
+  std::ifstream file(other == nullptr ? platform::kHostIpFile : other);
   std::string line;
-  vexor::ReadLine(file, line);
+  ReadLine(file, line);
   if (line.ends_with('\r')) line.pop_back();
   return Trim(line);
 }
@@ -100,20 +104,19 @@ std::string ReadHostIpFile() {
 bool GetGlobalCfgXML(_GLOBALCONFIG_XMLCFG& cfg, const tinyxml2::XMLElement* root,
                      bool verifyVersion) {
   if (root == nullptr) return false;
-  cfg.Version = GetXMLText(root, vexor::NameOf(vexor::Section::kVersion).data(), "");
+  cfg.Version = GetXMLText(root, NameOf(Section::kVersion).data(), "");
   cfg.LoopTracker = 1;
-  if (cfg.Version != vexor::GetVersionText()) cfg.VersionMatch = false;
-  if (verifyVersion && !vexor::IsCompatibleVersion(cfg.Version)) {
-    vexor::StandardOutput() << "Invalid XML Version: " + cfg.Version + "\n";
+  if (cfg.Version != GetVersionText()) cfg.VersionMatch = false;
+  if (verifyVersion && !IsCompatibleVersion(cfg.Version)) {
+    StandardOutput() << "Invalid XML Version: " + cfg.Version + "\n";
     return false;
   }
-  using vexor::Section;
-  if (const auto* const lists = vexor::FindSection(root, Section::kSysConfiguration)) {
-    vexor::ReadSystemLists(cfg, *lists);
+  if (const auto* const lists = FindSection(root, Section::kSysConfiguration)) {
+    ReadSystemLists(cfg, *lists);
   }
-  if (const auto* const tables = vexor::FindSection(root, Section::kCustomConfiguration)) {
-    vexor::ReadCustomTables(cfg.CustomConfiguration, *tables);
+  if (const auto* const tables = FindSection(root, Section::kCustomConfiguration)) {
+    ReadCustomTables(cfg.CustomConfiguration, *tables);
   }
-  vexor::ReadSystemSetup(cfg, *root);
+  ReadSystemSetup(cfg, *root);
   return true;
 }

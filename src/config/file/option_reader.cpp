@@ -1,6 +1,7 @@
 #include "config/file/option_reader.h"
 
 #include <array>
+#include <cassert>
 
 #include "config/file/element_walk.h"
 #include "config/tables/sections.h"
@@ -9,12 +10,14 @@
 namespace vexor {
 namespace {
 
-// What the walk found for one option: the first child of its name.
+// The first child with an option's name.
 struct Found {
   const tinyxml2::XMLElement* element = nullptr;
   std::optional<std::string_view> text;
 };
 
+// Reading takes two passes: the children are collected first and stored in row order afterwards, so
+// that Overwrite and Adjustment do not depend on the order of elements in the file.
 using FoundOptions = std::array<Found, kMaxOptions>;
 
 void AppendFlattened(std::string_view name, std::string_view text, Flatten mode, std::string& out) {
@@ -32,6 +35,7 @@ void AppendFlattened(std::string_view name, std::string_view text, Flatten mode,
 
 void StoreText(const OptionRow& option, const std::optional<std::string_view>& text,
                ConfigRecord& record) {
+  assert(option.text != nullptr);
   std::string& home = record.*option.text;
   const std::string_view value = text.value_or(option.fallback);
   switch (option.overwrite) {
@@ -54,6 +58,7 @@ void StoreOption(const OptionRow& option, const Found& found, ConfigRecord& reco
   } else if (option.flag != nullptr) {
     record.*option.flag = found.element != nullptr && IsTrue(*found.element);
   } else if (!option.item.empty()) {
+    assert(option.list != nullptr);
     (record.*option.list).clear();
     if (found.element != nullptr) ReadItems(*found.element, option.item, record.*option.list);
   }
@@ -77,6 +82,7 @@ void ReadItems(const tinyxml2::XMLElement& element, std::string_view item,
 
 void ReadOptions(const tinyxml2::XMLElement& element, std::span<const OptionRow> options,
                  ConfigRecord& record, std::string* flattened, Flatten mode) {
+  assert(options.size() <= kMaxOptions);
   if (flattened != nullptr) flattened->clear();
   for (const OptionRow& option : options) {
     if (IsRepeated(option)) (record.*option.list).clear();
@@ -100,6 +106,7 @@ void ReadOptions(const tinyxml2::XMLElement& element, std::span<const OptionRow>
 
 void ReadArguments(const tinyxml2::XMLElement& element, std::span<const OptionRow> options,
                    ConfigRecord& record, std::string* flattened) {
+  assert(options.size() <= kMaxOptions);
   if (flattened != nullptr) flattened->clear();
   FoundOptions found;
   RowFinder finder(options, &OptionRow::name);
@@ -125,6 +132,7 @@ void ResetOptions(std::span<const OptionRow> options, ConfigRecord& record) {
     } else if (option.flag != nullptr) {
       record.*option.flag = false;
     } else {
+      assert(option.list != nullptr);  // see OptionOf: rows of named values have no record
       (record.*option.list).clear();
     }
   }

@@ -1,6 +1,7 @@
 #include "vexor/config/pm_tests.h"
 
 #include <array>
+#include <cassert>
 
 #include "config/file/element_walk.h"
 #include "config/file/option_reader.h"
@@ -24,13 +25,15 @@ void ReadTest(const XMLElement& element, const PmTestRow& test, bool under_older
   if (test.from_older != nullptr) record.*test.from_older = under_older_name;
 }
 
-// Reads the tests of one group; the newer of a test's two names wins.
+// Reads the tests of one group in a single walk over its children. A test's current name takes
+// precedence over its older one.
 void ReadGroup(const XMLElement& group, std::span<const PmTestRow> tests, _GLOBALPM_XMLCFG& pm) {
   struct Elements {
     const XMLElement* newer = nullptr;
     const XMLElement* older = nullptr;
   };
   std::array<Elements, kPmTestCount> found;
+  assert(tests.size() <= found.size());
   for (const XMLElement& child : ChildElements(group)) {
     const std::string_view name = child.Name();
     for (std::size_t i = 0; i < tests.size(); ++i) {
@@ -72,14 +75,16 @@ void ResetGlobalPm(_GLOBALPM_XMLCFG& pm) {
 
 }  // namespace vexor
 
+using namespace vexor;
+
 bool GetGlobalPMXML(_GLOBALPM_XMLCFG& pm, const tinyxml2::XMLElement* root) {
-  const auto* const section = vexor::FindSection(root, vexor::Section::kTests);
+  const auto* const section = FindSection(root, Section::kTests);
   if (section == nullptr) return false;
-  for (auto tests = vexor::PmTests(); !tests.empty();) {
-    const auto group = vexor::FirstGroup(tests);
+  for (auto tests = PmTests(); !tests.empty();) {
+    const auto group = FirstGroup(tests);
     tests = tests.subspan(group.size());
-    const auto* const element = vexor::FindElement(section, group.front().group);
-    if (element != nullptr) vexor::ReadGroup(*element, group, pm);
+    const auto* const element = FindElement(section, group.front().group);
+    if (element != nullptr) ReadGroup(*element, group, pm);
   }
   return true;
 }

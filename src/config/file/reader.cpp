@@ -3,6 +3,7 @@
 #include <tinyxml2.h>
 
 #include <array>
+#include <cassert>
 #include <cstdio>
 #include <memory>
 #include <new>
@@ -21,11 +22,45 @@ struct FileCloser {
   void operator()(std::FILE* file) const { std::fclose(file); }
 };
 
-// The file is closed whatever happens while it is parsed.
+// The file is closed even if parsing throws.
 tinyxml2::XMLError Load(const std::string& path, tinyxml2::XMLDocument& document) {
   const std::unique_ptr<std::FILE, FileCloser> file(std::fopen(path.c_str(), "rb"));
   if (file == nullptr) return tinyxml2::XML_ERROR_FILE_NOT_FOUND;
   return ParseXmlFile(file.get(), document);
+}
+
+// Also called when memory has run out, so it allocates none. One write keeps the line in one piece
+// when other threads print, too.
+bool RefuseFile(tinyxml2::XMLError error) {
+  std::array<char, 48> message = {};
+  const int length =
+      std::snprintf(message.data(), message.size(), "XML parse error! ID: %d\n", int{error});
+  assert(length > 0 && static_cast<std::size_t>(length) < message.size());
+  StandardOutput().write(message.data(), length);
+  return false;
+}
+
+bool RefuseVersion(const std::string& version) {
+  StandardOutput() << "Error: XML file " + version + " version does not match with Vexor Version " +
+                          GetVersionText() + " EC_CONFIG\n";
+  return false;
+}
+
+bool ReadFile(const std::string& path, _XML_FULL_CFG& cfg, bool verify_version,
+              bool strict_version) {
+  tinyxml2::XMLDocument document(true, tinyxml2::PRESERVE_WHITESPACE);
+  const tinyxml2::XMLError error = Load(path, document);
+  if (error != tinyxml2::XML_SUCCESS) return RefuseFile(error);
+  const tinyxml2::XMLElement* const root = FindRoot(document);
+  // A well-formed file with another root is reported as a parse error with id 0; there is no other
+  // error to report it with.
+  if (root == nullptr) return RefuseFile(tinyxml2::XML_SUCCESS);
+  if (!GetGlobalCfgXML(cfg.GlobalConfig, root, verify_version)) return false;
+  if (strict_version && !cfg.GlobalConfig.VersionMatch) {
+    return RefuseVersion(cfg.GlobalConfig.Version);
+  }
+  ReadSections(*root, cfg);
+  return true;
 }
 
 }  // namespace
@@ -37,50 +72,17 @@ void ReadSections(const tinyxml2::XMLElement& root, _XML_FULL_CFG& cfg) {
   CheckLegacyLxDx(&cfg);
 }
 
-namespace {
-
-// Memory may have run out: the message is printed without any, and in one piece.
-bool RefuseFile(tinyxml2::XMLError error) {
-  std::array<char, 48> message = {};
-  const int length =
-      std::snprintf(message.data(), message.size(), "XML parse error! ID: %d\n", int{error});
-  vexor::StandardOutput().write(message.data(), length);
-  return false;
-}
-
-bool RefuseVersion(const std::string& version) {
-  vexor::StandardOutput() << "Error: XML file " + version +
-                                 " version does not match with Vexor Version " + GetVersionText() +
-                                 " EC_CONFIG\n";
-  return false;
-}
-
-bool ReadFile(const std::string& path, _XML_FULL_CFG& cfg, bool verify_version,
-              bool strict_version) {
-  tinyxml2::XMLDocument document(true, tinyxml2::PRESERVE_WHITESPACE);
-  const tinyxml2::XMLError error = Load(path, document);
-  if (error != tinyxml2::XML_SUCCESS) return RefuseFile(error);
-  const tinyxml2::XMLElement* const root = FindRoot(document);
-  // A file that parses but has another root is a parse error of id 0, and meant to be.
-  if (root == nullptr) return RefuseFile(tinyxml2::XML_SUCCESS);
-  if (!GetGlobalCfgXML(cfg.GlobalConfig, root, verify_version)) return false;
-  if (strict_version && !cfg.GlobalConfig.VersionMatch) {
-    return RefuseVersion(cfg.GlobalConfig.Version);
-  }
-  ReadSections(*root, cfg);
-  return true;
-}
-
-}  // namespace
 }  // namespace vexor
+
+using namespace vexor;
 
 bool VexorConfigParser::ReadXMLPar(const std::string& path, _XML_FULL_CFG* cfg, bool verifyVersion,
                                    bool strictVersion) {
   if (cfg == nullptr) return false;
   try {
-    return vexor::ReadFile(path, *cfg, verifyVersion, strictVersion);
+    return ReadFile(path, *cfg, verifyVersion, strictVersion);
   } catch (const std::bad_alloc&) {
-    return vexor::RefuseFile(tinyxml2::XML_ERROR_FILE_READ_ERROR);
+    return RefuseFile(tinyxml2::XML_ERROR_FILE_READ_ERROR);
   }
 }
 

@@ -3,6 +3,7 @@
 #include <tinyxml2.h>
 
 #include <algorithm>
+#include <cassert>
 #include <vector>
 
 #include "config/file/element_walk.h"
@@ -16,9 +17,10 @@ namespace {
 
 using tinyxml2::XMLElement;
 
+// Element 0 of AutoRunCfg is the switch of the first identifier.
 bool IsAutoRunTest(int test) { return test >= kFirstAutoRunTest && test <= kLastAutoRunTest; }
 
-// The name of a switch, and whether the first element of that name is true.
+// A test switch: whether an element of its name was read, and whether the first one is true.
 struct AutoRunSwitch {
   std::string name;
   bool is_read = false;
@@ -26,7 +28,7 @@ struct AutoRunSwitch {
 };
 using AutoRunSwitches = std::vector<AutoRunSwitch>;
 
-// Those of the tests in the order of their identifiers, then those of older names.
+// Returns the switches of all tests in the order of their identifiers, then those of older names.
 AutoRunSwitches MakeSwitches() {
   AutoRunSwitches switches;
   for (int id = kFirstAutoRunTest; id <= kLastAutoRunTest; ++id) {
@@ -40,7 +42,8 @@ AutoRunSwitches MakeSwitches() {
   return switches;
 }
 
-// An older name counts where it is true; one may stand for two tests.
+// An older name only ever switches tests on, so that a file may have both names. One older name may
+// stand for two tests.
 void ReadAutoRun(_WL_CUSTOMERS_XMLCFG& control, const XMLElement& section) {
   AutoRunSwitches switches = MakeSwitches();
   RowFinder finder(switches, &AutoRunSwitch::name);
@@ -53,9 +56,9 @@ void ReadAutoRun(_WL_CUSTOMERS_XMLCFG& control, const XMLElement& section) {
   for (std::size_t i = 0; i < kLastAutoRunTest; ++i) control.AutoRunCfg[i] = switches[i].is_true;
   for (const PmTestRow& test : PmTests()) {
     if (test.older.empty()) continue;
-    if (std::ranges::find(switches, test.older, &AutoRunSwitch::name)->is_true) {
-      SetAutoRun(control, test.id, true);
-    }
+    const auto older = std::ranges::find(switches, test.older, &AutoRunSwitch::name);
+    assert(older != switches.end());  // MakeSwitches added it
+    if (older->is_true) SetAutoRun(control, test.id, true);
   }
 }
 
@@ -88,20 +91,20 @@ void ResetTestControl(_WL_CUSTOMERS_XMLCFG& control) {
 
 }  // namespace vexor
 
+using namespace vexor;
+
 bool GetTestControlXML(_WL_CUSTOMERS_XMLCFG& control, const tinyxml2::XMLElement* root,
                        const std::string& version) {
-  vexor::ResetTestControl(control);
-  using vexor::FindSection;
-  using vexor::Section;
+  ResetTestControl(control);
   if (FindSection(root, Section::kTestControl) == nullptr) return false;
   if (const auto* const switches = FindSection(root, Section::kAutoRun)) {
-    vexor::ReadAutoRun(control, *switches);
+    ReadAutoRun(control, *switches);
   }
   if (const auto* const traces = FindSection(root, Section::kTestTraces)) {
-    vexor::ReadTraces(control, *traces, version);
+    ReadTraces(control, *traces, version);
   }
   if (const auto* const runner = FindSection(root, Section::kWorkloadRunner)) {
-    vexor::ReadOptions(*runner, vexor::kWorkloadRunnerOptions, control, nullptr);
+    ReadOptions(*runner, kWorkloadRunnerOptions, control, nullptr);
   }
   return true;
 }

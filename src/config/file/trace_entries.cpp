@@ -13,19 +13,19 @@ namespace {
 
 constexpr std::string_view kOlderDeviceTest = "PCIe-Link-DState";
 
-// Items by index, with the one error that a malformed trace configuration has.
+// Returns an item, or throws the error of malformed trace entries.
 const std::string& At(const std::vector<std::string>& items, std::size_t index) {
   if (index >= items.size()) throw std::out_of_range("invalid vector<T> subscript");
   return items[index];
 }
 
-// What is no number counts as negative, hence as old; so does one beyond 64 bits.
+// Anything but a number, and numbers beyond 64 bits, count as negative and therefore as old.
 std::int32_t VersionNumber(const std::string& piece) {
   return static_cast<std::int32_t>(
       static_cast<std::uint32_t>(ParseUnsigned(piece).value_or(kNoNumber32)));
 }
 
-// The fields are trimmed, and so is what they make.
+// Joins fields, which Split has trimmed.
 std::string JoinFields(const std::vector<std::string>& fields) {
   std::string text = fields.front();
   for (std::size_t i = 1; i < fields.size(); ++i) text += "_" + fields[i];
@@ -51,7 +51,7 @@ void TraceMigration::Append(const std::string& entry, std::vector<std::string>& 
   const std::vector<std::string> parts = Split(fields[2], ':', false);
   std::string current = entry;
   if (At(parts, 0) == "0" && is_old_) {
-    // Every "0" of the field, not only the code: files have been brought up to date this way.
+    // Replaces every "0" of the field, not only the code: existing files were converted this way.
     StringReplaceSubstring(fields[2], "0", "Con");
     current = JoinFields(fields);
   }

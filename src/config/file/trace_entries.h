@@ -1,5 +1,5 @@
-// The entries of "TestTraceCfg", such as "CSTATES_Core_Con:10": fields joined by "_", the first the
-// name of a test, the third of parts joined by ":".
+// The entries of "TestTraceCfg", such as "CSTATES_Core_Con:10": fields joined by "_". The first
+// field is the name of a test; the third consists of parts joined by ":".
 #pragma once
 
 #include <string>
@@ -8,19 +8,20 @@
 
 namespace vexor {
 
-// Brings entries of older files up to date. Its errors are std::out_of_range with the text "invalid
-// vector<T> subscript": on purpose, an entry in the wrong form makes the configuration unusable.
+// Converts the entries of older files to the current form. Malformed entries throw
+// std::out_of_range with the text "invalid vector<T> subscript": a configuration with one must not
+// be used.
 class TraceMigration {
  public:
-  // Throws for a version text of fewer than four pieces.
+  // Throws for a version of fewer than four pieces.
   explicit TraceMigration(const std::string& version);
 
-  // Appends the entry, which is not empty, in its current form: two entries where the older test
-  // stands for two. Throws for fewer than three fields or a third field without a part.
+  // Appends the current form of an entry, which must not be empty: two entries if its older test
+  // name stands for two tests. Throws for fewer than three fields or an empty third field.
   void Append(const std::string& entry, std::vector<std::string>& entries) const;
 
  private:
-  bool is_old_ = false;  // "Con" was still written "0"
+  bool is_old_ = false;  // whether the version wrote "0" instead of "Con"
 };
 
 }  // namespace vexor

@@ -1,4 +1,4 @@
-// How a configuration file's version text is judged.
+// Comparison of version texts.
 #pragma once
 
 #include <string>
@@ -7,11 +7,12 @@
 
 namespace vexor {
 
-// Splits a version text into its pieces, empty ones left out; the fourth is cut at its first "_".
+// Splits a version at the dots, without empty pieces. The fourth piece is cut at its first "_": a
+// suffix such as "_debug" does not count.
 std::vector<std::string> SplitVersion(std::string_view version);
 
-// Returns whether the first and fourth pieces are the library's own, as texts; false for a version
-// of fewer than four pieces.
+// Returns whether the first and fourth pieces equal the library's, as text; false for fewer than
+// four pieces.
 bool IsCompatibleVersion(std::string_view version);
 
 }  // namespace vexor

@@ -15,6 +15,7 @@ void ReadWorkload(const XMLElement& group, const WorkloadRow& workload,
                   _WORKLOADS_XMLCFG& workloads) {
   ConfigRecord& record = workload.record(workloads);
   if (workload.name_home != nullptr) {
+    // Only the rows of graphics workloads have a name, so the record is theirs.
     static_cast<_GFX_WORKLOAD_CFG&>(record).AutoRun = false;
     record.*workload.name_home = workload.name;
   }
@@ -25,13 +26,15 @@ void ReadWorkload(const XMLElement& group, const WorkloadRow& workload,
 }  // namespace
 }  // namespace vexor
 
+using namespace vexor;
+
 bool GetWorkLoadsXML(_WORKLOADS_XMLCFG& workloads, const tinyxml2::XMLElement* root) {
-  const auto* const section = vexor::FindSection(root, vexor::Section::kWorkloads);
+  const auto* const section = FindSection(root, Section::kWorkloads);
   if (section == nullptr) return false;
-  for (const vexor::WorkloadRow& workload : vexor::kWorkloads) {
+  for (const WorkloadRow& workload : kWorkloads) {
     const auto* const group =
-        workload.group.empty() ? section : vexor::FindElement(section, workload.group);
-    if (group != nullptr) vexor::ReadWorkload(*group, workload, workloads);
+        workload.group.empty() ? section : FindElement(section, workload.group);
+    if (group != nullptr) ReadWorkload(*group, workload, workloads);
   }
   return true;
 }

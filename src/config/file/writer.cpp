@@ -1,6 +1,7 @@
 #include "vexor/config/writer.h"
 
 #include <algorithm>
+#include <cassert>
 #include <new>
 
 #include "config/file/xml_writer.h"
@@ -21,7 +22,7 @@ void WriteTagComment(XmlWriter& out, std::string_view opening, std::string_view 
   out.Comment(std::string(opening).append(name).append(":").append(hint));
 }
 
-// `knob_hint` is the text of a hint that the record holds; none is written for an empty one.
+// `knob_hint` is the record's KnobHint, for hints of kind kRecord; an empty one writes no comment.
 void WriteHint(XmlWriter& out, std::string_view name, const Hint& hint,
                std::string_view knob_hint = {}) {
   constexpr std::string_view kOptions = "Valid options for tag ";
@@ -59,7 +60,10 @@ void WriteOptions(XmlWriter& out, std::span<const OptionRow> options, const Conf
     WriteHint(out, option.name, option.hint, knob_hint);
     if (option.text != nullptr) {
       out.TextElement(option.name, record.*option.text);
-    } else if (option.item.empty()) {
+      continue;
+    }
+    assert(option.list != nullptr);  // IsWellFormed: flags are never written
+    if (option.item.empty()) {
       WriteTexts(out, option.name, record.*option.list);
     } else {
       out.Element(option.name, [&] { WriteTexts(out, option.item, record.*option.list); });
@@ -70,6 +74,7 @@ void WriteOptions(XmlWriter& out, std::span<const OptionRow> options, const Conf
 void WriteArguments(XmlWriter& out, std::span<const OptionRow> options,
                     const ConfigRecord& record) {
   for (const OptionRow& option : options) {
+    assert(option.text != nullptr);  // the tables of tests with arguments have no lists
     const std::string& value = record.*option.text;
     const bool is_range = option.range_attribute && value.find('-') != std::string::npos;
     const char* const attribute = is_range ? "randVal" : "val";
@@ -77,7 +82,7 @@ void WriteArguments(XmlWriter& out, std::span<const OptionRow> options,
   }
 }
 
-// Writes the groups of a table, each with what `write_row` writes for its rows.
+// Writes a table with one element for each group; `write_row` writes the rows in it.
 template <class Row, class WriteRow>
 void WriteGroups(XmlWriter& out, std::span<const Row> rows, const WriteRow& write_row) {
   while (!rows.empty()) {
@@ -111,10 +116,11 @@ void WriteGlobalPm(XmlWriter& out, const _GLOBALPM_XMLCFG& pm) {
   WriteGroups(out, PmTests(), [&](const PmTestRow& test) { WritePmTest(out, test, pm); });
 }
 
-// Writes the values in their order. Of the names that always stand, one without a value is written
-// empty, and so unread, where their own order puts it.
+// Writes the values in their order. Values of `always` that are absent are written as empty
+// elements, which readers ignore: after the value that precedes them in `always`, or first.
 void WritePairs(XmlWriter& out, const NamedValues& pairs, std::span<const OptionRow> always) {
   using Pair = NamedValues::value_type;
+  // Writes the absent values at the front of `always`, up to the first that is present.
   const auto write_absent = [&] {
     for (; !always.empty(); always = always.subspan(1)) {
       const OptionRow& due = always.front();
@@ -127,6 +133,7 @@ void WritePairs(XmlWriter& out, const NamedValues& pairs, std::span<const Option
   for (const auto& [name, value] : pairs) {
     const auto known = std::ranges::find(always, name, &OptionRow::name);
     if (known != always.end()) WriteHint(out, name, known->hint);
+    // Names come from the application; others would make the file unreadable.
     if (IsXmlName(name)) out.TextElement(name, value);
     if (!always.empty() && name == always.front().name) {
       always = always.subspan(1);
@@ -159,7 +166,7 @@ void WriteCustomTables(XmlWriter& out, const _CUSTOM_XMLCFG& cfg) {
   for (const CustomTableRow& table : kCustomTables) WriteCustomTable(out, table, cfg);
 }
 
-// What stands in a section beside the sections in it.
+// Writes the contents of a section except its subsections.
 void WriteContent(XmlWriter& out, Section section, const _XML_FULL_CFG& cfg) {
   const _GLOBALCONFIG_XMLCFG& global = cfg.GlobalConfig;
   switch (section) {
@@ -191,7 +198,7 @@ void WriteContent(XmlWriter& out, Section section, const _XML_FULL_CFG& cfg) {
   }
 }
 
-// No configuration is written with workloads.
+// Workloads are never written.
 void WriteSection(XmlWriter& out, const SectionRow& row, const _XML_FULL_CFG& cfg) {
   if (row.section == Section::kWorkloads) return;
   if (row.section == Section::kVersion) return out.TextElement(row.name, GetVersionText());
@@ -204,7 +211,7 @@ void WriteSection(XmlWriter& out, const SectionRow& row, const _XML_FULL_CFG& cf
   });
 }
 
-// The caller's record holds the hints that the file shows.
+// Callers see the hints of the written file in their record, too.
 void SetKnobHints(_GLOBALPM_XMLCFG& pm) {
   for (const PmTestRow& test : PmTests()) {
     if (test.knob_hint.empty()) continue;
@@ -222,13 +229,15 @@ std::string FormatXMLConfig(const _XML_FULL_CFG& cfg) {
 
 }  // namespace vexor
 
+using namespace vexor;
+
 bool WriteXMLConfig(const char* path, _XML_FULL_CFG& cfg, bool writeDefaults) {
   if (path == nullptr) return false;
   try {
-    const std::string target = path;  // a text of the record itself would not outlive the reset
+    const std::string target = path;  // `path` may point into the record, which the reset changes
     if (writeDefaults) ResetVexorXmlConfiguration(cfg);
-    vexor::SetKnobHints(cfg.GlobalPM);
-    return !vexor::ReplaceFileContent(target, vexor::FormatXMLConfig(cfg));
+    SetKnobHints(cfg.GlobalPM);
+    return !ReplaceFileContent(target, FormatXMLConfig(cfg));
   } catch (const std::bad_alloc&) {
     return false;
   }

@@ -13,17 +13,18 @@ namespace {
 
 constexpr auto kEnd = std::string_view::npos;
 
-// Walks over the markup of a content as the XML library does, and looks at nothing but what costs
-// more than linear time. Where the markup is malformed it ends: there the XML library does, too.
+// Scans the markup as the XML library does, for what costs it more than linear time. It runs before
+// the XML library, because that cannot be interrupted. Where the markup is malformed, the scan
+// ends: the XML library stops there, too.
 class BoundsCheck {
  public:
   explicit BoundsCheck(std::string_view content) : content_(content) {}
 
-  // Returns what is beyond the bounds.
+  // Returns the first violation of a limit.
   std::optional<XmlRefusal> Find() {
     while (!refusal_ && at_ < content_.size()) {
       const std::size_t tag = std::min(content_.find('<', at_), content_.size());
-      LookAtText(at_, tag);
+      CheckText(at_, tag);
       at_ = tag;
       if (at_ < content_.size()) PassMarkup();
     }
@@ -46,7 +47,7 @@ class BoundsCheck {
     PassTag();
   }
 
-  // Each value in quotes is that of one attribute.
+  // Counts quoted values, one for each attribute.
   void PassTag() {
     const std::size_t tag = at_;
     int attributes = 0;
@@ -59,13 +60,14 @@ class BoundsCheck {
         return Refuse(tag,
                       "an element of more than " + std::to_string(kMostAttributes) + " attributes");
       }
-      LookAtText(at_ + 1, end);
+      CheckText(at_ + 1, end);
       at_ = end + 1;
     }
     if (at_ == kEnd || content_[at_] != '>') at_ = content_.size();
   }
 
-  void LookAtText(std::size_t at, std::size_t end) {
+  // Counts the references that are not terminated within the length of a valid one.
+  void CheckText(std::size_t at, std::size_t end) {
     constexpr std::size_t kLongestReference = 16;
     for (;; ++at) {
       at = content_.substr(0, end).find("&#", at);
@@ -112,6 +114,8 @@ XmlRefusal ExplainError(std::string_view content, const tinyxml2::XMLDocument& d
   XmlRefusal refusal{.line = document.ErrorLineNum(),
                      .what = std::string(NameError(document.ErrorID())),
                      .expected = {}};
+  // The XML library names the element that failed; the linter names the cause. Nesting depth is the
+  // one limit that the linter does not have.
   if (document.ErrorID() != tinyxml2::XML_ELEMENT_DEPTH_EXCEEDED) {
     if (const auto stop = LintXml(content).stop) {
       refusal = {.line = stop->line, .what = stop->what, .expected = stop->expected};
@@ -132,7 +136,7 @@ tinyxml2::XMLError ParseXml(std::string_view content, tinyxml2::XMLDocument& doc
 }
 
 tinyxml2::XMLError ParseXmlFile(std::FILE* file, tinyxml2::XMLDocument& document) {
-  const bool is_readable = std::fgetc(file) != EOF || std::ferror(file) == 0;  // no folder
+  const bool is_readable = std::fgetc(file) != EOF || std::ferror(file) == 0;  // fails for a folder
   if (!is_readable || std::fseek(file, 0, SEEK_END) != 0) {
     return tinyxml2::XML_ERROR_FILE_READ_ERROR;
   }

@@ -1,7 +1,9 @@
 #include "config/file/xml_lint.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cstdint>
+#include <iterator>
 #include <utility>
 
 #include "config/texts/xml_characters.h"
@@ -20,7 +22,7 @@ std::string_view TakeBlanks(std::string_view& rest) {
   return blanks;
 }
 
-// What the library's parser takes for a name; a strict one knows fewer.
+// The names that the XML library accepts; a strict parser accepts fewer.
 bool StartsName(char c) {
   return (ToUpper(c) >= 'A' && ToUpper(c) <= 'Z') || c == '_' || c == ':' ||
          static_cast<unsigned char>(c) > 127;
@@ -38,7 +40,7 @@ std::string_view TakeName(std::string_view& rest) {
   return name;
 }
 
-// The beginning of what stands there, up to the end of its line.
+// Returns the beginning of a text for a message, at most to the end of the line.
 std::string Excerpt(std::string_view text) {
   constexpr std::size_t kLongest = 40;
   text = text.substr(0, kLongest + 1);
@@ -50,7 +52,7 @@ std::string Tag(std::string_view opening, std::string_view name) {
   return std::string(opening).append(Excerpt(name)).append(">");
 }
 
-// The pseudo-attributes of an XML declaration: ` version="1.0"`.
+// Takes a pseudo-attribute of an XML declaration, such as ` version="1.0"`, and returns its value.
 std::optional<std::string_view> TakeSetting(std::string_view& rest, std::string_view name) {
   std::string_view ahead = rest;
   if (TakeBlanks(ahead).empty() || !ahead.starts_with(name)) return std::nullopt;
@@ -79,7 +81,7 @@ Encoding ParseEncoding(std::string_view name) {
   if (EqualsIgnoreCase(name, "ASCII") || EqualsIgnoreCase(name, "US-ASCII")) {
     return Encoding::kAscii;
   }
-  // Of all other encodings, these have the characters of ASCII where it has them.
+  // Encodings that extend ASCII: markup and names read correctly, other bytes read as they are.
   struct Family {
     std::string_view prefix;
     std::uint64_t first, last;
@@ -93,6 +95,7 @@ Encoding ParseEncoding(std::string_view name) {
   return is_known ? Encoding::kOther : Encoding::kUnknown;
 }
 
+// One pass over the content. at_ never passes the end, and line_ is the line of at_.
 class Linter {
  public:
   explicit Linter(std::string_view content)
@@ -147,7 +150,7 @@ class Linter {
   int line_ = 1;
   bool has_root_ = false;
   bool has_type_ = false;
-  bool is_behind_instructions_ = false;  // the library's parser takes no more of them
+  bool is_behind_instructions_ = false;  // past the point where the XML library accepts <?...?>
   std::vector<OpenElement> open_;
   XmlLint lint_;
 };
@@ -166,14 +169,15 @@ std::string Linter::Name(const OpenElement& open) {
   return Tag("<", open.name) + ", opened on line " + std::to_string(open.line);
 }
 
-// Goes on by so many bytes, or to the end.
+// Advances by `size` bytes, or to the end.
 void Linter::Pass(std::size_t size) {
   const std::string_view passed = Rest().substr(0, size);
   line_ += static_cast<int>(std::ranges::count(passed, '\n'));
   at_ += passed.size();
+  assert(at_ <= content_.size());
 }
 
-// Of the same fault on one line one is enough.
+// Reports a fault once for each line.
 void Linter::AddAt(int line, std::string_view text, std::string what, std::string expected) {
   XmlFault fault{line, Excerpt(text), std::move(what), std::move(expected)};
   if (!lint_.faults.empty()) {
@@ -187,7 +191,7 @@ void Linter::Add(std::string_view text, std::string what, std::string expected) 
   AddAt(line_, text, std::move(what), std::move(expected));
 }
 
-// Each of them is a loss of its own.
+// Reported each time, unlike other faults: each is a loss of data.
 void Linter::AddDropped(std::string_view text, std::string what) {
   lint_.faults.push_back({line_, Excerpt(text), std::move(what), {}, true});
 }
@@ -196,7 +200,7 @@ void Linter::Stop(std::string what, std::string expected) {
   lint_.stop = {line_, {}, std::move(what), std::move(expected)};
 }
 
-// "<?xml version="1.0" encoding="UTF-8"?>", which stands first or nowhere.
+// Checks "<?xml version="1.0" encoding="UTF-8"?>", which is only valid at the start.
 void Linter::LintDeclaration() {
   const std::string_view all = Rest().substr(0, Rest().find("?>"));
   std::string_view rest = all;
@@ -223,7 +227,7 @@ void Linter::LintNext() {
   if (rest.starts_with("<!--")) return LintComment();
   if (rest.starts_with("<![CDATA[")) return LintData();
   if (rest.starts_with("<?")) return LintInstruction();
-  is_behind_instructions_ = true;
+  is_behind_instructions_ = true;  // a document type and any tag end the prolog
   if (rest.starts_with("<!")) return LintType();
   LintTag();
 }
@@ -241,7 +245,7 @@ void Linter::LintText() {
   PassCharacters(text, "&]");
 }
 
-// Passes a text, and lints what begins with one of the characters.
+// Advances past a text, and checks it wherever one of the special characters occurs.
 void Linter::PassCharacters(std::string_view text, const char* special) {
   for (;;) {
     const std::size_t plain = std::min(text.find_first_of(special), text.size());
@@ -274,8 +278,8 @@ void Linter::LintReference(std::string_view text) {
   }
 }
 
-// Returns whether the text begins with "&#65;" or "&#x41;", whatever the number. The library's
-// parser ends a text at the character 0 and drops what takes more than 21 bits.
+// Returns whether the text begins with a character reference, such as "&#65;" or "&#x41;", with any
+// number. The XML library ends a text at character 0 and drops references of more than 21 bits.
 bool Linter::LintCharacterReference(std::string_view text) {
   constexpr auto kNumber = UnsignedText::Kind::kNumber;
   const bool is_hex = text.starts_with("&#x");
@@ -297,7 +301,7 @@ bool Linter::LintCharacterReference(std::string_view text) {
   return true;
 }
 
-// Returns what stands between the two marks; nothing where the second is missing.
+// Returns the text between two delimiters; stops and returns nothing if the second is missing.
 std::optional<std::string_view> Linter::FindBody(std::string_view begin, std::string_view end,
                                                  std::string_view name) {
   const std::size_t size = Rest().find(end, begin.size());
@@ -344,7 +348,7 @@ void Linter::LintInstruction() {
   Pass(body->size() + 4);
 }
 
-// "<!DOCTYPE VEXOR SYSTEM "vexor.dtd">" before the root element, and no other markup.
+// Accepts "<!DOCTYPE VEXOR SYSTEM "vexor.dtd">" before the root element, and no other "<!" markup.
 void Linter::LintType() {
   const auto body = FindBody("<!", ">", "markup");
   if (!body) return;
@@ -411,6 +415,7 @@ void Linter::Close(std::string_view name) {
   if (open_.empty()) {
     return Stop(tag + " closes no element: what follows it is not read");
   }
+  // The XML library stops at the first mismatch, so there is no resynchronisation.
   const OpenElement& open = open_.back();
   if (open.name != name) {
     return Stop(tag + " does not close " + Name(open), Tag("</", open.name));
@@ -418,8 +423,8 @@ void Linter::Close(std::string_view name) {
   open_.pop_back();
 }
 
-// Passes the attributes and the end of the tag. Returns whether the tag ends in "/>"; nothing
-// when it has no end.
+// Advances past the attributes and the end of the tag. Returns whether the tag ends in "/>"; stops
+// and returns nothing if it has no end.
 std::optional<bool> Linter::LintAttributes(std::string_view element, bool is_end) {
   std::vector<std::string_view> names;
   for (;;) {
@@ -456,7 +461,7 @@ std::optional<bool> Linter::LintAttributes(std::string_view element, bool is_end
   }
 }
 
-// Passes the value of an attribute.
+// Advances past the value of an attribute. Stops and returns false if there is none.
 bool Linter::LintValue(std::string_view name) {
   const auto stop = [this, name](const char* what) {
     Stop("the attribute " + Excerpt(name) + what, std::string(Excerpt(name)) + "=\"value\"");
@@ -476,7 +481,7 @@ bool Linter::LintValue(std::string_view name) {
   return true;
 }
 
-// The library's parser reads no further than to a zero byte.
+// The XML library takes a zero byte for the end of the file.
 std::string Linter::NameEnd() const {
   return has_zero_ ? "a zero byte ends the file" : "the file ends";
 }
@@ -490,11 +495,11 @@ void Linter::LintEnd() {
   }
 }
 
-// Bytes that are not the encoding, and characters that XML does not have. One finding for all
-// bytes: of a file in another encoding, there are many.
+// Reports forbidden characters, and bytes that are invalid in the declared encoding. The bytes give
+// one finding for the whole file: in a file of another encoding there are many.
 void Linter::LintCharacters() {
   int line = 1;
-  std::size_t strangers = 0;
+  std::size_t invalid_bytes = 0;
   XmlFault first;
   for (std::string_view rest = content_; !rest.empty();) {
     if (rest.front() == '\n') ++line;
@@ -504,21 +509,23 @@ void Linter::LintCharacters() {
       const bool is_utf8 = encoding_ == Encoding::kUtf8;
       if (is_utf8) c = DecodeUtf8(rest);
       if (!is_utf8 || c.size == 0) {
-        if (++strangers == 1) first = {line, FormatHex("0x", 2, byte), {}, {}};
+        if (++invalid_bytes == 1) first = {line, FormatHex("0x", 2, byte), {}, {}};
         c = {.value = ' ', .size = 1};
       }
     }
     if (!IsXmlCharacter(c.value)) {
       AddAt(line, FormatHex("U+", 4, c.value), "character that XML forbids");
     }
+    assert(c.size > 0);  // invalid UTF-8 was replaced above
     rest.remove_prefix(c.size);
   }
-  if (strangers == 0 || encoding_ == Encoding::kUnknown) return;
+  if (invalid_bytes == 0 || encoding_ == Encoding::kUnknown) return;
   constexpr std::string_view kWhat[] = {
       "byte that is no UTF-8", "byte that is no ASCII, the encoding that the file declares",
       "byte above 0x7F, read as it stands and not by the encoding that the file declares"};
+  assert(static_cast<std::size_t>(encoding_) < std::size(kWhat));
   first.what = kWhat[static_cast<std::size_t>(encoding_)];
-  if (strangers > 1) first.what += ", the first of " + std::to_string(strangers);
+  if (invalid_bytes > 1) first.what += ", the first of " + std::to_string(invalid_bytes);
   first.expected = "UTF-8";
   lint_.faults.push_back(std::move(first));
 }

@@ -7,19 +7,21 @@
 namespace vexor {
 namespace {
 
-// XML 1.0 has no other control characters than tab and line ends, not even as references.
-bool IsOutsideXml(char c) { return static_cast<unsigned char>(c) < ' ' && c != '\t' && c != '\n'; }
+// XML 1.0 allows no control characters except tab and line ends, not even as references.
+bool IsForbiddenInXml(char c) {
+  return static_cast<unsigned char>(c) < ' ' && c != '\t' && c != '\n';
+}
 
 }  // namespace
 
-// Line ends become what a reader of XML sees in their place. A bare CR must not reach the file: the
-// XML library takes LF and CR for one line end.
+// CR LF and CR become LF, which is what an XML parser reports for them. A bare CR must not reach
+// the file: the XML library would read LF CR as one line end.
 const char* XmlWriter::Clean(std::string_view text) {
   clean_.clear();
   for (std::size_t i = 0; i < text.size(); ++i) {
     if (text[i] == '\r') {
       if (!text.substr(i + 1).starts_with('\n')) clean_ += '\n';
-    } else if (!IsOutsideXml(text[i])) {
+    } else if (!IsForbiddenInXml(text[i])) {
       clean_ += text[i];
     }
   }

@@ -1,5 +1,5 @@
-// Printing an XML document into a text. The document is well-formed whatever the texts in it hold:
-// markup characters are escaped and characters that XML has no place for are left out.
+// Prints an XML document into a string. Any text gives a well-formed document: markup characters
+// are escaped, and characters that XML forbids are dropped.
 //
 //   XmlWriter out;
 //   out.Element("VEXOR", [&out] { out.TextElement("Version", "3.21.522.0"); });
@@ -24,40 +24,40 @@ class XmlWriter {
   };
   using Attributes = std::initializer_list<Attribute>;
 
-  // Writes an element with what `write_content` writes meanwhile.
+  // Writes an element whose content `write_content` writes.
   template <class WriteContent>
   void Element(std::string_view name, Attributes attributes, const WriteContent& write_content) {
-    const std::string kept(name);  // the printer remembers where it stands
-    const bool stands_in_line = in_line_;
-    printer_.OpenElement(kept.c_str(), stands_in_line);
+    const std::string kept(name);  // the printer keeps the pointer until the element is closed
+    const bool was_in_line = in_line_;
+    printer_.OpenElement(kept.c_str(), was_in_line);
     PushAttributes(attributes);
     write_content();
     printer_.CloseElement(in_line_);
-    in_line_ = stands_in_line;
+    in_line_ = was_in_line;
   }
   template <class WriteContent>
   void Element(std::string_view name, const WriteContent& write_content) {
     Element(name, {}, write_content);
   }
 
-  // Writes what follows in the present element on the element's own line.
+  // Writes the rest of the current element on its own line.
   void KeepOnLine() { in_line_ = true; }
 
-  // Writes an element that holds a text, which may be empty.
+  // Writes an element with a text, which may be empty.
   void TextElement(std::string_view name, std::string_view text);
 
-  // Writes an element that has attributes and no content.
+  // Writes an element with attributes and no content.
   void AttributeElement(std::string_view name, Attributes attributes) {
     Element(name, attributes, [] {});
   }
 
-  // A blank parts hyphens that would end the comment.
+  // Writes a comment. Consecutive hyphens, which XML forbids there, are separated by blanks.
   void Comment(std::string_view text);
 
   std::string Release() && { return std::move(printer_.document); }
 
  private:
-  // The XML library's own buffer counts its bytes in an int.
+  // Collects the output in a string: the XML library's own buffer is limited to 2 GiB.
   class Printer : public tinyxml2::XMLPrinter {
    public:
     std::string document;
@@ -69,8 +69,8 @@ class XmlWriter {
 
   void PushAttributes(Attributes attributes);
 
-  // Returns, until the next call, the text with the line ends of XML and without the characters
-  // that XML cannot hold.
+  // Returns the text with normalised line ends and without forbidden characters. The result is
+  // valid until the next call.
   const char* Clean(std::string_view text);
 
   Printer printer_;
