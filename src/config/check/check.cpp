@@ -3,6 +3,7 @@
 #include <tinyxml2.h>
 
 #include <algorithm>
+#include <cassert>
 #include <fstream>
 #include <memory>
 #include <utility>
@@ -33,7 +34,8 @@ using tinyxml2::XMLElement;
 
 constexpr std::string_view kRoot = NameOf(Section::kRoot);
 
-// Whether an element of an older name is what the reader takes for one of the current names.
+// Returns whether the reader uses an element with an older name: the element of one of its current
+// names is absent, or does not count.
 bool HasEffect(const ElementModel& older, const XMLElement& parent) {
   return std::ranges::any_of(older.currents, [&](std::string_view name) {
     const XMLElement* const current = FindElement(&parent, name);
@@ -49,7 +51,7 @@ bool IsGivenByOlder(const XMLElement& parent, const ElementModel& model, std::st
   });
 }
 
-// Whether an option that a file may hold has a default that its absence does not give.
+// Returns whether an option has a default that is lost if the option is absent from its section.
 bool HasDefault(const ElementModel& element) {
   const OptionRow* const option = element.option;
   return option != nullptr && option->text != nullptr && option->flow == Flow::kReadWrite &&
@@ -57,8 +59,8 @@ bool HasDefault(const ElementModel& element) {
          option->adjust.run == nullptr && !option->reset.empty();
 }
 
-// Walks the document beside its model: every element is known, in its place and of its kind, or a
-// finding.
+// Walks the document and its model in parallel. Every element that is unknown, misplaced or of the
+// wrong kind gives a finding.
 class Checker {
  public:
   std::vector<Finding> Check(std::string_view content);
@@ -156,6 +158,7 @@ void Checker::CheckChildren(const XMLElement& element, const ElementModel& model
       unknown_.AddElement(child, model, child_path);
       continue;
     }
+    // `known` points into the children, so its offset is the index.
     auto& [first, count] = seen[static_cast<std::size_t>(known - model.children.data())];
     if (++count == 1) first = &child;
     if (known->repeats) child_path = EntryPath(child_path, count);
@@ -219,6 +222,7 @@ void Checker::CheckOptionElement(const XMLElement& element, const ElementModel& 
     if (CheckLeaf(element, path, findings_)) system_.CheckItem(element, *model.list, path);
     return;
   }
+  assert(model.option != nullptr);  // only items of system lists have none
   const OptionRow& option = *model.option;
   if (option.flag != nullptr) return CheckSwitch(element, path, findings_);
   if (!CheckLeaf(element, path, findings_)) return;
@@ -229,7 +233,7 @@ void Checker::CheckOptionElement(const XMLElement& element, const ElementModel& 
   CheckText(element, path, text, option, findings_);
 }
 
-// Tells of a test that runs without any options in the file.
+// Also notes a test that is switched on but has no options in the file.
 void Checker::CheckTestSwitch(const XMLElement& element, const ElementModel& model,
                               const std::string& path) {
   CheckSwitch(element, path, findings_);
@@ -248,6 +252,7 @@ void Checker::CheckTestSwitch(const XMLElement& element, const ElementModel& mod
 
 void Checker::CheckPairs(const XMLElement& element, const ElementModel& model,
                          const std::string& path) {
+  assert(model.list != nullptr);  // only system lists hold pairs
   CheckStrayText(element, path, findings_);
   for (const XMLElement& child : ChildElements(element)) {
     const std::string child_path = JoinPath(path, ShortenName(child.Name()));
@@ -271,7 +276,7 @@ void Checker::CheckVersion(const XMLElement& element, const std::string& path) {
   finding.is_older_form = is_compatible;
 }
 
-// The reader begins to count anew.
+// The counter is written but never read: the reader sets it to 1.
 void Checker::CheckCounter(const XMLElement& element, const std::string& path) {
   if (!CheckLeaf(element, path, findings_)) return;
   OptionRow counter;
@@ -316,7 +321,7 @@ void Checker::CheckArguments(const XMLElement& element, const ElementModel& mode
   AddMissing(element, model, path, [&](std::size_t i) { return seen[i]; });
 }
 
-// The value of an argument is an attribute.
+// Reports content of an argument: its value is an attribute.
 void Checker::CheckContentOfArgument(const XMLElement& arg, const std::string& path) {
   for (const tinyxml2::XMLNode* node = arg.FirstChild(); node != nullptr;
        node = node->NextSibling()) {
@@ -338,6 +343,7 @@ void Checker::CheckArgument(const XMLElement& arg, const ElementModel& model,
   CheckContentOfArgument(arg, path);
   const char* const value = arg.Attribute("val");
   if (value != nullptr) {
+    assert(model.option != nullptr);
     CheckText(arg, path, value, *model.option, findings_);
     return;
   }
@@ -349,8 +355,8 @@ void Checker::CheckArgument(const XMLElement& arg, const ElementModel& model,
   finding.expected = "the attribute val";
 }
 
-// Options that a present element lacks read as empty, not as their defaults. `find` returns the
-// element of the model's child of that index, or null.
+// Notes the options that are absent from a present element: they read as empty, not as their
+// defaults. `find` returns the element for the model's child of that index, or null.
 template <class Find>
 void Checker::AddMissing(const XMLElement& element, const ElementModel& model,
                          const std::string& path, const Find& find) {
@@ -358,9 +364,9 @@ void Checker::AddMissing(const XMLElement& element, const ElementModel& model,
   Words missing;
   for (std::size_t i = 0; i < model.children.size(); ++i) {
     const ElementModel& child = model.children[i];
-    const bool is_told = find(i) != nullptr || IsGivenByOlder(element, model, child.name) ||
-                         std::ranges::find(times, child.name) != times.end();
-    if (!is_told && HasDefault(child)) missing.push_back(child.name);
+    const bool is_given = find(i) != nullptr || IsGivenByOlder(element, model, child.name) ||
+                          std::ranges::find(times, child.name) != times.end();
+    if (!is_given && HasDefault(child)) missing.push_back(child.name);
   }
   if (!missing.empty()) {
     findings_.AddNote(element, path, JoinWithCommas(missing),
@@ -368,11 +374,12 @@ void Checker::AddMissing(const XMLElement& element, const ElementModel& model,
   }
 }
 
-// Returns the times that it tells of: those without which a test runs.
+// Warns of a test that is switched on without its times, and returns their names, so that they are
+// not reported twice.
 template <class Find>
 Words Checker::AddMissingTimes(const XMLElement& element, const ElementModel& model,
                                const std::string& path, const Find& find) {
-  if (!RunsByItself(*root_, model)) return {};
+  if (!IsSwitchedOn(*root_, model)) return {};
   Words texts(model.children.size());
   for (std::size_t i = 0; i < texts.size(); ++i) {
     const XMLElement* const child = find(i);
@@ -392,7 +399,7 @@ Words Checker::AddMissingTimes(const XMLElement& element, const ElementModel& mo
   return times;
 }
 
-// What there is to say of a file that is not looked into.
+// Returns the only finding for a file that is not checked.
 std::vector<Finding> OneFinding(const std::string& text, std::string what, std::string expected) {
   Findings findings;
   findings.Add(Severity::kError, 0, "", text, std::move(what)).expected = std::move(expected);
@@ -411,7 +418,7 @@ std::vector<Finding> CheckXMLConfigText(std::string_view content, const CheckLim
 
 std::vector<Finding> CheckXMLConfig(const std::string& path, const CheckLimits& limits) {
   std::ifstream file(path, std::ios::binary);
-  file.peek();  // a folder can be opened and not read
+  file.peek();  // a folder can be opened but not read
   if (!file.is_open() || file.bad()) {
     return OneFinding(path, "cannot be read", "a configuration file");
   }

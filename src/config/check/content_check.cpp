@@ -13,7 +13,7 @@ namespace {
 using tinyxml2::XMLElement;
 using tinyxml2::XMLNode;
 
-// The text of a node, without white space; empty for a node that is no text.
+// Returns the trimmed text of a text node; empty for other nodes.
 std::string_view OwnText(const XMLNode& node) {
   return node.ToText() == nullptr ? std::string_view() : TrimSpace(node.Value());
 }
@@ -71,7 +71,7 @@ Finding* CheckText(const XMLElement& at, const std::string& path, std::string_vi
   return &finding;
 }
 
-// Nothing of the text is trimmed: only the exact word switches on.
+// Uses the text without trimming, because the reader only accepts exactly "true".
 void CheckSwitch(const XMLElement& element, const std::string& path, Findings& findings) {
   if (!CheckLeaf(element, path, findings)) return;
   const XMLNode* const child = element.FirstChild();
@@ -80,7 +80,7 @@ void CheckSwitch(const XMLElement& element, const std::string& path, Findings& f
   option.syntax = Syntax::kBoolean;
   if (TrimSpace(text).empty()) return;
   Finding* const finding = CheckText(element, path, text, option, findings);
-  // What reads as false anyway is written as "false".
+  // A warning means that the text reads as false, so that writing "false" changes nothing.
   if (finding != nullptr) finding->is_older_form = finding->severity == Severity::kWarning;
 }
 

@@ -1,5 +1,5 @@
-// Checks of what one element holds. Each adds to `findings` what a reader does not read, or reads
-// as something else than was written.
+// Checks of the contents of one element. Each adds findings for content that is not read, or
+// probably read differently than meant.
 #pragma once
 
 #include <tinyxml2.h>
@@ -13,23 +13,24 @@
 
 namespace vexor {
 
-// Finds text in an element, or a document, that only has elements to hold.
+// Reports text in a document, or in an element that only holds elements.
 void CheckStrayText(const tinyxml2::XMLNode& parent, const std::string& path, Findings& findings);
 
-// Finds attributes beside the known ones.
+// Reports attributes other than the known ones.
 void CheckAttributes(const tinyxml2::XMLElement& element, const std::string& path,
                      Findings& findings, std::span<const std::string_view> known = {});
 
-// Finds elements in an element that only has a text to hold, and text behind a comment or an
-// element. Returns whether the element's own text, which may be empty, is what stands in it first.
+// Checks an element that only holds a text: reports elements in it, and text after a comment or an
+// element. Returns whether the element's text can be read, which requires that it is empty or comes
+// first.
 bool CheckLeaf(const tinyxml2::XMLElement& element, const std::string& path, Findings& findings);
 
-// Finds a fault in the text of an option, which stands in the element. Returns its finding, valid
-// until the next one is added; null for a good text.
+// Checks an option's text, which is in the element `at`. Returns the finding, valid until the next
+// one is added, or null for a valid text.
 Finding* CheckText(const tinyxml2::XMLElement& at, const std::string& path, std::string_view text,
                    const OptionRow& option, Findings& findings);
 
-// Finds a text that switches nothing on and was meant to, or does not say that it does not.
+// Reports switch texts other than exactly "true" or "false".
 void CheckSwitch(const tinyxml2::XMLElement& element, const std::string& path, Findings& findings);
 
 }  // namespace vexor

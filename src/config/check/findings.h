@@ -1,4 +1,4 @@
-// What a check of a configuration file has found so far, and where.
+// Collects the findings of a check.
 #pragma once
 
 #include <tinyxml2.h>
@@ -13,8 +13,8 @@ namespace vexor {
 
 class Findings {
  public:
-  // Add a finding, on the line of the node or the one given. What is expected and suggested is put
-  // into the result before the next finding is added.
+  // These add a finding on the given line or that of the node. The caller sets `expected` and
+  // `suggestion` in the result, which is valid until the next finding is added.
   Finding& Add(Severity severity, int line, std::string path, std::string_view text,
                std::string what);
   Finding& AddError(const tinyxml2::XMLNode& at, const std::string& path, std::string_view text,
@@ -24,7 +24,7 @@ class Findings {
   Finding& AddNote(const tinyxml2::XMLNode& at, const std::string& path, std::string_view text,
                    std::string what);
 
-  // Gives all findings in the order of their lines, those of one line as they were added.
+  // Returns all findings sorted by line, those of one line in the order in which they were added.
   std::vector<Finding> Sorted() &&;
 
  private:

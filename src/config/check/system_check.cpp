@@ -44,21 +44,21 @@ void SystemCheck::CheckItem(const XMLElement& item, const SystemListRow& list,
   if (!parts) {
     return AddMalformed(item, path, text);
   }
-  const std::array<std::pair<std::string_view, std::optional<Doubt>>, 3> judged = {{
-      {parts->socket, JudgeSocket(parts->socket)},
-      {parts->name, JudgeName(list, parts->name)},
-      {parts->value, JudgeValue(list, parts->name, parts->value)},
+  const std::array<std::pair<std::string_view, std::optional<Issue>>, 3> checked = {{
+      {parts->socket, CheckSocket(parts->socket)},
+      {parts->name, CheckSettingName(list, parts->name)},
+      {parts->value, CheckSettingValue(list, parts->name, parts->value)},
   }};
   std::string mended;
-  for (const auto& [part, doubt] : judged) {
-    const bool is_mended = doubt && !doubt->meant.empty();
-    mended.append(mended.empty() ? "" : "; ").append(is_mended ? doubt->meant : part);
+  for (const auto& [part, issue] : checked) {
+    const bool is_mended = issue && !issue->meant.empty();
+    mended.append(mended.empty() ? "" : "; ").append(is_mended ? issue->meant : part);
   }
-  for (const auto& [part, doubt] : judged) {
-    if (!doubt) continue;
-    Finding& finding = Add(item, path, text, *doubt);
+  for (const auto& [part, issue] : checked) {
+    if (!issue) continue;
+    Finding& finding = Add(item, path, text, *issue);
     finding.what += " at \"" + std::string(part) + "\"";
-    if (!doubt->meant.empty()) finding.suggestion = mended;
+    if (!issue->meant.empty()) finding.suggestion = mended;
   }
 }
 
@@ -66,14 +66,15 @@ void SystemCheck::CheckValue(const XMLElement& value, const SystemListRow& list,
                              const std::string& path) {
   const std::string_view name = value.Name();
   const std::string_view text = TextOf(value);
-  if (const std::optional<Doubt> doubt = JudgeName(list, name)) Add(value, path, name, *doubt);
+  if (const std::optional<Issue> issue = CheckSettingName(list, name))
+    Add(value, path, name, *issue);
   const auto row = std::ranges::find(list.values, name, &OptionRow::name);
   if (row != list.values.end()) {
     CheckText(value, path, text, *row, findings_);
     return;
   }
   if (text.empty()) return;
-  if (const auto doubt = JudgeValue(list, name, text)) Add(value, path, text, *doubt);
+  if (const auto issue = CheckSettingValue(list, name, text)) Add(value, path, text, *issue);
 }
 
 void SystemCheck::AddMalformed(const XMLElement& item, const std::string& path,
@@ -85,33 +86,33 @@ void SystemCheck::AddMalformed(const XMLElement& item, const std::string& path,
   if (SplitItem(rejoined)) finding.suggestion = rejoined;
 }
 
-std::optional<SystemCheck::Doubt> SystemCheck::JudgeSocket(std::string_view socket) {
+std::optional<SystemCheck::Issue> SystemCheck::CheckSocket(std::string_view socket) {
   if (!CheckPkgAffinity(socket)) return std::nullopt;
-  return Doubt{.what = "unknown socket", .expected = "a number such as 0, or All"};
+  return Issue{.what = "unknown socket", .expected = "a number such as 0, or All"};
 }
 
-std::optional<SystemCheck::Doubt> SystemCheck::JudgeName(const SystemListRow& list,
-                                                         std::string_view name) {
+std::optional<SystemCheck::Issue> SystemCheck::CheckSettingName(const SystemListRow& list,
+                                                                std::string_view name) {
   const SettingNames& names = NamesOf(list);
   if (names.all.empty() || Has(names.own, name)) return std::nullopt;
   if (const SystemListRow* const other = FindListOf(name)) {
     std::string place = "to stand in SysConfiguration/";
     place.append(other->group).append("/").append(other->name);
-    return Doubt{.what = "setting of another list", .expected = std::move(place)};
+    return Issue{.what = "setting of another list", .expected = std::move(place)};
   }
   if (Has(names.all, name)) return std::nullopt;
   const std::string_view current = FindCurrentSettingName(list, name);
   if (!current.empty()) {
-    return Doubt{.what = "older name of a setting", .expected = std::string(current)};
+    return Issue{.what = "older name of a setting", .expected = std::string(current)};
   }
-  Doubt doubt{.what = "unknown setting", .meant = unknown_.Suggest(name, names.all)};
-  if (doubt.meant.empty()) doubt.severity = Severity::kNote;
-  return doubt;
+  Issue issue{.what = "unknown setting", .meant = unknown_.Suggest(name, names.all)};
+  if (issue.meant.empty()) issue.severity = Severity::kNote;
+  return issue;
 }
 
-std::optional<SystemCheck::Doubt> SystemCheck::JudgeValue(const SystemListRow& list,
-                                                          std::string_view name,
-                                                          std::string_view value) {
+std::optional<SystemCheck::Issue> SystemCheck::CheckSettingValue(const SystemListRow& list,
+                                                                 std::string_view name,
+                                                                 std::string_view value) {
   const SettingNames& names = NamesOf(list);
   const bool is_of_another_list = !Has(names.own, name) && FindListOf(name) != nullptr;
   if (is_of_another_list) return std::nullopt;
@@ -120,13 +121,13 @@ std::optional<SystemCheck::Doubt> SystemCheck::JudgeValue(const SystemListRow& l
   const bool is_listed = !names.values.empty();
   const Words values = is_listed ? names.values : GetModeWords();
   if (Has(values, value) || (is_unknown_name && !is_listed)) return std::nullopt;
-  Doubt doubt{.what = "unknown value",
+  Issue issue{.what = "unknown value",
               .expected = JoinWordList(values),
               .meant = unknown_.Suggest(value, values)};
-  if (!doubt.meant.empty()) return doubt;
+  if (!issue.meant.empty()) return issue;
   if (!is_listed || is_unknown_name) return std::nullopt;
-  if (takes_any_name) doubt.severity = Severity::kNote;
-  return doubt;
+  if (takes_any_name) issue.severity = Severity::kNote;
+  return issue;
 }
 
 const SettingNames& SystemCheck::NamesOf(const SystemListRow& list) {
@@ -142,10 +143,10 @@ const SystemListRow* SystemCheck::FindListOf(std::string_view name) {
 }
 
 Finding& SystemCheck::Add(const XMLElement& at, const std::string& path, std::string_view text,
-                          const Doubt& doubt) {
-  Finding& finding = findings_.Add(doubt.severity, at.GetLineNum(), path, text, doubt.what);
-  finding.expected = doubt.expected;
-  finding.suggestion = doubt.meant;
+                          const Issue& issue) {
+  Finding& finding = findings_.Add(issue.severity, at.GetLineNum(), path, text, issue.what);
+  finding.expected = issue.expected;
+  finding.suggestion = issue.meant;
   return finding;
 }
 

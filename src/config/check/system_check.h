@@ -1,6 +1,6 @@
-// Checks of the settings under "SysConfiguration". The library keeps them as they are written and
-// the programs that use it give them their meaning: a name or a value that is near a known one is a
-// warning, one that is like none may be the user's own and is a note at most.
+// Checks of the settings under "SysConfiguration". The library stores these as they are, and the
+// test programs interpret them, so that names unknown here may be valid: a name or value near a
+// known one is a warning, any other at most a note.
 #pragma once
 
 #include <tinyxml2.h>
@@ -19,7 +19,7 @@ namespace vexor {
 
 class SystemCheck {
  public:
-  // Keeps references to both.
+  // Keeps references to both arguments.
   SystemCheck(Findings& findings, UnknownNames& unknown) : findings_(findings), unknown_(unknown) {}
 
   // Checks an "ITEM" of the list: "Socket; Name; Value".
@@ -31,29 +31,31 @@ class SystemCheck {
                   const std::string& path);
 
  private:
-  // What is doubtful about a part of a setting.
-  struct Doubt {
+  // What is wrong with one part of a setting: its socket, name or value.
+  struct Issue {
     Severity severity = Severity::kWarning;
     std::string what;
     std::string expected = {};
-    std::string_view meant = {};  // what to write in its place
+    std::string_view meant = {};  // the suggested replacement; may be empty
   };
 
-  [[nodiscard]] static std::optional<Doubt> JudgeSocket(std::string_view socket);
-  [[nodiscard]] std::optional<Doubt> JudgeName(const SystemListRow& list, std::string_view name);
-  [[nodiscard]] std::optional<Doubt> JudgeValue(const SystemListRow& list, std::string_view name,
-                                                std::string_view value);
+  [[nodiscard]] static std::optional<Issue> CheckSocket(std::string_view socket);
+  [[nodiscard]] std::optional<Issue> CheckSettingName(const SystemListRow& list,
+                                                      std::string_view name);
+  [[nodiscard]] std::optional<Issue> CheckSettingValue(const SystemListRow& list,
+                                                       std::string_view name,
+                                                       std::string_view value);
 
   void AddMalformed(const tinyxml2::XMLElement& item, const std::string& path,
                     std::string_view text);
   const SettingNames& NamesOf(const SystemListRow& list);
   const SystemListRow* FindListOf(std::string_view name);
   Finding& Add(const tinyxml2::XMLElement& at, const std::string& path, std::string_view text,
-               const Doubt& doubt);
+               const Issue& issue);
 
   Findings& findings_;
   UnknownNames& unknown_;
-  std::map<const SystemListRow*, SettingNames> names_;  // of the lists that were asked for
+  std::map<const SystemListRow*, SettingNames> names_;  // a cache, filled by NamesOf
 };
 
 }  // namespace vexor

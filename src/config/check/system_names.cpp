@@ -10,7 +10,7 @@
 namespace vexor {
 namespace {
 
-// Names that the library's own tables give the settings of a group.
+// A table of setting names in the vocabulary, and the group whose settings it names.
 struct Vocabulary {
   std::string_view group;
   const char* (*get_name)(int value);
@@ -31,8 +31,10 @@ void AddOnce(Words& words, std::string_view word) {
 
 enum class Listed { kNames, kValues };
 
-// A hint such as "Valid Config options for CSTATES:SDC; Time_MWait" lists names, one such as "Valid
-// Single Config value:Default,Enable;Disable" values; others describe the form.
+// Adds the words of a hint if it lists names, as in "Valid Config options for CSTATES:SDC;
+// Time_MWait", or values, as in "Valid Single Config value:Default,Enable;Disable". Other hints
+// describe the form. The hints are the only source of these words; their text is fixed, so it is
+// safe to parse it.
 void AddHinted(Listed what, std::string_view hint, Words& words) {
   const std::size_t colon = hint.find(':');
   if (!hint.starts_with("Valid ") || colon == std::string_view::npos) return;

@@ -1,5 +1,5 @@
-// The names and values that the settings under "SysConfiguration" are known to have. Programs that
-// use the library give the settings their meaning, and may know others.
+// The known names and values of the settings under "SysConfiguration". The test programs that
+// interpret the settings may accept others.
 #pragma once
 
 #include <string_view>
@@ -10,17 +10,17 @@
 namespace vexor {
 
 struct SettingNames {
-  Words own;     // those that the list's hint and rows give
-  Words all;     // and those of the group's vocabulary; empty where any name is as good as another
-  Words values;  // those that the hint gives
+  Words own;     // names in the list's hint and rows
+  Words all;     // `own` and the group's vocabulary; empty if any name is valid
+  Words values;  // values in the hint
 };
 
 SettingNames GetSettingNames(const SystemListRow& list);
 
-// Returns the words that switch a feature: "Enable", "Disable" and the others.
+// Returns the words that set the mode of a feature: "Enable", "Disable" and others.
 Words GetModeWords();
 
-// Returns the current name of a setting that the list knows by an older one; empty for any other.
+// Returns the current name for a setting's older name; empty for any other name.
 std::string_view FindCurrentSettingName(const SystemListRow& list, std::string_view name);
 
 }  // namespace vexor

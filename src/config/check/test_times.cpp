@@ -1,6 +1,7 @@
 #include "config/check/test_times.h"
 
 #include <algorithm>
+#include <cassert>
 
 #include "config/file/element_walk.h"
 #include "config/tables/pm_test_table.h"
@@ -23,15 +24,17 @@ constexpr TimeMember kTimes[] = {
     MemberOf(&_PM_TEST_NODE::SwitchTime),
 };
 
-// Several options may fill one member, such as an RC6 test's own names of the common times.
+// Several options may set one member: the RC6 tests have their own names for the common times.
 bool IsGiven(const ElementModel& model, Texts texts, TimeMember time) {
+  assert(texts.size() == model.children.size());
   for (std::size_t i = 0; i < model.children.size(); ++i) {
     if (model.children[i].option->text == time && !texts[i].empty()) return true;
   }
   return false;
 }
 
-// The option by which a test is given the time; null when it has none, or goes on without it.
+// Returns the option to name if the time is missing: the written one. Returns null if the test has
+// no such option, or if it has a fallback.
 const OptionRow* FindNeeded(const ElementModel& model, TimeMember time) {
   for (const ElementModel& child : model.children) {
     const OptionRow& option = *child.option;
@@ -42,7 +45,7 @@ const OptionRow* FindNeeded(const ElementModel& model, TimeMember time) {
 
 }  // namespace
 
-bool RunsByItself(const XMLElement& root, const ElementModel& model) {
+bool IsSwitchedOn(const XMLElement& root, const ElementModel& model) {
   const XMLElement* const switches = FindSection(&root, Section::kAutoRun);
   return std::ranges::any_of(PmTests(), [&](const PmTestRow& test) {
     if (test.name != model.name && !model.StandsFor(test.name)) return false;

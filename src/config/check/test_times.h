@@ -1,4 +1,5 @@
-// The times of a test: without them it goes through its states without a pause.
+// The times of a test. A test that is switched on without them runs through its states without
+// pause.
 #pragma once
 
 #include <tinyxml2.h>
@@ -11,13 +12,13 @@
 
 namespace vexor {
 
-// Returns whether the file at `root` switches the test on whose element the model is of; false for
-// an element that is no test's.
-bool RunsByItself(const tinyxml2::XMLElement& root, const ElementModel& model);
+// Returns whether the file with the root element `root` switches on the test that `model`
+// describes; false for elements other than tests.
+bool IsSwitchedOn(const tinyxml2::XMLElement& root, const ElementModel& model);
 
-// Returns the names of the active, in-state and switch times that a test has and its element does
-// not give. `texts` are those of the model's children, empty for absent ones. A switch time that
-// follows from the others is missing only where these are, too.
+// Returns the names of the active, in-state and switch times that the test has but its element
+// lacks. `texts` are the texts of the model's children, empty for absent ones. A switch time that
+// is derived from the others is only missing if these are missing, too.
 Words FindMissingTimes(const ElementModel& model, std::span<const std::string_view> texts);
 
 }  // namespace vexor

@@ -17,7 +17,7 @@ namespace {
 
 using tinyxml2::XMLElement;
 
-// Returns what the entry is in the current form; nothing, and a finding, for a malformed one.
+// Returns the current form of the entry. For a malformed one, adds a finding and returns nothing.
 std::vector<std::string> BringUpToDate(const XMLElement& element, const std::string& entry,
                                        const TraceMigration& migration, const std::string& path,
                                        Findings& findings) {
@@ -31,7 +31,7 @@ std::vector<std::string> BringUpToDate(const XMLElement& element, const std::str
   return current;
 }
 
-// Returns nothing, and adds a finding, for a version that no entry can be read by.
+// For a version with which no entry can be read, adds a finding and returns nothing.
 std::optional<TraceMigration> MakeMigration(const XMLElement& element, const std::string& path,
                                             const std::string& version, Findings& findings) {
   try {
@@ -61,7 +61,7 @@ void CheckTraces(const XMLElement& element, const std::string& path, const std::
     const auto current = BringUpToDate(child, entry, *migration, child_path, findings);
     if (current.empty()) continue;
     if (current.front() == entry) {
-      unknown.AddTestOfTrace(child, entry, child_path);
+      unknown.CheckTestOfTrace(child, entry, child_path);
     } else {
       Finding& finding =
           findings.AddWarning(child, child_path, entry, "older form of a trace entry");

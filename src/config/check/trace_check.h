@@ -1,5 +1,5 @@
-// The check of "TestTraceCfg": entries that make a configuration unreadable, that are written in an
-// older form, or that name no test.
+// The check of "TestTraceCfg": reports entries that make a configuration unreadable, that are in an
+// older form, or that do not start with a test name.
 #pragma once
 
 #include <tinyxml2.h>
@@ -11,7 +11,7 @@
 
 namespace vexor {
 
-// `version` is the version text of the file.
+// `version` is the version in the file, which determines how entries are read.
 void CheckTraces(const tinyxml2::XMLElement& element, const std::string& path,
                  const std::string& version, Findings& findings, UnknownNames& unknown);
 

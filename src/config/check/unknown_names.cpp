@@ -18,7 +18,7 @@ Words NamesOf(const ElementModel& parent) {
   return names;
 }
 
-// By a long name, an older or a short one; a display name that no parser takes is a name, too.
+// Includes the names in the table: the parsers do not accept some of them.
 bool IsKnownTest(std::string_view name) {
   return GetPMTestID(name, true) != PM_TEST_MAX || ParsePMTestID(name, true) != PM_TEST_MAX ||
          std::ranges::any_of(PmTests(), [name](const PmTestRow& test) {
@@ -33,6 +33,7 @@ void UnknownNames::AddElement(const XMLElement& element, const ElementModel& par
   const std::string_view name = element.Name();
   Finding& finding = findings_.AddError(element, path, name, "unknown element, not read");
   if (!MaySearch()) {
+    // Without a search it is not known which of the two it is.
     finding.what = "unknown or misplaced element, not read";
     return;
   }
@@ -58,8 +59,8 @@ std::string_view UnknownNames::Suggest(std::string_view name,
   return MaySearch() ? SuggestWord(name, known) : std::string_view();
 }
 
-void UnknownNames::AddTestOfTrace(const XMLElement& element, const std::string& entry,
-                                  const std::string& path) {
+void UnknownNames::CheckTestOfTrace(const XMLElement& element, const std::string& entry,
+                                    const std::string& path) {
   const std::string_view test = TrimBlanks(std::string_view(entry).substr(0, entry.find('_')));
   if (IsKnownTest(test)) return;
   Finding& finding = findings_.AddWarning(element, path, entry, "trace entry of an unknown test");

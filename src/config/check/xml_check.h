@@ -1,4 +1,4 @@
-// What is wrong with a file as XML, whatever its elements are.
+// The check of a file as XML, independent of its elements.
 #pragma once
 
 #include <tinyxml2.h>
@@ -9,8 +9,8 @@
 
 namespace vexor {
 
-// Parses the content into the document, and returns whether it did. Finds why not, or otherwise
-// what a strict parser refuses.
+// Parses the content into `document`. Reports why it cannot be parsed and returns false, or reports
+// what only a strict parser rejects and returns true.
 bool CheckXml(std::string_view content, tinyxml2::XMLDocument& document, Findings& findings);
 
 }  // namespace vexor
