@@ -65,7 +65,7 @@ std::string Global(const std::string& section, const std::string& content) {
   return Document(Wrapped("GLOBALCONFIGURATION", Wrapped(section, content)));
 }
 
-TEST(Check, SaysWhyADocumentIsNoXml) {
+TEST(Check, ReportsWhyADocumentIsNotXml) {
   using std::literals::string_literals::operator""s;
   std::string too_deep;
   for (int i = 0; i < 1000; ++i) too_deep += "<VEXOR>";
@@ -77,7 +77,7 @@ TEST(Check, SaysWhyADocumentIsNoXml) {
   const std::string xml = "not well-formed XML: ";
   const Case cases[] = {
       {"", {"0: error: : \"\": the file is empty" + file}},
-      {"\xEF\xBB\xBF \r\n", {"0: error: : \"\": the file holds nothing but white space" + file}},
+      {"\xEF\xBB\xBF \r\n", {"0: error: : \"\": the file contains only white space" + file}},
       {"\0\0\0"s,
        {"0: error: : \"\": the file holds only zero bytes, as after a power cut" + file}},
       {"\0\0\0<VEXOR/>"s, {"0: error: : \"\": the file begins with 3 zero bytes" + file}},
@@ -125,7 +125,7 @@ TEST(Check, SaysWhyADocumentIsNoXml) {
        {"1: error: : \"\": " + xml +
         "\"?></VEXOR>\" in the tag <a; expected an attribute, > or "
         "/>"}},
-      {"<VEXOR/>a", {"1: error: : \"\": " + xml + "text outside of the root element: \"a\""}},
+      {"<VEXOR/>a", {"1: error: : \"\": " + xml + "text outside the root element: \"a\""}},
       {"<VEXOR><![CDATA[a</VEXOR>",
        {"1: error: : \"\": " + xml + "a CDATA section without an end; expected ]]>"}},
       {"<VEXOR><!-- a</VEXOR>",
@@ -133,17 +133,17 @@ TEST(Check, SaysWhyADocumentIsNoXml) {
       {"<VEXOR><?a?></VEXOR>",
        {"1: error: : \"\": " + xml +
         "a processing instruction (<?...?>) that is not at the "
-        "beginning of the file; expected it in front of all comments and elements"}},
+        "beginning of the file; expected it before all comments and elements"}},
       {"<VEXOR><!a", {"1: error: : \"\": " + xml + "markup without an end; expected >"}},
       {"<VEXOR>a < b</VEXOR>",
        {"1: error: : \"\": " + xml +
-        "< that begins no tag: \"< b</VEXOR>\"; expected &lt; for the "
+        "< that does not start a tag: \"< b</VEXOR>\"; expected &lt; for the "
         "character"}},
       {too_deep, {"1: error: : \"\": " + xml + "elements nested too deep"}},
       {"<VEXOR>\n<a" + attributes + "/></VEXOR>",
-       {"2: error: : \"\": too much to be read: an element of more than 256 attributes"}},
+       {"2: error: : \"\": limit exceeded: an element with more than 256 attributes"}},
       {"<VEXOR>\n<a b='" + references + "'/></VEXOR>",
-       {"2: error: : \"\": too much to be read: more than 256 character references without an "
+       {"2: error: : \"\": limit exceeded: more than 256 character references without an "
         "end"}},
   };
   for (const Case& row : cases) {
@@ -158,8 +158,8 @@ TEST(Check, SaysWhyADocumentIsNoXml) {
   }
 }
 
-// What the library reads and other programs refuse.
-TEST(Check, WarnsOfXmlThatOnlyALenientParserTakes) {
+// XML that the library reads and other programs reject.
+TEST(Check, WarnsAboutXmlThatAStrictParserRejects) {
   using std::literals::string_literals::operator""s;
   const struct {
     std::string content;  // of the root, on line 2
@@ -168,23 +168,23 @@ TEST(Check, WarnsOfXmlThatOnlyALenientParserTakes) {
       {"<a>R&D &amp; &#65;&#x41;</a><b c='&'/>",
        {"\"&D &amp; &#65;&#x41;\": bare & expected &amp;"}},
       {"&copy;&#xFFFE;&#x110000;",
-       {"\"&copy;\": unknown entity, read as it stands expected &lt;, &gt;, &amp;, &quot; or "
+       {"\"&copy;\": unknown entity, read as is expected &lt;, &gt;, &amp;, &quot; or "
         "&apos;",
         "\"&#xFFFE;\": reference to a character that XML forbids expected "}},
       {"<!-- a -- b -->", {"\"<!-- a -- b -->\": -- in a comment expected "}},
       {"<!-- a --->", {"\"<!-- a --->\": -- in a comment expected "}},
-      {"<a b='<'/>", {"\"<\": < in the value of an attribute expected &lt;"}},
-      {"<a>]]></a>", {"\"]]>\": end of a CDATA section in a text expected ]]&gt;"}},
+      {"<a b='<'/>", {"\"<\": < in an attribute value expected &lt;"}},
+      {"<a>]]></a>", {"\"]]>\": ]]> in a text expected ]]&gt;"}},
       {"<a b='1'c='2'/>", {"\"c\": no blank before an attribute expected "}},
       {"< a/>", {"\"< a/></VEXOR>\": blank before the name of an element expected "}},
       {"</a/>", {"\"</a>\": end tag that ends in />, read as an empty element expected "}},
       {"<\xC3\x97/><a \xC3\x97='1'/>",
-       {"\"\xC3\x97\": name that no element can have expected ",
-        "\"\xC3\x97\": name that no attribute can have expected "}},
-      {"<!ELEMENT a>", {"\"<!ELEMENT a></VEXOR>\": markup that is not read expected "}},
+       {"\"\xC3\x97\": invalid element name expected ",
+        "\"\xC3\x97\": invalid attribute name expected "}},
+      {"<!ELEMENT a>", {"\"<!ELEMENT a></VEXOR>\": unsupported markup expected "}},
       {"\x01\x7F", {"\"U+0001\": character that XML forbids expected "}},
       {"\xEF\xBF\xBF", {"\"U+FFFF\": character that XML forbids expected "}},
-      {"caf\xE9\n\xE9", {"\"0xE9\": byte that is no UTF-8, the first of 2 expected UTF-8"}},
+      {"caf\xE9\n\xE9", {"\"0xE9\": byte that is not UTF-8, the first of 2 expected UTF-8"}},
       {"caf\xC3\xA9 <\xC3\xA9/>", {}},
   };
   for (const auto& row : cases) {
@@ -200,14 +200,15 @@ TEST(Check, WarnsOfXmlThatOnlyALenientParserTakes) {
   }
 }
 
-// A reader of the file sees less than is there.
-TEST(Check, FindsWhatAParserDoesNotReachInAFile) {
+// The reader stops, or drops content, without an error.
+TEST(Check, ReportsContentThatTheParserNeverReaches) {
   using std::literals::string_literals::operator""s;
   const std::string document = Document("<LoopTracker>1</LoopTracker>");
   const Case cases[] = {
       {document + "\n</VEXOR><VEXOR/>",
-       {"2: error: : \"\": </VEXOR> closes no element: what follows it is not read"}},
-      {document + "\n\0<VEXOR/>"s, {"2: error: : \"\": a zero byte: what follows it is not read"}},
+       {"2: error: : \"\": </VEXOR> closes no open element: the rest of the file is not read"}},
+      {document + "\n\0<VEXOR/>"s,
+       {"2: error: : \"\": a zero byte: the rest of the file is not read"}},
       {Cstates("<KNOBS>Random&#0;;ExitOnFail&#x200000;</KNOBS>"),
        {"1: error: : \"&#0;;ExitOnFail&#x200000;\": reference to a character that XML forbids, not "
         "read",
@@ -219,7 +220,7 @@ TEST(Check, FindsWhatAParserDoesNotReachInAFile) {
   ExpectFindings(cases);
 }
 
-TEST(Check, LooksAtNoMoreThanTheLimit) {
+TEST(Check, RejectsFilesAboveTheSizeLimit) {
   const TemporaryFolder folder;
   const std::string document = Document("");
   WriteBytes(folder / "a.xml", document);
@@ -234,14 +235,15 @@ TEST(Check, LooksAtNoMoreThanTheLimit) {
   }
 }
 
-TEST(Check, SaysWhatIsWrongWithADocument) {
+TEST(Check, ReportsWrongRootsAndVersions) {
   const Case cases[] = {
       {"<!-- no more -->", {"0: error: : \"\": no element; expected the root VEXOR"}},
       {"<Vexor/>",
-       {"1: error: Vexor: \"Vexor\": wrong root, and nothing is read; expected VEXOR; did you mean "
+       {"1: error: Vexor: \"Vexor\": wrong root element, nothing is read; expected VEXOR; did you "
+        "mean "
         "\"VEXOR\"?"}},
       {"stray<a/>" + Document(""),
-       {"1: error: : \"stray\": text outside of the root element, not read",
+       {"1: error: : \"stray\": text outside the root element, not read",
         "1: warning: a: \"a\": not read beside the root; expected one element VEXOR"}},
       {"<VEXOR/>",
        {"1: error: Version: \"\": no version; expected an element Version with 3.21.522.0"}},
@@ -259,7 +261,7 @@ TEST(Check, SaysWhatIsWrongWithADocument) {
   ExpectFindings(cases);
 }
 
-TEST(Check, FindsElementsThatAreNotRead) {
+TEST(Check, ReportsElementsThatAreNotRead) {
   const Case cases[] = {
       {Document("<LoopTraker/>"),
        {"1: error: LoopTraker: \"LoopTraker\": unknown element, not read; did you mean "
@@ -268,32 +270,29 @@ TEST(Check, FindsElementsThatAreNotRead) {
        {"1: error: GLOBALPM/CORE/CSTATES/activetime: \"activetime\": unknown element, not read; "
         "did you "
         "mean \"ActiveTime\"?"}},
-      {Pm("CORE", "<XSTATES/>"),  // as near to three
+      {Pm("CORE", "<XSTATES/>"),  // similar to three names: no suggestion
        {"1: error: GLOBALPM/CORE/XSTATES: \"XSTATES\": unknown element, not read"}},
       {Pm("CORE", "<PECI/>"),
-       {"1: error: GLOBALPM/CORE/PECI: \"PECI\": misplaced element, not read; expected to stand in "
+       {"1: error: GLOBALPM/CORE/PECI: \"PECI\": misplaced element, not read; expected in "
         "GLOBALPM/SYSTEM"}},
       {Pm("CORE", "<PECI><KNOBS/></PECI>"),
-       {"1: error: GLOBALPM/CORE/PECI: \"PECI\": misplaced element, not read; expected to stand in "
+       {"1: error: GLOBALPM/CORE/PECI: \"PECI\": misplaced element, not read; expected in "
         "GLOBALPM/SYSTEM"}},
       {Pm("CORE", "<PECI>true</PECI>"),
-       {"1: error: GLOBALPM/CORE/PECI: \"PECI\": misplaced element, not read; expected to stand in "
+       {"1: error: GLOBALPM/CORE/PECI: \"PECI\": misplaced element, not read; expected in "
         "TEST_CONTROL_CFG/AutoRunCfg"}},
       {Document("<SYSTEM><KNOBS/></SYSTEM>"),
-       {"1: error: SYSTEM: \"SYSTEM\": misplaced element, not read; expected to stand in "
+       {"1: error: SYSTEM: \"SYSTEM\": misplaced element, not read; expected in "
         "GLOBALPM "
         "or 1 other element"}},
       {Pm("CORE", "<ActiveTime>sec:1</ActiveTime>"),
        {"1: error: GLOBALPM/CORE/ActiveTime: \"ActiveTime\": misplaced element, not read; expected "
-        "to stand "
         "in GLOBALPM/CORE/CSTATES or 5 other elements"}},
       {Cstates("<ExeStates>D0</ExeStates>"),
        {"1: error: GLOBALPM/CORE/CSTATES/ExeStates: \"ExeStates\": misplaced element, not read; "
-        "expected to "
-        "stand in GLOBALPM/ICE/Ice-Cstates; did you mean \"ExeCstates\"?"}},
+        "expected in GLOBALPM/ICE/Ice-Cstates; did you mean \"ExeCstates\"?"}},
       {Document("<GLOBALPM><Version>1</Version></GLOBALPM>"),
-       {"1: error: GLOBALPM/Version: \"Version\": misplaced element, not read; expected to stand "
-        "in "
+       {"1: error: GLOBALPM/Version: \"Version\": misplaced element, not read; expected in "
         "VEXOR"}},
       {Cstates("<ExeCycles>1</ExeCycles>\n<ExeCycles>2</ExeCycles>"),
        {"2: error: GLOBALPM/CORE/CSTATES/ExeCycles: \"2\": not read: the first element of this "
@@ -318,7 +317,7 @@ TEST(Check, FindsElementsThatAreNotRead) {
         "1: error: GLOBALCONFIGURATION/SysConfiguration/SYSTEM/KNOBS/X/b: \"b\": element in an "
         "option, not read; "
         "expected text"}},
-      {Global("SysConfiguration",  // the word of the hint comment, which no parser takes
+      {Global("SysConfiguration",  // a word of the hint comment that no parser accepts
               "<SYSTEM><OS><Power_Scheme>Balance</Power_Scheme>\n"
               "<Battery_Simulation>ac</Battery_Simulation><Plan>Balance</Plan></OS></SYSTEM>"),
        {"1: error: GLOBALCONFIGURATION/SysConfiguration/SYSTEM/OS/Power_Scheme: \"Balance\": "
@@ -364,7 +363,7 @@ TEST(Check, FindsElementsThatAreNotRead) {
   ExpectFindings(cases);
 }
 
-TEST(Check, MendsNoMoreThanFifteenWords) {
+TEST(Check, ReplacesAtMostFifteenWordsInASuggestion) {
   for (const bool mends : {true, false}) {
     const auto list = [mends](const std::string& word) {
       std::string words = word;
@@ -379,7 +378,7 @@ TEST(Check, MendsNoMoreThanFifteenWords) {
   }
 }
 
-TEST(Check, FindsTextsThatReadAsSomethingElse) {
+TEST(Check, ReportsInvalidTexts) {
   const std::string levels = "expected <...>";
   const auto checks = [](const std::string& words) {
     return Pm("SYSTEM", Wrapped("GSTATES", Wrapped("PrePostCheck", words)));
@@ -393,7 +392,7 @@ TEST(Check, FindsTextsThatReadAsSomethingElse) {
        {"1: error: GLOBALPM/CORE/CSTATES/ActiveTime: \"msec80\": not a unit and a value; expected "
         "unit:value or unit:low-high with <...> (for example msec:80); did "
         "you mean \"msec:80\"?"}},
-      {Cstates("<ExeCstates>C1;C5</ExeCstates>"),  // as near to many
+      {Cstates("<ExeCstates>C1;C5</ExeCstates>"),  // similar to many: no suggestion
        {"1: error: GLOBALPM/CORE/CSTATES/ExeCstates: \"C1;C5\": unknown C-state at \"C5\"; "
         "expected <...> (for example C1;C6;C10)"}},
       {Cstates("<CoreAffinity>Specfic:0,2</CoreAffinity>"),
@@ -412,10 +411,10 @@ TEST(Check, FindsTextsThatReadAsSomethingElse) {
        {"1: error: GLOBALPM/SYSTEM/GSTATES/PrePostCheck: \"TDROccurenceCheck; memorycheck\": "
         "unknown "
         "word; " +
-        all_checks + "; did you mean \"TDROccurrenceCheck; MemoryCheck\"?"}},  // each mended
+        all_checks + "; did you mean \"TDROccurrenceCheck; MemoryCheck\"?"}},  // both are replaced
       {checks("memorycheck;Unknown"),
        {"1: error: GLOBALPM/SYSTEM/GSTATES/PrePostCheck: \"memorycheck;Unknown\": unknown word; " +
-        all_checks}},  // one cannot be
+        all_checks}},  // one is similar to none
       {Pm("CORE", "<SDC><KNOBS>Randm; exitonfail</KNOBS></SDC>"),
        {"1: warning: GLOBALPM/CORE/SDC/KNOBS: \"Randm; exitonfail\": unknown knob; expected <...>; "
         "did you mean \"Random;ExitOnFail\"?"}},
@@ -503,7 +502,7 @@ TEST(Check, FindsTextsThatReadAsSomethingElse) {
   ExpectFindings(cases);
 }
 
-TEST(Check, KnowsWhichOlderElementsHaveAnEffect) {
+TEST(Check, ReportsOlderElementsAndWhetherTheyAreRead) {
   const std::string option =
       "1: warning: GLOBALCONFIGURATION/SystemSetup/SETTING/Ordered_Flow_Interleave: "
       "\"Ordered_Flow_Interleave\": older name";
@@ -534,8 +533,7 @@ TEST(Check, KnowsWhichOlderElementsHaveAnEffect) {
   ExpectFindings(cases);
 }
 
-// What an option's text was meant to be.
-TEST(Check, SuggestsTheTextThatWasMeant) {
+TEST(Check, SuggestsTheIntendedText) {
   const struct {
     const char* option;
     const char* text;
@@ -583,7 +581,7 @@ TEST(Check, SuggestsTheTextThatWasMeant) {
   }
 }
 
-TEST(Check, WarnsOfWhatIsReadAndHardlyMeant) {
+TEST(Check, WarnsAboutDoubtfulTexts) {
   const std::string settings = "1: warning: GLOBALCONFIGURATION/SysConfiguration/SYSTEM/";
   const std::string config =
       "1: warning: GLOBALCONFIGURATION/SysConfiguration/CORE/CONFIG/ITEM[1]: ";
@@ -621,8 +619,8 @@ TEST(Check, WarnsOfWhatIsReadAndHardlyMeant) {
         "1: error: GLOBALCONFIGURATION/SysConfiguration/SYSTEM/KNOBS/Snoop_Latency_Mask: \"zero\": "
         "not a number; "
         "expected a mask such as 0xFFFFFFFF",
-        settings + "KNOBS/Hybrid_Sleep: \"Hybrid_Sleep\": setting of another list; expected to "
-                   "stand in SysConfiguration/SYSTEM/GSTATES"}},
+        settings + "KNOBS/Hybrid_Sleep: \"Hybrid_Sleep\": setting of another list; expected in "
+                   "SysConfiguration/SYSTEM/GSTATES"}},
       {item("CONFIG", "0; Trubo; Enabel"),
        {config + "\"0; Trubo; Enabel\": unknown setting at \"Trubo\"; did you mean \"0; Turbo; "
                  "Enable\"?",
@@ -638,14 +636,14 @@ TEST(Check, WarnsOfWhatIsReadAndHardlyMeant) {
         "\"0, Turbo, Enable\": not three parts; expected Socket; Name; Value; did you mean "
         "\"0; Turbo; Enable\"?"}},
       {item("CONFIG", "0; PCxLimit; 8"),
-       {config + "\"0; PCxLimit; 8\": setting of another list at \"PCxLimit\"; expected to stand "
-                 "in SysConfiguration/CORE/SETTING"}},
+       {config + "\"0; PCxLimit; 8\": setting of another list at \"PCxLimit\"; expected in "
+                 "SysConfiguration/CORE/SETTING"}},
       {item("SETTING", "All; PCxLimit; 8"), {}},
   };
   ExpectFindings(cases);
 }
 
-TEST(Check, NotesNamesThatMayBeTheUsersOwn) {
+TEST(Check, NotesUnknownNamesThatMayBeValid) {
   const Case cases[] = {
       {Global("SysConfiguration",
               "<SYSTEM><KNOBS><Own/></KNOBS></SYSTEM><CORE><CONFIG><ITEM>0; Own; 7</ITEM></CONFIG>"
@@ -664,8 +662,8 @@ TEST(Check, NotesNamesThatMayBeTheUsersOwn) {
   ExpectFindings(cases, Severity::kNote);
 }
 
-// A test that is switched on needs its times: they would read as empty.
-TEST(Check, WarnsOfTestsThatRunWithoutTheirTimes) {
+// Absent times read as empty, so that a test that is switched on runs without them.
+TEST(Check, WarnsAboutTestsThatRunWithoutTimes) {
   const struct {
     const char* group;
     const char* test;
@@ -677,7 +675,7 @@ TEST(Check, WarnsOfTestsThatRunWithoutTheirTimes) {
       {"CORE", "CSTATES", "<ActiveTime>sec:1</ActiveTime><InStateTime>sec:1</InStateTime>", ""},
       {"CORE", "HWP", "", "SwitchTime"},
       {"CORE", "HWP", "<ActiveTime>sec:1</ActiveTime>", ""},  // the switch time is derived
-      {"ICE", "Ice-Pstates", "", ""},                         // which falls back
+      {"ICE", "Ice-Pstates", "", ""},                         // its switch time has a fallback
       {"GT", "iGFX-RC6", "<InStateTime>sec:1</InStateTime>", "RC0Time"},
       {"GT", "GT-DVFS", "", "SwitchTime"},
       {"UNCORE", "MESH-GV", "<arg name='-switchTime' randVal='1-2'/>", "-switchTime"},
@@ -696,47 +694,45 @@ TEST(Check, WarnsOfTestsThatRunWithoutTheirTimes) {
   }
 }
 
-TEST(Check, NotesWhatIsAbsent) {
+TEST(Check, NotesAbsentOptions) {
   const Case cases[] = {
       {Pm("SYSTEM",
           "<PECI><StartDelayTime/><ExeCycles/><FailTolerance/><SanityEarlyExit/>"
           "<TestMode/><Log_Level/>\n<Stranger/></PECI>"),
        {"1: note: GLOBALPM/SYSTEM/PECI: \"ActiveTime, InStateTime, ConfigLoop, Interface\": "
-        "absent, and "
-        "read as empty, not as the default",
+        "absent, reads as empty and not as the default",
         "2: error: GLOBALPM/SYSTEM/PECI/Stranger: \"Stranger\": unknown element, not read"}},
       {Pm("UNCORE",
           "<MESH-GV><arg name='-switchTime' val=''/><arg name='-exeCycles' val=''/>"
           "<arg name='-startDelayTime' val=''/><arg name='-failTolerance' val=''/>"
           "<arg name='-checkDelayTime' val=''/><arg name='-testMode' val=''/>"
           "<arg name='-exitOnPassRatios' val=''/></MESH-GV>"),
-       {"1: note: GLOBALPM/UNCORE/MESH-GV: \"-sanityEarlyExit, -logLevel\": absent, and read as "
-        "empty, not "
-        "as the default"}},
+       {"1: note: GLOBALPM/UNCORE/MESH-GV: \"-sanityEarlyExit, -logLevel\": absent, reads as empty "
+        "and not as the default"}},
       {Pm("CORE", "<PSTATES/>"),  // the switch time is derived
        {"1: note: GLOBALPM/CORE/PSTATES: \"PkgAffinity, ModuleAffinity, CoreAffinity, PxMxCxScope, "
         "ExeCycles, "
         "StartDelayTime, ConfigLoop, FailTolerance, SanityEarlyExit, TestMode, Log_Level, "
         "LimitReasonMask, TurboLimitCores, ExePstates, RatioDistLoMeHi, FreqTolerance, "
-        "ExitOnPassRatios\": absent, and read as empty, not as the default"}},
-      {Control("<WorkloadCfg/>"), {}},  // these keep their defaults
+        "ExitOnPassRatios\": absent, reads as empty and not as the default"}},
+      {Control("<WorkloadCfg/>"), {}},  // absent options read as their defaults here
       {Control("<AutoRunCfg><HWP>true</HWP><SDC>false</SDC><TestControl>true</TestControl>"
                "</AutoRunCfg>"),
-       {"1: note: TEST_CONTROL_CFG/AutoRunCfg/HWP: \"true\": the test runs with the defaults "
-        "alone; expected its "
+       {"1: note: TEST_CONTROL_CFG/AutoRunCfg/HWP: \"true\": the test runs with default options "
+        "only; expected its "
         "options in GLOBALPM/CORE/HWP"}},
   };
   ExpectFindings(cases, Severity::kNote);
 }
 
-TEST(Check, FindsNoFaultInTheExamples) {
+TEST(Check, AcceptsTheExamples) {
   EXPECT_EQ(Lines(vexor::CheckXMLConfig(VEXOR_SOURCE_DIR "/examples/lab.xml")), Texts());
   EXPECT_EQ(Lines(vexor::CheckXMLConfig(VEXOR_SOURCE_DIR "/tests/config/data/default.xml"),
                   Severity::kNote),
             Texts());
 }
 
-TEST(Check, WarnsOfEachOlderFormInAnOlderFile) {
+TEST(Check, WarnsAboutEachOlderForm) {
   Texts places;
   for (const Finding& finding : vexor::CheckXMLConfig(VEXOR_SOURCE_DIR "/examples/legacy.xml")) {
     if (finding.severity == Severity::kNote) continue;
@@ -761,8 +757,8 @@ TEST(Check, WarnsOfEachOlderFormInAnOlderFile) {
   EXPECT_EQ(places, expected);
 }
 
-// Writing an older file anew brings it to the current form.
-TEST(Check, FindsNoFaultInAnOlderFileWrittenAnew) {
+// Rewriting an older file converts it to the current form.
+TEST(Check, AcceptsAnOlderFileThatWasRewritten) {
   _XML_FULL_CFG cfg;
   ResetVexorXmlConfiguration(cfg);
   const std::string legacy = VEXOR_SOURCE_DIR "/examples/legacy.xml";
@@ -770,7 +766,7 @@ TEST(Check, FindsNoFaultInAnOlderFileWrittenAnew) {
   EXPECT_EQ(Lines(CheckXMLConfigText(vexor::FormatXMLConfig(cfg))), Texts());
 }
 
-TEST(Check, SaysThatAFileCannotBeRead) {
+TEST(Check, ReportsUnreadableFiles) {
   const TemporaryFolder folder;
   WriteBytes(folder / "empty.xml", "");
   for (const std::string& path : {folder / "missing.xml", folder.path()}) {
@@ -781,8 +777,8 @@ TEST(Check, SaysThatAFileCannotBeRead) {
             Texts{"0: error: : \"\": the file is empty; expected a configuration in XML (UTF-8)"});
 }
 
-// Nothing that a disk or an editor may do to a file keeps it from being checked.
-TEST(Check, LooksAtAnyBytes) {
+// Damaged files of any kind can be checked.
+TEST(Check, HandlesArbitraryBytes) {
   const std::string lab = ReadBytes(VEXOR_SOURCE_DIR "/examples/lab.xml");
   const auto look_at = [](const std::string& content) {
     const std::vector<Finding> findings = CheckXMLConfigText(content);
@@ -804,7 +800,7 @@ TEST(Check, LooksAtAnyBytes) {
   }
 }
 
-TEST(Check, SearchesForSoManyNamesAndNoMore) {
+TEST(Check, LimitsTheSearchesForSimilarNames) {
   std::string content;
   for (int i = 0; i < 1001; ++i) content += "<ActiveTim>sec:1</ActiveTim>";
   const std::vector<Finding> findings = CheckXMLConfigText(Cstates(content));

@@ -1,4 +1,4 @@
-// Configuration files made of text, and what reading them gives.
+// Reads configuration files from strings.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -10,7 +10,7 @@
 #include "temporary_folder.h"
 #include "vexor/config/reader.h"
 
-// Makes the library take the host's address from another file.
+// Sets the file from which the library reads the host IP.
 inline void NameHostIpFile(const std::string& path) {
   static std::list<std::string> variables;  // the environment keeps the pointer of the last one
   putenv(variables.emplace_back("VEXOR_HOST_IP_FILE=" + path).data());
@@ -20,7 +20,7 @@ inline std::string Wrapped(const std::string& element, const std::string& conten
   return "<" + element + ">" + content + "</" + element + ">";
 }
 
-// A document whose root holds the content, of the library's own version unless another is given.
+// Returns a document with the content in its root, by default of the library's own version.
 inline std::string Document(const std::string& content, const std::string& version = "3.21.522.0") {
   return Wrapped("VEXOR", Wrapped("Version", version) + content);
 }
@@ -30,7 +30,7 @@ struct ReadResult {
   std::string output;
 };
 
-// Reads a document into the record as it stands.
+// Reads a document into the record without a reset.
 inline ReadResult ReadInto(_XML_FULL_CFG& cfg, const std::string& document, bool verify = false,
                            bool strict = false) {
   const TemporaryFolder folder;
@@ -42,7 +42,7 @@ inline ReadResult ReadInto(_XML_FULL_CFG& cfg, const std::string& document, bool
   return result;
 }
 
-// Reads a document, which must succeed without output, into a fresh default record.
+// Reads a document into a record of defaults. Reading must succeed without output.
 inline _XML_FULL_CFG ReadDocument(const std::string& document) {
   _XML_FULL_CFG cfg;
   ResetVexorXmlConfiguration(cfg);

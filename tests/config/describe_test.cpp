@@ -15,7 +15,7 @@ using vexor::Description;
 using vexor::Origin;
 using vexor::Setting;
 
-// "value origin line" of the setting; empty for a path that is none.
+// "value origin line" of the setting; empty for an unknown path.
 std::string SettingAt(const Description& description, const std::string& path) {
   constexpr const char* kOrigins[] = {"file",    "older",   "corrected",
                                       "derived", "missing", "default"};
@@ -26,7 +26,7 @@ std::string SettingAt(const Description& description, const std::string& path) {
          std::to_string(found->line);
 }
 
-// Sections of one document, each on lines of its own.
+// One element on each line, so that line numbers identify them.
 constexpr const char* kDocument = R"(<VEXOR>
 <Version>3.18.400.0</Version>
 <TEST_CONTROL_CFG>
@@ -143,7 +143,7 @@ constexpr const char* kDocument = R"(<VEXOR>
 </VEXOR>
 )";
 
-TEST(Describe, SaysWhereEachSettingComesFrom) {
+TEST(Describe, ReportsTheOriginOfEachSetting) {
   NameHostIpFile("no such file");
   const Description description = DescribeXMLConfigText(kDocument);
   EXPECT_EQ(description.error, "");
@@ -201,7 +201,7 @@ TEST(Describe, SaysWhereEachSettingComesFrom) {
   }
 }
 
-TEST(Describe, SaysWhichTestAnOlderFileDidNotMean) {
+TEST(Describe, ReportsTheTestSwitchedOffForAnOlderFile) {
   const std::string device = Wrapped("Device",
                                      "<PCIe-Link/><PCIe-Link-DState><ConfigState>D3"
                                      "</ConfigState></PCIe-Link-DState>");
@@ -212,7 +212,7 @@ TEST(Describe, SaysWhichTestAnOlderFileDidNotMean) {
   EXPECT_EQ(SettingAt(description, "TEST_CONTROL_CFG/AutoRunCfg/Dx-States"), "true older 1");
 }
 
-TEST(Describe, TakesTheHostFromItsFile) {
+TEST(Describe, ReadsTheHostIpFile) {
   const TemporaryFolder folder;
   WriteBytes(folder / "HostIP.txt", "10.0.0.7");
   NameHostIpFile(folder / "HostIP.txt");
@@ -227,7 +227,7 @@ TEST(Describe, TakesTheHostFromItsFile) {
   NameHostIpFile("no such file");
 }
 
-TEST(Describe, SaysWhyAFileCannotBeRead) {
+TEST(Describe, ReportsWhyAFileCannotBeRead) {
   struct Case {
     std::string document;
     const char* error;
@@ -239,7 +239,7 @@ TEST(Describe, SaysWhyAFileCannotBeRead) {
       {"<VEXOR>\n<?a?></VEXOR>",
        "not well-formed XML: a processing instruction (<?...?>) that is not at the beginning of "
        "the "
-       "file, expected it in front of all comments and elements",
+       "file, expected it before all comments and elements",
        2},
       {Document("\n<TEST_CONTROL_CFG><TestTraceCfg/></TEST_CONTROL_CFG>", "3"),
        "trace entries need a version of four pieces, expected 3.21.522.0", 2},
@@ -257,8 +257,7 @@ TEST(Describe, SaysWhyAFileCannotBeRead) {
   }
 }
 
-// What stands in a file and no setting comes from.
-TEST(Describe, ListsWhatIsNotRead) {
+TEST(Describe, ListsContentThatIsNotRead) {
   const auto pm = [](const std::string& content) {
     return Document("\n" + Wrapped("GLOBALPM", content));
   };
@@ -307,7 +306,7 @@ TEST(Describe, ListsWhatIsNotRead) {
        {"attribute 2 GLOBALPM/CORE/CSTATES/KNOBS a=\"\"", "markup 2  &#;1", "markup 2  &#x0;X",
         "markup 2  &#4294967296;"}},
       {Document("") + "</a><VEXOR/>",
-       {"rest 1  </a> closes no element: what follows it is not read"}},
+       {"rest 1  </a> closes no open element: the rest of the file is not read"}},
   };
   for (const auto& row : cases) {
     Texts found;
@@ -319,7 +318,7 @@ TEST(Describe, ListsWhatIsNotRead) {
   }
 }
 
-TEST(Describe, TellsWhatAnElementSaysThatReadsOtherwise) {
+TEST(Describe, ShowsTheTextIfItDiffersFromTheValue) {
   const struct {
     const char* element;
     std::string path;
@@ -343,8 +342,7 @@ TEST(Describe, TellsWhatAnElementSaysThatReadsOtherwise) {
   }
 }
 
-// One path a setting, whatever stands in the file.
-TEST(Describe, NamesEachSettingOnce) {
+TEST(Describe, HasOneEntryForEachSetting) {
   const Description defaults = DescribeXMLConfigText("<VEXOR/>");
   std::set<std::string> paths;
   for (const Setting& setting : defaults.settings) {

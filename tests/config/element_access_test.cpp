@@ -17,7 +17,7 @@ struct Parsed {
   tinyxml2::XMLDocument document;
 };
 
-TEST(ElementAccess, TakesTextFromTheFirstChildNodeOnly) {
+TEST(ElementAccess, ReadsTextFromTheFirstChildNodeOnly) {
   struct Case {
     const char* element;
     const char* text;   // GetXMLText
@@ -77,7 +77,7 @@ TEST(ElementAccess, IsTrueForExactlyTrue) {
   EXPECT_TRUE(GetXMLBOOL(Parsed("<R><E>no</E></R>").root(), nullptr, true));
 }
 
-TEST(ElementAccess, GivesAttributesUntrimmed) {
+TEST(ElementAccess, ReturnsAttributesUntrimmed) {
   const Parsed parsed("<R a=' x '/>");
   EXPECT_EQ(getElementAttribute(parsed.root(), "a", "d"), " x ");
   EXPECT_EQ(getElementAttribute(parsed.root(), "b", " d "), " d ");

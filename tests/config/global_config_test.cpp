@@ -15,8 +15,8 @@ _XML_FULL_CFG ReadGlobal(const std::string& content) {
 
 NamedValues DefaultKnobs() { return {{"LTR_IGN_Mask", "0"}, {"Snoop_Latency_Mask", "0"}}; }
 
-// The texts themselves stand in the file of all defaults.
-TEST(GlobalConfig, ResetLeavesNothingOfAFileButWhatItKeeps) {
+// tests/config/data/default.xml holds the default texts.
+TEST(GlobalConfig, ResetRestoresAllButTheMembersThatItKeeps) {
   NameHostIpFile("no such file");
   _XML_FULL_CFG cfg = ReadGlobal(
       "<SysConfiguration><CORE><CONFIG><ITEM>a</ITEM></CONFIG></CORE></SysConfiguration>"
@@ -43,7 +43,7 @@ TEST(GlobalConfig, ResetLeavesNothingOfAFileButWhatItKeeps) {
   EXPECT_EQ(cfg.SelectionText, "");
 }
 
-TEST(GlobalConfig, TakesSystemListsAsComplete) {
+TEST(GlobalConfig, ReplacesAllSystemListsOfAPresentSection) {
   const auto lists =
       ReadGlobal(
           "<SysConfiguration>"
@@ -74,7 +74,7 @@ TEST(GlobalConfig, TakesSystemListsAsComplete) {
   EXPECT_TRUE(cfg.GlobalConfig.CORE_CONFIG.empty() && cfg.GlobalConfig.KNOBS.empty());
 }
 
-TEST(GlobalConfig, ReadsEverySettingOfAPresentElement) {
+TEST(GlobalConfig, AbsentSettingsOfAPresentElementReadAsEmpty) {
   NameHostIpFile("no such file");
   const auto g =
       ReadGlobal(
@@ -91,7 +91,7 @@ TEST(GlobalConfig, ReadsEverySettingOfAPresentElement) {
   EXPECT_EQ(untouched.TopoMode, "OS");
 }
 
-TEST(GlobalConfig, TriesTheOlderNameOfTheFlowSwitch) {
+TEST(GlobalConfig, ReadsTheOlderFlowSwitchIfTheCurrentOneIsEmpty) {
   struct Case {
     const char* setting;
     const char* expected;
@@ -111,7 +111,7 @@ TEST(GlobalConfig, TriesTheOlderNameOfTheFlowSwitch) {
   }
 }
 
-TEST(GlobalConfig, SettlesTheHostIp) {
+TEST(GlobalConfig, TakesTheHostIpFromTheElementOrTheFile) {
   struct Case {
     const char* element;
     const char* file;  // null for none

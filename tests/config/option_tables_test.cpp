@@ -1,5 +1,5 @@
-// The tables against the records: what the rows say is what reading, resetting and checking do, and
-// no member escapes its table.
+// Tests the option tables against the records: every member has a row, and reset, reader and
+// checker follow the rows.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -29,11 +29,11 @@ struct Member {
   std::size_t offset;
 };
 
-// A record as its public header declares it.
+// The layout of a record, as declared in its public header.
 struct Layout {
   std::vector<Member> inherited;
   std::vector<Member> own;
-  std::size_t end = 0;  // of the last member: a derived record's members go on from there
+  std::size_t end = 0;  // of the last member; members of derived records follow
   std::size_t alignment = 1;
 
   [[nodiscard]] std::size_t Size() const { return (end + alignment - 1) / alignment * alignment; }
@@ -97,12 +97,13 @@ std::size_t Distance(const void* record, const void* member) {
                                   static_cast<const char*>(record));
 }
 
-// The names that fill a record's members, by their offsets.
+// The names of the rows that set a record's members, by the members' offsets.
 using Homes = std::multimap<std::size_t, std::string>;
 
 void AddRows(Homes& homes, const ConfigRecord& record, std::span<const OptionRow> rows) {
   for (const OptionRow& row : rows) {
-    if (row.overwrite != Overwrite::kAlways) continue;  // a further name of another row's member
+    if (row.overwrite != Overwrite::kAlways)
+      continue;  // another name for the member of another row
     const void* const home = row.text != nullptr   ? static_cast<const void*>(&(record.*row.text))
                              : row.flag != nullptr ? &(record.*row.flag)
                                                    : static_cast<const void*>(&(record.*row.list));
@@ -116,7 +117,7 @@ Homes HomesOf(const ConfigRecord& record, std::span<const OptionRow> rows) {
   return homes;
 }
 
-// Letters and digits alone, in lower case.
+// Normalises a name: members cannot have hyphens.
 std::string Plain(std::string_view name) {
   std::string plain;
   for (const char c : name) {
@@ -125,7 +126,7 @@ std::string Plain(std::string_view name) {
   return plain;
 }
 
-// Members that no row fills.
+// Members that have no row on purpose.
 constexpr std::string_view kNoOptions[] = {
     "_PM_TEST_NODE::SpareNumber",           // a number, set by the reset
     "_PCIE_DEVICE_CFG::FromLegacyElement",  // tells which element was read
@@ -149,7 +150,7 @@ constexpr std::string_view kNoOptions[] = {
     "_GLOBALCONFIG_XMLCFG::LoopTracker",  // counts readings
 };
 
-// Each of the record's own members has a row of its name, and no row is of another member's name.
+// Expects that each of the record's own members has a row of the same name.
 void ExpectFilled(const std::string& record, const Layout& layout, const Homes& homes) {
   std::vector<Member> members = layout.inherited;
   members.insert(members.end(), layout.own.begin(), layout.own.end());
@@ -168,7 +169,7 @@ void ExpectFilled(const std::string& record, const Layout& layout, const Homes& 
   }
 }
 
-// Each member of a record of records has a row, and each of those records its options.
+// Expects that each member of a record of records has a row, and that their members have rows.
 template <class Section>
 void ExpectSectionsFilled(const std::string& name, const Layouts& layouts, const auto& rows) {
   const Section section;
@@ -187,8 +188,8 @@ void ExpectSectionsFilled(const std::string& name, const Layouts& layouts, const
   }
 }
 
-// An option is a member and a row: whoever adds the one is told of the other.
-TEST(OptionTables, FillEveryMemberOfTheRecords) {
+// An option needs a member and a row; this fails if the row is missing.
+TEST(OptionTables, EveryMemberHasARow) {
   Layouts layouts;
   for (const char* const header :
        {"custom_registers.h", "global_config.h", "pm_tests.h", "test_control.h", "workloads.h"}) {
@@ -230,7 +231,7 @@ TEST(OptionTables, FillEveryMemberOfTheRecords) {
   }
 }
 
-TEST(OptionTables, ResetEveryKindOfHome) {
+TEST(OptionTables, ResetSetsEveryKindOfMember) {
   _CPU_WORKLOAD_CFG workload;
   workload.AutoRun = true;
   workload.PkgAffinity = "1";
@@ -258,7 +259,7 @@ TEST(OptionTables, CommonFieldsOutsideATestsRowsKeepTheirValue) {
   }
 }
 
-// Bad by every grammar.
+// Invalid for every grammar that has a check.
 constexpr const char* kBadText = "no such text!";
 
 std::string BadElement(const PmTestRow& test, const OptionRow& option) {

@@ -1,5 +1,5 @@
-// Every keyword of the command line for every test: it reaches the option of its name and nothing
-// else, or it is a fault and changes nothing.
+// Tests every keyword of the command line with every test: it either sets exactly the option of its
+// name, or it is reported and changes nothing.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -28,7 +28,7 @@ std::string Join(const std::vector<std::string>& texts) {
   return joined;
 }
 
-// A good text that is not the option's default.
+// Returns a valid text other than the option's default.
 std::string TextFor(const Keyword& keyword, const OptionRow& option) {
   if (keyword.kind == KeywordKind::kSwitch) return option.reset == "false" ? "true" : "false";
   for (const char* const text : {"7", "Specific:7", "Debug", "Exercise"}) {
@@ -58,7 +58,7 @@ std::vector<OptionText> TextsOf(const _GLOBALPM_XMLCFG& pm) {
   return texts;
 }
 
-// A name without what writings of it differ in.
+// Normalises a name: its spellings differ in case and punctuation.
 std::string Plain(std::string_view name) {
   std::string plain;
   for (const char c : name) {
@@ -67,7 +67,7 @@ std::string Plain(std::string_view name) {
   return plain;
 }
 
-// The option that a keyword is for, by their names; null where the test has none.
+// Returns the option for a keyword by name, or null if the test has none.
 const OptionRow* FindByName(const PmTestRow& test, const Keyword& keyword) {
   std::set<std::string> names;
   for (const Keyword& other : Keywords()) {
@@ -88,7 +88,7 @@ struct Outcome {
   std::vector<std::string> faults;
 };
 
-// What the arguments change of the defaults, and what is wrong with them.
+// The changes that arguments make to the defaults, and the faults reported.
 Outcome RunOverDefaults(std::vector<std::string> arguments) {
   static const auto defaults = [] {
     auto cfg = std::make_unique<_XML_FULL_CFG>();
@@ -133,11 +133,12 @@ void ExpectReached(const PmTestRow& test, const Keyword& keyword) {
   if (wanted != nullptr) return;
   EXPECT_TRUE(outcome.changed.empty()) << section << " " << option;
   const std::string& fault = outcome.faults.front();
-  EXPECT_TRUE(fault.starts_with(section + " \"" + option + "\": no option of this test")) << fault;
+  EXPECT_TRUE(fault.starts_with(section + " \"" + option + "\": not an option of this test"))
+      << fault;
   EXPECT_FALSE(fault.ends_with(" " + option)) << fault;
 }
 
-TEST(OptionTargets, EveryKeywordReachesItsOptionOrIsAFault) {
+TEST(OptionTargets, EveryKeywordSetsItsOptionOrIsReported) {
   for (const PmTestRow& test : PmTests()) {
     for (const Keyword& keyword : Keywords()) ExpectReached(test, keyword);
   }

@@ -17,7 +17,7 @@ std::vector<_PM_TEST_CONFIG_NODE> ReadNodes(std::vector<std::string> arguments,
   return getCmdPMTestsOptions(argv.data(), static_cast<int>(argv.size()), faults);
 }
 
-// Nodes as a text, faults behind them.
+// Formats nodes, followed by faults.
 std::string Read(const std::vector<std::string>& arguments) {
   std::vector<std::string> faults;
   std::string text;
@@ -47,7 +47,7 @@ TEST(TestOptions, SectionsHoldTheOptionsOfTheirTest) {
   for (const auto& [arguments, nodes] : cases) EXPECT_EQ(Read(arguments), nodes);
 }
 
-TEST(TestOptions, WhatIsWrongIsReportedAndChangesNothing) {
+TEST(TestOptions, InvalidArgumentsAreReportedAndChangeNothing) {
   const std::pair<std::vector<std::string>, const char*> cases[] = {
       {{"/cstate", "-att", "sec:1", "x", "-c", "5"},
        "1{c=5 }!/cstate \"-att\": unknown option, the nearest is -at"},
@@ -59,9 +59,9 @@ TEST(TestOptions, WhatIsWrongIsReportedAndChangesNothing) {
       {{"/sdc", "-cor", "1", "/meshgv", "-at", "5", "-desv", "true", "-c", "2", "/start", "-c",
         "1"},
        "5{}25{c=2 }35{}!/sdc \"-cor\": unknown option, the nearest is -c"
-       "!/meshgv \"-at\": no option of this test, the nearest is -dt"
-       "!/meshgv \"-desv\": no option of this test, the nearest is -dt"
-       "!/start \"-c\": no option of this test, the test has none"},
+       "!/meshgv \"-at\": not an option of this test, the nearest is -dt"
+       "!/meshgv \"-desv\": not an option of this test, the nearest is -dt"
+       "!/start \"-c\": not an option of this test, the test has none"},
       {{"/cstate", "-at", "-states", "/hwp", "-core", "/link", "-states"},
        "1{}2{}29{}!/cstate \"-at\": no value, expected unit:value or unit:low-high with <...>; "
        "Invalid is no time (for example msec:80-120)"
@@ -110,7 +110,7 @@ TEST(TestOptions, WhatIsWrongIsReportedAndChangesNothing) {
   EXPECT_EQ(faults.size(), 3U) << "what is no text is no value";
 }
 
-// Runs the arguments, as typed behind the program's name, over the defaults.
+// Applies the arguments of a command line to the defaults.
 _GLOBALPM_XMLCFG Apply(const std::vector<std::string>& arguments) {
   _XML_FULL_CFG cfg;
   ResetVexorXmlConfiguration(cfg);
@@ -141,7 +141,7 @@ TEST(ApplyTestOptions, OverridesTheRecordOfItsTest) {
   EXPECT_EQ(pm.PSTATES.ActiveTime, "Invalid");
 }
 
-TEST(ApplyTestOptions, ReplacesListsAndSwitchesTheWordsOfTheirOption) {
+TEST(ApplyTestOptions, ReplacesListsAndSwitchesWords) {
   using Texts = std::vector<std::string>;
   const auto pm = Apply({"/link",   "-states", "1:0:0;L1", "-states",    "2:0:0;L0", "/fact",
                          "-states", "A",       "/fact",    "-states",    "B",        "/dxstates",

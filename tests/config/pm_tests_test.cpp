@@ -58,7 +58,7 @@ TEST(PmTests, EachTestHasItsGroupElementAndRecord) {
   }
 }
 
-TEST(PmTests, ReadsTheNewerOfTwoElementsAndTheFirstOfAName) {
+TEST(PmTests, PrefersCurrentNamesAndFirstElements) {
   const auto pm = ReadPm(
       "<GT><GT-DVFS><Ratios>old</Ratios></GT-DVFS><iGFX-DVFS><Ratios>new</Ratios></iGFX-DVFS>"
       "<GT-RC6><Ratios>old</Ratios></GT-RC6><iGFX-DVFS/><GT-RC6/></GT><Device><PCIe-Link-DState>"
@@ -71,7 +71,7 @@ TEST(PmTests, ReadsTheNewerOfTwoElementsAndTheFirstOfAName) {
   EXPECT_TRUE(pm.Dx_States.FromLegacyElement);
 }
 
-TEST(PmTests, LeavesAbsentTestsAlone) {
+TEST(PmTests, AbsentTestsKeepTheirRecord) {
   _XML_FULL_CFG cfg;
   cfg.GlobalPM.CSTATES.ActiveTime = "kept";
   cfg.GlobalPM.Dx_States.FromLegacyElement = true;
@@ -107,7 +107,7 @@ TEST(PmTests, DerivesAMissingSwitchTime) {
   }
 }
 
-TEST(PmTests, TakesTheTimesOfRc6TestsByTheirOwnNamesFirst) {
+TEST(PmTests, Rc6TestsPreferTheirOwnNamesOfTheTimes) {
   const auto pm = ReadPm(
       "<GT><iGFX-RC6><RC0Time>a</RC0Time><ActiveTime>b</ActiveTime><InStateTime>c</InStateTime>"
       "<RC6Time/></iGFX-RC6></GT>");
@@ -129,7 +129,7 @@ TEST(PmTests, ReadsListsOfStatesAndCommands) {
   EXPECT_EQ(pm.PECI.AllOptions, "<WrPCIConfig/>  ");
 }
 
-TEST(PmTests, TakesTheFirstArgumentOfAName) {
+TEST(PmTests, ReadsTheFirstArgumentOfEachName) {
   const auto pm = ReadPm(
       "<Vpu><Vpu-DVFS><other name='Ratios' val='no'/><arg name='Ratios' val=' 1 '/>"
       "<arg name='Ratios' val='2'/><arg name='KNOBS'/><arg name='KNOBS' val='late'/>"
@@ -146,8 +146,8 @@ TEST(PmTests, TakesTheFirstArgumentOfAName) {
   EXPECT_EQ(pm.MESH_GV.RatioPUnit3, "r3");
 }
 
-// Fields that stand neither in a written file nor in the reference of the options.
-TEST(PmTests, ResetReachesTheFieldsThatNoFileHolds) {
+// These are neither in the written defaults nor in the reference.
+TEST(PmTests, ResetSetsMembersThatNoFileHolds) {
   _XML_FULL_CFG cfg;
   _SDC_CFG& sdc = cfg.GlobalPM.SDC;
   sdc.PxMxCxTxScope = sdc.AllOptions = "gone";

@@ -10,14 +10,14 @@ namespace {
 
 constexpr char kOwn[] = "3.21.522.0";
 
-// A section that tells how far the reading went.
+// Sections with one marked option each, to see which of them were read.
 constexpr char kSections[] =
     "<GLOBALCONFIGURATION><SystemSetup><SETTING><TopoMode>X</TopoMode></SETTING></SystemSetup>"
     "</GLOBALCONFIGURATION>"
     "<TEST_CONTROL_CFG><WorkloadCfg><ExeMode>X</ExeMode></WorkloadCfg></TEST_CONTROL_CFG>"
     "<GLOBALPM><CORE><SDC><DutyCycles>X</DutyCycles></SDC></CORE></GLOBALPM>";
 
-TEST(ReadXMLPar, JudgesTheVersion) {
+TEST(ReadXMLPar, ChecksTheVersion) {
   const std::string strict_suffix =
       " version does not match with Vexor Version 3.21.522.0 EC_CONFIG\n";
   struct Case {
@@ -60,7 +60,7 @@ TEST(ReadXMLPar, JudgesTheVersion) {
   }
 }
 
-TEST(ReadXMLPar, KeepsAFailedStrictCheckInMindUntilAReadingSucceeds) {
+TEST(ReadXMLPar, RemembersAFailedStrictCheckUntilAReadSucceeds) {
   _XML_FULL_CFG cfg;
   EXPECT_FALSE(ReadInto(cfg, Document("", "3.20.0.0"), false, true).read);
   EXPECT_FALSE(ReadInto(cfg, Document("", kOwn), false, true).read);
@@ -68,7 +68,7 @@ TEST(ReadXMLPar, KeepsAFailedStrictCheckInMindUntilAReadingSucceeds) {
   EXPECT_TRUE(ReadInto(cfg, Document("", kOwn), false, true).read);
 }
 
-TEST(ReadXMLPar, ReportsFilesThatAreNoConfiguration) {
+TEST(ReadXMLPar, ReportsFilesThatAreNotConfigurations) {
   struct Case {
     std::string content;
     const char* output;
@@ -124,7 +124,7 @@ TEST(ReadXMLPar, FindsTheRootAmongOtherTopLevelNodes) {
   EXPECT_EQ(cfg.GlobalPM.SDC.DutyCycles, "X");
 }
 
-TEST(ReadXMLPar, AnEmptyRootLeavesAllButTheTestControlRecord) {
+TEST(ReadXMLPar, AnEmptyRootResetsOnlyTheTestControlRecord) {
   _XML_FULL_CFG cfg;
   ResetVexorXmlConfiguration(cfg);
   cfg.GlobalConfig.TopoMode = "kept";
@@ -140,7 +140,7 @@ TEST(ReadXMLPar, AnEmptyRootLeavesAllButTheTestControlRecord) {
   EXPECT_EQ(cfg.SelectionIndex, 7);
 }
 
-TEST(ReadXMLPar, TakesTheFirstOfSectionsAndIgnoresStrangers) {
+TEST(ReadXMLPar, ReadsTheFirstOfEqualSectionsAndIgnoresUnknownOnes) {
   const _XML_FULL_CFG cfg = ReadDocument(
       std::string("<VEXOR><Stranger/>") + kSections + "<Version>1</Version><Version>2</Version>" +
       "<TEST_CONTROL_CFG><WorkloadCfg><ExeMode>second</ExeMode></WorkloadCfg></TEST_CONTROL_CFG>" +
@@ -149,7 +149,7 @@ TEST(ReadXMLPar, TakesTheFirstOfSectionsAndIgnoresStrangers) {
   EXPECT_EQ(cfg.TestControl.ExeMode, "X");
 }
 
-TEST(ReadXMLPar, ReadsTwoRecordsAtOnce) {
+TEST(ReadXMLPar, ReadsTwoRecordsConcurrently) {
   const TemporaryFolder folder;
   const std::string path = folder / "config.xml";
   WriteBytes(path, Document(kSections));
@@ -168,8 +168,8 @@ TEST(ReadXMLPar, ReadsTwoRecordsAtOnce) {
   EXPECT_EQ(second.GlobalPM.SDC.DutyCycles, "X");
 }
 
-// Looking every option up anew would make this quadratic and the test time out.
-TEST(ReadXMLPar, TakesStrangersAndLongListsInItsStride) {
+// A search from the first child for each option would be quadratic, and the test would time out.
+TEST(ReadXMLPar, TakesLinearTimeForUnknownElementsAndListItems) {
   std::string strangers;
   std::string items;
   for (int i = 0; i < 100000; ++i) {

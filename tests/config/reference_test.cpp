@@ -22,7 +22,7 @@ std::set<std::string> Matches(const std::string& text, const char* expression) {
   return matches;
 }
 
-TEST(Reference, LinksLeadSomewhere) {
+TEST(Reference, LinksHaveTargets) {
   const std::string reference = GetOptionReference();
   std::set<std::string> targets = Matches(reference, "\n#+ ([^\n]+)");
   targets.merge(Matches(reference, "<a id=\"([^\"]+)"));
@@ -39,7 +39,7 @@ void ExpectSentences(const ElementModel& parent) {
   }
 }
 
-TEST(Reference, HasASentenceAboutEveryElement) {
+TEST(Reference, DescribesEveryElement) {
   const auto records = std::make_unique<FullRecords>();
   ExpectSentences(MakeDocumentModel(*records));
 }

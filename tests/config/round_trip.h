@@ -1,4 +1,4 @@
-// Records filled from any source, and what a written file carries of them.
+// Fills records from a source of values, and compares them with records that were written and read.
 #pragma once
 
 #include <algorithm>
@@ -16,7 +16,7 @@
 
 namespace vexor {
 
-// Fills records with what the source gives: numbers with Below(bound), texts with Text().
+// Fills records. The source provides numbers with Below(bound) and texts with Text().
 template <class Source>
 class RecordFiller {
  public:
@@ -59,7 +59,7 @@ class RecordFiller {
       if (option.list != nullptr) Fill(record.*option.list);
       if (option.text == nullptr) continue;
       record.*option.text = source_.Text();
-      // An empty one would read as something else.
+      // An empty text would be replaced by the fallback or the adjustment.
       if (!option.fallback.empty() || option.adjust.run != nullptr) record.*option.text += "x";
     }
   }
@@ -67,7 +67,7 @@ class RecordFiller {
   Source& source_;
 };
 
-// The text as an attribute carries it.
+// Returns what an attribute preserves of a text.
 inline std::string Carried(const std::string& text) {
   std::string carried;
   for (std::size_t i = 0; i < text.size(); ++i) {
@@ -98,7 +98,7 @@ inline NamedValues Carried(const NamedValues& pairs) {
   return carried;
 }
 
-// What reading gives an option's text.
+// Returns what reading a written option returns.
 inline std::string ReadBack(const OptionRow& option, const std::string& written,
                             PmTestRow::Shape shape) {
   if (!option.IsWritten()) return "";
@@ -107,10 +107,10 @@ inline std::string ReadBack(const OptionRow& option, const std::string& written,
   return is_lost ? "" : Carried(written);
 }
 
-// Finds where a record that was read is not what the record that was written promises.
+// Finds differences between records that were written and those that were read back.
 class CarryCheck {
  public:
-  // The places that differ, one a line: none when all was carried.
+  // Returns the names of the differing members, one per line; empty if there are none.
   static std::string Find(const _XML_FULL_CFG& written, const _XML_FULL_CFG& read) {
     CarryCheck check;
     check.Compare(written, read);

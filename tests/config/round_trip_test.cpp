@@ -1,4 +1,4 @@
-// Records of random texts, written and read again: what the rows say is what a file carries.
+// Writes records of random texts and reads them back.
 #include "config/round_trip.h"
 
 #include <gtest/gtest.h>
@@ -50,7 +50,7 @@ class RandomSource {
   std::mt19937 random_;
 };
 
-TEST(RoundTrip, GivesBackWhatIsWrittenAndRead) {
+TEST(RoundTrip, ReadingAWrittenFileRestoresTheRecords) {
   for (unsigned seed = 0; seed < 30; ++seed) {
     RandomSource source(seed);
     _XML_FULL_CFG written;

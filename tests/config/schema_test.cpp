@@ -1,4 +1,4 @@
-// The schema and its patterns: never stricter than the grammars are.
+// Tests that the patterns of the schema are never stricter than the grammars.
 #include "vexor/config/schema.h"
 
 #include <gtest/gtest.h>
@@ -17,7 +17,7 @@
 namespace vexor {
 namespace {
 
-// As a validator sees a text: outer white space gone, a blank for each run of it inside.
+// Collapses white space as a validator does for xs:token.
 std::string Collapsed(std::string_view text) {
   std::string collapsed;
   for (const char c : TrimSpace(text)) {
@@ -27,7 +27,7 @@ std::string Collapsed(std::string_view text) {
   return collapsed;
 }
 
-// An option of each grammar.
+// Returns an option for each grammar.
 std::map<Syntax, const OptionRow*> OptionsBySyntax() {
   std::map<Syntax, const OptionRow*> options;
   for (const PmTestRow& test : PmTests()) {

@@ -8,7 +8,7 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-TEST(Summaries, OfTheDefaults) {
+TEST(Summaries, ShowTheDefaults) {
   _XML_FULL_CFG cfg;
   ResetVexorXmlConfiguration(cfg);
   EXPECT_EQ(GetXMLPMTestsInfo(cfg), Lines());
@@ -23,7 +23,7 @@ TEST(Summaries, OfTheDefaults) {
                    "<P2SB-MMIO>,", "<CRBCFG>,", "<IOSFCFG>,", "<MailBoxCfg>,"}));
 }
 
-TEST(Summaries, ListTestsInTheirOwnOrder) {
+TEST(Summaries, ListTestsInAFixedOrder) {
   _XML_FULL_CFG cfg;
   cfg.TestControl.AutoRunCfg.fill(true);
   std::string names;
@@ -38,7 +38,7 @@ TEST(Summaries, ListTestsInTheirOwnOrder) {
   EXPECT_TRUE(GetXMLTestControlInfo(cfg)[0].ends_with("<Dx-States>true <TestControl>true "));
 }
 
-TEST(Summaries, OfAConfiguration) {
+TEST(Summaries, ShowAConfiguration) {
   const _XML_FULL_CFG cfg = ReadDocument(Document(
       "<GLOBALPM><CORE><CSTATES><ActiveTime> msec:80 </ActiveTime><KNOBS/></CSTATES></CORE>"
       "</GLOBALPM><TEST_CONTROL_CFG><AutoRunCfg><CSTATES>true</CSTATES><Vpu-DVFS>true</Vpu-DVFS>"

@@ -54,7 +54,6 @@ TEST(SyntaxTable, EverySyntaxIsFuzzed) {
   }
 }
 
-// All words of a grammar are valid texts of it, or the start of one.
 TEST(SyntaxTable, WordsAreValid) {
   for (const SyntaxRow& row : Syntaxes()) {
     for (const std::string_view word : GetWords(row.syntax)) {

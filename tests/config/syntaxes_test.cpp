@@ -15,7 +15,7 @@
 namespace vexor {
 namespace {
 
-TEST(Syntaxes, PointAtTheFault) {
+TEST(Syntaxes, ReportThePositionOfTheFault) {
   const auto fault = CheckSyntax("time", "msec:80-x");
   ASSERT_TRUE(fault);
   EXPECT_EQ(fault->at, 8);
@@ -24,7 +24,7 @@ TEST(Syntaxes, PointAtTheFault) {
   EXPECT_TRUE(CheckSyntax("tme", "msec:80"));
 }
 
-TEST(Syntaxes, AreToldFromTheirNeighbours) {
+TEST(Syntaxes, DifferFromSimilarSyntaxes) {
   struct Case {
     const char* good;
     const char* bad;
@@ -46,7 +46,7 @@ TEST(Syntaxes, AreToldFromTheirNeighbours) {
   }
 }
 
-// What the library reads from a file is known, and what it presets is good.
+// Each setting of a file has an option, and each default is valid.
 TEST(Options, CoverEverySetting) {
   std::set<std::string> paths;
   for (const OptionInfo& option : GetOptions()) {
@@ -66,7 +66,7 @@ TEST(Options, CoverEverySetting) {
   }
 }
 
-TEST(Syntaxes, KnowWhatOtherProgramsCallTrueAndFalse) {
+TEST(Syntaxes, SuggestTrueOrFalseForTheirOtherNames) {
   for (const auto& [text, meant] : std::initializer_list<std::pair<const char*, const char*>>{
            {"\"true\"", "true"}, {"Enabled", "true"}, {"off", "false"}, {"maybe", ""}}) {
     EXPECT_EQ(CheckSyntax("boolean", text)->suggestion, meant) << text;
@@ -100,7 +100,7 @@ TEST(Options, AreFoundByTheirPath) {
   EXPECT_EQ(FindNearestOption(std::string(1000, 'x')), "");
 }
 
-TEST(Options, SayAllThatTheTablesDo) {
+TEST(Options, ContainTheFieldsOfTheTables) {
   const auto find = [](std::string_view path) { return FindOptions(path).front(); };
   const OptionInfo knobs = find("GSTATES/KNOBS");
   EXPECT_EQ(knobs.syntax.name, "knobs");

@@ -15,7 +15,7 @@ std::string ControlDocument(const std::string& content, const std::string& versi
   return Document(Wrapped("TEST_CONTROL_CFG", content), version);
 }
 
-TEST(AutoRun, SwitchesTestsByTheirNames) {
+TEST(AutoRun, ReadsTheSwitchOfEachTest) {
   std::string switches;
   for (int id = 1; id <= 32; ++id) {
     switches += Wrapped(GetPMTestName(static_cast<VEXOR_PM_TEST_ID>(id)), id % 3 == 0   ? "true"
@@ -30,7 +30,7 @@ TEST(AutoRun, SwitchesTestsByTheirNames) {
   }
 }
 
-TEST(AutoRun, TriesOlderNamesWhereTheCurrentOneIsNotTrue) {
+TEST(AutoRun, OlderNamesAlsoSwitchTestsOn) {
   struct Case {
     const char* switches;
     std::vector<int> on;
@@ -79,7 +79,7 @@ TEST(WorkloadRunner, KeepsDefaultsForMissingOptions) {
   }
 }
 
-TEST(TestControl, NeverMixesTwoFiles) {
+TEST(TestControl, ReadingASecondFileResetsTheRecord) {
   _XML_FULL_CFG cfg = ReadDocument(
       ControlDocument("<AutoRunCfg><SDC>true</SDC></AutoRunCfg><TestTraceCfg><N>SDC_a_b</N>"
                       "</TestTraceCfg><WorkloadCfg><Delay>9</Delay></WorkloadCfg>"));
@@ -93,7 +93,7 @@ TEST(TestControl, NeverMixesTwoFiles) {
   EXPECT_FALSE(cfg.TestControl.Switch1 || cfg.TestControl.Switch2);
 }
 
-TEST(TestTrace, BringsOlderEntriesUpToDate) {
+TEST(TestTrace, ConvertsOlderEntries) {
   struct Case {
     const char* version;
     const char* entry;
@@ -134,7 +134,7 @@ TEST(TestTrace, BringsOlderEntriesUpToDate) {
   }
 }
 
-TEST(TestTrace, RefusesMalformedEntriesAndVersions) {
+TEST(TestTrace, RejectsMalformedEntriesAndVersions) {
   struct Case {
     const char* version;
     const char* traces;
@@ -168,7 +168,7 @@ TEST(TestTrace, RefusesMalformedEntriesAndVersions) {
   EXPECT_TRUE(ReadInto(cfg, Document("<TEST_CONTROL_CFG/>", "3")).read);
 }
 
-TEST(LegacyLxDx, KeepsTheTestThatTheOlderElementMeans) {
+TEST(LegacyLxDx, SwitchesOffTheTestWithoutDeviceStates) {
   const std::string states = "<ConfigState>0:1:2</ConfigState>";
   const auto device = [](const std::string& name, const std::string& content) {
     return Wrapped(name, content);

@@ -1,6 +1,6 @@
 # Usage: cmake -DXMLLINT=... -DSCHEMA=... -DFOLDER=... -P validate.cmake
 #
-# Validates small documents against the schema: what a configuration file may hold, and mistakes.
+# Validates small documents against the schema, valid and invalid ones.
 
 function(validate document good)
   file(WRITE ${FOLDER}/document.xml "<VEXOR>${document}</VEXOR>")

@@ -46,7 +46,7 @@ TEST(Workloads, FillsEachRecordFromItsOwnElement) {
   EXPECT_TRUE(w.SSE2.AutoRun && w.L1.AutoRun && w.BouncingBall.AutoRun && w.Media3DPTV.AutoRun);
 }
 
-TEST(Workloads, KeepsWhatTheFileLacks) {
+TEST(Workloads, AbsentWorkloadsKeepTheirRecord) {
   _WORKLOADS_XMLCFG w;
   w.SSE2.AutoRun = w.L1.AutoRun = w.BouncingBall.AutoRun = w.Media3DPTV.AutoRun = true;
   w.SSE2.Duration = w.L1.Duration = w.Media3DPTV.Duration = "kept";

@@ -13,7 +13,7 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-// The document on one line, without the blanks that indent it.
+// Returns the document in one line, without indentation.
 std::string OneLine(const _XML_FULL_CFG& cfg) {
   std::string line;
   bool indents = false;
@@ -28,7 +28,7 @@ std::string OneLine(const _XML_FULL_CFG& cfg) {
   return line;
 }
 
-TEST(Writer, WritesACommentedFileOfAllDefaults) {
+TEST(Writer, WritesTheDefaultsWithHintComments) {
   NameHostIpFile("no such file");
   const TemporaryFolder folder;
   const std::string path = folder / "default.xml";
@@ -50,7 +50,7 @@ TEST(Writer, WritesACommentedFileOfAllDefaults) {
   EXPECT_TRUE(VexorConfigParser().ReadXMLPar(path, &cfg, true, true));
 }
 
-TEST(Writer, WritesWhatTheRecordHoldsInItsPlace) {
+TEST(Writer, WritesEachMemberInItsElement) {
   struct Case {
     const char* rule;
     void (*fill)(_XML_FULL_CFG&);

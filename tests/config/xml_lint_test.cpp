@@ -1,4 +1,4 @@
-// Holds the library's idea of well-formed XML against that of xmllint.
+// Compares the linter with xmllint on mutated documents.
 #include "config/file/xml_lint.h"
 
 #include <gtest/gtest.h>
@@ -20,12 +20,12 @@ using Names = std::set<std::string>;
 
 struct Seed {
   std::string_view document;
-  bool accepts_alike;  // what xmllint accepts, the library does, too
+  bool accepts_alike;  // whether the library accepts all that xmllint accepts
 };
 
-// All there is in XML, so that few changes make any mistake. The library does not read processing
-// instructions behind the beginning, nor a document type that holds a ">", and warns of encodings
-// that xmllint knows and of declarations that it takes in other forms.
+// The seeds contain all kinds of markup, so that a few changes can produce any kind of fault. The
+// library rejects processing instructions after the prolog and document types that contain ">", and
+// warns about some encodings and declarations that xmllint accepts.
 constexpr Seed kSeeds[] = {
     {"<!-- a - b -->\n"
      "<VEXOR a=\"1\" b-c.d='x &lt; \"y\"'>\n <Version>3.21.522.0</Version>\n"
@@ -41,7 +41,7 @@ constexpr Seed kSeeds[] = {
     {"<?xml version='1.0' encoding='ISO-8859-1'?><VEXOR><a b='1' c='2'>x</a><?b?></VEXOR>", false},
 };
 
-// What a change puts in: markup, and bytes of all kinds.
+// The texts that a mutation inserts.
 constexpr std::string_view kPieces[] = {"<",
                                         ">",
                                         "&",
@@ -100,7 +100,7 @@ std::string Mutate(std::string_view seed, UserRand& random) {
 
 enum class Verdict : std::uint8_t { kGood, kRefused, kNotRead };
 
-// The verdict of the library: the second, where other programs refuse what it reads.
+// Returns the verdict of the library: kRefused if it reads what other programs reject.
 Verdict Judge(const std::string& document) {
   tinyxml2::XMLDocument parsed(true, tinyxml2::PRESERVE_WHITESPACE);
   if (vexor::ParseXml(document, parsed) != tinyxml2::XML_SUCCESS) return Verdict::kNotRead;
@@ -110,7 +110,7 @@ Verdict Judge(const std::string& document) {
   return is_good ? Verdict::kGood : Verdict::kRefused;
 }
 
-// The names of the files that xmllint refuses.
+// Returns the names of the files that xmllint rejects.
 Names RefusedByXmllint(const std::vector<std::string>& files, const std::string& errors) {
   std::vector<std::string> words = {VEXOR_XMLLINT, "--noout", "--nonet"};
   words.insert(words.end(), files.begin(), files.end());

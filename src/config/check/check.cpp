@@ -127,7 +127,7 @@ void Checker::CheckOtherRoot(const XMLElement& element) {
         "one element " + std::string(kRoot);
     return;
   }
-  Finding& finding = findings_.AddError(element, name, name, "wrong root, and nothing is read");
+  Finding& finding = findings_.AddError(element, name, name, "wrong root element, nothing is read");
   finding.expected = kRoot;
   finding.suggestion = EqualsIgnoreCase(name, kRoot) ? kRoot : "";
 }
@@ -245,7 +245,7 @@ void Checker::CheckTestSwitch(const XMLElement& element, const ElementModel& mod
     if (FindElement(group, test.name) != nullptr || FindElement(group, test.older) != nullptr) {
       continue;
     }
-    findings_.AddNote(element, path, "true", "the test runs with the defaults alone").expected =
+    findings_.AddNote(element, path, "true", "the test runs with default options only").expected =
         "its options in " + JoinPath(JoinPath(NameOf(Section::kTests), test.group), test.name);
   }
 }
@@ -370,7 +370,7 @@ void Checker::AddMissing(const XMLElement& element, const ElementModel& model,
   }
   if (!missing.empty()) {
     findings_.AddNote(element, path, JoinWithCommas(missing),
-                      "absent, and read as empty, not as the default");
+                      "absent, reads as empty and not as the default");
   }
 }
 

@@ -26,7 +26,7 @@ void CheckStrayText(const XMLNode& parent, const std::string& path, Findings& fi
     const bool is_outside = parent.ToDocument() != nullptr;
     if (!text.empty()) {
       findings.AddError(*node, path, text,
-                        is_outside ? "text outside of the root element, not read"
+                        is_outside ? "text outside the root element, not read"
                                    : "text between elements, not read");
     }
   }

@@ -96,7 +96,7 @@ std::optional<SystemCheck::Issue> SystemCheck::CheckSettingName(const SystemList
   const SettingNames& names = NamesOf(list);
   if (names.all.empty() || Has(names.own, name)) return std::nullopt;
   if (const SystemListRow* const other = FindListOf(name)) {
-    std::string place = "to stand in SysConfiguration/";
+    std::string place = "in SysConfiguration/";
     place.append(other->group).append("/").append(other->name);
     return Issue{.what = "setting of another list", .expected = std::move(place)};
   }

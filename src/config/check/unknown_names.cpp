@@ -45,7 +45,7 @@ void UnknownNames::AddElement(const XMLElement& element, const ElementModel& par
   const std::string place = places_.Find(name, kind, path.substr(0, path.rfind('/')));
   if (place.empty()) return;
   finding.what = "misplaced element, not read";
-  finding.expected = "to stand in " + place;
+  finding.expected = "in " + place;
 }
 
 void UnknownNames::AddArgument(const XMLElement& argument, std::string_view name,

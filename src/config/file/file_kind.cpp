@@ -80,7 +80,7 @@ std::string NameForeignContent(std::string_view content) {
   if (content.starts_with('\0')) return NameZeroBytes(content);
   if (content.starts_with("\xEF\xBB\xBF")) content.remove_prefix(3);
   const std::string_view text = TrimSpace(content);
-  if (text.empty()) return "the file holds nothing but white space";
+  if (text.empty()) return "the file contains only white space";
   if (text.starts_with('<')) return {};
   if (IsBinary(content)) return "the file is binary";
   if (IsIni(text)) return "the file is an INI file";

@@ -57,8 +57,8 @@ class BoundsCheck {
       const std::size_t end = content_.find(content_[at_], at_ + 1);
       if (end == kEnd) break;
       if (++attributes > kMostAttributes) {
-        return Refuse(tag,
-                      "an element of more than " + std::to_string(kMostAttributes) + " attributes");
+        return Refuse(
+            tag, "an element with more than " + std::to_string(kMostAttributes) + " attributes");
       }
       CheckText(at_ + 1, end);
       at_ = end + 1;
@@ -82,9 +82,8 @@ class BoundsCheck {
 
   void Refuse(std::size_t at, const std::string& what) {
     const auto lines = std::ranges::count(content_.substr(0, at), '\n');
-    refusal_ = {.line = static_cast<int>(lines) + 1,
-                .what = "too much to be read: " + what,
-                .expected = {}};
+    refusal_ = {
+        .line = static_cast<int>(lines) + 1, .what = "limit exceeded: " + what, .expected = {}};
   }
 
   std::string_view content_;

@@ -216,7 +216,7 @@ void Linter::LintDeclaration() {
   }
   if (encoding) encoding_ = ParseEncoding(*encoding);
   if (encoding_ == Encoding::kUnknown) {
-    Add(*encoding, "encoding that is not read", "UTF-8");
+    Add(*encoding, "unsupported encoding", "UTF-8");
   }
   if (all.size() < Rest().size()) Pass(all.size() + 2);
 }
@@ -239,7 +239,7 @@ void Linter::LintText() {
   if (!is_blank && open_.empty()) {
     lint_.has_content_outside_root = true;
     if (text.size() == Rest().size()) {
-      return Stop("text outside of the root element: \"" + Excerpt(TrimSpace(text)) + "\"");
+      return Stop("text outside the root element: \"" + Excerpt(TrimSpace(text)) + "\"");
     }
   }
   PassCharacters(text, "&]");
@@ -255,9 +255,9 @@ void Linter::PassCharacters(std::string_view text, const char* special) {
     if (text.starts_with('&')) {
       LintReference(text);
     } else if (text.starts_with('<')) {
-      Add(text, "< in the value of an attribute", "&lt;");
+      Add(text, "< in an attribute value", "&lt;");
     } else if (text.starts_with("]]>")) {
-      Add("]]>", "end of a CDATA section in a text", "]]&gt;");
+      Add("]]>", "]]> in a text", "]]&gt;");
     }
     Pass(1);
     text.remove_prefix(1);
@@ -273,7 +273,7 @@ void Linter::LintReference(std::string_view text) {
   name = name.substr(0, std::min(end, name.size()));
   if (end == kEnd || !IsXmlName(name)) return Add(text, "bare &", "&amp;");
   if (std::ranges::find(kEntities, name) == std::end(kEntities)) {
-    Add(text.substr(0, end + 2), "unknown entity, read as it stands",
+    Add(text.substr(0, end + 2), "unknown entity, read as is",
         "&lt;, &gt;, &amp;, &quot; or &apos;");
   }
 }
@@ -325,7 +325,7 @@ void Linter::LintData() {
   is_behind_instructions_ = true;
   const auto body = FindBody("<![CDATA[", "]]>", "a CDATA section");
   if (!body) return;
-  if (open_.empty()) Add(Rest(), "CDATA section outside of the root element");
+  if (open_.empty()) Add(Rest(), "CDATA section outside the root element");
   Pass(body->size() + 12);
 }
 
@@ -334,7 +334,7 @@ void Linter::LintInstruction() {
   if (!body) return;
   if (is_behind_instructions_) {
     return Stop("a processing instruction (<?...?>) that is not at the beginning of the file",
-                "it in front of all comments and elements");
+                "it before all comments and elements");
   }
   std::string_view rest = *body;
   const std::string_view target =
@@ -354,7 +354,7 @@ void Linter::LintType() {
   if (!body) return;
   const bool is_in_place = !has_root_ && !has_type_;
   if (!is_in_place || !IsDocumentType(*body)) {
-    Add(Rest(), "markup that is not read");
+    Add(Rest(), "unsupported markup");
   }
   has_type_ = true;
   Pass(body->size() + 3);
@@ -392,10 +392,10 @@ void Linter::LintTag() {
   if (is_end) rest.remove_prefix(1);
   const std::string_view name = TakeName(rest);
   const auto stop = [&] {
-    Stop("< that begins no tag: \"" + Excerpt(tag) + "\"", "&lt; for the character");
+    Stop("< that does not start a tag: \"" + Excerpt(tag) + "\"", "&lt; for the character");
   };
   if (name.empty()) return stop();
-  if (!IsXmlName(name)) Add(name, "name that no element can have");
+  if (!IsXmlName(name)) Add(name, "invalid element name");
   PassTo(rest);
   const auto is_empty = LintAttributes(name, is_end);
   if (!is_empty && has_blank) stop();
@@ -413,7 +413,7 @@ void Linter::LintTag() {
 void Linter::Close(std::string_view name) {
   const std::string tag = Tag("</", name);
   if (open_.empty()) {
-    return Stop(tag + " closes no element: what follows it is not read");
+    return Stop(tag + " closes no open element: the rest of the file is not read");
   }
   // The XML library stops at the first mismatch, so there is no resynchronisation.
   const OpenElement& open = open_.back();
@@ -446,7 +446,7 @@ std::optional<bool> Linter::LintAttributes(std::string_view element, bool is_end
     if (!is_end && !is_apart) {
       Add(name, "no blank before an attribute");
     }
-    if (!IsXmlName(name)) Add(name, "name that no attribute can have");
+    if (!IsXmlName(name)) Add(name, "invalid attribute name");
     if (std::ranges::find(names, name) != names.end()) {
       Stop("the attribute " + Excerpt(name) + " stands twice in <" + Excerpt(element) + ">");
       return std::nullopt;
@@ -491,7 +491,7 @@ void Linter::LintEnd() {
     const OpenElement& open = open_.back();
     Stop(NameEnd() + " and does not close " + Name(open), Tag("</", open.name));
   } else if (has_zero_) {
-    Stop("a zero byte: what follows it is not read");
+    Stop("a zero byte: the rest of the file is not read");
   }
 }
 
@@ -521,8 +521,8 @@ void Linter::LintCharacters() {
   }
   if (invalid_bytes == 0 || encoding_ == Encoding::kUnknown) return;
   constexpr std::string_view kWhat[] = {
-      "byte that is no UTF-8", "byte that is no ASCII, the encoding that the file declares",
-      "byte above 0x7F, read as it stands and not by the encoding that the file declares"};
+      "byte that is not UTF-8", "byte that is not ASCII, the declared encoding",
+      "byte above 0x7F, read as is and not in the declared encoding"};
   assert(static_cast<std::size_t>(encoding_) < std::size(kWhat));
   first.what = kWhat[static_cast<std::size_t>(encoding_)];
   if (invalid_bytes > 1) first.what += ", the first of " + std::to_string(invalid_bytes);

@@ -180,7 +180,7 @@ void SectionReader::ReadInSection(std::string_view argument) {
   }
   const Keyword* const keyword = FindShortName(argument.substr(1));
   if (keyword == nullptr) return RefuseName(argument, "unknown option");
-  if (!HasOption(Tests(), *keyword)) return RefuseName(argument, "no option of this test");
+  if (!HasOption(Tests(), *keyword)) return RefuseName(argument, "not an option of this test");
   const std::optional<std::string_view> value = NextValue();
   if (keyword->kind != KeywordKind::kValue) {
     ReadSwitch(argument, *keyword, value.value_or("true"));

@@ -48,7 +48,7 @@ class SchemaWriter {
 std::string SchemaWriter::Write(const ElementModel& root) && {
   out_.Element("xs:schema", {{"xmlns:xs", "http://www.w3.org/2001/XMLSchema"}}, [&] {
     out_.Comment(
-        " Configuration files of VexorUtils, made from its option tables. Elements stand in any "
+        " Configuration files of VexorUtils, made from its option tables. Elements may be in any "
         "order. ");
     WriteElement(root, "");
     std::size_t written = 0;

@@ -19,7 +19,7 @@ namespace {
 
 using Result = std::optional<Fault>;
 
-constexpr std::string_view kIpv4Form = "four numbers from 0 to 255 joined by points";
+constexpr std::string_view kIpv4Form = "four numbers from 0 to 255 separated by dots";
 constexpr auto kLogLevels =
     std::to_array<std::string_view>({"No-Log", "Critical", "Information", "Debug"});
 constexpr Expectation kLogLevelWords = kOneOf<kLogLevels>;
@@ -32,7 +32,7 @@ Result FaultUnless(bool good, std::string_view what, const Expectation& expected
 }
 
 Result CheckIpv4(std::string_view text) {
-  return FaultUnless(IsIpv4Address(text), "no IPv4 address, and reads as empty", kIpv4Form);
+  return FaultUnless(IsIpv4Address(text), "not an IPv4 address, reads as empty", kIpv4Form);
 }
 
 Result CheckLogLevel(std::string_view text) {
