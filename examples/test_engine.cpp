@@ -233,6 +233,7 @@ void RunTests(Run& run, std::vector<RunningTest>& tests, VexorLogging& engine_lo
     for (const unsigned core : test.plan.cores) workers.emplace_back(run, test, core);
   }
   std::vector<std::jthread> threads;
+  threads.reserve(workers.size());
   for (unsigned i = 0; i < workers.size(); ++i) {
     threads.emplace_back([&worker = workers[i], i] { worker.Work(i + 1); });
   }

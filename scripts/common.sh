@@ -29,11 +29,6 @@ check_arguments() {
   exit 2
 }
 
-# Prints the version of the newest clang that the machine's package sources have, or has installed.
-print_newest_clang() {
-  apt-cache pkgnames clang- | sed -nE 's/^clang-([0-9]+)$/\1/p' | sort -n | tail -n 1
-}
-
 # Runs a command with its output in build/NAME.log, and shows the output if the command fails.
 # Usage: run_quietly NAME COMMAND [ARGUMENT...]
 run_quietly() {

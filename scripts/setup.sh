@@ -7,7 +7,6 @@
 #   test          compile and run the tests
 #   windows       cross-compile for Windows and run the programs under Wine
 #   clang         compile with clang
-#   clang-newest  compile with the newest clang that Debian has
 #   fuzz          build and run the fuzz targets
 #   lint          check format, code and scripts
 #   coverage      measure the tests' coverage
@@ -26,9 +25,8 @@ declare -A packages_of=(
   [windows]="g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 wine wine64 googletest dpkg-dev \
     make python3-six unicode-data"
   [clang]="clang"
-  [clang-newest]="clang-newest"  # stands for clang-NN
   [fuzz]="clang libclang-rt-14-dev"
-  [lint]="clang clang-format clang-tidy shellcheck"
+  [lint]="clang-22 clang-tidy-22 clang-format shellcheck"
   [coverage]="gcovr"
   [docs]="doxygen"
   [bench]="miller libbenchmark-dev libabsl-dev libfmt-dev libspdlog-dev libboost-dev"
@@ -66,15 +64,6 @@ run_apt() {
   run_quietly "setup-$1" "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -qy \
     -o DPkg::Lock::Timeout=300 -o Acquire::Retries=3 "$@"
 }
-
-for i in "${!packages[@]}"; do
-  if [[ ${packages[i]} == clang-newest ]]; then
-    if ! compgen -G '/var/lib/apt/lists/*Packages*' >/dev/null; then
-      run_apt update  # without lists, apt knows only installed packages
-    fi
-    packages[i]=clang-$(print_newest_clang)
-  fi
-done
 
 # Prints the packages that are not installed, one per line.
 list_missing() {

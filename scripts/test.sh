@@ -6,7 +6,7 @@
 #   tsan          under the thread sanitizer
 #   release       optimised
 #   clang         compiled with clang
-#   clang-newest  compiled with the newest clang that Debian has
+#   lint          compiled with clang 22, and read by clang-tidy
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 check_arguments 99 "$@"
@@ -17,10 +17,6 @@ fi
 for preset; do
   case $preset in
     clang | lint | coverage) "$root/scripts/setup.sh" test "$preset" ;;
-    clang-newest)
-      "$root/scripts/setup.sh" test "$preset"
-      export VEXOR_NEWEST_CLANG=${VEXOR_NEWEST_CLANG-clang++-$(print_newest_clang)}
-      ;;
     *) "$root/scripts/setup.sh" test ;;
   esac
   echo "== $preset" >&2

@@ -82,7 +82,7 @@ std::exception_ptr Try(const Step& step) {
 // to other logs, which have front ends of their own.
 class Telling {
  public:
-  explicit Telling(const void* log) : log_(log), outer_(innermost) { innermost = this; }
+  explicit Telling(const void* log) : log_(log) { innermost = this; }
   Telling(const Telling&) = delete;
   Telling& operator=(const Telling&) = delete;
   ~Telling() { innermost = outer_; }
@@ -97,7 +97,7 @@ class Telling {
   static constinit thread_local const Telling* innermost;
 
   const void* log_;
-  const Telling* outer_;
+  const Telling* outer_ = innermost;
 };
 
 constinit thread_local const Telling* Telling::innermost = nullptr;

@@ -103,13 +103,13 @@ int ReadLimitCstates(std::string_view list, FaultNote& note) {
 
 std::optional<std::uint32_t> ReadConditionBits(std::string_view text, FaultNote& note) {
   if (text.empty()) return 0;
-  const std::optional<std::uint64_t> number = ParseUnsigned(text);
-  const auto word = static_cast<std::uint32_t>(number.value_or(kNoNumber32));
+  const std::uint64_t number = ParseUnsigned(text).value_or(kNoNumber32);
+  const auto word = static_cast<std::uint32_t>(number);
   if (word == kNoNumber32) {
     note.At(text, "not a number", "a 32-bit number such as 0x00000F00");
     return std::nullopt;
   }
-  if (*number != word) note.At(text, "number too large", "a 32-bit number such as 0x00000F00");
+  if (number != word) note.At(text, "number too large", "a 32-bit number such as 0x00000F00");
   return word;
 }
 

@@ -75,7 +75,7 @@ class Follower {
  public:
   Follower(RowFilter filter, const std::vector<std::string>& columns)
       : filter_(std::move(filter)), format_(columns, UsualWidths()) {
-    std::cout << format_.FormatTitles() << std::endl;
+    std::cout << format_.FormatTitles() << '\n' << std::flush;
   }
 
   // Prints the rows that were added since the last call, in order of time.
