@@ -89,7 +89,9 @@ std::string_view NumbersBehindColon(std::string_view text, FaultNote& note) {
   std::string_view numbers = text.substr(text.size());
   TakeFilledItem(rest, ':', keyword);
   TakeFilledItem(rest, ':', numbers);
-  if (!rest.empty()) note.At(rest, "text after the numbers, not read", "the end of the text");
+  if (!rest.empty()) {
+    note.At(rest, "text after the numbers, not read", "the end of the text", FaultKind::kSurplus);
+  }
   numbers = TrimBlanks(numbers);
   if (numbers.empty()) note.At(numbers, "no numbers", "a list such as 0,2-4");
   return numbers;
@@ -100,7 +102,7 @@ enum class ListAlone { kRefused, kAccepted };
 // Readers recognise a keyword by the beginning of the text and ignore what follows it.
 void RefuseSurplus(std::string_view surplus, const Expectation& keywords, FaultNote& note) {
   if (TrimBlanks(surplus).empty()) return;
-  note.At(surplus, "text after the keyword, not read", keywords);
+  note.At(surplus, "text after the keyword, not read", keywords, FaultKind::kSurplus);
 }
 
 AffinityText SplitAffinity(std::string_view text, std::span<const Mode> modes,
@@ -167,7 +169,8 @@ std::optional<Fault> CheckThreadAffinity(std::string_view text) {
 std::optional<Fault> DoubtListAlone(std::string_view text) {
   if (text.empty() || !IsDecDigit(text.front())) return std::nullopt;
   return Fault{.what = "numbers alone, which mean All",
-               .expected = "Specific: in front of the numbers, or All"};
+               .expected = "Specific: in front of the numbers, or All",
+               .kind = FaultKind::kListAlone};
 }
 
 }  // namespace vexor

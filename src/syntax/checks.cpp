@@ -16,7 +16,8 @@ std::optional<Fault> CheckNumber(std::string_view text, std::string_view expecte
     case UnsignedText::Kind::kNumber:
       return std::nullopt;
     case UnsignedText::Kind::kBeyond64Bits:
-      return Fault{.what = "number too large", .expected = expected};
+      return Fault{
+          .what = "number too large", .expected = expected, .kind = FaultKind::kLargeNumber};
     case UnsignedText::Kind::kNotANumber:
       break;
   }
@@ -55,12 +56,15 @@ std::optional<Fault> CheckNumbers(std::string_view text) {
 std::optional<Fault> CheckBoolean(std::string_view text) {
   const bool is_good = text.empty() || text == "true" || IsFalseInAnyForm(text);
   if (is_good) return std::nullopt;
-  return Fault{.what = "reads as false", .expected = kBooleanWords};
+  return Fault{
+      .what = "reads as false", .expected = kBooleanWords, .kind = FaultKind::kReadsAsFalse};
 }
 
 std::optional<Fault> DoubtBoolean(std::string_view text) {
   if (text == "false" || !IsFalseInAnyForm(text)) return std::nullopt;
-  return Fault{.what = "reads as false, like any text but true", .expected = kBooleanWords};
+  return Fault{.what = "reads as false, like any text but true",
+               .expected = kBooleanWords,
+               .kind = FaultKind::kFalseForm};
 }
 
 std::optional<Fault> CheckTestMode(std::string_view text) {

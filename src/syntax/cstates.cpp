@@ -109,7 +109,10 @@ std::optional<std::uint32_t> ReadConditionBits(std::string_view text, FaultNote&
     note.At(text, "not a number", "a 32-bit number such as 0x00000F00");
     return std::nullopt;
   }
-  if (number != word) note.At(text, "number too large", "a 32-bit number such as 0x00000F00");
+  if (number != word) {
+    note.At(text, "number too large", "a 32-bit number such as 0x00000F00",
+            FaultKind::kLargeNumber);
+  }
   return word;
 }
 
@@ -167,7 +170,7 @@ void ReadLists(std::string_view text, std::vector<std::vector<int>>* lists, Numb
     total += size;
     if (total <= kMaxRangeValues) return;
     if (lists != nullptr) throw std::length_error("more than 16777216 values in the lists");
-    note.At(list, "too many numbers", "at most 16777216 in all lists");
+    note.At(list, "too many numbers", "at most 16777216 in all lists", FaultKind::kLargeNumber);
   };
   const auto read = [&](std::string_view value) {
     list = value;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <span>
 #include <string_view>
 
@@ -22,10 +23,21 @@ struct Expectation {
       : text(list), words(of) {}
 };
 
+enum class FaultKind : std::uint8_t {
+  kForm,  // not of the grammar, or not one of its words
+  kLargeNumber,
+  kReversedRange,
+  kSurplus,  // text behind the end of what is read
+  kReadsAsFalse,
+  kFalseForm,  // reads as false, but is not written so
+  kListAlone,  // numbers without a keyword, which select all
+};
+
 struct Fault {
   std::size_t at = 0;  // offset of the first wrong byte; the size of the text if its end is missing
   std::string_view what;  // "unknown unit"
   Expectation expected;
+  FaultKind kind = FaultKind::kForm;
 };
 
 }  // namespace vexor

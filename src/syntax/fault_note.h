@@ -16,16 +16,17 @@ class FaultNote {
   explicit FaultNote(std::string_view text) : text_(text) {}
 
   // Notes a fault at the beginning of `part`, which must refer to the text. `what` is a literal.
-  void At(std::string_view part, std::string_view what, const Expectation& expected) {
+  void At(std::string_view part, std::string_view what, const Expectation& expected,
+          FaultKind kind = FaultKind::kForm) {
     assert(part.data() >= text_.data() && part.data() <= text_.data() + text_.size());
     if (fault_) return;
     const auto at = static_cast<std::size_t>(part.data() - text_.data());
-    fault_ = Fault{.at = at, .what = what, .expected = expected};
+    fault_ = Fault{.at = at, .what = what, .expected = expected, .kind = kind};
   }
 
   // Notes a fault that was found in a part of the text.
   void Within(std::string_view part, const Fault& fault) {
-    At(part.substr(fault.at), fault.what, fault.expected);
+    At(part.substr(fault.at), fault.what, fault.expected, fault.kind);
   }
 
   void AtEnd(std::string_view what, const Expectation& expected) {

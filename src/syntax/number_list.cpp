@@ -76,7 +76,7 @@ std::uint64_t ReadNumberList(std::string_view text, std::vector<int>* numbers, F
     const bool is_too_long = width >= kMaxRangeValues - count;
     if (is_too_long && numbers != nullptr) ThrowTooLong(item);
     if (is_too_long) {
-      note.At(item, "too many numbers", "at most 16777216 in a list");
+      note.At(item, "too many numbers", "at most 16777216 in a list", FaultKind::kLargeNumber);
       break;
     }
     count += width + 1;

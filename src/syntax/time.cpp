@@ -42,7 +42,7 @@ std::uint64_t ReadNumber(std::string_view text, FaultNote& note) {
   const UnsignedText number = ReadUnsigned(text);
   if (number.kind == UnsignedText::Kind::kNotANumber) note.At(text, "not a number", kNumberForm);
   if (number.kind == UnsignedText::Kind::kBeyond64Bits) {
-    note.At(text, "number too large", "a number that fits 64 bits");
+    note.At(text, "number too large", "a number that fits 64 bits", FaultKind::kLargeNumber);
   }
   return number.value;
 }
@@ -51,7 +51,7 @@ std::uint64_t ReadNumber(std::string_view text, FaultNote& note) {
 std::uint64_t ReadUnits(std::string_view text, std::uint32_t factor, FaultNote& note) {
   const std::uint64_t number = ReadNumber(text, note);
   if (number > UINT32_MAX || number * factor > UINT32_MAX) {
-    note.At(text, "number too large", "a time that fits 32 bits");
+    note.At(text, "number too large", "a time that fits 32 bits", FaultKind::kLargeNumber);
   }
   return number;
 }
@@ -73,7 +73,9 @@ Bounds ReadBounds(std::string_view text, std::uint32_t factor, FaultNote& note) 
   const std::uint32_t min = read(text.substr(0, dash));
   if (dash == std::string_view::npos) return {min, min};
   const std::uint32_t max = read(text.substr(dash + 1));
-  if (max < min) note.At(text, "reversed range", "the lower value first");
+  if (max < min) {
+    note.At(text, "reversed range", "the lower value first", FaultKind::kReversedRange);
+  }
   return {min, max};
 }
 
@@ -147,8 +149,9 @@ ExeLength ReadExeLength(std::string_view text, FaultNote& note) {
     length.number = ReadNumber(second);
     if (length.number == 0) length.number = ReadNumber(first, note);
   }
-  if (TakeFilledItem(rest, ':', first))
-    note.At(first, "third item, not read", "the end of the text");
+  if (TakeFilledItem(rest, ':', first)) {
+    note.At(first, "third item, not read", "the end of the text", FaultKind::kSurplus);
+  }
   return length;
 }
 

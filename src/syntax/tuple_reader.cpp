@@ -11,8 +11,11 @@ std::optional<std::uint32_t> ReadLimitedNumber(std::string_view text, const Numb
   if (number.kind == Kind::kNumber && number.value <= limit.largest) {
     return static_cast<std::uint32_t>(number.value);
   }
-  note.At(text, number.kind == Kind::kNotANumber ? "not a number" : "number too large",
-          limit.expected);
+  if (number.kind == Kind::kNotANumber) {
+    note.At(text, "not a number", limit.expected);
+  } else {
+    note.At(text, "number too large", limit.expected, FaultKind::kLargeNumber);
+  }
   return std::nullopt;
 }
 

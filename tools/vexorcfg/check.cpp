@@ -16,21 +16,16 @@ namespace {
 using vexor::Finding;
 using vexor::Severity;
 
-struct SeverityLook {
-  std::string_view name;
-  std::string_view colour;
-};
-
-SeverityLook LookOf(Severity severity) {
+std::string_view ColourOf(Severity severity) {
   switch (severity) {
     case Severity::kNote:
-      return {.name = "note", .colour = "\x1b[1;36m"};
+      return "\x1b[1;36m";
     case Severity::kWarning:
-      return {.name = "warning", .colour = "\x1b[1;35m"};
+      return "\x1b[1;35m";
     case Severity::kError:
       break;
   }
-  return {.name = "error", .colour = "\x1b[1;31m"};
+  return "\x1b[1;31m";
 }
 
 class Report {
@@ -89,11 +84,11 @@ class Report {
   }
 
   void PrintFinding(const std::string& file, const Finding& finding) const {
-    const SeverityLook look = LookOf(finding.severity);
     std::cout << Coloured("\x1b[1m") << file << ':';
     if (finding.line > 0) std::cout << finding.line << ':';
-    std::cout << Coloured("\x1b[0m") << ' ' << Coloured(look.colour) << look.name << ':'
-              << Coloured("\x1b[0m") << ' ' << FormatFinding(finding) << '\n';
+    std::cout << Coloured("\x1b[0m") << ' ' << Coloured(ColourOf(finding.severity))
+              << NameOf(finding.severity) << ':' << Coloured("\x1b[0m") << ' '
+              << FormatFinding(finding) << " [" << finding.code << "]\n";
   }
 
   [[nodiscard]] std::string_view Coloured(std::string_view sequence) const {
@@ -103,7 +98,8 @@ class Report {
   void AddJson(const Finding& finding) {
     json_ += json_.ends_with('[') ? "\n    {" : ",\n    {";
     json_ += "\"line\": " + std::to_string(finding.line);
-    AddMember("severity", LookOf(finding.severity).name);
+    AddMember("severity", NameOf(finding.severity));
+    AddMember("code", finding.code);
     AddMember("path", finding.path);
     AddMember("text", finding.text);
     AddMember("what", finding.what);

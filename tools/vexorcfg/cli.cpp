@@ -31,7 +31,8 @@ constexpr const char* kTopExamples =
 
 constexpr const char* kCheckExamples =
     "A finding is one line: FILE:LINE: error: ELEMENT: \"TEXT\": what is wrong, what was "
-    "expected.\n"
+    "expected [CODE].\n"
+    "vexorcfg explain CODE says more.\n"
     "An error is a text that is not read, or not as it was meant. A warning is a text in an older\n"
     "form or without effect, or XML that other programs refuse. The last line is the result.\n"
     "\n"
@@ -99,6 +100,7 @@ constexpr const char* kExplainExamples =
     "  vexorcfg explain option GSTATES             all options of a test\n"
     "  vexorcfg explain option -- -exeCycles       a name that begins with \"-\"\n"
     "  vexorcfg explain error CSTATES 0x80000004   an error code, tag by tag\n"
+    "  vexorcfg explain VX019                      a code of the checker; codes lists them\n"
     "\n"
     "Exit status: 0 the texts are good, 2 one is wrong, 3 nothing of that name.";
 

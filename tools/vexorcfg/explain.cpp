@@ -5,6 +5,7 @@
 
 #include "commands.h"
 #include "common/text_output.h"
+#include "explain_code.h"
 #include "vexor/config/syntaxes.h"
 #include "vexor/syntax/error_codes.h"
 #include "vexor/syntax/keywords.h"
@@ -29,7 +30,8 @@ void PrintRow(std::string_view name, std::string_view text) {
 Status ListSyntaxes() {
   std::cout << "explain SYNTAX [TEXT]     what a text means, or what is wrong with it\n"
                "explain option NAME       what an option means and takes\n"
-               "explain error TEST CODE   which bits of an error code say what\n\n"
+               "explain error TEST CODE   which bits of an error code say what\n"
+               "explain VX019             what a code of the checker means; codes lists them\n\n"
                "Syntaxes, and a text of each:\n";
   for (const SyntaxInfo& syntax : vexor::GetSyntaxes()) {
     std::cout << "  " << std::left << std::setw(17) << syntax.name
@@ -272,6 +274,7 @@ Status Explain(const ExplainArguments& arguments) {
   const std::string& subject = arguments.subject;
   const std::vector<std::string>& texts = arguments.texts;
   if (subject.empty()) return ListSyntaxes();
+  if (const std::optional<Status> explained = ExplainCode(subject)) return *explained;
   if (subject == "option") {
     if (texts.size() == 1) return ExplainOption(texts.front());
     return Refuse("explain option", "the name of one option is needed");

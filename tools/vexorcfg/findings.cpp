@@ -4,6 +4,18 @@
 
 namespace tools::vexorcfg {
 
+std::string_view NameOf(vexor::Severity severity) {
+  switch (severity) {
+    case vexor::Severity::kNote:
+      return "note";
+    case vexor::Severity::kWarning:
+      return "warning";
+    case vexor::Severity::kError:
+      break;
+  }
+  return "error";
+}
+
 std::string FormatFinding(const vexor::Finding& finding) {
   std::string line = OneLine(finding.path);
   const auto add = [&line](const std::string& part) {

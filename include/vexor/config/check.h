@@ -23,6 +23,15 @@ enum class Severity : std::int32_t {
   kError,    // not read, or not read as it was written
 };
 
+// What `Finding::suggestion` replaces.
+enum class Mend : std::int32_t {
+  kNone,  // nothing that is sure; a suggestion, if any, is for people to consider
+  kName,  // the element's name, in both tags; for an argument, its attribute "name"
+  kText,  // the element's whole text; for an argument, its attribute "val"
+  kMove,  // nothing: the element moves into `belongs_in`, and there is no suggestion
+  kXml,   // a piece of the XML: a character that must be escaped
+};
+
 struct Finding {
   int line = 0;      // from 1; 0 for the file as a whole
   std::string path;  // below the root: "GLOBALPM/CORE/CSTATES/ActiveTime"; one of several elements
@@ -33,6 +42,18 @@ struct Finding {
   std::string expected;        // what would be valid; may be empty
   std::string suggestion;      // the text that was probably meant; may be empty
   bool is_older_form = false;  // valid in older versions, and read as its current form
+  std::string_view code;       // of its kind: "VX019"; never changes its meaning
+  Mend mend = Mend::kNone;     // other than kNone only where suggestion or belongs_in is sure
+  std::string belongs_in;      // the only element that a misplaced one may stand in, as a path:
+                               // "GLOBALPM/SYSTEM", or "VEXOR" for the root; else empty
+};
+
+// A kind of findings.
+struct FindingCode {
+  std::string_view code;   // "VX019"
+  std::string_view title;  // a few words: "unknown element"
+  std::string_view about;  // a few sentences: what the reader does, and what to do about it
+  Severity severity = Severity::kError;  // the usual one; findings of a kind may be milder
 };
 
 struct CheckLimits {
@@ -51,5 +72,8 @@ VEXOR_EXPORT std::vector<Finding> CheckXMLConfig(const std::string& path,
 // Checks the content of a file in the same way.
 VEXOR_EXPORT std::vector<Finding> CheckXMLConfigText(std::string_view content,
                                                      const CheckLimits& limits = {});
+
+// Returns all kinds of findings in the order of their codes. Any thread may call.
+VEXOR_EXPORT std::vector<FindingCode> GetFindingCodes();
 
 }  // namespace vexor

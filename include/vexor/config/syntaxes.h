@@ -30,6 +30,7 @@ struct TextFault {
   std::string expected;    // what would be valid there
   std::string suggestion;  // the whole text as it was probably meant; may be empty
   Severity severity = Severity::kError;
+  std::string_view code;  // of its kind, as in Finding; see GetFindingCodes
 };
 
 struct OptionInfo {

@@ -115,7 +115,7 @@ void Checker::CheckDocument(const tinyxml2::XMLDocument& document) {
   }
   if (root_ != nullptr) return CheckRoot();
   if (document.FirstChildElement() == nullptr) {
-    findings_.Add(Severity::kError, 0, "", "", "no element").expected =
+    findings_.Add(FindingKind::kNoRoot, 0, "", "", "no element").expected =
         "the root " + std::string(kRoot);
   }
 }
@@ -123,11 +123,12 @@ void Checker::CheckDocument(const tinyxml2::XMLDocument& document) {
 void Checker::CheckOtherRoot(const XMLElement& element) {
   const std::string name = element.Name();
   if (root_ != nullptr) {
-    findings_.AddWarning(element, name, name, "not read beside the root").expected =
-        "one element " + std::string(kRoot);
+    findings_.Add(FindingKind::kBesideRoot, element, name, name, "not read beside the root")
+        .expected = "one element " + std::string(kRoot);
     return;
   }
-  Finding& finding = findings_.AddError(element, name, name, "wrong root element, nothing is read");
+  Finding& finding = findings_.Add(FindingKind::kWrongRoot, element, name, name,
+                                   "wrong root element, nothing is read");
   finding.expected = kRoot;
   finding.suggestion = EqualsIgnoreCase(name, kRoot) ? kRoot : "";
 }
@@ -137,7 +138,7 @@ void Checker::CheckRoot() {
   if (version != nullptr) {
     version_ = TextOf(*version);
   } else {
-    findings_.AddError(*root_, "Version", "", "no version").expected =
+    findings_.Add(FindingKind::kNoVersion, *root_, "Version", "", "no version").expected =
         std::string("an element Version with ") + GetVersionText();
   }
   CheckChildren(*root_, model_, "");
@@ -177,18 +178,20 @@ void Checker::CheckChildren(const XMLElement& element, const ElementModel& model
 void Checker::AddRepeated(const XMLElement& element, const XMLElement& first,
                           const std::string& path) {
   const std::string_view text = TextOf(element).empty() ? element.Name() : TextOf(element);
-  findings_.AddError(element, path, text,
-                     "not read: the first element of this name, on line " +
-                         std::to_string(first.GetLineNum()) + ", counts");
+  findings_.Add(FindingKind::kRepeatedElement, element, path, text,
+                "not read: the first element of this name, on line " +
+                    std::to_string(first.GetLineNum()) + ", counts");
 }
 
 void Checker::CheckOlder(const XMLElement& element, const ElementModel& model,
                          const std::string& path) {
   const bool is_read = HasEffect(model, *element.Parent()->ToElement());
   Finding& finding =
-      findings_.AddWarning(element, path, element.Name(),
-                           is_read ? "older name" : "older name, not read beside the current one");
+      is_read ? findings_.Add(FindingKind::kOlderName, element, path, element.Name(), "older name")
+              : findings_.Add(FindingKind::kIdleOlderName, element, path, element.Name(),
+                              "older name, not read beside the current one");
   finding.expected = JoinWithAnd(model.currents);
+  if (is_read && model.currents.size() == 1) finding.suggestion = model.currents.front();
   finding.is_older_form = is_read;
   if (is_read) CheckElement(element, model, path);
 }
@@ -228,7 +231,8 @@ void Checker::CheckOptionElement(const XMLElement& element, const ElementModel& 
   if (!CheckLeaf(element, path, findings_)) return;
   const std::string_view text = TextOf(element);
   if (!model.is_read && !text.empty()) {
-    findings_.AddWarning(element, path, text, "written by the library and never read");
+    findings_.Add(FindingKind::kUnreadOption, element, path, text,
+                  "written by the library and never read");
   }
   CheckText(element, path, text, option, findings_);
 }
@@ -245,7 +249,10 @@ void Checker::CheckTestSwitch(const XMLElement& element, const ElementModel& mod
     if (FindElement(group, test.name) != nullptr || FindElement(group, test.older) != nullptr) {
       continue;
     }
-    findings_.AddNote(element, path, "true", "the test runs with default options only").expected =
+    findings_
+        .Add(FindingKind::kDefaultsOnly, element, path, "true",
+             "the test runs with default options only")
+        .expected =
         "its options in " + JoinPath(JoinPath(NameOf(Section::kTests), test.group), test.name);
   }
 }
@@ -268,11 +275,12 @@ void Checker::CheckVersion(const XMLElement& element, const std::string& path) {
   if (version_ == GetVersionText()) return;
   const bool is_compatible = IsCompatibleVersion(version_);
   Finding& finding =
-      is_compatible
-          ? findings_.AddWarning(element, path, version_, "another version, but compatible")
-          : findings_.AddError(element, path, version_,
-                               "incompatible version, refused where versions are verified");
+      is_compatible ? findings_.Add(FindingKind::kOtherVersion, element, path, version_,
+                                    "another version, but compatible")
+                    : findings_.Add(FindingKind::kIncompatibleVersion, element, path, version_,
+                                    "incompatible version, refused where versions are verified");
   finding.expected = GetVersionText();
+  if (is_compatible) finding.suggestion = GetVersionText();
   finding.is_older_form = is_compatible;
 }
 
@@ -292,15 +300,15 @@ void Checker::CheckArguments(const XMLElement& element, const ElementModel& mode
     const char* const name = child.Attribute("name");
     if (kArgumentElement != child.Name()) {
       findings_
-          .AddError(child, JoinPath(path, ShortenName(child.Name())), child.Name(),
-                    "unknown element, not read")
+          .Add(FindingKind::kNoArgument, child, JoinPath(path, ShortenName(child.Name())),
+               child.Name(), "unknown element, not read")
           .expected = "arg with the attributes name and val";
       continue;
     }
     if (name == nullptr) {
       findings_
-          .AddError(child, JoinPath(path, kArgumentElement), kArgumentElement,
-                    "argument without a name, not read")
+          .Add(FindingKind::kNamelessArgument, child, JoinPath(path, kArgumentElement),
+               kArgumentElement, "argument without a name, not read")
           .expected = "the attribute name";
       continue;
     }
@@ -330,8 +338,8 @@ void Checker::CheckContentOfArgument(const XMLElement& arg, const std::string& p
         is_text || node->ToElement() != nullptr ? TrimSpace(node->Value()) : "";
     if (text.empty()) continue;
     findings_
-        .AddError(*node, path, text,
-                  is_text ? "text in an argument, not read" : "element in an argument, not read")
+        .Add(is_text ? FindingKind::kStrayText : FindingKind::kElementInOption, *node, path, text,
+             is_text ? "text in an argument, not read" : "element in an argument, not read")
         .expected = "the value in the attribute val";
   }
 }
@@ -350,8 +358,9 @@ void Checker::CheckArgument(const XMLElement& arg, const ElementModel& model,
   const char* const range = arg.Attribute("randVal");
   Finding& finding =
       range == nullptr
-          ? findings_.AddWarning(arg, path, "", "reads as empty")
-          : findings_.AddWarning(arg, path, range, "reads as empty: randVal is never read");
+          ? findings_.Add(FindingKind::kValuelessArgument, arg, path, "", "reads as empty")
+          : findings_.Add(FindingKind::kValuelessArgument, arg, path, range,
+                          "reads as empty: randVal is never read");
   finding.expected = "the attribute val";
 }
 
@@ -369,8 +378,8 @@ void Checker::AddMissing(const XMLElement& element, const ElementModel& model,
     if (!is_given && HasDefault(child)) missing.push_back(child.name);
   }
   if (!missing.empty()) {
-    findings_.AddNote(element, path, JoinWithCommas(missing),
-                      "absent, reads as empty and not as the default");
+    findings_.Add(FindingKind::kMissingOptions, element, path, JoinWithCommas(missing),
+                  "absent, reads as empty and not as the default");
   }
 }
 
@@ -392,17 +401,18 @@ Words Checker::AddMissingTimes(const XMLElement& element, const ElementModel& mo
   Words times = FindMissingTimes(model, texts);
   if (!times.empty()) {
     findings_
-        .AddWarning(element, path, JoinWithCommas(times),
-                    "absent or empty, but the test is switched on")
+        .Add(FindingKind::kMissingTimes, element, path, JoinWithCommas(times),
+             "absent or empty, but the test is switched on")
         .expected = times.size() == 1 ? "a time such as msec:80" : "a time each, such as msec:80";
   }
   return times;
 }
 
 // Returns the only finding for a file that is not checked.
-std::vector<Finding> OneFinding(const std::string& text, std::string what, std::string expected) {
+std::vector<Finding> OneFinding(FindingKind kind, const std::string& text, std::string what,
+                                std::string expected) {
   Findings findings;
-  findings.Add(Severity::kError, 0, "", text, std::move(what)).expected = std::move(expected);
+  findings.Add(kind, 0, "", text, std::move(what)).expected = std::move(expected);
   return std::move(findings).Sorted();
 }
 
@@ -411,7 +421,8 @@ std::vector<Finding> OneFinding(const std::string& text, std::string what, std::
 std::vector<Finding> CheckXMLConfigText(std::string_view content, const CheckLimits& limits) {
   if (content.size() > limits.most_bytes) {
     const std::string most = std::to_string(limits.most_bytes);
-    return OneFinding("", "not checked: larger than " + most + " bytes", "");
+    return OneFinding(FindingKind::kLargeFile, "", "not checked: larger than " + most + " bytes",
+                      "");
   }
   return std::make_unique<Checker>()->Check(content);
 }
@@ -420,7 +431,7 @@ std::vector<Finding> CheckXMLConfig(const std::string& path, const CheckLimits& 
   std::ifstream file(path, std::ios::binary);
   file.peek();  // a folder can be opened but not read
   if (!file.is_open() || file.bad()) {
-    return OneFinding(path, "cannot be read", "a configuration file");
+    return OneFinding(FindingKind::kUnreadableFile, path, "cannot be read", "a configuration file");
   }
   return CheckXMLConfigText(ReadRest(file, limits.most_bytes), limits);
 }

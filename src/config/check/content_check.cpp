@@ -25,9 +25,9 @@ void CheckStrayText(const XMLNode& parent, const std::string& path, Findings& fi
     const std::string_view text = OwnText(*node);
     const bool is_outside = parent.ToDocument() != nullptr;
     if (!text.empty()) {
-      findings.AddError(*node, path, text,
-                        is_outside ? "text outside the root element, not read"
-                                   : "text between elements, not read");
+      findings.Add(FindingKind::kStrayText, *node, path, text,
+                   is_outside ? "text outside the root element, not read"
+                              : "text between elements, not read");
     }
   }
 }
@@ -36,7 +36,7 @@ void CheckAttributes(const XMLElement& element, const std::string& path, Finding
                      std::span<const std::string_view> known) {
   for (const tinyxml2::XMLAttribute* a = element.FirstAttribute(); a != nullptr; a = a->Next()) {
     if (std::ranges::find(known, a->Name()) != known.end()) continue;
-    findings.AddWarning(element, path, a->Name(), "attribute, not read");
+    findings.Add(FindingKind::kUnknownAttribute, element, path, a->Name(), "attribute, not read");
   }
 }
 
@@ -46,13 +46,13 @@ bool CheckLeaf(const XMLElement& element, const std::string& path, Findings& fin
   for (const XMLNode* node = first; node != nullptr; node = node->NextSibling()) {
     if (const XMLElement* const child = node->ToElement()) {
       findings
-          .AddError(*child, path + "/" + child->Name(), child->Name(),
-                    "element in an option, not read")
+          .Add(FindingKind::kElementInOption, *child, path + "/" + child->Name(), child->Name(),
+               "element in an option, not read")
           .expected = "text";
     } else if (node != first && !OwnText(*node).empty()) {
-      findings.AddError(*node, path, OwnText(*node),
-                        is_text_alone ? "not read: a CDATA section and other text are not joined"
-                                      : "not read: it follows a comment or an element");
+      findings.Add(FindingKind::kSplitText, *node, path, OwnText(*node),
+                   is_text_alone ? "not read: a CDATA section and other text are not joined"
+                                 : "not read: it follows a comment or an element");
     }
     is_text_alone = is_text_alone && node->ToText() != nullptr;
   }
@@ -65,7 +65,8 @@ Finding* CheckText(const XMLElement& at, const std::string& path, std::string_vi
   if (!fault) return nullptr;
   FaultWording wording = WordFault(option, text, *fault);
   Finding& finding =
-      findings.Add(fault->severity, at.GetLineNum(), path, text, std::move(wording.what));
+      findings.Add(FindFindingRow(fault->code)->kind, at, path, text, std::move(wording.what));
+  finding.severity = fault->severity;
   finding.expected = std::move(wording.expected);
   finding.suggestion = std::move(wording.suggestion);
   return &finding;

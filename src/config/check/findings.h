@@ -7,22 +7,20 @@
 #include <string_view>
 #include <vector>
 
+#include "config/tables/finding_kinds.h"
 #include "vexor/config/check.h"
 
 namespace vexor {
 
 class Findings {
  public:
-  // These add a finding on the given line or that of the node. The caller sets `expected` and
-  // `suggestion` in the result, which is valid until the next finding is added.
-  Finding& Add(Severity severity, int line, std::string path, std::string_view text,
+  // These add a finding on the given line or that of the node, with the severity of its kind. The
+  // caller sets `expected` and `suggestion` in the result, which is valid until the next finding is
+  // added.
+  Finding& Add(FindingKind kind, int line, std::string path, std::string_view text,
                std::string what);
-  Finding& AddError(const tinyxml2::XMLNode& at, const std::string& path, std::string_view text,
-                    std::string what);
-  Finding& AddWarning(const tinyxml2::XMLNode& at, const std::string& path, std::string_view text,
-                      std::string what);
-  Finding& AddNote(const tinyxml2::XMLNode& at, const std::string& path, std::string_view text,
-                   std::string what);
+  Finding& Add(FindingKind kind, const tinyxml2::XMLNode& at, const std::string& path,
+               std::string_view text, std::string what);
 
   // Returns all findings sorted by line, those of one line in the order in which they were added.
   std::vector<Finding> Sorted() &&;

@@ -66,8 +66,9 @@ void SystemCheck::CheckValue(const XMLElement& value, const SystemListRow& list,
                              const std::string& path) {
   const std::string_view name = value.Name();
   const std::string_view text = TextOf(value);
-  if (const std::optional<Issue> issue = CheckSettingName(list, name))
-    Add(value, path, name, *issue);
+  if (const std::optional<Issue> issue = CheckSettingName(list, name)) {
+    Add(value, path, name, *issue).mend = Mend::kName;
+  }
   const auto row = std::ranges::find(list.values, name, &OptionRow::name);
   if (row != list.values.end()) {
     CheckText(value, path, text, *row, findings_);
@@ -79,7 +80,8 @@ void SystemCheck::CheckValue(const XMLElement& value, const SystemListRow& list,
 
 void SystemCheck::AddMalformed(const XMLElement& item, const std::string& path,
                                std::string_view text) {
-  Finding& finding = findings_.AddWarning(item, path, text, "not three parts");
+  Finding& finding =
+      findings_.Add(FindingKind::kMalformedSetting, item, path, text, "not three parts");
   finding.expected = "Socket; Name; Value";
   std::string rejoined(text);
   std::ranges::replace(rejoined, ',', ';');
@@ -88,7 +90,9 @@ void SystemCheck::AddMalformed(const XMLElement& item, const std::string& path,
 
 std::optional<SystemCheck::Issue> SystemCheck::CheckSocket(std::string_view socket) {
   if (!CheckPkgAffinity(socket)) return std::nullopt;
-  return Issue{.what = "unknown socket", .expected = "a number such as 0, or All"};
+  return Issue{.kind = FindingKind::kUnknownSocket,
+               .what = "unknown socket",
+               .expected = "a number such as 0, or All"};
 }
 
 std::optional<SystemCheck::Issue> SystemCheck::CheckSettingName(const SystemListRow& list,
@@ -98,15 +102,22 @@ std::optional<SystemCheck::Issue> SystemCheck::CheckSettingName(const SystemList
   if (const SystemListRow* const other = FindListOf(name)) {
     std::string place = "in SysConfiguration/";
     place.append(other->group).append("/").append(other->name);
-    return Issue{.what = "setting of another list", .expected = std::move(place)};
+    return Issue{.kind = FindingKind::kSettingOfOtherList,
+                 .what = "setting of another list",
+                 .expected = std::move(place)};
   }
   if (Has(names.all, name)) return std::nullopt;
   const std::string_view current = FindCurrentSettingName(list, name);
   if (!current.empty()) {
-    return Issue{.what = "older name of a setting", .expected = std::string(current)};
+    return Issue{.kind = FindingKind::kOlderSetting,
+                 .what = "older name of a setting",
+                 .expected = std::string(current),
+                 .meant = current};
   }
-  Issue issue{.what = "unknown setting", .meant = unknown_.Suggest(name, names.all)};
-  if (issue.meant.empty()) issue.severity = Severity::kNote;
+  Issue issue{.kind = FindingKind::kUnknownSetting,
+              .what = "unknown setting",
+              .meant = unknown_.Suggest(name, names.all)};
+  issue.is_note = issue.meant.empty();
   return issue;
 }
 
@@ -121,12 +132,13 @@ std::optional<SystemCheck::Issue> SystemCheck::CheckSettingValue(const SystemLis
   const bool is_listed = !names.values.empty();
   const Words values = is_listed ? names.values : GetModeWords();
   if (Has(values, value) || (is_unknown_name && !is_listed)) return std::nullopt;
-  Issue issue{.what = "unknown value",
+  Issue issue{.kind = FindingKind::kUnknownSettingValue,
+              .what = "unknown value",
               .expected = JoinWordList(values),
               .meant = unknown_.Suggest(value, values)};
   if (!issue.meant.empty()) return issue;
   if (!is_listed || is_unknown_name) return std::nullopt;
-  if (takes_any_name) issue.severity = Severity::kNote;
+  issue.is_note = takes_any_name;
   return issue;
 }
 
@@ -144,7 +156,8 @@ const SystemListRow* SystemCheck::FindListOf(std::string_view name) {
 
 Finding& SystemCheck::Add(const XMLElement& at, const std::string& path, std::string_view text,
                           const Issue& issue) {
-  Finding& finding = findings_.Add(issue.severity, at.GetLineNum(), path, text, issue.what);
+  Finding& finding = findings_.Add(issue.kind, at, path, text, issue.what);
+  if (issue.is_note) finding.severity = Severity::kNote;
   finding.expected = issue.expected;
   finding.suggestion = issue.meant;
   return finding;

@@ -33,10 +33,11 @@ class SystemCheck {
  private:
   // What is wrong with one part of a setting: its socket, name or value.
   struct Issue {
-    Severity severity = Severity::kWarning;
+    FindingKind kind;
     std::string what;
     std::string expected = {};
     std::string_view meant = {};  // the suggested replacement; may be empty
+    bool is_note = false;         // rather than of the kind's severity
   };
 
   [[nodiscard]] static std::optional<Issue> CheckSocket(std::string_view socket);

@@ -25,7 +25,9 @@ std::vector<std::string> BringUpToDate(const XMLElement& element, const std::str
   try {
     migration.Append(entry, current);
   } catch (const std::out_of_range&) {
-    findings.AddError(element, path, entry, "the file cannot be read: malformed trace entry")
+    findings
+        .Add(FindingKind::kMalformedTrace, element, path, entry,
+             "the file cannot be read: malformed trace entry")
         .expected = "test_target_code, such as CSTATES_Core_Con:10";
   }
   return current;
@@ -38,8 +40,8 @@ std::optional<TraceMigration> MakeMigration(const XMLElement& element, const std
     return TraceMigration(version);
   } catch (const std::out_of_range&) {
     findings
-        .AddError(element, path, version,
-                  "the file cannot be read: trace entries need a version of four pieces")
+        .Add(FindingKind::kTraceVersion, element, path, version,
+             "the file cannot be read: trace entries need a version of four pieces")
         .expected = GetVersionText();
     return std::nullopt;
   }
@@ -63,9 +65,10 @@ void CheckTraces(const XMLElement& element, const std::string& path, const std::
     if (current.front() == entry) {
       unknown.CheckTestOfTrace(child, entry, child_path);
     } else {
-      Finding& finding =
-          findings.AddWarning(child, child_path, entry, "older form of a trace entry");
+      Finding& finding = findings.Add(FindingKind::kOlderTrace, child, child_path, entry,
+                                      "older form of a trace entry");
       finding.expected = JoinWithAnd(Words(current.begin(), current.end()));
+      if (current.size() == 1) finding.suggestion = current.front();
       finding.is_older_form = true;
     }
   }

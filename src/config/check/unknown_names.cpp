@@ -31,26 +31,38 @@ bool IsKnownTest(std::string_view name) {
 void UnknownNames::AddElement(const XMLElement& element, const ElementModel& parent,
                               const std::string& path) {
   const std::string_view name = element.Name();
-  Finding& finding = findings_.AddError(element, path, name, "unknown element, not read");
   if (!MaySearch()) {
     // Without a search it is not known which of the two it is.
-    finding.what = "unknown or misplaced element, not read";
+    findings_.Add(FindingKind::kUnknownElement, element, path, name,
+                  "unknown or misplaced element, not read");
     return;
   }
-  finding.suggestion = SuggestWord(name, NamesOf(parent));
   using Kind = ElementPlaces::Kind;
   Kind kind = Kind::kText;
   if (element.FirstChildElement() != nullptr) kind = Kind::kElements;
   if (element.FirstChild() == nullptr) kind = Kind::kEither;
-  const std::string place = places_.Find(name, kind, path.substr(0, path.rfind('/')));
-  if (place.empty()) return;
-  finding.what = "misplaced element, not read";
-  finding.expected = "in " + place;
+  const ElementPlaces::Found found = places_.Find(name, kind, path.substr(0, path.rfind('/')));
+  Finding& finding = found.nearest.empty()
+                         ? findings_.Add(FindingKind::kUnknownElement, element, path, name,
+                                         "unknown element, not read")
+                         : findings_.Add(FindingKind::kMisplacedElement, element, path, name,
+                                         "misplaced element, not read");
+  finding.suggestion = SuggestWord(name, NamesOf(parent));
+  if (found.nearest.empty()) return;
+  finding.expected = "in " + found.nearest;
+  if (found.others > 0) {
+    finding.expected +=
+        " or " + std::to_string(found.others) + " other element" + (found.others == 1 ? "" : "s");
+  }
+  if (found.is_only) finding.belongs_in = found.nearest;
+  // It may have the wrong place or the wrong name.
+  if (!finding.suggestion.empty()) finding.mend = Mend::kNone;
 }
 
 void UnknownNames::AddArgument(const XMLElement& argument, std::string_view name,
                                const ElementModel& parent, const std::string& path) {
-  Finding& finding = findings_.AddError(argument, path, name, "unknown argument, not read");
+  Finding& finding = findings_.Add(FindingKind::kUnknownArgument, argument, path, name,
+                                   "unknown argument, not read");
   finding.suggestion = Suggest(name, NamesOf(parent));
 }
 
@@ -63,7 +75,8 @@ void UnknownNames::CheckTestOfTrace(const XMLElement& element, const std::string
                                     const std::string& path) {
   const std::string_view test = TrimBlanks(std::string_view(entry).substr(0, entry.find('_')));
   if (IsKnownTest(test)) return;
-  Finding& finding = findings_.AddWarning(element, path, entry, "trace entry of an unknown test");
+  Finding& finding = findings_.Add(FindingKind::kUnknownTraceTest, element, path, entry,
+                                   "trace entry of an unknown test");
   finding.expected = "the name of a test";
   if (!MaySearch()) return;
   Words names;

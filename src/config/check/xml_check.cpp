@@ -9,24 +9,25 @@
 namespace vexor {
 
 bool CheckXml(std::string_view content, tinyxml2::XMLDocument& document, Findings& findings) {
-  const auto add = [&findings](Severity severity, int line, std::string_view text, std::string what,
+  const auto add = [&findings](FindingKind kind, int line, std::string_view text, std::string what,
                                std::string expected) {
-    findings.Add(severity, line, "", text, std::move(what)).expected = std::move(expected);
+    Finding& finding = findings.Add(kind, line, "", text, std::move(what));
+    finding.expected = std::move(expected);
+    if (finding.mend == Mend::kXml) finding.suggestion = finding.expected;
   };
   if (std::optional<XmlRefusal> refusal = ParseXmlOrExplain(content, document)) {
-    add(Severity::kError, refusal->line, "", std::move(refusal->what),
-        std::move(refusal->expected));
+    add(refusal->kind, refusal->line, "", std::move(refusal->what), std::move(refusal->expected));
     return false;
   }
   XmlLint lint = LintXml(content);
   for (XmlFault& fault : lint.faults) {
-    add(fault.is_dropped ? Severity::kError : Severity::kWarning, fault.line, fault.text,
-        std::move(fault.what) +
-            (fault.is_dropped ? ", not read" : ", refused by other XML programs"),
+    const bool is_dropped = fault.kind == FindingKind::kDroppedXml;
+    add(fault.kind, fault.line, fault.text,
+        std::move(fault.what) + (is_dropped ? ", not read" : ", refused by other XML programs"),
         std::move(fault.expected));
   }
   if (lint.stop) {
-    add(Severity::kError, lint.stop->line, "", std::move(lint.stop->what),
+    add(lint.stop->kind, lint.stop->line, "", std::move(lint.stop->what),
         std::move(lint.stop->expected));
   }
   return true;

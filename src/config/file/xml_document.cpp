@@ -82,8 +82,10 @@ class BoundsCheck {
 
   void Refuse(std::size_t at, const std::string& what) {
     const auto lines = std::ranges::count(content_.substr(0, at), '\n');
-    refusal_ = {
-        .line = static_cast<int>(lines) + 1, .what = "limit exceeded: " + what, .expected = {}};
+    refusal_ = {.line = static_cast<int>(lines) + 1,
+                .what = "limit exceeded: " + what,
+                .expected = {},
+                .kind = FindingKind::kXmlLimit};
   }
 
   std::string_view content_;
@@ -156,7 +158,10 @@ std::optional<XmlRefusal> ParseXmlOrExplain(std::string_view content,
   if (auto beyond = BoundsCheck(content).Find()) return beyond;
   const std::string foreign = NameForeignContent(content);
   if (!foreign.empty()) {
-    return XmlRefusal{.line = 0, .what = foreign, .expected = "a configuration in XML (UTF-8)"};
+    return XmlRefusal{.line = 0,
+                      .what = foreign,
+                      .expected = "a configuration in XML (UTF-8)",
+                      .kind = FindingKind::kForeignFile};
   }
   if (error == tinyxml2::XML_SUCCESS) return std::nullopt;
   return ExplainError(content, document);

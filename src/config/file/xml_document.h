@@ -8,6 +8,8 @@
 #include <string>
 #include <string_view>
 
+#include "config/tables/finding_kinds.h"
+
 namespace vexor {
 
 // Elements with more attributes are rejected: the XML library compares each attribute with all
@@ -30,6 +32,7 @@ struct XmlRefusal {
   int line = 0;          // 0 for the file as a whole
   std::string what;      // "not well-formed XML: the file ends before </CSTATES>"
   std::string expected;  // may be empty
+  FindingKind kind = FindingKind::kMalformedXml;
 };
 
 // Parses the content. Returns nothing on success, or the reason why it cannot be parsed. Also

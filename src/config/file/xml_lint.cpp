@@ -12,6 +12,8 @@
 namespace vexor {
 namespace {
 
+using Kind = FindingKind;
+
 constexpr auto kEnd = std::string_view::npos;
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
@@ -117,8 +119,9 @@ class Linter {
   void Pass(std::size_t size);
   void PassTo(std::string_view rest) { Pass(Rest().size() - rest.size()); }
 
-  void AddAt(int line, std::string_view text, std::string what, std::string expected = {});
-  void Add(std::string_view text, std::string what, std::string expected = {});
+  void AddAt(FindingKind kind, int line, std::string_view text, std::string what,
+             std::string expected = {});
+  void Add(FindingKind kind, std::string_view text, std::string what, std::string expected = {});
   void AddDropped(std::string_view text, std::string what);
   void Stop(std::string what, std::string expected = {});
   void LintDeclaration();
@@ -178,8 +181,9 @@ void Linter::Pass(std::size_t size) {
 }
 
 // Reports a fault once for each line.
-void Linter::AddAt(int line, std::string_view text, std::string what, std::string expected) {
-  XmlFault fault{line, Excerpt(text), std::move(what), std::move(expected)};
+void Linter::AddAt(FindingKind kind, int line, std::string_view text, std::string what,
+                   std::string expected) {
+  XmlFault fault{line, Excerpt(text), std::move(what), std::move(expected), kind};
   if (!lint_.faults.empty()) {
     const XmlFault& last = lint_.faults.back();
     if (last.line == line && last.what == fault.what) return;
@@ -187,17 +191,17 @@ void Linter::AddAt(int line, std::string_view text, std::string what, std::strin
   lint_.faults.push_back(std::move(fault));
 }
 
-void Linter::Add(std::string_view text, std::string what, std::string expected) {
-  AddAt(line_, text, std::move(what), std::move(expected));
+void Linter::Add(FindingKind kind, std::string_view text, std::string what, std::string expected) {
+  AddAt(kind, line_, text, std::move(what), std::move(expected));
 }
 
 // Reported each time, unlike other faults: each is a loss of data.
 void Linter::AddDropped(std::string_view text, std::string what) {
-  lint_.faults.push_back({line_, Excerpt(text), std::move(what), {}, true});
+  lint_.faults.push_back({line_, Excerpt(text), std::move(what), {}, Kind::kDroppedXml});
 }
 
 void Linter::Stop(std::string what, std::string expected) {
-  lint_.stop = {line_, {}, std::move(what), std::move(expected)};
+  lint_.stop = {line_, {}, std::move(what), std::move(expected), Kind::kUnreadRest};
 }
 
 // Checks "<?xml version="1.0" encoding="UTF-8"?>", which is only valid at the start.
@@ -212,11 +216,12 @@ void Linter::LintDeclaration() {
   const bool is_alone = standalone.value_or("yes") == "yes" || *standalone == "no";
   TakeBlanks(rest);
   if (!version || !IsXmlVersion(*version) || !is_alone || !rest.empty()) {
-    Add(all, "malformed XML declaration", R"(<?xml version="1.0" encoding="UTF-8"?>)");
+    Add(Kind::kLooseXml, all, "malformed XML declaration",
+        R"(<?xml version="1.0" encoding="UTF-8"?>)");
   }
   if (encoding) encoding_ = ParseEncoding(*encoding);
   if (encoding_ == Encoding::kUnknown) {
-    Add(*encoding, "unsupported encoding", "UTF-8");
+    Add(Kind::kEncoding, *encoding, "unsupported encoding", "UTF-8");
   }
   if (all.size() < Rest().size()) Pass(all.size() + 2);
 }
@@ -255,9 +260,9 @@ void Linter::PassCharacters(std::string_view text, const char* special) {
     if (text.starts_with('&')) {
       LintReference(text);
     } else if (text.starts_with('<')) {
-      Add(text, "< in an attribute value", "&lt;");
+      Add(Kind::kUnescaped, text, "< in an attribute value", "&lt;");
     } else if (text.starts_with("]]>")) {
-      Add("]]>", "]]> in a text", "]]&gt;");
+      Add(Kind::kUnescaped, "]]>", "]]> in a text", "]]&gt;");
     }
     Pass(1);
     text.remove_prefix(1);
@@ -271,9 +276,9 @@ void Linter::LintReference(std::string_view text) {
   std::string_view name = text.substr(1, kLongest);
   const std::size_t end = name.find(';');
   name = name.substr(0, std::min(end, name.size()));
-  if (end == kEnd || !IsXmlName(name)) return Add(text, "bare &", "&amp;");
+  if (end == kEnd || !IsXmlName(name)) return Add(Kind::kUnescaped, text, "bare &", "&amp;");
   if (std::ranges::find(kEntities, name) == std::end(kEntities)) {
-    Add(text.substr(0, end + 2), "unknown entity, read as is",
+    Add(Kind::kUnknownEntity, text.substr(0, end + 2), "unknown entity, read as is",
         "&lt;, &gt;, &amp;, &quot; or &apos;");
   }
 }
@@ -296,7 +301,7 @@ bool Linter::LintCharacterReference(std::string_view text) {
   } else if (number.kind != kNumber || number.value > 0x1FFFFF) {
     AddDropped(reference, kForbidden);
   } else if (!IsXmlCharacter(static_cast<char32_t>(number.value))) {
-    Add(reference, kForbidden);
+    Add(Kind::kForbiddenCharacter, reference, kForbidden);
   }
   return true;
 }
@@ -316,7 +321,7 @@ void Linter::LintComment() {
   const auto body = FindBody("<!--", "-->", "a comment");
   if (!body) return;
   if (body->ends_with('-') || body->find("--") != kEnd) {
-    Add(Rest().substr(0, body->size() + 7), "-- in a comment");
+    Add(Kind::kLooseXml, Rest().substr(0, body->size() + 7), "-- in a comment");
   }
   Pass(body->size() + 7);
 }
@@ -325,7 +330,7 @@ void Linter::LintData() {
   is_behind_instructions_ = true;
   const auto body = FindBody("<![CDATA[", "]]>", "a CDATA section");
   if (!body) return;
-  if (open_.empty()) Add(Rest(), "CDATA section outside the root element");
+  if (open_.empty()) Add(Kind::kLooseXml, Rest(), "CDATA section outside the root element");
   Pass(body->size() + 12);
 }
 
@@ -340,10 +345,10 @@ void Linter::LintInstruction() {
   const std::string_view target =
       rest.substr(0, std::min(rest.find_first_of(" \t\r\n"), rest.size()));
   if (EqualsIgnoreCase(target, "xml")) {
-    Add(Rest(), "XML declaration that is not the first of the file, or malformed",
+    Add(Kind::kLooseXml, Rest(), "XML declaration that is not the first of the file, or malformed",
         R"(<?xml version="1.0"?>)");
   } else if (!IsXmlName(target)) {
-    Add(Rest(), "malformed processing instruction");
+    Add(Kind::kLooseXml, Rest(), "malformed processing instruction");
   }
   Pass(body->size() + 4);
 }
@@ -354,7 +359,7 @@ void Linter::LintType() {
   if (!body) return;
   const bool is_in_place = !has_root_ && !has_type_;
   if (!is_in_place || !IsDocumentType(*body)) {
-    Add(Rest(), "unsupported markup");
+    Add(Kind::kLooseXml, Rest(), "unsupported markup");
   }
   has_type_ = true;
   Pass(body->size() + 3);
@@ -387,7 +392,7 @@ void Linter::LintTag() {
   const std::string_view tag = Rest();
   std::string_view rest = tag.substr(1);
   const bool has_blank = !TakeBlanks(rest).empty();
-  if (has_blank) Add(tag, "blank before the name of an element");
+  if (has_blank) Add(Kind::kLooseXml, tag, "blank before the name of an element");
   const bool is_end = rest.starts_with('/');
   if (is_end) rest.remove_prefix(1);
   const std::string_view name = TakeName(rest);
@@ -395,13 +400,13 @@ void Linter::LintTag() {
     Stop("< that does not start a tag: \"" + Excerpt(tag) + "\"", "&lt; for the character");
   };
   if (name.empty()) return stop();
-  if (!IsXmlName(name)) Add(name, "invalid element name");
+  if (!IsXmlName(name)) Add(Kind::kLooseXml, name, "invalid element name");
   PassTo(rest);
   const auto is_empty = LintAttributes(name, is_end);
   if (!is_empty && has_blank) stop();
   if (!is_empty) return;
   if (is_end && *is_empty)
-    Add(Tag("</", name), "end tag that ends in />, read as an empty element");
+    Add(Kind::kLooseXml, Tag("</", name), "end tag that ends in />, read as an empty element");
   if (is_end && !*is_empty) return Close(name);
   if (open_.empty()) {
     lint_.has_content_outside_root = lint_.has_content_outside_root || has_root_;
@@ -444,9 +449,9 @@ std::optional<bool> Linter::LintAttributes(std::string_view element, bool is_end
       return std::nullopt;
     }
     if (!is_end && !is_apart) {
-      Add(name, "no blank before an attribute");
+      Add(Kind::kLooseXml, name, "no blank before an attribute");
     }
-    if (!IsXmlName(name)) Add(name, "invalid attribute name");
+    if (!IsXmlName(name)) Add(Kind::kLooseXml, name, "invalid attribute name");
     if (std::ranges::find(names, name) != names.end()) {
       Stop("the attribute " + Excerpt(name) + " stands twice in <" + Excerpt(element) + ">");
       return std::nullopt;
@@ -509,12 +514,13 @@ void Linter::LintCharacters() {
       const bool is_utf8 = encoding_ == Encoding::kUtf8;
       if (is_utf8) c = DecodeUtf8(rest);
       if (!is_utf8 || c.size == 0) {
-        if (++invalid_bytes == 1) first = {line, FormatHex("0x", 2, byte), {}, {}};
+        if (++invalid_bytes == 1) first = {line, FormatHex("0x", 2, byte), {}, {}, Kind::kEncoding};
         c = {.value = ' ', .size = 1};
       }
     }
     if (!IsXmlCharacter(c.value)) {
-      AddAt(line, FormatHex("U+", 4, c.value), "character that XML forbids");
+      AddAt(Kind::kForbiddenCharacter, line, FormatHex("U+", 4, c.value),
+            "character that XML forbids");
     }
     assert(c.size > 0);  // invalid UTF-8 was replaced above
     rest.remove_prefix(c.size);

@@ -10,6 +10,8 @@
 #include <string_view>
 #include <vector>
 
+#include "config/tables/finding_kinds.h"
+
 namespace vexor {
 
 struct XmlFault {
@@ -17,8 +19,8 @@ struct XmlFault {
   std::string text;      // the text at fault; may be empty
   std::string what;      // "bare &"
   std::string expected;  // "&amp;"; may be empty
-  // Whether the XML library drops the text silently.
-  bool is_dropped = false;
+  // kDroppedXml if the XML library drops the text silently.
+  FindingKind kind = FindingKind::kLooseXml;
 };
 
 struct XmlLint {

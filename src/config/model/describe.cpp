@@ -341,7 +341,7 @@ void ExplainTraces(const XMLElement& root, Description& description) {
 void AddWhatIsNotParsed(std::string_view content, std::vector<Unread>& unread) {
   const XmlLint lint = LintXml(content);
   for (const XmlFault& fault : lint.faults) {
-    if (!fault.is_dropped) continue;
+    if (fault.kind != FindingKind::kDroppedXml) continue;
     unread.push_back(
         {.kind = UnreadKind::kMarkup, .line = fault.line, .path = {}, .text = fault.text});
   }

@@ -36,20 +36,22 @@ void ElementPlaces::Collect(const ElementModel& parent, const std::string& path)
   }
 }
 
-std::string ElementPlaces::Find(std::string_view name, Kind kind, std::string_view path) const {
+ElementPlaces::Found ElementPlaces::Find(std::string_view name, Kind kind,
+                                         std::string_view path) const {
+  const auto is_kind = [kind](const Place& place) {
+    return kind == Kind::kEither || place.holds_elements == (kind == Kind::kElements);
+  };
   const auto rank = [&](const Place& place) {
-    const bool is_kind = kind == Kind::kEither || place.holds_elements == (kind == Kind::kElements);
-    return std::pair(is_kind, CountShared(place.parent, path));
+    return std::pair(is_kind(place), CountShared(place.parent, path));
   };
   const auto first = std::ranges::lower_bound(places_, name, {}, &Place::name);
   const auto last = std::ranges::upper_bound(places_, name, {}, &Place::name);
   const std::span known(first, last);
   if (known.empty()) return {};
   const Place& best = *std::ranges::max_element(known, {}, rank);
-  const auto others = std::ranges::count(known, rank(best), rank) - 1;
-  if (others == 0) return best.parent;
-  return best.parent + " or " + std::to_string(others) + " other element" +
-         (others == 1 ? "" : "s");
+  return {.nearest = best.parent,
+          .others = std::ranges::count(known, rank(best), rank) - 1,
+          .is_only = is_kind(best) && std::ranges::count_if(known, is_kind) == 1};
 }
 
 }  // namespace vexor

@@ -1,6 +1,8 @@
 // An index of the document model by element name, to suggest where a misplaced element belongs.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,10 +18,15 @@ class ElementPlaces {
   // What the misplaced element holds; an empty one may be of either kind.
   enum class Kind : std::uint8_t { kText, kElements, kEither };
 
-  // Returns the parent elements in which the name is valid, the one nearest to `path` first:
-  // "GLOBALPM/SYSTEM", or "GLOBALPM/CORE/CSTATES or 5 other elements". Returns empty text for an
-  // unknown name.
-  [[nodiscard]] std::string Find(std::string_view name, Kind kind, std::string_view path) const;
+  // The parent elements in which a name is valid.
+  struct Found {
+    std::string nearest;        // "GLOBALPM/SYSTEM"; empty for an unknown name
+    std::ptrdiff_t others = 0;  // those that are as near
+    bool is_only = false;       // whether there is no other that holds an element of this kind
+  };
+
+  // Finds the parents of a name, the one nearest to `path` among those that hold such an element.
+  [[nodiscard]] Found Find(std::string_view name, Kind kind, std::string_view path) const;
 
  private:
   struct Place {

@@ -6,6 +6,7 @@
 #include <string>
 #include <utility>
 
+#include "config/tables/finding_kinds.h"
 #include "config/texts/syntax_table.h"
 #include "config/texts/text_repair.h"
 #include "config/texts/word_list.h"
@@ -20,6 +21,30 @@ bool Contains(std::string_view text, std::string_view part) {
   return text.find(part) != std::string_view::npos;
 }
 
+std::string_view CodeOf(FindingKind kind) { return GetFindingRow(kind).code; }
+
+FindingKind KindOf(const OptionRow& option, const Fault& fault) {
+  switch (fault.kind) {
+    case FaultKind::kForm:
+      break;
+    case FaultKind::kLargeNumber:
+      return FindingKind::kLargeNumber;
+    case FaultKind::kReversedRange:
+      return FindingKind::kReversedRange;
+    case FaultKind::kSurplus:
+      return FindingKind::kSurplusText;
+    case FaultKind::kReadsAsFalse:
+      return FindingKind::kReadsAsFalse;
+    case FaultKind::kFalseForm:
+      return FindingKind::kFalseForm;
+    case FaultKind::kListAlone:
+      return FindingKind::kListAlone;
+  }
+  if (option.syntax == Syntax::kKnobs) return FindingKind::kUnknownKnob;
+  const bool takes_words = !fault.expected.words.empty() || HasOwnWords(option.syntax);
+  return takes_words ? FindingKind::kUnknownWord : FindingKind::kInvalidText;
+}
+
 TextFault MakeTextFault(Severity severity, const OptionRow& option, const Fault& fault) {
   TextFault result;
   result.at = fault.at;
@@ -27,6 +52,7 @@ TextFault MakeTextFault(Severity severity, const OptionRow& option, const Fault&
   result.expected = option.words.empty() ? std::string(fault.expected.text)
                                          : JoinWordList(SplitWords(option.words));
   result.severity = severity;
+  result.code = CodeOf(KindOf(option, fault));
   return result;
 }
 
@@ -39,6 +65,7 @@ void BlameSeparator(std::string_view text, TextFault& fault) {
   fault.at = static_cast<std::size_t>(wrong - text.begin());
   fault.what = std::string("items joined by \"") + *wrong + "\"";
   fault.expected = std::string("\"") + *right + "\" between the items";
+  fault.code = CodeOf(FindingKind::kWrongSeparator);
 }
 
 void ExplainRepair(const OptionRow& option, std::string_view text, TextFault& fault) {
