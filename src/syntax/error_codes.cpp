@@ -55,6 +55,9 @@ constexpr auto kSystemRules = std::to_array<Rule>({
     {kSystem | Bit(23), " EC_TDR; "},
 });
 
+// Comes before the tag of a rule below.
+constexpr std::string_view kConfigTag = "EC_CONFIG: ";
+
 // Only the first rule that applies is reported: its error makes those below it moot.
 constexpr auto kConfigRules = std::to_array<Rule>({
     {Bit(29), " EC_DRIVER; "},
@@ -209,7 +212,7 @@ void VisitTags(VEXOR_PM_TEST_ID test, std::uint32_t code, Visit visit) {
     if (HasAll(code, rule.bits)) visit(rule.bits, rule.tag);
   }
   if (HasAll(code, kConfig)) {
-    visit(kConfig, "EC_CONFIG: ");
+    visit(kConfig, kConfigTag);
     const auto applies = [code](const Rule& rule) { return HasAll(code, rule.bits); };
     const auto first = std::ranges::find_if(kConfigRules, applies);
     if (first != kConfigRules.end()) visit(first->bits, first->tag);
@@ -227,6 +230,17 @@ std::vector<ErrorTag> GetErrorTags(VEXOR_PM_TEST_ID test, unsigned int code) {
   VisitTags(test, code, [&tags](std::uint32_t bits, std::string_view tag) {
     tags.push_back({.tag = tag, .bits = bits});
   });
+  return tags;
+}
+
+std::vector<ErrorTag> ListErrorTags(VEXOR_PM_TEST_ID test) {
+  std::vector<ErrorTag> tags;
+  for (const Rule& rule : kSystemRules) tags.push_back({.tag = rule.tag, .bits = rule.bits});
+  tags.push_back({.tag = kConfigTag, .bits = kConfig});
+  for (const Rule& rule : kConfigRules) {
+    tags.push_back({.tag = rule.tag, .bits = kConfig | rule.bits});
+  }
+  for (const TestRule& rule : RulesOf(test)) tags.push_back({.tag = rule.tag, .bits = rule.bits});
   return tags;
 }
 

@@ -136,6 +136,27 @@ TEST(ErrorCodes, TagsHaveTheirBits) {
   EXPECT_EQ(Show(TagsOf(PM_TEST_PECI, 0)), "");
 }
 
+TEST(ErrorCodes, EveryListedTagIsReportedForItsBits) {
+  std::size_t count = 0;
+  for (int id = -1; id <= PM_TEST_END; ++id) {
+    const auto test = static_cast<VEXOR_PM_TEST_ID>(id);
+    const std::vector<vexor::ErrorTag> tags = vexor::ListErrorTags(test);
+    const auto has = [&tags](std::string_view name) {
+      return std::ranges::count(tags, name, &vexor::ErrorTag::tag) == 1;
+    };
+    for (const vexor::ErrorTag& tag : tags) {
+      EXPECT_NE(GetErrorCode(test, tag.bits).find(tag.tag), std::string::npos) << id << tag.tag;
+    }
+    for (unsigned int bit = 1U << 20U; bit != 0; bit <<= 1U) {
+      for (const vexor::ErrorTag& tag : TagsOf(id, 0xFFFFFU | bit)) {
+        EXPECT_TRUE(has(tag.tag)) << id << tag.tag;
+        ++count;
+      }
+    }
+  }
+  EXPECT_GT(count, 0U);
+}
+
 TEST(ErrorCodes, CategoriesAreDroppedWithTheLastDetail) {
   struct Case {
     unsigned int ignore;

@@ -1,5 +1,6 @@
 #include "common/program.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <exception>
 #include <iostream>
@@ -106,6 +107,18 @@ int Run(CLI::App& app, const Status& status, std::vector<std::string> words) {
 }
 
 }  // namespace
+
+CLI::Validator OneOf(std::vector<std::string> words) {
+  const auto check = [words = std::move(words)](const std::string& text) -> std::string {
+    if (std::ranges::find(words, text) != words.end()) return {};
+    std::string expected;
+    for (const std::string& word : words) {
+      expected += (expected.empty() ? "" : &word == &words.back() ? " or " : ", ") + word;
+    }
+    return Quote(text) + ", expected " + expected + SuggestName(text, words);
+  };
+  return CLI::Validator(check, "");
+}
 
 std::string NameValue(const CLI::Option& option) {
   if (option.get_positional() || option.get_items_expected_max() == 0) return {};

@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "common/status.h"
 
@@ -44,6 +45,10 @@ Command<Arguments> AddCommand(CLI::App& app, Status& status, const char* name, c
 // Adds a command without arguments that prints something about the parser, such as its manual page.
 void AddPrinter(CLI::App& app, Status& status, const char* name, const char* about,
                 const char* footer, Status (*print)(const CLI::App&));
+
+// Returns a check of an option's value, which must be one of the words. Its message suggests the word
+// that was probably meant.
+CLI::Validator OneOf(std::vector<std::string> words);
 
 // Returns " NAME" with the name of the option's value; empty text for flags and arguments.
 std::string NameValue(const CLI::Option& option);

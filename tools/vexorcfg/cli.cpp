@@ -20,7 +20,7 @@ namespace {
 constexpr const char* kTopExamples =
     "A first session:\n"
     "  vexorcfg check lab.xml               what is wrong with a file, line by line\n"
-    "  vexorcfg explain option ActiveTime   what an option means and takes\n"
+    "  vexorcfg explain ActiveTime          what an option means and takes\n"
     "  vexorcfg explain time msec:80-120    what a text means, or what is wrong with it\n"
     "  vexorcfg show lab.xml                all settings, and where they come from\n"
     "  vexorcfg convert old.xml new.xml     an older file in the current form\n"
@@ -92,17 +92,22 @@ constexpr const char* kDiffExamples =
     "Exit status: 0 they mean the same, 1 they differ, 3 could not run.";
 
 constexpr const char* kExplainExamples =
+    "A NAME that is several things, such as a test and an element, is explained as each of them.\n"
+    "option NAME explains it only as an option or an element, and error NAME only as errors.\n"
+    "\n"
     "Examples:\n"
     "  vexorcfg explain                            the syntaxes, with an example of each\n"
-    "  vexorcfg explain time msec:80-120           what a text means, or what is wrong with it\n"
-    "  vexorcfg explain affinity Specific:0,2-4\n"
-    "  vexorcfg explain option CSTATES/ActiveTime  an option: meaning, syntax, default\n"
+    "  vexorcfg explain ActiveTime                 an option: meaning, syntax, default\n"
     "  vexorcfg explain option GSTATES             all options of a test\n"
-    "  vexorcfg explain option -- -exeCycles       a name that begins with \"-\"\n"
+    "  vexorcfg explain -- -exeCycles              a name that begins with \"-\"\n"
+    "  vexorcfg explain time msec:80-120           what a text means, or what is wrong with it\n"
+    "  vexorcfg explain CSTATES/CoreAffinity 0,2   the same for a text of an option\n"
+    "  vexorcfg explain error CSTATES              the error tags of a test, with their bits\n"
     "  vexorcfg explain error CSTATES 0x80000004   an error code, tag by tag\n"
+    "  vexorcfg explain error CSTATES EC_C6        the bits of a tag\n"
     "  vexorcfg explain VX019                      a code of the checker; codes lists them\n"
     "\n"
-    "Exit status: 0 the texts are good, 2 one is wrong, 3 nothing of that name.";
+    "Exit status: 0 success, 1 a text is doubtful, 2 a text is wrong, 3 nothing of that name.";
 
 constexpr const char* kReferenceExamples =
     "Every element that a file may hold, with its meaning, syntax, default and valid words.\n"
@@ -187,13 +192,14 @@ void AddDiff(CLI::App& app, Status& status) {
 
 void AddExplain(CLI::App& app, Status& status) {
   const auto [command, arguments] = AddCommand<ExplainArguments>(
-      app, status, "explain", "Explain an option, an option's text, or an error code.",
+      app, status, "explain", "Explain an option, a text, a test, a word, or an error code.",
       kExplainExamples, Explain);
-  command->add_option(
-      "SUBJECT", arguments->subject,
-      "A syntax such as time, affinity, cstates, ratios or sleep; option; or error");
+  command->add_option("NAME", arguments->subject,
+                      "An option, element, syntax, test, word, error tag or error code; or option "
+                      "or error before such a name");
   command->add_option("TEXT", arguments->texts,
-                      "Texts of the syntax; the option's NAME; or the TEST and the CODE");
+                      "Texts to judge by the syntax or the option; after error and a test, error "
+                      "codes and tags");
 }
 
 }  // namespace

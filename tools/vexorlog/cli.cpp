@@ -262,7 +262,7 @@ void AddExport(CLI::App& app, Status& status) {
   AddSelection(*command, arguments->rows);
   command->add_option("--format", arguments->format, "csv or jsonl; csv without the option")
       ->type_name("FORMAT")
-      ->check(CLI::IsMember({"csv", "jsonl"}));
+      ->check(OneOf({"csv", "jsonl"}));
   AddOutput(*command, arguments->file, arguments->force);
 }
 

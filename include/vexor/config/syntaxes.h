@@ -56,6 +56,11 @@ struct OptionInfo {
 // Returns all syntaxes.
 VEXOR_EXPORT std::vector<SyntaxInfo> GetSyntaxes();
 
+// Returns the words that texts of the named syntax consist of, such as the units of a time. Empty
+// for an unknown syntax, for one without words, and for "word" and "words", whose words depend on
+// the option.
+VEXOR_EXPORT std::vector<std::string_view> GetSyntaxWords(std::string_view syntax);
+
 // Returns what is wrong with a text of the named syntax, and how serious it is: an error is not
 // read as it is written; a warning is, but probably means something else; a note is a word that may
 // be the user's own. Returns nothing for a valid text, for empty text (which is what a missing

@@ -35,4 +35,8 @@ struct ErrorTag {
 // Returns the tags that GetErrorCode joins, each with its bits.
 VEXOR_EXPORT std::vector<ErrorTag> GetErrorTags(VEXOR_PM_TEST_ID test, unsigned int code);
 
+// Returns all tags that GetErrorCode can give for the test, in its order, each with the bits that a
+// word needs to have. GetErrorCode may still leave a tag out in favour of another one.
+VEXOR_EXPORT std::vector<ErrorTag> ListErrorTags(VEXOR_PM_TEST_ID test);
+
 }  // namespace vexor

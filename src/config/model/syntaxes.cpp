@@ -15,6 +15,7 @@
 #include "config/texts/syntax_table.h"
 #include "syntax/keyword_table.h"
 #include "syntax/nearest.h"
+#include "syntax/time_units.h"
 #include "util/text.h"
 #include "vexor/syntax/keywords.h"
 #include "vexor/util/strings.h"
@@ -185,6 +186,17 @@ std::vector<SyntaxInfo> GetSyntaxes() {
   std::vector<SyntaxInfo> infos;
   std::ranges::transform(Syntaxes(), std::back_inserter(infos), InfoOf);
   return infos;
+}
+
+std::vector<std::string_view> GetSyntaxWords(std::string_view syntax) {
+  const SyntaxRow* const row = FindSyntax(syntax);
+  if (row == nullptr) return {};
+  Words words = GetWords(row->syntax);
+  if (row->pattern.find("%u") == std::string_view::npos) return words;
+  for (const std::string_view unit : kDurationUnits) {
+    if (!row->check(std::string(unit) + ":1")) words.push_back(unit);
+  }
+  return words;
 }
 
 std::optional<TextFault> CheckSyntax(std::string_view syntax, std::string_view text) {
