@@ -46,6 +46,27 @@ TEST(Syntaxes, DifferFromSimilarSyntaxes) {
   }
 }
 
+TEST(Syntaxes, SayWhichTextsMeanTheSame) {
+  struct Case {
+    const char* syntax;
+    const char* a;
+    const char* b;
+    bool same;
+  };
+  const Case cases[] = {
+      {"time", "sec:1", "msec:1000", true},  {"time", "Invalid", "", true},
+      {"time", "msec:0", "", false},         {"time", "msek:1", "", false},
+      {"affinity", "", "All", true},         {"cycles", "", "1", false},
+      {"boolean", "", "false", false},       {"text", "a", "A", false},
+      {"no-such-syntax", "a", "a", true},    {"no-such-syntax", "a", "", false},
+      {"affinity", "0,1", "All:0-1", false}, {"mask", "0x10", "16", true},
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ(MeanTheSame(c.syntax, c.a, c.b), c.same) << c.syntax << " " << c.a << " " << c.b;
+    EXPECT_EQ(MeanTheSame(c.syntax, c.b, c.a), c.same) << c.syntax << " " << c.b << " " << c.a;
+  }
+}
+
 // Each setting of a file has an option, and each default is valid.
 TEST(Options, CoverEverySetting) {
   std::set<std::string> paths;

@@ -353,6 +353,28 @@ TEST_F(Tool, AgreesWithOtherPrograms) {
   EXPECT_EQ(answer.status, 0);
 }
 
+TEST_F(Tool, PrintsJsonAsTheSchemaSays) {
+  if (kIsWindows) GTEST_SKIP() << "needs programs of the host";
+  std::string documents;
+  for (const char* const command :
+       {"show --json lab.xml", "show --json --changed --tests legacy.xml",
+        "show --json broken.xml -- /cstate -at 90 -core x", "diff --json lab.xml legacy.xml",
+        "diff --json --all lab.xml lab.xml", "explain --json", "explain --json peci",
+        "explain --json random", "explain --json EC_TURBO", "explain --json 0xC0000006",
+        "explain --json GSTATES/KNOBS Randm Random", "explain --json sleep S3 Warm-Rest", "explain --json codes"}) {
+    const std::string document = "document" + std::to_string(documents.size()) + ".json";
+    Run(std::string("vexorcfg ") + command + " >" + document);
+    documents += " " + document;
+  }
+  // Debian's interpreter, as it is the one that has Debian's packages.
+  const Answer answer =
+      Run("/usr/bin/python3 " + (Sources() / "tests/tools/validate_json.py").string() + " " +
+          (Sources() / "docs/vexorcfg.schema.json").string() + documents);
+  if (answer.status == -1 && std::getenv("CI") == nullptr) GTEST_SKIP() << "needs python3";
+  EXPECT_EQ(answer.output, "");
+  EXPECT_EQ(answer.status, 0);
+}
+
 TEST_F(Tool, CompletesCommandsOptionsAndNames) {
   if (kIsWindows) GTEST_SKIP() << "needs bash";
   std::ofstream("complete.sh") << R"(source <(vexorcfg completion)

@@ -57,7 +57,12 @@ constexpr const char* kShowExamples =
     "Examples:\n"
     "  vexorcfg show lab.xml\n"
     "  vexorcfg show --tests lab.xml      the settings of the tests that run\n"
-    "  vexorcfg show --summary lab.xml    the summary that the tests write to their logs";
+    "  vexorcfg show --changed lab.xml    the settings that differ from the defaults\n"
+    "  vexorcfg show --summary lab.xml    the summary that the tests write to their logs\n"
+    "  vexorcfg show lab.xml -- /cstate -at msec:80 /all -ftol 3\n"
+    "                                     what these options change\n"
+    "\n"
+    "Exit status: 0 success, 2 mistakes in the options of a command line, 3 could not run.";
 
 constexpr const char* kDefaultsExamples =
     "Comments in the file list the valid values.\n"
@@ -84,10 +89,12 @@ constexpr const char* kConvertExamples =
 
 constexpr const char* kDiffExamples =
     "Defaults, older names and other ways to write the same (sec:1 and msec:1000) do not count as\n"
-    "differences.\n"
+    "differences, nor do options of tests that run in neither file. An entry of a list that only\n"
+    "one file has is one difference; the other entries are compared with their counterparts.\n"
     "\n"
-    "Example:\n"
+    "Examples:\n"
     "  vexorcfg diff friday.xml monday.xml\n"
+    "  vexorcfg diff --all friday.xml monday.xml   options of tests that do not run, too\n"
     "\n"
     "Exit status: 0 they mean the same, 1 they differ, 3 could not run.";
 
@@ -106,6 +113,7 @@ constexpr const char* kExplainExamples =
     "  vexorcfg explain error CSTATES 0x80000004   an error code, tag by tag\n"
     "  vexorcfg explain error CSTATES EC_C6        the bits of a tag\n"
     "  vexorcfg explain VX019                      a code of the checker; codes lists them\n"
+    "  vexorcfg explain --json CSTATES/ActiveTime  for a program\n"
     "\n"
     "Exit status: 0 success, 1 a text is doubtful, 2 a text is wrong, 3 nothing of that name.";
 
@@ -158,11 +166,23 @@ void AddShow(CLI::App& app, Status& status) {
       kShowExamples, Show);
   command->add_option("FILE", arguments->file, "Configuration file; - is standard input")
       ->required();
-  command->add_flag("--tests", arguments->tests, "Print only the tests that run");
+  CLI::Option* const overrides = command->add_option(
+      "OPTION", arguments->overrides,
+      "Test options of a command line, after --: print what they change, and their mistakes");
+  CLI::Option* const tests =
+      command->add_flag("--tests", arguments->tests, "Print only the tests that run");
   CLI::Option* const all =
       command->add_flag("--all", arguments->all, "Print also elements that the file does not have");
-  command->add_flag("--summary", arguments->summary, "Print the summary lines of the library")
-      ->excludes(all);
+  CLI::Option* const changed =
+      command->add_flag("--changed", arguments->changed,
+                        "Print only settings that differ from the defaults, with the defaults");
+  changed->excludes(all);
+  CLI::Option* const summary =
+      command->add_flag("--summary", arguments->summary, "Print the summary lines of the library");
+  CLI::Option* const json =
+      command->add_flag("--json", arguments->json, "Print JSON for programs, with all settings");
+  summary->excludes(all)->excludes(changed)->excludes(json);
+  for (CLI::Option* const flag : {tests, all, changed, summary}) overrides->excludes(flag);
 }
 
 void AddWriter(CLI::App& app, Status& status, const char* name, const char* about,
@@ -188,6 +208,8 @@ void AddDiff(CLI::App& app, Status& status) {
       app, status, "diff", "Compare two files by what they mean.", kDiffExamples, Diff);
   command->add_option("A", arguments->a, "Configuration file; - is standard input")->required();
   command->add_option("B", arguments->b, "Configuration file; - is standard input")->required();
+  command->add_flag("--all", arguments->all, "Compare tests that run in neither file, too");
+  command->add_flag("--json", arguments->json, "Print JSON for programs");
 }
 
 void AddExplain(CLI::App& app, Status& status) {
@@ -195,11 +217,12 @@ void AddExplain(CLI::App& app, Status& status) {
       app, status, "explain", "Explain an option, a text, a test, a word, or an error code.",
       kExplainExamples, Explain);
   command->add_option("NAME", arguments->subject,
-                      "An option, element, syntax, test, word, error tag or error code; or option "
+                      "An option, element, syntax, test, word, error tag or code; or option "
                       "or error before such a name");
   command->add_option("TEXT", arguments->texts,
                       "Texts to judge by the syntax or the option; after error and a test, error "
                       "codes and tags");
+  command->add_flag("--json", arguments->json, "Print JSON for programs");
 }
 
 }  // namespace

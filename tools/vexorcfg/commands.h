@@ -24,7 +24,10 @@ Status Check(const CheckArguments& arguments);
 
 struct ShowArguments {
   std::string file;
-  bool all = false;      // sections of nothing but defaults, too
+  std::vector<std::string> overrides;  // test options of a command line
+  bool all = false;                    // sections of nothing but defaults, too
+  bool changed = false;                // only settings that differ from the defaults
+  bool json = false;
   bool tests = false;    // the tests that run alone
   bool summary = false;  // print the library's summary lines instead of the settings
 };
@@ -46,12 +49,15 @@ Status Convert(const ConvertArguments& arguments);
 struct DiffArguments {
   std::string a;
   std::string b;
+  bool all = false;  // tests that run in neither file, too
+  bool json = false;
 };
 Status Diff(const DiffArguments& arguments);
 
 struct ExplainArguments {
-  std::string subject;             // a syntax, "option" or "error"; empty lists them
+  std::string subject;             // a name, "option" or "error"; empty lists the syntaxes
   std::vector<std::string> texts;  // the texts to explain
+  bool json = false;
 };
 Status Explain(const ExplainArguments& arguments);
 

@@ -3,22 +3,22 @@
 
 #include "commands.h"
 #include "common/text_output.h"
-#include "explain_code.h"
 #include "explanation.h"
+#include "json_output.h"
 
 namespace tools::vexorcfg {
 namespace {
 
-Status ListSubjects() {
-  std::cout << "explain NAME               an option, test, syntax, word, error tag or error code\n"
+Status PrintSubjects() {
+  std::cout << "explain NAME               an option, test, syntax, word, error tag or code\n"
                "explain SYNTAX TEXT        what a text means, or what is wrong with it\n"
                "explain OPTION TEXT        the same for a text of an option\n"
                "explain option NAME        what an option means and takes\n"
                "explain error TEST         the error tags of a test, with their bits\n"
                "explain error TEST CODE    which bits of an error code say what\n"
-               "explain VX019              what a code of the checker means; codes lists them\n\n"
+               "explain codes              the codes of the checker, such as VX019\n\n"
                "Syntaxes, and a text of each:\n";
-  for (const vexor::SyntaxInfo& syntax : vexor::GetSyntaxes()) {
+  for (const vexor::SyntaxInfo& syntax : ExplainSyntaxes().syntaxes) {
     std::cout << "  " << std::left << std::setw(17) << syntax.name
               << (syntax.example.empty() ? syntax.grammar : syntax.example) << '\n';
   }
@@ -28,6 +28,8 @@ Status ListSubjects() {
 Explanation Find(const ExplainArguments& arguments) {
   const std::string& subject = arguments.subject;
   const std::vector<std::string>& texts = arguments.texts;
+  if (subject.empty()) return ExplainSyntaxes();
+  if (subject == "codes") return ExplainFindings();
   if (subject == "option") {
     if (texts.size() == 1) return ExplainOption(texts.front());
     return {.failure = "the name of one option is needed"};
@@ -43,14 +45,17 @@ Explanation Find(const ExplainArguments& arguments) {
 
 Status Explain(const ExplainArguments& arguments) {
   const std::string& subject = arguments.subject;
-  if (subject.empty()) return ListSubjects();
-  if (const std::optional<Status> explained = ExplainCode(subject)) return *explained;
+  if (subject.empty() && !arguments.json) return PrintSubjects();
   const Explanation found = Find(arguments);
   if (!found.failure.empty()) {
     const bool is_kind = subject == "option" || subject == "error";
     return Refuse(is_kind ? "explain " + subject : "explain", found.failure);
   }
-  PrintExplanation(found);
+  if (arguments.json) {
+    PrintDocument(MakeExplanation(found));
+  } else {
+    PrintExplanation(found);
+  }
   return StatusOf(found);
 }
 

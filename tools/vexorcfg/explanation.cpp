@@ -32,7 +32,9 @@ bool IsMeant(const OptionInfo& option, const std::string& name) {
          StringEndsWith(keyword, "/" + name, true) || IsOverwriteOption(option.keyword, name);
 }
 
-void AddSyntax(const std::string& name, Explanation& found) { found.syntax = FindSyntax(name); }
+void AddSyntax(const std::string& name, Explanation& found) {
+  if (const auto syntax = FindSyntax(name)) found.syntaxes.push_back(*syntax);
+}
 
 void AddTest(const std::string& name, Explanation& found) {
   const VEXOR_PM_TEST_ID test = FindTest(name);
@@ -76,6 +78,12 @@ void AddCode(const std::string& name, Explanation& found) {
   if (const auto code = ParseErrorCode(name)) found.codes = ExplainCode(*code);
 }
 
+void AddFinding(const std::string& name, Explanation& found) {
+  for (const vexor::FindingCode& code : vexor::GetFindingCodes()) {
+    if (StringCompare(code.code, name, true)) found.findings.push_back(code);
+  }
+}
+
 void AddOption(const std::string& name, Explanation& found) {
   for (OptionInfo& option : vexor::FindOptions(name)) {
     (IsMeant(option, name) ? found.options : found.within).push_back(std::move(option));
@@ -83,11 +91,13 @@ void AddOption(const std::string& name, Explanation& found) {
 }
 
 // What a name may be. A new kind of name is a function here.
-constexpr std::array kKinds = {&AddSyntax, &AddTest, &AddWord, &AddTag, &AddCode, &AddOption};
+constexpr std::array kKinds = {&AddSyntax, &AddTest,    &AddWord,  &AddTag,
+                               &AddCode,   &AddFinding, &AddOption};
 
 bool IsEmpty(const Explanation& found) {
-  return !found.syntax && found.tests.empty() && found.words.empty() && found.tags.empty() &&
-         found.codes.empty() && found.options.empty() && found.within.empty();
+  return found.syntaxes.empty() && found.tests.empty() && found.words.empty() &&
+         found.tags.empty() && found.codes.empty() && found.findings.empty() &&
+         found.options.empty() && found.within.empty();
 }
 
 // Returns all names that can be explained, those that people know best first.
@@ -112,9 +122,15 @@ std::vector<std::string> AllNames() {
   return names;
 }
 
+bool IsFindingCode(std::string_view name) {
+  return name.size() > 2 && StringCompare(name.substr(0, 2), "VX", true) &&
+         name.find_first_not_of("0123456789", 2) == std::string_view::npos;
+}
+
 std::string RefuseName(const std::string& name) {
+  if (IsFindingCode(name)) return "no code " + Quote(name) + "; vexorcfg explain codes lists them";
   const std::string suggestion = SuggestName(name, AllNames());
-  return "no option, syntax, test, word or error code is named " + Quote(name) +
+  return "no option, syntax, test, word or code is named " + Quote(name) +
          (suggestion.empty() ? "; vexorcfg explain lists what there is" : suggestion);
 }
 
@@ -128,6 +144,10 @@ std::string_view PlaceOf(const OptionInfo& option) {
   const std::size_t slash = option.path.rfind('/');
   return std::string_view(option.path).substr(0, slash == std::string::npos ? 0 : slash);
 }
+
+Explanation ExplainSyntaxes() { return {.syntaxes = vexor::GetSyntaxes()}; }
+
+Explanation ExplainFindings() { return {.findings = vexor::GetFindingCodes()}; }
 
 Explanation ExplainName(const std::string& name) {
   Explanation found;

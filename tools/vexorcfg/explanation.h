@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "common/status.h"
+#include "vexor/config/check.h"
 #include "vexor/config/syntaxes.h"
 #include "vexor/vocabulary/pm_tests.h"
 
@@ -47,16 +48,23 @@ struct ErrorCode {
 
 // Everything of one name. What a name is not, is empty.
 struct Explanation {
-  std::optional<vexor::SyntaxInfo> syntax = {};
+  std::vector<vexor::SyntaxInfo> syntaxes = {};
   std::vector<JudgedText> texts = {};
   std::vector<VEXOR_PM_TEST_ID> tests = {};
   std::vector<WordUse> words = {};
   std::vector<TagUse> tags = {};  // of the test, or of the name
   std::vector<ErrorCode> codes = {};
+  std::vector<vexor::FindingCode> findings = {};
   std::vector<vexor::OptionInfo> options = {};  // of the name
   std::vector<vexor::OptionInfo> within = {};   // options inside elements of the name
-  std::string failure;                          // why there is nothing to explain
+  std::string failure = {};                     // why there is nothing to explain
 };
+
+// Returns all syntaxes.
+Explanation ExplainSyntaxes();
+
+// Returns all codes of the checker.
+Explanation ExplainFindings();
 
 // Each of the following explains one subject, or sets `failure`.
 Explanation ExplainName(const std::string& name);

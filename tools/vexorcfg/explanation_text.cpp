@@ -5,6 +5,7 @@
 #include "common/text_output.h"
 #include "error_words.h"
 #include "explanation.h"
+#include "findings.h"
 #include "vexor/syntax/error_codes.h"
 #include "vexor/syntax/keywords.h"
 #include "vexor/util/numbers.h"
@@ -214,6 +215,16 @@ void PrintOptionsWithin(const std::vector<OptionInfo>& options, bool is_continue
   }
 }
 
+void PrintFindings(const std::vector<vexor::FindingCode>& codes) {
+  if (codes.size() > 1) {
+    for (const auto& row : codes) std::cout << row.code << "  " << row.title << '\n';
+    return;
+  }
+  const vexor::FindingCode& row = codes.front();
+  std::cout << row.code << ": " << row.title << " (" << NameOf(row.severity) << ")\n  " << row.about
+            << '\n';
+}
+
 // Prints the parts of an explanation, each below a title if there are several.
 class Printer {
  public:
@@ -243,18 +254,19 @@ auto Each(void (*print)(Item)) {
 }  // namespace
 
 void PrintExplanation(const Explanation& found) {
-  const std::vector<SyntaxInfo> syntaxes(found.syntax ? 1 : 0, found.syntax.value_or(SyntaxInfo()));
   const bool has_options = !found.options.empty() || !found.within.empty();
-  const int kinds = static_cast<int>(!syntaxes.empty()) + static_cast<int>(!found.tests.empty()) +
+  const int kinds = static_cast<int>(!found.syntaxes.empty()) +
+                    static_cast<int>(!found.tests.empty()) +
                     static_cast<int>(!found.words.empty()) + static_cast<int>(!found.tags.empty()) +
                     static_cast<int>(!found.codes.empty()) + static_cast<int>(has_options);
   Printer printer(kinds > 1 && found.texts.empty());
-  printer.PrintAll("a syntax", syntaxes, Each(PrintSyntax));
+  printer.PrintAll("a syntax", found.syntaxes, Each(PrintSyntax));
   printer.PrintAll("texts", found.texts, PrintTexts);
   printer.PrintAll("a test", found.tests, Each(PrintTest));
   printer.PrintAll("a word", found.words, PrintWords);
   printer.PrintAll("an error tag", found.tags, PrintTags);
   printer.PrintAll("an error code", found.codes, Each(PrintCode));
+  printer.PrintAll("a code of the checker", found.findings, PrintFindings);
   printer.PrintAll(found.options.empty() ? "an element" : "an option",
                    found.options.empty() ? found.within : found.options, [&found](const auto&) {
                      PrintOptionsAlike(found.options);

@@ -2,10 +2,11 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <span>
-#include <unordered_map>
-#include <utility>
 #include <vector>
+
+#include "sequence_match.h"
 
 namespace tools::vexorcfg {
 namespace {
@@ -31,109 +32,14 @@ std::string_view Trimmed(std::string_view line) {
   return line.substr(first, line.find_last_not_of(" \t") + 1 - first);
 }
 
-// How deep ranges are divided. Bounds the time for texts that are made to take long.
-constexpr int kMostDivisions = 32;
-
-// A range of lines of each text.
-struct Ranges {
-  std::size_t a, a_end, b, b_end;
-  int divisions;
-};
-
-// Pairs the common lines of two texts in order (Bram Cohen's patience diff): first those at both
-// ends, then the lines that occur once in each text. The ranges between these are divided in the
-// same way.
-class Matcher {
- public:
-  Matcher(const Lines& a, const Lines& b) : a_(a), b_(b) {}
-
-  // Returns for each line of `a` its partner in `b`, or kNone.
-  std::vector<std::size_t> Match() {
-    partners_.assign(a_.size(), kNone);
-    std::vector<Ranges> open = {{0, a_.size(), 0, b_.size(), 0}};
-    while (!open.empty()) {
-      Ranges ranges = open.back();
-      open.pop_back();
-      MatchEnds(ranges);
-      if (ranges.divisions < kMostDivisions) Divide(ranges, open);
-    }
-    return std::move(partners_);
-  }
-
-  static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
-
- private:
-  using Pair = std::pair<std::size_t, std::size_t>;
-
-  [[nodiscard]] bool AreEqual(std::size_t a, std::size_t b) const {
-    return Trimmed(a_[a]) == Trimmed(b_[b]);
-  }
-
-  void MatchEnds(Ranges& r) {
-    while (r.a < r.a_end && r.b < r.b_end && AreEqual(r.a, r.b)) partners_[r.a++] = r.b++;
-    while (r.a < r.a_end && r.b < r.b_end && AreEqual(r.a_end - 1, r.b_end - 1)) {
-      partners_[--r.a_end] = --r.b_end;
-    }
-  }
-
-  void Divide(const Ranges& r, std::vector<Ranges>& open) {
-    Ranges part = r;
-    ++part.divisions;
-    for (const auto& [a, b] : LongestRise(UniqueLines(r))) {
-      partners_[a] = b;
-      open.push_back({part.a, a, part.b, b, part.divisions});
-      part.a = a + 1;
-      part.b = b + 1;
-    }
-    if (part.a != r.a) open.push_back(part);
-  }
-
-  // The lines that occur exactly once in each range, in the order of `a`.
-  [[nodiscard]] std::vector<Pair> UniqueLines(const Ranges& r) const {
-    struct Places {
-      std::size_t in_a = 0, in_b = 0, b = 0;
-    };
-    std::unordered_map<std::string_view, Places> places;
-    for (std::size_t i = r.a; i < r.a_end; ++i) ++places[Trimmed(a_[i])].in_a;
-    for (std::size_t i = r.b; i < r.b_end; ++i) {
-      Places& place = places[Trimmed(b_[i])];
-      ++place.in_b;
-      place.b = i;
-    }
-    std::vector<Pair> unique;
-    for (std::size_t i = r.a; i < r.a_end; ++i) {
-      const Places& place = places[Trimmed(a_[i])];
-      if (place.in_a == 1 && place.in_b == 1) unique.emplace_back(i, place.b);
-    }
-    return unique;
-  }
-
-  // The longest subsequence of the pairs with ascending second numbers, by patience sorting.
-  static std::vector<Pair> LongestRise(const std::vector<Pair>& pairs) {
-    std::vector<std::size_t> tops;  // of the piles: indices of pairs
-    std::vector<std::size_t> before(pairs.size(), kNone);
-    for (std::size_t i = 0; i < pairs.size(); ++i) {
-      const auto pile = std::ranges::lower_bound(
-          tops, pairs[i].second, {}, [&pairs](std::size_t top) { return pairs[top].second; });
-      if (pile != tops.begin()) before[i] = *std::prev(pile);
-      if (pile == tops.end()) {
-        tops.push_back(i);
-      } else {
-        *pile = i;
-      }
-    }
-    std::vector<Pair> rise;
-    for (std::size_t i = tops.empty() ? kNone : tops.back(); i != kNone; i = before[i]) {
-      rise.push_back(pairs[i]);
-    }
-    std::ranges::reverse(rise);
-    return rise;
-  }
-
-  const Lines& a_;
-  const Lines& b_;
-  std::vector<std::size_t> partners_;
-};
+// Lines that differ only in white space at their ends match.
+std::vector<std::size_t> MatchLines(const Lines& a, const Lines& b) {
+  Lines trimmed_a;
+  Lines trimmed_b;
+  std::ranges::transform(a, std::back_inserter(trimmed_a), Trimmed);
+  std::ranges::transform(b, std::back_inserter(trimmed_b), Trimmed);
+  return MatchSequences(trimmed_a, trimmed_b);
+}
 
 struct DiffLine {
   char mark;  // ' ', '-' or '+'
@@ -141,11 +47,11 @@ struct DiffLine {
 };
 
 std::vector<DiffLine> MarkLines(const Lines& a, const Lines& b) {
-  const std::vector<std::size_t> partners = Matcher(a, b).Match();
+  const std::vector<std::size_t> partners = MatchLines(a, b);
   std::vector<DiffLine> lines;
   std::size_t next = 0;  // in b
   for (std::size_t i = 0; i < a.size(); ++i) {
-    if (partners[i] == Matcher::kNone) {
+    if (partners[i] == kNoPartner) {
       lines.push_back({'-', a[i]});
       continue;
     }

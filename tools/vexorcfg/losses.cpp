@@ -70,12 +70,14 @@ class Collector {
       Add(setting->line, OneLine(setting->path) + ": " + Quote(setting->text) + " is read as " +
                              Quote(setting->value));
     }
-    for (const auto& [before, after] : comparison.differences) {
-      if (before == nullptr) continue;
-      if (IsStated(*before)) {
-        AddStated(*before, after);
-      } else {
-        AddDefault(*before, losses_.defaults);
+    for (const Difference& difference : comparison.differences) {
+      const Setting* const after = difference.b.empty() ? nullptr : &difference.b.front();
+      for (const Setting& before : difference.a) {
+        if (IsStated(before)) {
+          AddStated(before, after);
+        } else {
+          AddDefault(before, losses_.defaults);
+        }
       }
     }
     // The value is the reader's default, which means the same; it does not come from the file.

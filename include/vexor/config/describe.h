@@ -9,6 +9,8 @@
 
 #include "vexor/export.h"
 
+struct _PM_TEST_CONFIG_NODE;
+
 namespace vexor {
 
 enum class Origin : std::int32_t {
@@ -69,5 +71,10 @@ struct Description {
 // including those of the workloads, and the parts of the file that are ignored. Prints nothing.
 // Throws only std::bad_alloc. Any thread may call.
 VEXOR_EXPORT Description DescribeXMLConfigText(std::string_view content);
+
+// The same for the configuration after ApplyTestOptions with each of the nodes of a command line
+// (vexor/config/overrides.h). Lines and origins stay those of the file.
+VEXOR_EXPORT Description DescribeXMLConfigText(std::string_view content,
+                                               const std::vector<_PM_TEST_CONFIG_NODE>& overrides);
 
 }  // namespace vexor

@@ -20,6 +20,7 @@
 #include "config/tables/custom_register_tables.h"
 #include "config/tables/system_setup.h"
 #include "util/text.h"
+#include "vexor/config/overrides.h"
 #include "vexor/util/version.h"
 
 namespace vexor {
@@ -354,6 +355,11 @@ void AddWhatIsNotParsed(std::string_view content, std::vector<Unread>& unread) {
 }  // namespace
 
 Description DescribeXMLConfigText(std::string_view content) {
+  return DescribeXMLConfigText(content, {});
+}
+
+Description DescribeXMLConfigText(std::string_view content,
+                                  const std::vector<_PM_TEST_CONFIG_NODE>& overrides) {
   Description description;
   tinyxml2::XMLDocument document(true, tinyxml2::PRESERVE_WHITESPACE);
   if (const std::optional<XmlRefusal> refusal = ParseXmlOrExplain(content, document)) {
@@ -383,6 +389,7 @@ Description DescribeXMLConfigText(std::string_view content) {
     ExplainTraces(*root, description);
     return description;
   }
+  for (const _PM_TEST_CONFIG_NODE& node : overrides) ApplyTestOptions(records->config, node);
   GetWorkLoadsXML(records->workloads, root);
   Describer(*records, description).Describe(document, *root);
   AddWhatIsNotParsed(content, description.unread);

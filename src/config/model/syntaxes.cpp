@@ -223,6 +223,14 @@ std::string DescribeText(std::string_view syntax, std::string_view text) {
   return row->check(text) ? std::string() : row->meaning(text);
 }
 
+bool MeanTheSame(std::string_view syntax, std::string_view a, std::string_view b) {
+  if (a == b) return true;
+  const SyntaxRow* const row = FindSyntax(syntax);
+  if (row == nullptr || row->meaning == nullptr) return false;
+  const auto is_valid = [row](std::string_view text) { return text.empty() || !row->check(text); };
+  return is_valid(a) && is_valid(b) && row->meaning(a) == row->meaning(b);
+}
+
 std::vector<OptionInfo> GetOptions() { return Lister().List(); }
 
 std::vector<OptionInfo> FindOptions(std::string_view name) {
