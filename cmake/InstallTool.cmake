@@ -1,4 +1,8 @@
-# Installs a tool with its manual page, docs/NAME.1, and its completion for bash.
+set(VEXOR_ZSH_FUNCTIONS ${CMAKE_INSTALL_DATADIR}/zsh/site-functions CACHE STRING
+  "Folder of completions for zsh, below the prefix")
+
+# Installs a tool with its manual page, docs/NAME.1, and its completions for bash, fish and zsh. That
+# for PowerShell has no usual place; the tool prints it.
 function(vexor_install_tool name)
   if(NOT VEXOR_INSTALL)
     return()
@@ -13,12 +17,19 @@ function(vexor_install_tool name)
   if(CMAKE_CROSSCOMPILING)
     return()  # the tool cannot run here to print its completion
   endif()
-  set(completion ${CMAKE_CURRENT_BINARY_DIR}/completion/${name})  # bash finds it by this name
-  add_custom_command(OUTPUT ${completion}
-    COMMAND ${CMAKE_COMMAND} -E make_directory ${CMAKE_CURRENT_BINARY_DIR}/completion
-    COMMAND ${name} completion > ${completion}
-    DEPENDS ${name} COMMENT "Writing the completion of ${name}" VERBATIM)
-  add_custom_target(${name}_completion ALL DEPENDS ${completion})
-  install(FILES ${completion} DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions
-    COMPONENT Tools)
+  # Each shell finds its script by the file's name.
+  set(folder ${CMAKE_CURRENT_BINARY_DIR}/completion)
+  set(names ${name} ${name}.fish _${name})
+  set(shells bash fish zsh)
+  set(destinations ${CMAKE_INSTALL_DATADIR}/bash-completion/completions
+    ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d ${VEXOR_ZSH_FUNCTIONS})
+  foreach(script shell destination IN ZIP_LISTS names shells destinations)
+    add_custom_command(OUTPUT ${folder}/${script}
+      COMMAND ${CMAKE_COMMAND} -E make_directory ${folder}
+      COMMAND ${name} completion ${shell} > ${folder}/${script}
+      DEPENDS ${name} COMMENT "Writing the completion of ${name} for ${shell}" VERBATIM)
+    list(APPEND scripts ${folder}/${script})
+    install(FILES ${folder}/${script} DESTINATION ${destination} COMPONENT Tools)
+  endforeach()
+  add_custom_target(${name}_completion ALL DEPENDS ${scripts})
 endfunction()

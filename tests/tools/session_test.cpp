@@ -361,7 +361,8 @@ TEST_F(Tool, PrintsJsonAsTheSchemaSays) {
         "show --json broken.xml -- /cstate -at 90 -core x", "diff --json lab.xml legacy.xml",
         "diff --json --all lab.xml lab.xml", "explain --json", "explain --json peci",
         "explain --json random", "explain --json EC_TURBO", "explain --json 0xC0000006",
-        "explain --json GSTATES/KNOBS Randm Random", "explain --json sleep S3 Warm-Rest", "explain --json codes"}) {
+        "explain --json GSTATES/KNOBS Randm Random", "explain --json sleep S3 Warm-Rest",
+        "explain --json codes"}) {
     const std::string document = "document" + std::to_string(documents.size()) + ".json";
     Run(std::string("vexorcfg ") + command + " >" + document);
     documents += " " + document;
@@ -375,28 +376,64 @@ TEST_F(Tool, PrintsJsonAsTheSchemaSays) {
   EXPECT_EQ(answer.status, 0);
 }
 
-TEST_F(Tool, CompletesCommandsOptionsAndNames) {
-  if (kIsWindows) GTEST_SKIP() << "needs bash";
-  std::ofstream("complete.sh") << R"(source <(vexorcfg completion)
-source <(vexorlog completion)
-complete() { COMP_WORDS=("$@") COMP_CWORD=$(($# - 1)); _$1; echo "${COMPREPLY[*]}"; }
+// A function "complete" that prints, sorted, what the shell completes the line of its arguments to.
+// Only fish can be asked for it; for the others, functions take the place of the shell.
+constexpr const char* kBash = R"(source <(vexorcfg completion)
+source <(vexorlog completion bash)
+complete() {
+  COMP_WORDS=("$@") COMP_CWORD=$(($# - 1)); _$1
+  printf '%s\n' "${COMPREPLY[@]}" | sort | paste -sd' '
+}
+)";
+constexpr const char* kFish = R"(vexorcfg completion fish | source
+vexorlog completion fish | source
+function complete_line
+  builtin complete -C "$argv" | string replace -r '\t.*' '' | sort | paste -sd' '
+end
+)";
+constexpr const char* kZsh = R"(compdef() {}
+source <(vexorcfg completion zsh)
+source <(vexorlog completion zsh)
+compadd() { shift; print -l -- "$@"; }
+_describe() { print -l -- "${(@P)@[-1]}"; }
+complete() {
+  words=("$@") CURRENT=$#; _$1 | sed 's/:.*//' | grep -e "^$words[-1]" | sort | paste -sd' '
+}
+)";
+constexpr const char* kLines = R"(
 complete vexorcfg c
 complete vexorcfg check --st
-complete vexorcfg explain ti
+complete vexorcfg completion p
+complete vexorcfg explain tim
+complete vexorcfg explain PSF
 complete vexorcfg explain error PSF
 complete vexorcfg explain option Wak
-complete vexorcfg show l
 complete vexorlog s
 complete vexorlog show --co
 complete vexorlog show --test UF
 complete vexorlog show night --level ''
 complete vexorlog export night --format j
-complete vexorlog show ''
 )";
-  EXPECT_EQ(Run("bash complete.sh").output,
-            "check convert completion\n--strict\ntime timeout\nPSF0-GV\nWakeEvent WakeUpTimeout\n"
-            "\n"
-            "summary show stats\n--columns --context\nUFS\nCritical Information Debug\njsonl\n\n");
+
+TEST_F(Tool, CompletesCommandsOptionsAndNames) {
+  if (kIsWindows) GTEST_SKIP() << "needs shells of the host";
+  const struct {
+    const char* shell;
+    const char* script;
+  } kShells[] = {{"bash", kBash}, {"fish --no-config", kFish}, {"zsh -f", kZsh}};
+  for (const auto& [shell, script] : kShells) {
+    std::string lines = kLines;
+    if (script == kFish)
+      lines = std::regex_replace(lines, std::regex("complete v"), "complete_line v");
+    std::ofstream("complete.sh") << script << lines;
+    const Answer answer = Run(std::string(shell) + " complete.sh");
+    if (answer.status == -1 && std::getenv("CI") == nullptr) continue;  // not installed
+    EXPECT_EQ(answer.output,
+              "check completion convert\n--strict\npowershell\ntime timeout\nPSF0-GV\nPSF0-GV\n"
+              "WakeEvent WakeUpTimeout\nshow stats summary\n--columns --context\nUFS\n"
+              "Critical Debug Information\njsonl\n")
+        << shell;
+  }
 }
 
 }  // namespace

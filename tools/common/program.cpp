@@ -11,6 +11,7 @@
 #include "common/suggestion.h"
 #include "common/terminal.h"
 #include "common/text_output.h"
+#include "vexor/util/strings.h"
 #include "vexor/util/version.h"
 
 namespace tools {
@@ -108,8 +109,8 @@ int Run(CLI::App& app, const Status& status, std::vector<std::string> words) {
 
 }  // namespace
 
-CLI::Validator OneOf(std::vector<std::string> words) {
-  const auto check = [words = std::move(words)](const std::string& text) -> std::string {
+CLI::Validator OneOf(const std::vector<std::string>& words) {
+  const auto check = [words](const std::string& text) -> std::string {
     if (std::ranges::find(words, text) != words.end()) return {};
     std::string expected;
     for (const std::string& word : words) {
@@ -117,7 +118,16 @@ CLI::Validator OneOf(std::vector<std::string> words) {
     }
     return Quote(text) + ", expected " + expected + SuggestName(text, words);
   };
-  return CLI::Validator(check, "");
+  std::string description;  // becomes a part of the type's name, where WordsOf finds it
+  for (const std::string& word : words) description += (description.empty() ? "" : ",") + word;
+  return CLI::Validator(check, description);
+}
+
+std::vector<std::string> WordsOf(const CLI::Option& option) {
+  const std::string type = option.get_type_name();
+  const std::size_t colon = type.find(':');
+  if (colon == std::string::npos || type.find(' ') != std::string::npos) return {};
+  return Split(type.substr(colon + 1), ',', false);
 }
 
 std::string NameValue(const CLI::Option& option) {

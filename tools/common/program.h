@@ -46,21 +46,18 @@ Command<Arguments> AddCommand(CLI::App& app, Status& status, const char* name, c
 void AddPrinter(CLI::App& app, Status& status, const char* name, const char* about,
                 const char* footer, Status (*print)(const CLI::App&));
 
-// Returns a check of an option's value, which must be one of the words. Its message suggests the word
-// that was probably meant.
-CLI::Validator OneOf(std::vector<std::string> words);
+// Returns a check of an option's value, which must be one of the words. Its message suggests the
+// word that was probably meant.
+CLI::Validator OneOf(const std::vector<std::string>& words);
+
+// Returns the words of an option with this check; empty for other options.
+std::vector<std::string> WordsOf(const CLI::Option& option);
 
 // Returns " NAME" with the name of the option's value; empty text for flags and arguments.
 std::string NameValue(const CLI::Option& option);
 
 // Prints the manual page, generated from the parser's help.
 Status PrintManual(const CLI::App& app);
-
-// Prints a completion script for bash, generated from the parser's commands and options. `subjects`
-// and `values` are cases of the script for other words: "POSITION:COMMAND:SECOND WORD) ..." and, by
-// the preceding word, "--OPTION) ...".
-Status PrintCompletion(const CLI::App& app, std::string_view subjects,
-                       std::string_view values = {});
 
 // Runs the command in the arguments and returns the program's exit status. The commands of `app`
 // store their status in `status`.

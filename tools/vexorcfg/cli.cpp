@@ -132,10 +132,6 @@ constexpr const char* kSchemaExamples =
     "  vexorcfg schema vexor.xsd\n"
     "  xmllint --noout --schema vexor.xsd lab.xml";
 
-constexpr const char* kCompletionExamples =
-    "Example, for the current shell:\n"
-    "  source <(vexorcfg completion)";
-
 constexpr const char* kManualExamples =
     "Example:\n"
     "  vexorcfg manual | man -l -";
@@ -241,8 +237,7 @@ std::unique_ptr<CLI::App> MakeCommandLine(Status& status) {
             kReferenceExamples, WriteReference);
   AddWriter(*app, status, "schema", "Write an XML schema of configuration files.", kSchemaExamples,
             WriteSchema);
-  AddPrinter(*app, status, "completion", "Print a completion script for bash.", kCompletionExamples,
-             PrintCompletion);
+  AddCompletion(*app, status, ListCompletionWords);
   AddPrinter(*app, status, "manual", "Print the manual page.", kManualExamples, PrintManual);
   return app;
 }

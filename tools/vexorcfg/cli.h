@@ -3,8 +3,10 @@
 
 #include <CLI/CLI.hpp>
 #include <memory>
+#include <vector>
 
 #include "commands.h"
+#include "common/completion/completion.h"
 #include "common/program.h"
 
 namespace tools::vexorcfg {
@@ -13,7 +15,7 @@ namespace tools::vexorcfg {
 // status.
 std::unique_ptr<CLI::App> MakeCommandLine(Status& status);
 
-// Prints a completion script for bash that also completes names of options, syntaxes and tests.
-Status PrintCompletion(const CLI::App& app);
+// Returns the names of options, syntaxes and tests that completion scripts complete.
+std::vector<CompletionWords> ListCompletionWords();
 
 }  // namespace tools::vexorcfg

@@ -1,47 +1,38 @@
 #include <set>
 #include <string>
+#include <vector>
 
 #include "cli.h"
-#include "common/program.h"
+#include "error_words.h"
 #include "vexor/config/syntaxes.h"
-#include "vexor/vocabulary/pm_tests.h"
 
 namespace tools::vexorcfg {
 namespace {
 
-std::string ListSubjects() {
-  std::string words = "option error";
-  for (const vexor::SyntaxInfo& syntax : vexor::GetSyntaxes())
-    words.append(" ").append(syntax.name);
-  return words;
+std::vector<std::string> ListSubjects() {
+  std::vector<std::string> names = {"option", "error", "codes"};
+  for (const vexor::SyntaxInfo& syntax : vexor::GetSyntaxes()) names.emplace_back(syntax.name);
+  return names;
 }
 
-std::string ListOptionNames() {
+std::vector<std::string> ListOptionNames() {
   std::set<std::string> names;
-  for (const vexor::OptionInfo& option : vexor::GetOptions()) {
-    names.insert(option.path.substr(option.path.rfind('/') + 1));
-  }
-  std::string words;
-  for (const std::string& name : names) words += (words.empty() ? "" : " ") + name;
-  return words;
-}
-
-std::string ListTests() {
-  std::string words;
-  for (int id = PM_TEST_VEXOR; id < PM_TEST_MAX; ++id) {
-    const std::string name = GetPMTestName(static_cast<VEXOR_PM_TEST_ID>(id));
-    if (name != "NA") words += (words.empty() ? "" : " ") + name;
-  }
-  return words;
+  for (const vexor::OptionInfo& option : vexor::GetOptions()) names.emplace(NameOf(option));
+  return {names.begin(), names.end()};
 }
 
 }  // namespace
 
-Status PrintCompletion(const CLI::App& app) {
-  return tools::PrintCompletion(app, "    2:explain:[!-]* | 2:explain:) words='" + ListSubjects() +
-                                         "' ;;\n    3:explain:option) words='" + ListOptionNames() +
-                                         "' ;;\n    3:explain:error) words='" + ListTests() +
-                                         "' ;;\n");
+std::vector<CompletionWords> ListCompletionWords() {
+  std::vector<std::string> subjects = ListSubjects();
+  const std::vector<std::string> options = ListOptionNames();
+  const std::vector<std::string> tests = NamesOfTests();
+  std::set<std::string> names(options.begin(), options.end());  // a test has a switch of its name
+  names.insert(tests.begin(), tests.end());
+  subjects.insert(subjects.end(), names.begin(), names.end());
+  return {{.command = "explain", .after = "option", .words = options},
+          {.command = "explain", .after = "error", .words = tests},
+          {.command = "explain", .after = "", .words = subjects}};
 }
 
 }  // namespace tools::vexorcfg

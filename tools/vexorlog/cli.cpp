@@ -1,6 +1,7 @@
 #include "cli.h"
 
 #include "commands.h"
+#include "common/completion/completion.h"
 #include "selection.h"
 
 namespace tools {
@@ -142,10 +143,6 @@ constexpr const char* kReportExamples =
     "\n"
     "Exit status: 0 no failures, 1 failures, 3 a file could not be read or written.";
 
-constexpr const char* kCompletionExamples =
-    "Example, for the current shell:\n"
-    "  source <(vexorlog completion)";
-
 constexpr const char* kManualExamples =
     "Example:\n"
     "  vexorlog manual | man -l -";
@@ -274,19 +271,10 @@ void AddReport(CLI::App& app, Status& status) {
   command->get_option("--output")->required();
 }
 
-std::string Join(const std::vector<std::string>& words) {
-  std::string text;
-  for (const std::string& word : words) text.append(text.empty() ? "" : " ").append(word);
-  return text;
-}
-
 // The words that options accept. Column names cannot be completed: they depend on the logs.
-Status PrintLogCompletion(const CLI::App& app) {
-  return PrintCompletion(app, "",
-                         "    --test) words='" + Join(NamesOfTests()) +
-                             "' ;;\n"
-                             "    --level) words='Critical Information Debug' ;;\n"
-                             "    --format) words='csv jsonl' ;;\n");
+std::vector<CompletionWords> ListWords() {
+  return {{.command = "", .after = "--test", .words = NamesOfTests()},
+          {.command = "", .after = "--level", .words = {"Critical", "Information", "Debug"}}};
 }
 
 }  // namespace
@@ -303,8 +291,7 @@ std::unique_ptr<CLI::App> MakeCommandLine(Status& status) {
   AddStats(*app, status);
   AddExport(*app, status);
   AddReport(*app, status);
-  AddPrinter(*app, status, "completion", "Print a completion script for bash.", kCompletionExamples,
-             PrintLogCompletion);
+  AddCompletion(*app, status, ListWords);
   AddPrinter(*app, status, "manual", "Print the manual page.", kManualExamples, PrintManual);
   return app;
 }
