@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
 # Usage: scripts/build-windows-deps.sh
 #
-# Builds the dependencies of the Windows build into build/windows-deps: tinyxml2, RE2 and GoogleTest
-# from Debian's sources, and the headers of CLI11 and nlohmann's JSON library. Does nothing if that was
-# done since this script and the toolchain file changed. Needs "scripts/setup.sh windows".
+# Builds the dependencies of the Windows build into build/windows-deps: tinyxml2, Expat, RE2 and
+# GoogleTest from Debian's sources, and the headers of CLI11 and nlohmann's JSON library. Does nothing
+# if that was done since this script and the toolchain file changed. Needs "scripts/setup.sh windows".
 set -euo pipefail
 
 if (($# > 0)); then
@@ -44,9 +44,19 @@ fetch_sources() {
   local options=(-o Dir::Etc::SourceList=/dev/null -o Dir::Etc::SourceParts="$work/apt/parts"
     -o Dir::State::Lists="$work/apt/lists" -o Dir::Cache="$work/apt/cache"
     -o Acquire::Retries=3 -q)
-  cd "$work/source" &&
-    apt-get "${options[@]}" update &&
-    apt-get "${options[@]}" source "$@"
+  cd "$work/source" && apt-get "${options[@]}" update || return
+  # A mirror may list a security update whose source it does not have; the version before it will do.
+  local package version fetched
+  for package; do
+    fetched=
+    while read -r version && [[ -z $fetched ]]; do
+      if apt-get "${options[@]}" source "$package=$version"; then
+        fetched=$version
+      fi
+    done < <(apt-cache "${options[@]}" showsrc --only-source "$package" |
+      sed -n 's/^Version: //p' | sort -rVu)
+    [[ -n $fetched ]] || return 1
+  done
 }
 
 # Debian's source of RE2 leaves out the tables that its own scripts make.
@@ -64,13 +74,21 @@ build() {
     cmake --install "$work/build/$name"
 }
 
-echo "Building tinyxml2, RE2 and GoogleTest for Windows into build/windows-deps ..." >&2
+# Debian's corrections compare XML_DTD with 1, but the CMake files would define it without a value.
+build_expat() {
+  build expat "$work"/source/expat-*/expat -DEXPAT_DTD=OFF -DCMAKE_C_FLAGS=-DXML_DTD=1 \
+    -DEXPAT_SHARED_LIBS=OFF -DEXPAT_BUILD_DOCS=OFF -DEXPAT_BUILD_EXAMPLES=OFF \
+    -DEXPAT_BUILD_TESTS=OFF -DEXPAT_BUILD_TOOLS=OFF
+}
+
+echo "Building tinyxml2, Expat, RE2 and GoogleTest for Windows into build/windows-deps ..." >&2
 rm -rf "$prefix"
 mkdir -p "$prefix/include" "$prefix/share/cmake"
 log=$root/build/windows-deps.log
 {
-  fetch_sources tinyxml2 re2 &&
+  fetch_sources tinyxml2 expat re2 &&
     build tinyxml2 "$work"/source/tinyxml2-*/ -DBUILD_TESTING=OFF -Dtinyxml2_BUILD_TESTING=OFF &&
+    build_expat &&
     make_re2_tables "$work"/source/re2-*/ &&
     build re2 "$work"/source/re2-*/ -DRE2_BUILD_TESTING=OFF &&
     build googletest /usr/src/googletest -DBUILD_GMOCK=OFF &&

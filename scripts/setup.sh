@@ -19,8 +19,8 @@ source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 check_arguments 99 "$@"
 
 declare -A packages_of=(
-  [build]="g++ cmake ninja-build libtinyxml2-dev libcli11-dev libre2-dev nlohmann-json3-dev \
-    libjs-dygraphs"
+  [build]="g++ cmake ninja-build libtinyxml2-dev libexpat1-dev libcli11-dev libre2-dev \
+    nlohmann-json3-dev libjs-dygraphs"
   [test]="libgtest-dev libxml2-utils locales chromium python3 python3-jsonschema sqlite3 zsh fish"
   [windows]="g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 wine wine64 googletest dpkg-dev \
     make python3-six unicode-data"

@@ -176,7 +176,7 @@ install_moved "$work/subproject" static
 
 for kind in "${kinds[@]}"; do
   # Users of the shared library need no other packages.
-  options=(-DCMAKE_DISABLE_FIND_PACKAGE_tinyxml2=ON) flags=() linked=shared
+  options=(-DCMAKE_DISABLE_FIND_PACKAGE_tinyxml2=ON -DCMAKE_DISABLE_FIND_PACKAGE_expat=ON) flags=() linked=shared
   libraries=$prefix/$kind/lib
   if [[ $kind == debian ]]; then
     libraries=$prefix/debian/usr/lib/$multiarch

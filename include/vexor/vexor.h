@@ -11,6 +11,7 @@
 #include "vexor/config/config_record.h"
 #include "vexor/config/custom_registers.h"
 #include "vexor/config/describe.h"
+#include "vexor/config/edit.h"
 #include "vexor/config/element_access.h"
 #include "vexor/config/full_config.h"
 #include "vexor/config/global_config.h"

@@ -87,6 +87,66 @@ constexpr const char* kConvertExamples =
     "Exit status: 0 nothing was lost, 1 something was (with --diff: there are differences),\n"
     "3 could not run.";
 
+constexpr const char* kGetExamples =
+    "A path is that of the command show, or the end of it if that is unique. The path of a list\n"
+    "prints an entry on each line, that of a section PATH=VALUE for each of its options.\n"
+    "\n"
+    "Examples:\n"
+    "  vexorcfg get lab.xml CSTATES/ActiveTime\n"
+    "  vexorcfg get lab.xml TestTraceCfg/Name    the trace entries\n"
+    "\n"
+    "Exit status: 0 printed, 1 nothing is set at a path, 3 no such path, or the file could not be "
+    "read.";
+
+constexpr const char* kSetExamples =
+    "Only the option's text changes: comments, blanks, the order of elements and line ends stay.\n"
+    "A missing element is added in its place. If one of the options cannot be set, the file stays\n"
+    "as it is.\n"
+    "\n"
+    "Examples:\n"
+    "  vexorcfg set lab.xml CSTATES/ActiveTime=msec:80 AutoRunCfg/CSTATES=true\n"
+    "  vexorcfg set lab.xml TestTraceCfg/Name[3]=CSTATES_Core_Con:10   the third of two entries: "
+    "adds it\n"
+    "  vexorcfg set --diff lab.xml CSTATES/ActiveTime=msec:80          what would change\n"
+    "\n"
+    "Exit status: 0 done (with --diff: nothing to change), 1 with --diff: there are differences,\n"
+    "3 not done.";
+
+constexpr const char* kUnsetExamples =
+    "Examples:\n"
+    "  vexorcfg unset lab.xml CSTATES/SubStates      the option then reads as empty\n"
+    "  vexorcfg unset lab.xml TestTraceCfg/Name[2]   an entry of a list\n"
+    "  vexorcfg unset lab.xml GLOBALPM/CORE/CSTATES  a section, whose options are defaults then\n"
+    "\n"
+    "Exit status: as for set.";
+
+constexpr const char* kFixExamples =
+    "Mends what the command check makes a sure suggestion for: mistyped names and words, wrong "
+    "case,\n"
+    "wrong separators, unescaped characters, misplaced elements. Prints each change, and then what "
+    "is\n"
+    "left. All else in the file stays as it is.\n"
+    "\n"
+    "Examples:\n"
+    "  vexorcfg fix --diff lab.xml   what would change\n"
+    "  vexorcfg fix lab.xml\n"
+    "\n"
+    "Exit status: 0 nothing is left to mend, 1 warnings are left (with --diff: there are\n"
+    "differences), 2 errors are left, 3 a file could not be read or written.";
+
+constexpr const char* kMigrateExamples =
+    "Renames elements with older names, brings trace entries and settings of older versions to "
+    "their\n"
+    "current form, and sets the version. Comments, the order of elements and all else stay. A file "
+    "of\n"
+    "which any setting would change is left as it is.\n"
+    "\n"
+    "Examples:\n"
+    "  vexorcfg migrate --diff old.xml   what would change\n"
+    "  vexorcfg migrate old.xml\n"
+    "\n"
+    "Exit status: 0 done, 1 with --diff: there are differences, 3 not done.";
+
 constexpr const char* kDiffExamples =
     "Defaults, older names and other ways to write the same (sec:1 and msec:1000) do not count as\n"
     "differences, nor do options of tests that run in neither file. An entry of a list that only\n"
@@ -199,6 +259,40 @@ void AddConvert(CLI::App& app, Status& status) {
   command->add_flag("--lossy", arguments->lossy, "Replace IN itself even if a part of it is lost");
 }
 
+void AddGet(CLI::App& app, Status& status) {
+  const auto [command, arguments] = AddCommand<GetArguments>(
+      app, status, "get", "Print the values of options.", kGetExamples, Get);
+  command->add_option("FILE", arguments->file, "Configuration file; - is standard input")
+      ->required();
+  command->add_option("PATH", arguments->paths, "Paths of options, of lists or of sections")
+      ->required();
+}
+
+void AddEdit(CLI::App& app, Status& status, const char* name, const char* about,
+             const char* examples, Status (*edit)(const EditArguments&), const char* operand,
+             const char* about_operand, const char* about_force) {
+  const auto [command, arguments] =
+      AddCommand<EditArguments>(app, status, name, about, examples, edit);
+  command
+      ->add_option("FILE", arguments->file,
+                   "Configuration file; - changes standard input into standard output")
+      ->required();
+  command->add_option(operand, arguments->edits, about_operand)->required();
+  command->add_flag("--diff", arguments->diff, "Print what would change, and write nothing");
+  command->add_flag("-f,--force", arguments->force, about_force);
+}
+
+void AddRewrite(CLI::App& app, Status& status, const char* name, const char* about,
+                const char* examples, Status (*rewrite)(const RewriteArguments&)) {
+  const auto [command, arguments] =
+      AddCommand<RewriteArguments>(app, status, name, about, examples, rewrite);
+  command
+      ->add_option("FILE", arguments->files,
+                   "Configuration files; - changes standard input into standard output")
+      ->required();
+  command->add_flag("--diff", arguments->diff, "Print what would change, and write nothing");
+}
+
 void AddDiff(CLI::App& app, Status& status) {
   const auto [command, arguments] = AddCommand<DiffArguments>(
       app, status, "diff", "Compare two files by what they mean.", kDiffExamples, Diff);
@@ -231,6 +325,17 @@ std::unique_ptr<CLI::App> MakeCommandLine(Status& status) {
   AddWriter(*app, status, "defaults", "Write a configuration file of all defaults.",
             kDefaultsExamples, WriteDefaults);
   AddConvert(*app, status);
+  AddGet(*app, status);
+  AddEdit(*app, status, "set", "Set options in a file and leave everything else as it is.",
+          kSetExamples, Set, "PATH=VALUE", "Paths of options, each with its new text",
+          "Set texts that the options' grammars refuse, too");
+  AddEdit(*app, status, "unset", "Remove options, list entries or sections from a file.",
+          kUnsetExamples, Unset, "PATH", "Paths of what to remove",
+          "Remove an element with the comments in it");
+  AddRewrite(*app, status, "fix", "Mend the mistakes in files that leave no doubt.", kFixExamples,
+             Fix);
+  AddRewrite(*app, status, "migrate", "Bring older files to the current form, in place.",
+             kMigrateExamples, Migrate);
   AddDiff(*app, status);
   AddExplain(*app, status);
   AddWriter(*app, status, "reference", "Write a reference of all options, as Markdown.",

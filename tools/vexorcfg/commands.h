@@ -46,6 +46,30 @@ struct ConvertArguments {
 };
 Status Convert(const ConvertArguments& arguments);
 
+struct GetArguments {
+  std::string file;
+  std::vector<std::string> paths;
+};
+Status Get(const GetArguments& arguments);
+
+// The arguments of a command that changes a file in place.
+struct EditArguments {
+  std::string file;
+  std::vector<std::string> edits;  // PATH=VALUE, or PATH
+  bool diff = false;               // show what would change, write nothing
+  bool force = false;
+};
+Status Set(const EditArguments& arguments);
+Status Unset(const EditArguments& arguments);
+
+// The arguments of a command that changes files in place without being told what.
+struct RewriteArguments {
+  std::vector<std::string> files;
+  bool diff = false;  // show what would change, write nothing
+};
+Status Fix(const RewriteArguments& arguments);
+Status Migrate(const RewriteArguments& arguments);
+
 struct DiffArguments {
   std::string a;
   std::string b;

@@ -33,7 +33,10 @@ enum class Mend : std::int32_t {
 };
 
 struct Finding {
-  int line = 0;      // from 1; 0 for the file as a whole
+  int line = 0;          // from 1; 0 for the file as a whole
+  int column = 0;        // from 1, in characters; 0 if it is not known, as behind malformed XML
+  std::size_t at = 0;    // with a column, the first byte of the faulty part of the content,
+  std::size_t size = 0;  // and its number of bytes: the name, the text, the attribute, ...
   std::string path;  // below the root: "GLOBALPM/CORE/CSTATES/ActiveTime"; one of several elements
                      // of a name ends in its number: "[2]"
   Severity severity = Severity::kError;

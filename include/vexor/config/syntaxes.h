@@ -77,9 +77,9 @@ VEXOR_EXPORT std::optional<TextFault> CheckOptionText(const OptionInfo& option,
 // invalid texts, for an unknown syntax, and for syntaxes whose texts need no description.
 VEXOR_EXPORT std::string DescribeText(std::string_view syntax, std::string_view text);
 
-// Returns whether two texts of the named syntax mean the same: they are equal, or both are valid and
-// read as the same. An empty text means what it reads as, so "" and "Invalid" are the same time.
-// Without such a syntax, only equal texts mean the same.
+// Returns whether two texts of the named syntax mean the same: they are equal, or both are valid
+// and read as the same. An empty text means what it reads as, so "" and "Invalid" are the same
+// time. Without such a syntax, only equal texts mean the same.
 VEXOR_EXPORT bool MeanTheSame(std::string_view syntax, std::string_view a, std::string_view b);
 
 // Returns all elements and arguments that hold a text, including older names: section by section in

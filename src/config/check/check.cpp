@@ -103,6 +103,7 @@ class Checker {
 std::vector<Finding> Checker::Check(std::string_view content) {
   tinyxml2::XMLDocument document(true, tinyxml2::PRESERVE_WHITESPACE);
   if (CheckXml(content, document, findings_)) CheckDocument(document);
+  findings_.Locate(content, document);
   return std::move(findings_).Sorted();
 }
 

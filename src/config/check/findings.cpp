@@ -3,12 +3,57 @@
 #include <algorithm>
 #include <utility>
 
+#include "config/file/source_tree.h"
+#include "config/tables/sections.h"
+#include "util/text.h"
+
 namespace vexor {
+namespace {
+
+SourceRange TrimRange(const SourceTree& tree, SourceRange range) {
+  const std::string_view trimmed = TrimSpace(tree.TextOf(range));
+  if (trimmed.empty()) return range;
+  range.begin = static_cast<std::size_t>(trimmed.data() - tree.content().data());
+  range.end = range.begin + trimmed.size();
+  return range;
+}
+
+// Returns the part of an element that a finding is about.
+SourceRange FindPartOfElement(const SourceTree& tree, std::size_t element, const Finding& finding) {
+  const auto name = tree.FindAttribute(element, "name");
+  const auto value = tree.FindAttribute(element, "val");
+  const std::string_view tag = tree.TextOf(tree.NameOf(element));
+  const bool is_argument = tag == kArgumentElement && name.has_value();
+  if (finding.mend == Mend::kName || finding.mend == Mend::kMove) {
+    return is_argument && finding.mend == Mend::kName ? name->value : tree.NameOf(element);
+  }
+  if (finding.code == GetFindingRow(FindingKind::kUnknownAttribute).code) {
+    const auto attribute = tree.FindAttribute(element, finding.text);
+    if (attribute) return TrimRange(tree, attribute->range);
+  }
+  if (is_argument && value && finding.mend == Mend::kText && !value->value.IsEmpty()) {
+    return value->value;
+  }
+  const std::size_t text = tree.TextNodeOf(element);
+  const bool is_about_text =
+      finding.mend == Mend::kText ||
+      (text != 0 && TrimSpace(tree.TextOf(tree[text].range)) == finding.text);
+  if (text != 0 && is_about_text) return TrimRange(tree, tree[text].range);
+  return tree.NameOf(element);
+}
+
+SourceRange FindFaultyPart(const SourceTree& tree, std::size_t node, const Finding& finding) {
+  if (tree[node].kind != SourceNode::Kind::kElement) return TrimRange(tree, tree[node].range);
+  return FindPartOfElement(tree, node, finding);
+}
+
+}  // namespace
 
 Finding& Findings::Add(FindingKind kind, int line, std::string path, std::string_view text,
                        std::string what) {
   const FindingRow& row = GetFindingRow(kind);
   Finding& finding = findings_.emplace_back();
+  nodes_.push_back(nullptr);
   finding.line = line;
   finding.path = std::move(path);
   finding.severity = row.severity;
@@ -21,7 +66,42 @@ Finding& Findings::Add(FindingKind kind, int line, std::string path, std::string
 
 Finding& Findings::Add(FindingKind kind, const tinyxml2::XMLNode& at, const std::string& path,
                        std::string_view text, std::string what) {
-  return Add(kind, at.GetLineNum(), path, text, std::move(what));
+  Finding& finding = Add(kind, at.GetLineNum(), path, text, std::move(what));
+  nodes_.back() = &at;
+  return finding;
+}
+
+void Findings::Locate(std::string_view content, const tinyxml2::XMLDocument& document) {
+  if (findings_.empty()) return;
+  const SourceTree tree(content);
+  const SourceNodes numbers(document, tree);
+  for (std::size_t i = 0; i < findings_.size(); ++i) {
+    const std::size_t node = nodes_[i] == nullptr ? 0 : numbers.Find(nodes_[i]);
+    if (node == 0) continue;
+    const SourceRange range = FindFaultyPart(tree, node, findings_[i]);
+    findings_[i].at = range.begin;
+    findings_[i].size = range.size();
+  }
+  SetColumns(content);
+}
+
+// One pass over the content: a file may have many findings on one very long line.
+void Findings::SetColumns(std::string_view content) {
+  std::vector<Finding*> located;
+  for (Finding& finding : findings_) {
+    if (finding.size > 0) located.push_back(&finding);
+  }
+  std::ranges::sort(located, {}, &Finding::at);
+  std::size_t at = 0;
+  int column = 1;
+  for (Finding* const finding : located) {
+    for (; at < finding->at; ++at) {
+      const auto byte = static_cast<unsigned char>(content[at]);
+      const bool continues = (byte & 0xC0U) == 0x80;  // a character of UTF-8
+      column = byte == '\n' ? 1 : column + (continues ? 0 : 1);
+    }
+    finding->column = column;
+  }
 }
 
 std::vector<Finding> Findings::Sorted() && {

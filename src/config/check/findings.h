@@ -22,11 +22,17 @@ class Findings {
   Finding& Add(FindingKind kind, const tinyxml2::XMLNode& at, const std::string& path,
                std::string_view text, std::string what);
 
+  // Sets the places of all findings in the content, from which the document was made.
+  void Locate(std::string_view content, const tinyxml2::XMLDocument& document);
+
   // Returns all findings sorted by line, those of one line in the order in which they were added.
   std::vector<Finding> Sorted() &&;
 
  private:
+  void SetColumns(std::string_view content);
+
   std::vector<Finding> findings_;
+  std::vector<const tinyxml2::XMLNode*> nodes_;  // of each finding; null if it has none
 };
 
 }  // namespace vexor

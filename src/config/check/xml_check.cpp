@@ -9,27 +9,32 @@
 namespace vexor {
 
 bool CheckXml(std::string_view content, tinyxml2::XMLDocument& document, Findings& findings) {
-  const auto add = [&findings](FindingKind kind, int line, std::string_view text, std::string what,
-                               std::string expected) {
-    Finding& finding = findings.Add(kind, line, "", text, std::move(what));
+  const auto add = [&findings](FindingKind kind, int line, std::string what,
+                               std::string expected) -> Finding& {
+    Finding& finding = findings.Add(kind, line, "", "", std::move(what));
     finding.expected = std::move(expected);
-    if (finding.mend == Mend::kXml) finding.suggestion = finding.expected;
+    return finding;
+  };
+  const auto add_fault = [&add](const XmlFault& fault, std::string_view what) {
+    Finding& finding = add(fault.kind, fault.line, fault.what + std::string(what), fault.expected);
+    finding.text = fault.text;
+    finding.at = fault.at;
+    finding.size = fault.size;
+    if (finding.mend == Mend::kXml) finding.suggestion = fault.expected;
   };
   if (std::optional<XmlRefusal> refusal = ParseXmlOrExplain(content, document)) {
-    add(refusal->kind, refusal->line, "", std::move(refusal->what), std::move(refusal->expected));
+    Finding& finding =
+        add(refusal->kind, refusal->line, std::move(refusal->what), std::move(refusal->expected));
+    finding.at = refusal->at;
+    finding.size = refusal->size;
     return false;
   }
-  XmlLint lint = LintXml(content);
-  for (XmlFault& fault : lint.faults) {
+  const XmlLint lint = LintXml(content);
+  for (const XmlFault& fault : lint.faults) {
     const bool is_dropped = fault.kind == FindingKind::kDroppedXml;
-    add(fault.kind, fault.line, fault.text,
-        std::move(fault.what) + (is_dropped ? ", not read" : ", refused by other XML programs"),
-        std::move(fault.expected));
+    add_fault(fault, is_dropped ? ", not read" : ", refused by other XML programs");
   }
-  if (lint.stop) {
-    add(lint.stop->kind, lint.stop->line, "", std::move(lint.stop->what),
-        std::move(lint.stop->expected));
-  }
+  if (lint.stop) add_fault(*lint.stop, "");
   return true;
 }
 

@@ -119,7 +119,11 @@ XmlRefusal ExplainError(std::string_view content, const tinyxml2::XMLDocument& d
   // one limit that the linter does not have.
   if (document.ErrorID() != tinyxml2::XML_ELEMENT_DEPTH_EXCEEDED) {
     if (const auto stop = LintXml(content).stop) {
-      refusal = {.line = stop->line, .what = stop->what, .expected = stop->expected};
+      refusal = {.line = stop->line,
+                 .at = stop->at,
+                 .size = stop->size,
+                 .what = stop->what,
+                 .expected = stop->expected};
     }
   }
   refusal.what.insert(0, "not well-formed XML: ");

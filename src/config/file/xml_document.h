@@ -30,6 +30,8 @@ tinyxml2::XMLError ParseXmlFile(std::FILE* file, tinyxml2::XMLDocument& document
 // The reason why a file cannot be parsed.
 struct XmlRefusal {
   int line = 0;          // 0 for the file as a whole
+  std::size_t at = 0;    // the first byte of the place, if that is known
+  std::size_t size = 0;  // 0 if it is not
   std::string what;      // "not well-formed XML: the file ends before </CSTATES>"
   std::string expected;  // may be empty
   FindingKind kind = FindingKind::kMalformedXml;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cassert>
 #include <cstdint>
+#include <functional>
 #include <iterator>
 #include <utility>
 
@@ -15,6 +16,7 @@ namespace {
 using Kind = FindingKind;
 
 constexpr auto kEnd = std::string_view::npos;
+constexpr std::size_t kExcerpt = 40;  // bytes of a text that a message shows
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 std::string_view TakeBlanks(std::string_view& rest) {
@@ -44,10 +46,9 @@ std::string_view TakeName(std::string_view& rest) {
 
 // Returns the beginning of a text for a message, at most to the end of the line.
 std::string Excerpt(std::string_view text) {
-  constexpr std::size_t kLongest = 40;
-  text = text.substr(0, kLongest + 1);
+  text = text.substr(0, kExcerpt + 1);
   text = text.substr(0, text.find_first_of("\r\n"));
-  return std::string(text.substr(0, kLongest)).append(text.size() > kLongest ? "..." : "");
+  return std::string(text.substr(0, kExcerpt)).append(text.size() > kExcerpt ? "..." : "");
 }
 
 std::string Tag(std::string_view opening, std::string_view name) {
@@ -119,7 +120,15 @@ class Linter {
   void Pass(std::size_t size);
   void PassTo(std::string_view rest) { Pass(Rest().size() - rest.size()); }
 
-  void AddAt(FindingKind kind, int line, std::string_view text, std::string what,
+  // The bytes that a fault is about.
+  struct Place {
+    int line;
+    std::size_t at;
+    std::size_t size;
+  };
+
+  [[nodiscard]] Place PlaceOf(std::string_view text) const;
+  void AddAt(FindingKind kind, const Place& place, std::string_view text, std::string what,
              std::string expected = {});
   void Add(FindingKind kind, std::string_view text, std::string what, std::string expected = {});
   void AddDropped(std::string_view text, std::string what);
@@ -180,28 +189,45 @@ void Linter::Pass(std::size_t size) {
   assert(at_ <= content_.size());
 }
 
+// Returns the bytes of an excerpt of the text if it is a part of the content; else those at the
+// current place.
+Linter::Place Linter::PlaceOf(std::string_view text) const {
+  const std::less_equal<> is_not_behind;
+  const bool is_part = is_not_behind(content_.data(), text.data()) &&
+                       is_not_behind(text.data() + text.size(), content_.data() + content_.size());
+  const std::string_view part = is_part ? text : Rest().substr(0, text.size());
+  const auto at = static_cast<std::size_t>(part.data() - content_.data());
+  return {line_, at, std::min(part.find_first_of("\r\n"), std::min(part.size(), kExcerpt))};
+}
+
 // Reports a fault once for each line.
-void Linter::AddAt(FindingKind kind, int line, std::string_view text, std::string what,
+void Linter::AddAt(FindingKind kind, const Place& place, std::string_view text, std::string what,
                    std::string expected) {
-  XmlFault fault{line, Excerpt(text), std::move(what), std::move(expected), kind};
+  XmlFault fault{place.line,          place.at, place.size, Excerpt(text), std::move(what),
+                 std::move(expected), kind};
   if (!lint_.faults.empty()) {
     const XmlFault& last = lint_.faults.back();
-    if (last.line == line && last.what == fault.what) return;
+    if (last.line == place.line && last.what == fault.what) return;
   }
   lint_.faults.push_back(std::move(fault));
 }
 
 void Linter::Add(FindingKind kind, std::string_view text, std::string what, std::string expected) {
-  AddAt(kind, line_, text, std::move(what), std::move(expected));
+  Place place = PlaceOf(text);
+  if (kind == Kind::kUnescaped) place.size = text.starts_with("]]>") ? 3 : 1;
+  AddAt(kind, place, text, std::move(what), std::move(expected));
 }
 
 // Reported each time, unlike other faults: each is a loss of data.
 void Linter::AddDropped(std::string_view text, std::string what) {
-  lint_.faults.push_back({line_, Excerpt(text), std::move(what), {}, Kind::kDroppedXml});
+  const Place place = PlaceOf(text);
+  lint_.faults.push_back(
+      {place.line, place.at, place.size, Excerpt(text), std::move(what), {}, Kind::kDroppedXml});
 }
 
 void Linter::Stop(std::string what, std::string expected) {
-  lint_.stop = {line_, {}, std::move(what), std::move(expected), Kind::kUnreadRest};
+  const std::size_t size = std::min<std::size_t>(1, Rest().size());
+  lint_.stop = {line_, at_, size, {}, std::move(what), std::move(expected), Kind::kUnreadRest};
 }
 
 // Checks "<?xml version="1.0" encoding="UTF-8"?>", which is only valid at the start.
@@ -510,16 +536,19 @@ void Linter::LintCharacters() {
     if (rest.front() == '\n') ++line;
     const auto byte = static_cast<unsigned char>(rest.front());
     Utf8Character c{.value = byte, .size = 1};
+    const std::size_t at = content_.size() - rest.size();
     if (byte > 127) {
       const bool is_utf8 = encoding_ == Encoding::kUtf8;
       if (is_utf8) c = DecodeUtf8(rest);
       if (!is_utf8 || c.size == 0) {
-        if (++invalid_bytes == 1) first = {line, FormatHex("0x", 2, byte), {}, {}, Kind::kEncoding};
+        if (++invalid_bytes == 1) {
+          first = {line, at, 1, FormatHex("0x", 2, byte), {}, {}, Kind::kEncoding};
+        }
         c = {.value = ' ', .size = 1};
       }
     }
     if (!IsXmlCharacter(c.value)) {
-      AddAt(Kind::kForbiddenCharacter, line, FormatHex("U+", 4, c.value),
+      AddAt(Kind::kForbiddenCharacter, {line, at, c.size}, FormatHex("U+", 4, c.value),
             "character that XML forbids");
     }
     assert(c.size > 0);  // invalid UTF-8 was replaced above

@@ -16,6 +16,8 @@ namespace vexor {
 
 struct XmlFault {
   int line = 0;
+  std::size_t at = 0;    // of the first byte
+  std::size_t size = 0;  // in bytes
   std::string text;      // the text at fault; may be empty
   std::string what;      // "bare &"
   std::string expected;  // "&amp;"; may be empty

@@ -1,6 +1,4 @@
-#include "vexor/config/describe.h"
-
-#include <tinyxml2.h>
+#include "config/model/describe.h"
 
 #include <algorithm>
 #include <memory>
@@ -48,8 +46,8 @@ bool HasText(const XMLElement* element) { return element != nullptr && !TextOf(*
 // because the records do not show which element gave one entry or two.
 class Describer {
  public:
-  Describer(const FullRecords& records, Description& description)
-      : records_(records), description_(description) {}
+  Describer(const FullRecords& records, DescribedDocument& described)
+      : records_(records), described_(described), description_(described.description) {}
 
   void Describe(const tinyxml2::XMLDocument& document, const XMLElement& root);
 
@@ -87,6 +85,7 @@ class Describer {
                          const std::string& path);
 
   const FullRecords& records_;
+  DescribedDocument& described_;
   Description& description_;
   ReadMarks read_;
   std::unordered_set<const XMLElement*> arguments_;  // the elements whose children are arguments
@@ -114,6 +113,7 @@ void Describer::Add(const std::string& path, std::string_view value, Origin orig
   setting.path = path;
   setting.value = value;
   setting.origin = origin;
+  described_.sources.push_back(element);
   if (element == nullptr) return;
   setting.line = element->GetLineNum();
   const std::string_view text = ReadText(*element);
@@ -354,28 +354,23 @@ void AddWhatIsNotParsed(std::string_view content, std::vector<Unread>& unread) {
 
 }  // namespace
 
-Description DescribeXMLConfigText(std::string_view content) {
-  return DescribeXMLConfigText(content, {});
-}
-
-Description DescribeXMLConfigText(std::string_view content,
-                                  const std::vector<_PM_TEST_CONFIG_NODE>& overrides) {
-  Description description;
-  tinyxml2::XMLDocument document(true, tinyxml2::PRESERVE_WHITESPACE);
-  if (const std::optional<XmlRefusal> refusal = ParseXmlOrExplain(content, document)) {
+void DescribeDocument(std::string_view content, const std::vector<_PM_TEST_CONFIG_NODE>& overrides,
+                      DescribedDocument& described) {
+  Description& description = described.description;
+  if (const std::optional<XmlRefusal> refusal = ParseXmlOrExplain(content, described.document)) {
     description.error = refusal->what;
     if (!refusal->expected.empty()) description.error += ", expected " + refusal->expected;
     description.error_line = refusal->line;
-    return description;
+    return;
   }
-  const XMLElement* const root = FindRoot(document);
+  const XMLElement* const root = FindRoot(described.document);
   if (root == nullptr) {
-    const XMLElement* const other = document.FirstChildElement();
+    const XMLElement* const other = described.document.FirstChildElement();
     description.error = "no root element VEXOR";
-    if (other == nullptr) return description;
+    if (other == nullptr) return;
     description.error = "wrong root " + ShortenName(other->Name()) + ", expected VEXOR";
     description.error_line = other->GetLineNum();
-    return description;
+    return;
   }
   const auto records = std::make_unique<FullRecords>();
   ResetVexorXmlConfiguration(records->config);
@@ -387,13 +382,23 @@ Description DescribeXMLConfigText(std::string_view content,
     ReadSections(*root, records->config);
   } catch (const std::out_of_range&) {
     ExplainTraces(*root, description);
-    return description;
+    return;
   }
   for (const _PM_TEST_CONFIG_NODE& node : overrides) ApplyTestOptions(records->config, node);
   GetWorkLoadsXML(records->workloads, root);
-  Describer(*records, description).Describe(document, *root);
+  Describer(*records, described).Describe(described.document, *root);
   AddWhatIsNotParsed(content, description.unread);
-  return description;
+}
+
+Description DescribeXMLConfigText(std::string_view content) {
+  return DescribeXMLConfigText(content, {});
+}
+
+Description DescribeXMLConfigText(std::string_view content,
+                                  const std::vector<_PM_TEST_CONFIG_NODE>& overrides) {
+  DescribedDocument described;
+  DescribeDocument(content, overrides, described);
+  return std::move(described.description);
 }
 
 }  // namespace vexor

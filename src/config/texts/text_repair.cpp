@@ -30,8 +30,9 @@ constexpr HintCorrection kHintCorrections[] = {
 
 // Other common names of true and false.
 constexpr std::pair<std::string_view, std::string_view> kSwitchNames[] = {
-    {"yes", "true"}, {"on", "true"},   {"1", "true"},  {"enable", "true"},   {"enabled", "true"},
-    {"no", "false"}, {"off", "false"}, {"0", "false"}, {"disable", "false"}, {"disabled", "false"}};
+    {"true", "true"}, {"false", "false"}, {"yes", "true"},      {"on", "true"},
+    {"1", "true"},    {"enable", "true"}, {"enabled", "true"},  {"no", "false"},
+    {"off", "false"}, {"0", "false"},     {"disable", "false"}, {"disabled", "false"}};
 
 // Invisible characters that come with text copied from a document: no-break space, zero-width
 // space, byte-order mark.
@@ -89,7 +90,7 @@ std::string Trim(const OptionRow& /*option*/, Text text) { return std::string(Tr
 std::string NameSwitch(const OptionRow& option, Text text) {
   if (option.syntax != Syntax::kBoolean) return {};
   for (const auto& [name, value] : kSwitchNames) {
-    if (EqualsIgnoreCase(name, text)) return std::string(value);
+    if (EqualsIgnoreCase(name, TrimSpace(text))) return std::string(value);
   }
   return {};
 }
