@@ -234,13 +234,15 @@ std::vector<ErrorTag> GetErrorTags(VEXOR_PM_TEST_ID test, unsigned int code) {
 }
 
 std::vector<ErrorTag> ListErrorTags(VEXOR_PM_TEST_ID test) {
+  const std::span<const TestRule> rules = RulesOf(test);
   std::vector<ErrorTag> tags;
+  tags.reserve(kSystemRules.size() + 1 + kConfigRules.size() + rules.size());
   for (const Rule& rule : kSystemRules) tags.push_back({.tag = rule.tag, .bits = rule.bits});
   tags.push_back({.tag = kConfigTag, .bits = kConfig});
   for (const Rule& rule : kConfigRules) {
     tags.push_back({.tag = rule.tag, .bits = kConfig | rule.bits});
   }
-  for (const TestRule& rule : RulesOf(test)) tags.push_back({.tag = rule.tag, .bits = rule.bits});
+  for (const TestRule& rule : rules) tags.push_back({.tag = rule.tag, .bits = rule.bits});
   return tags;
 }
 

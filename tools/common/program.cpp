@@ -120,7 +120,7 @@ CLI::Validator OneOf(const std::vector<std::string>& words) {
   };
   std::string description;  // becomes a part of the type's name, where WordsOf finds it
   for (const std::string& word : words) description += (description.empty() ? "" : ",") + word;
-  return CLI::Validator(check, description);
+  return {check, description};
 }
 
 std::vector<std::string> WordsOf(const CLI::Option& option) {

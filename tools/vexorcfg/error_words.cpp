@@ -29,6 +29,7 @@ std::vector<VEXOR_PM_TEST_ID> AllTests() {
 
 std::vector<std::string> NamesOf(const std::vector<TagUse>& tags) {
   std::vector<std::string> names;
+  names.reserve(tags.size());
   for (const TagUse& tag : tags) names.push_back(tag.tag);
   return names;
 }

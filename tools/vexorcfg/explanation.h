@@ -80,6 +80,6 @@ Status StatusOf(const Explanation& explanation);
 std::string_view NameOf(const vexor::OptionInfo& option);
 std::string_view PlaceOf(const vexor::OptionInfo& option);
 
-void PrintExplanation(const Explanation& explanation);
+void PrintExplanation(const Explanation& found);
 
 }  // namespace tools::vexorcfg

@@ -187,6 +187,7 @@ void PrintOption(const std::vector<const OptionInfo*>& alike) {
 
 void PrintOptionsAlike(const std::vector<OptionInfo>& all) {
   std::vector<const OptionInfo*> options;
+  options.reserve(all.size());
   for (const OptionInfo& option : all) options.push_back(&option);
   bool is_first = true;
   while (!options.empty()) {
