@@ -223,7 +223,7 @@ void AddShow(CLI::App& app, Status& status) {
   command->add_option("FILE", arguments->file, "Configuration file; - is standard input")
       ->required();
   CLI::Option* const overrides = command->add_option(
-      "OPTION", arguments->overrides,
+      "ARGUMENT", arguments->overrides,
       "Test options of a command line, after --: print what they change, and their mistakes");
   CLI::Option* const tests =
       command->add_flag("--tests", arguments->tests, "Print only the tests that run");
