@@ -224,7 +224,7 @@ std::vector<SourceAttribute> SourceTree::AttributesOf(std::size_t element) const
   std::vector<SourceAttribute> attributes;
   for (std::size_t at = NameOf(element).end; at < nodes_[element].content.begin;) {
     const std::size_t begin = content_.find_first_not_of(kBlanks, at);
-    const std::size_t equals = content_.find('=', begin);
+    [[maybe_unused]] const std::size_t equals = content_.find('=', begin);
     const std::size_t quote = content_.find_first_of("\"'", begin);
     if (content_[begin] == '/' || content_[begin] == '>') break;
     assert(equals < quote && quote < content_.size());
