@@ -126,6 +126,8 @@ std::vector<CodeRow> Rows() {
       {"VX054", "list without Specific:", Cstates("<PkgAffinity>0,1</PkgAffinity>"), Mend::kText,
        "Specific:0,1"},
       {"VX055", "unknown knob", Cstates("<KNOBS>Randm</KNOBS>"), Mend::kText, "Random"},
+      {"VX056", "wrong allow comment", Document("<!-- vexorcfg: allow VX999 -->")},
+      {"VX057", "allow comment without effect", Document("<!-- vexorcfg: allow VX019 -->")},
   };
 }
 
@@ -154,6 +156,49 @@ TEST(FindingCodes, KeepTheirMeaning) {
     EXPECT_EQ(found->mend, rows[i].mend) << rows[i].code;
     EXPECT_EQ(found->suggestion + found->belongs_in, rows[i].repair) << rows[i].code;
   }
+}
+
+// The codes and lines of the findings, those that are allowed in brackets.
+std::string Codes(const std::string& document) {
+  std::string codes;
+  for (const Finding& finding : vexor::CheckXMLConfigText(document, {.with_allowed = true})) {
+    if (finding.code == "VX034") continue;
+    const std::string code =
+        std::string(finding.code.substr(2)) + ":" + std::to_string(finding.line);
+    codes += (codes.empty() ? "" : " ") + (finding.is_allowed ? "(" + code + ")" : code);
+  }
+  return codes;
+}
+
+TEST(FindingCodes, CommentsAllowFindingsInTheElementThatFollows) {
+  const std::string allow = "<!-- vexorcfg: allow VX019 -->";
+  const std::string cstates = "<GLOBALPM><CORE>\n<CSTATES>\n<A/></CSTATES>\n";
+  const std::string rest = "<HWP>\n<B/></HWP></CORE></GLOBALPM>";
+  const std::pair<std::string, std::string> cases[] = {
+      {Document(cstates + rest), "019:3 019:5"},
+      {Document(cstates + allow + rest), "019:3 (019:5)"},
+      {Document("<GLOBALPM>" + allow + cstates.substr(10) + rest), "(019:3) (019:5)"},
+      {Document("\n<LoopTracker>x" + allow + "</LoopTracker>" + cstates + rest),
+       "046:2 057:2 019:4 019:6"},
+      {allow + Document(cstates + rest), "(019:3) (019:5)"},
+      {"<VEXOR> <!-- a -->" + allow + Document(cstates + rest).substr(7), "(019:3) (019:5)"},
+      {Document(allow + cstates + rest), "(019:3) (019:5)"},
+      {Document(cstates + rest + allow), "019:3 019:5 057:5"},
+      {Document(cstates + rest) + allow, "019:3 019:5 057:5"},
+      {Document("\n<!--vexorcfg:allow vx019,VX054\n, VX046-->" + cstates + rest),
+       "057:2 057:2 (019:5) (019:7)"},
+      {Document("\n<!-- vexorcfg: allow VX057 -->" + cstates + allow + "<HWP/></CORE></GLOBALPM>"),
+       "019:4 (057:5)"},
+      {Document("\n<!-- vexorcfg: alow VX019 --><A/><!--vexorcfg: allow--><!-- allow VX019 -->"),
+       "019:2 056:2 056:2"},
+      {Document("\n<!-- vexorcfg: allow VX004 -->"), "056:2"},
+      {"<!-- vexorcfg: allow VX004 VX016 VX018 --><VEXOR>", "004:1"},
+      {"<!-- vexorcfg: allow VX006, VX016 -->\n<VEXOR/></a>", "056:1 006:2 (016:2)"},
+      // Faults in the text of the file are known by line.
+      {Document("<A/>\n<!-- vexorcfg: allow VX008 -->\n<LoopTracker>\n\n&</LoopTracker>\n<A/>&"),
+       "019:1 046:3 (008:5) 008:6 026:6 019:6"},
+  };
+  for (const auto& [document, codes] : cases) EXPECT_EQ(Codes(document), codes) << document;
 }
 
 // What is wrong with these is not certain, so that no program may repair them.

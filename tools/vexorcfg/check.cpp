@@ -34,7 +34,7 @@ class Report {
       : arguments_(arguments), colours_(!arguments.json && UsesColours()) {}
 
   void Add(const FoundFile& file) {
-    const vexor::CheckLimits limits{.most_bytes = arguments_.max_size << 20U};
+    const vexor::CheckLimits limits{.most_bytes = arguments_.max_size << 20U, .with_allowed = true};
     Input input = file.failure.empty() ? ReadInput(file.path, limits.most_bytes)
                                        : Input{NameFile(file.path), "", file.failure};
     if (input.content.size() > limits.most_bytes) input.failure += " (see --max-size)";
@@ -74,6 +74,10 @@ class Report {
   }
 
   void AddFinding(const std::string& file, const Finding& finding) {
+    if (finding.is_allowed) {
+      ++allowed_;
+      return;
+    }
     ++counts_.at(static_cast<std::size_t>(finding.severity));
     if (finding.severity == Severity::kNote && !arguments_.notes) return;
     if (arguments_.json) {
@@ -117,8 +121,8 @@ class Report {
     std::cout << R"({"format": "vexorcfg check", "version": 1, "status": )" << GetStatus()
               << ",\n \"errors\": " << CountOf(Severity::kError)
               << ", \"warnings\": " << CountOf(Severity::kWarning)
-              << ", \"notes\": " << CountOf(Severity::kNote) << ", \"unread\": " << unread_
-              << ",\n \"files\": [" << json_ << "]}\n";
+              << ", \"notes\": " << CountOf(Severity::kNote) << ", \"allowed\": " << allowed_
+              << ", \"unread\": " << unread_ << ",\n \"files\": [" << json_ << "]}\n";
   }
 
   void PrintVerdict() const {
@@ -140,9 +144,12 @@ class Report {
     if (errors + warnings == 0) add("no faults");
     if (warnings > 0 && arguments_.strict) verdict += ", which count as errors";
     if (unread_ > 0) add(Count(unread_, "file") + " not checked");
+    std::string more;
+    if (allowed_ > 0) more = std::to_string(allowed_) + " allowed";
     if (notes > 0 && !arguments_.notes) {
-      verdict.append(" (").append(Count(notes, "note")).append(" with --notes)");
+      more.append(more.empty() ? "" : ", ").append(Count(notes, "note")).append(" with --notes");
     }
+    if (!more.empty()) verdict.append(" (").append(more).append(")");
     return verdict;
   }
 
@@ -164,6 +171,7 @@ class Report {
   std::array<std::size_t, 3> counts_{};
   std::size_t files_ = 0;
   std::size_t unread_ = 0;
+  std::size_t allowed_ = 0;
 };
 
 }  // namespace

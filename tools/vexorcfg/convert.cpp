@@ -21,7 +21,7 @@ namespace {
 constexpr std::string_view kNotCarried = "Not carried:";
 
 // Without a limit of size: the file was read already.
-constexpr vexor::CheckLimits kNoLimits{.most_bytes = std::string::npos};
+constexpr vexor::CheckLimits kNoLimits{.most_bytes = std::string::npos, .with_allowed = true};
 
 using vexor::Description;
 using vexor::Finding;

@@ -224,6 +224,9 @@ void PrintFindings(const std::vector<vexor::FindingCode>& codes) {
   const vexor::FindingCode& row = codes.front();
   std::cout << row.code << ": " << row.title << " (" << NameOf(row.severity) << ")\n  " << row.about
             << '\n';
+  if (!row.can_be_allowed) return;
+  std::cout << "  Where it is meant so, write in front of the element:  <!-- vexorcfg: allow "
+            << row.code << " -->\n";
 }
 
 // Prints the parts of an explanation, each below a title if there are several.

@@ -45,6 +45,7 @@ struct Finding {
   std::string expected;        // what would be valid; may be empty
   std::string suggestion;      // the text that was probably meant; may be empty
   bool is_older_form = false;  // valid in older versions, and read as its current form
+  bool is_allowed = false;     // by a comment such as <!-- vexorcfg: allow VX019 -->
   std::string_view code;       // of its kind: "VX019"; never changes its meaning
   Mend mend = Mend::kNone;     // other than kNone only where suggestion or belongs_in is sure
   std::string belongs_in;      // the only element that a misplaced one may stand in, as a path:
@@ -57,18 +58,22 @@ struct FindingCode {
   std::string_view title;  // a few words: "unknown element"
   std::string_view about;  // a few sentences: what the reader does, and what to do about it
   Severity severity = Severity::kError;  // the usual one; findings of a kind may be milder
+  bool can_be_allowed = true;            // by a comment; not where reading ends
 };
 
 struct CheckLimits {
   std::size_t most_bytes = std::size_t{64} << 20U;  // longer files are not read
+  bool with_allowed = false;  // also return the findings that a comment in the file allows
 };
 
 // Checks the file at `path` and returns the findings in the order of their lines; none if nothing
 // is wrong. Checks the XML (also for what only other programs refuse), the root element and the
 // version, unknown, misplaced, repeated and older elements, and each option's text by the grammar
 // of its parser. A file that cannot be read, is longer than the limit or is not XML gives one
-// finding. Takes time linear in the size of the file. Throws only std::bad_alloc. Any thread may
-// call.
+// finding. A comment such as <!-- vexorcfg: allow VX019, VX054 --> allows the findings of these
+// codes in the element that follows it, and as the first content of the root or in front of it in
+// the whole file; only a file that cannot be read is reported in any case. Takes time linear in the
+// size of the file. Throws only std::bad_alloc. Any thread may call.
 VEXOR_EXPORT std::vector<Finding> CheckXMLConfig(const std::string& path,
                                                  const CheckLimits& limits = {});
 

@@ -5,9 +5,11 @@
 #include <algorithm>
 #include <cassert>
 #include <fstream>
+#include <functional>
 #include <memory>
 #include <utility>
 
+#include "config/check/allowances.h"
 #include "config/check/content_check.h"
 #include "config/check/findings.h"
 #include "config/check/system_check.h"
@@ -102,7 +104,10 @@ class Checker {
 
 std::vector<Finding> Checker::Check(std::string_view content) {
   tinyxml2::XMLDocument document(true, tinyxml2::PRESERVE_WHITESPACE);
-  if (CheckXml(content, document, findings_)) CheckDocument(document);
+  if (CheckXml(content, document, findings_)) {
+    CheckDocument(document);
+    Allowances(document, findings_).Apply(findings_);
+  }
   findings_.Locate(content, document);
   return std::move(findings_).Sorted();
 }
@@ -425,7 +430,9 @@ std::vector<Finding> CheckXMLConfigText(std::string_view content, const CheckLim
     return OneFinding(FindingKind::kLargeFile, "", "not checked: larger than " + most + " bytes",
                       "");
   }
-  return std::make_unique<Checker>()->Check(content);
+  std::vector<Finding> findings = std::make_unique<Checker>()->Check(content);
+  if (!limits.with_allowed) std::erase_if(findings, std::mem_fn(&Finding::is_allowed));
+  return findings;
 }
 
 std::vector<Finding> CheckXMLConfig(const std::string& path, const CheckLimits& limits) {

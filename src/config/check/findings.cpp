@@ -116,7 +116,7 @@ std::vector<Finding> Findings::Sorted() && {
 std::vector<FindingCode> GetFindingCodes() {
   std::vector<FindingCode> codes;
   for (const FindingRow& row : kFindingKinds) {
-    codes.push_back({row.code, row.title, row.about, row.severity});
+    codes.push_back({row.code, row.title, row.about, row.severity, !row.ends_reading});
   }
   return codes;
 }

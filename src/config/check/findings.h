@@ -25,6 +25,18 @@ class Findings {
   // Sets the places of all findings in the content, from which the document was made.
   void Locate(std::string_view content, const tinyxml2::XMLDocument& document);
 
+  // Marks each finding for which `is_allowed` returns true. Its arguments are the finding and its
+  // node, which is null for one that has only a line.
+  template <class IsAllowed>
+  void Allow(IsAllowed is_allowed) {
+    for (std::size_t i = 0; i < findings_.size(); ++i) {
+      Finding& finding = findings_[i];
+      const bool can_be_allowed = !FindFindingRow(finding.code)->ends_reading;
+      if (can_be_allowed && !finding.is_allowed)
+        finding.is_allowed = is_allowed(finding, nodes_[i]);
+    }
+  }
+
   // Returns all findings sorted by line, those of one line in the order in which they were added.
   std::vector<Finding> Sorted() &&;
 

@@ -78,6 +78,9 @@ enum class FindingKind : std::uint8_t {
   kFalseForm,
   kListAlone,
   kUnknownKnob,
+  // Comments that allow findings.
+  kWrongAllowance,
+  kIdleAllowance,
 };
 
 struct FindingRow {
@@ -87,27 +90,34 @@ struct FindingRow {
   std::string_view about;  // what the reader does, and what to do about it
   Severity severity = Severity::kError;
   Mend mend = Mend::kNone;
+  bool ends_reading = false;  // the reader rejects the file here, so that it cannot be allowed
 };
 
 // clang-format off
 inline constexpr auto kFindingKinds = std::to_array<FindingRow>({
     {.kind = FindingKind::kUnreadableFile, .code = "VX001", .title = "file cannot be read",
-     .about = "The file does not exist, is a folder, or the system refuses access to it."},
+     .about = "The file does not exist, is a folder, or the system refuses access to it.",
+     .ends_reading = true},
     {.kind = FindingKind::kLargeFile, .code = "VX002", .title = "file larger than the limit",
      .about = "The file is larger than the limit of the check, so it was not checked. Raise the "
-              "limit if it is a configuration."},
+              "limit if it is a configuration.",
+     .ends_reading = true},
     {.kind = FindingKind::kForeignFile, .code = "VX003", .title = "not a configuration file",
      .about = "The file is empty or of another kind, such as UTF-16 text, JSON or an archive. The "
-              "reader rejects it. Save it as XML in UTF-8."},
+              "reader rejects it. Save it as XML in UTF-8.",
+     .ends_reading = true},
     {.kind = FindingKind::kMalformedXml, .code = "VX004", .title = "not well-formed XML",
      .about = "The structure of the XML is broken at this place. The reader rejects the whole "
-              "file."},
+              "file.",
+     .ends_reading = true},
     {.kind = FindingKind::kXmlLimit, .code = "VX005", .title = "XML beyond a limit",
      .about = "The file has more attributes in one element, or more unterminated character "
-              "references, than the reader accepts. It rejects the whole file."},
+              "references, than the reader accepts. It rejects the whole file.",
+     .ends_reading = true},
     {.kind = FindingKind::kUnreadRest, .code = "VX006", .title = "rest of the file not read",
      .about = "A closing tag without an opening tag, or a zero byte, ends the file for the reader. "
-              "Everything behind it is ignored."},
+              "Everything behind it is ignored.",
+     .ends_reading = true},
     {.kind = FindingKind::kDroppedXml, .code = "VX007", .title = "XML that is dropped",
      .about = "The reader drops this piece without an error: a character reference that has no "
               "character, or an attribute in a closing tag."},
@@ -285,6 +295,16 @@ inline constexpr auto kFindingKinds = std::to_array<FindingRow>({
      .about = "The test is not known to have this knob. A warning if a known one is similar, "
               "otherwise a note, because it may be one of your own.",
      .severity = Severity::kNote, .mend = Mend::kText},
+
+    {.kind = FindingKind::kWrongAllowance, .code = "VX056", .title = "wrong allow comment",
+     .about = "A comment for this tool is <!-- vexorcfg: allow VX019 -->, with one or more codes "
+              "separated by blanks or commas. What stands here is not followed.",
+     .severity = Severity::kWarning},
+    {.kind = FindingKind::kIdleAllowance, .code = "VX057",
+     .title = "allow comment without effect",
+     .about = "There is no finding of this code in the element that follows the comment, so the code "
+              "can be removed from it.",
+     .severity = Severity::kNote},
 });
 // clang-format on
 
@@ -303,7 +323,7 @@ constexpr bool AreNumbered() {
 }
 
 static_assert(AreInOrder(kFindingKinds, &FindingRow::kind));
-static_assert(static_cast<std::size_t>(FindingKind::kUnknownKnob) + 1 == kFindingKinds.size());
+static_assert(static_cast<std::size_t>(FindingKind::kIdleAllowance) + 1 == kFindingKinds.size());
 static_assert(AreNumbered());
 
 constexpr const FindingRow& GetFindingRow(FindingKind kind) {
