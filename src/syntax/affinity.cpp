@@ -148,6 +148,22 @@ std::optional<Fault> CheckAffinity(AffinityText (*split)(std::string_view, Fault
   return note.First();
 }
 
+std::optional<Fault> DoubtAffinity(AffinityText (*split)(std::string_view, FaultNote&),
+                                   std::string_view text) {
+  FaultNote note(text);
+  const AffinityText affinity = split(text, note);
+  if (affinity.numbers.empty()) return std::nullopt;
+  if (affinity.mode == kAffinityAll) {
+    return Fault{.what = "numbers alone, which mean All",
+                 .expected = "Specific: in front of the numbers, or All",
+                 .kind = FaultKind::kListAlone};
+  }
+  const std::string_view repeated = FindRepeatedNumber(affinity.numbers);
+  if (affinity.mode != kAffinitySpecific || repeated.empty()) return std::nullopt;
+  note.At(repeated, "number that stands twice", "each number once", FaultKind::kRepeatedItem);
+  return note.First();
+}
+
 }  // namespace
 
 constinit const Expectation kPkgAffinityWords = kOneOf<kPkgModes>;
@@ -166,11 +182,16 @@ std::optional<Fault> CheckThreadAffinity(std::string_view text) {
   return CheckAffinity(SplitThreadAffinity, text);
 }
 
-std::optional<Fault> DoubtListAlone(std::string_view text) {
-  if (text.empty() || !IsDecDigit(text.front())) return std::nullopt;
-  return Fault{.what = "numbers alone, which mean All",
-               .expected = "Specific: in front of the numbers, or All",
-               .kind = FaultKind::kListAlone};
+std::optional<Fault> DoubtPkgAffinity(std::string_view text) {
+  return DoubtAffinity(SplitPkgAffinity, text);
+}
+
+std::optional<Fault> DoubtUnitAffinity(std::string_view text) {
+  return DoubtAffinity(SplitUnitAffinity, text);
+}
+
+std::optional<Fault> DoubtThreadAffinity(std::string_view text) {
+  return DoubtAffinity(SplitThreadAffinity, text);
 }
 
 }  // namespace vexor

@@ -50,6 +50,9 @@ std::optional<Fault> CheckDuration(std::string_view text);
 // For `ParseExeCycleTimeType`.
 std::optional<Fault> CheckExeCycles(std::string_view text);
 
+// Reports a length of zero.
+std::optional<Fault> DoubtExeCycles(std::string_view text);
+
 // Affinities. Empty text means "All".
 
 // For `ParsePkgAffinity`.
@@ -64,9 +67,11 @@ extern const Expectation kUnitAffinityWords;
 std::optional<Fault> CheckThreadAffinity(std::string_view text);
 extern const Expectation kThreadAffinityWords;
 
-// Reports an affinity of packages or units that is a list without "Specific:": the numbers are
-// read, but the mode is "All".
-std::optional<Fault> DoubtListAlone(std::string_view text);
+// These report a number that stands twice behind "Specific:". Of packages and units they also
+// report a list without "Specific:": the numbers are read, but the mode is "All".
+std::optional<Fault> DoubtPkgAffinity(std::string_view text);
+std::optional<Fault> DoubtUnitAffinity(std::string_view text);
+std::optional<Fault> DoubtThreadAffinity(std::string_view text);
 
 // C-states.
 
@@ -86,10 +91,16 @@ std::optional<Fault> CheckPerCStateNumbers(std::string_view text);
 // For `ParsePerCStateSetting` for lists of numbers, which are decimal unless they begin with "0x".
 std::optional<Fault> CheckPerCStateLists(std::string_view text);
 
+// Reports an item of either that later items replace, in all states that it is for.
+std::optional<Fault> DoubtPerCStateItems(std::string_view text);
+
 // Device states.
 
 // For `ParseIceState`. "None" is valid: no state is requested.
 std::optional<Fault> CheckIceStates(std::string_view text);
+
+// Reports a list of several states.
+std::optional<Fault> DoubtIceStates(std::string_view text);
 extern const Expectation kIceStateWords;
 
 // For `ParseExeIceSleepStates`.
@@ -119,6 +130,9 @@ std::optional<Fault> CheckTurboActivationRatios(std::string_view text);
 
 // For `ParseScope`.
 std::optional<Fault> CheckScope(std::string_view text);
+
+// Reports a scope of 0 % at all levels.
+std::optional<Fault> DoubtScope(std::string_view text);
 
 // For `ParseRatioSpread`.
 std::optional<Fault> CheckRatioBytes(std::string_view text);
@@ -182,5 +196,8 @@ std::optional<Fault> CheckPeciPciConfigs(std::string_view text);
 std::optional<Fault> DoubtKnobs(std::string_view text, std::span<const std::string_view> own);
 std::optional<Fault> DoubtKnobs(std::string_view text);
 extern const Expectation kKnobWords;  // the knobs that a command line can switch
+
+// Reports an item of a list of words that equals an earlier one.
+std::optional<Fault> DoubtRepeatedWord(std::string_view text);
 
 }  // namespace vexor

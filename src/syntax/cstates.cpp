@@ -9,6 +9,7 @@
 #include <stdexcept>
 #include <system_error>
 #include <utility>
+#include <vector>
 
 #include "syntax/checks.h"
 #include "syntax/fault_note.h"
@@ -223,6 +224,26 @@ std::optional<Fault> CheckPerCStateNumbers(std::string_view text) {
 std::optional<Fault> CheckPerCStateLists(std::string_view text) {
   FaultNote note(text);
   ReadLists(text, nullptr, NumberBase::kDecimal, note);
+  return note.First();
+}
+
+std::optional<Fault> DoubtPerCStateItems(std::string_view text) {
+  FaultNote note(text);
+  std::vector<std::string_view> items;
+  std::array<const char*, kCstates.size()> winners{};  // the item that counts, by the state's row
+  std::string_view rest = text;
+  for (std::string_view item; TakeFilledItem(rest, ';', item);) {
+    items.push_back(item);
+    const auto name = SplitSetting(item).name;
+    for (std::size_t i = 0; i < kCstates.size(); ++i) {
+      const bool applies = !name || kCstates[i].name == *name;
+      if (kCstates[i].number != 0 && applies) winners[i] = item.data();
+    }
+  }
+  for (const std::string_view item : items) {
+    if (std::ranges::find(winners, item.data()) != winners.end()) continue;
+    note.At(item, "replaced by a later item", "one item for each state", FaultKind::kReplacedItem);
+  }
   return note.First();
 }
 

@@ -31,6 +31,10 @@ enum class FaultKind : std::uint8_t {
   kReadsAsFalse,
   kFalseForm,  // reads as false, but is not written so
   kListAlone,  // numbers without a keyword, which select all
+  kNothing,    // nothing runs, or nothing takes part
+  kRepeatedItem,
+  kReplacedItem,  // by a later item
+  kOneOfSeveral,  // a list of which one item is read
 };
 
 struct Fault {

@@ -69,6 +69,17 @@ std::optional<Fault> CheckIceStates(std::string_view text) {
   return note.First();
 }
 
+std::optional<Fault> DoubtIceStates(std::string_view text) {
+  FaultNote note(text);
+  std::string_view rest = text;
+  std::string_view item;
+  if (TakeFilledItem(rest, ';', item) && TakeFilledItem(rest, ';', item)) {
+    note.At(item, "several states, of which only one is requested", "one state",
+            FaultKind::kOneOfSeveral);
+  }
+  return note.First();
+}
+
 std::optional<Fault> CheckExeIceSleepStates(std::string_view text) {
   FaultNote note(text);
   ReadExecutedStates(text, note);

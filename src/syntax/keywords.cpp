@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <set>
 
 #include "syntax/checks.h"
 #include "syntax/fault_note.h"
@@ -150,6 +151,19 @@ std::optional<Fault> DoubtKnobs(std::string_view text, std::span<const std::stri
 }
 
 std::optional<Fault> DoubtKnobs(std::string_view text) { return DoubtKnobs(text, {}); }
+
+std::optional<Fault> DoubtRepeatedWord(std::string_view text) {
+  FaultNote note(text);
+  std::set<std::string_view> seen;
+  std::string_view rest = text;
+  for (std::string_view item; TakeItem(rest, ';', item);) {
+    const std::string_view word = TrimBlanks(item);
+    if (!word.empty() && !seen.insert(word).second) {
+      note.At(word, "word that stands twice", "each word once", FaultKind::kRepeatedItem);
+    }
+  }
+  return note.First();
+}
 
 const Keyword* FindKeyword(std::string_view name) {
   for (const Keyword& keyword : kKeywords) {

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
+#include <map>
 #include <optional>
 #include <span>
 #include <stdexcept>
@@ -83,6 +85,20 @@ std::uint64_t ReadNumberList(std::string_view text, std::vector<int>* numbers, F
     if (numbers != nullptr) AppendRange(*range, *numbers);
   }
   return count;
+}
+
+std::string_view FindRepeatedNumber(std::string_view text) {
+  std::map<std::uint64_t, std::uint64_t> seen;  // the highest number of a range, by its lowest
+  std::string_view rest = text;
+  for (std::string_view item; TakeItem(rest, ',', item);) {
+    std::string buffer;
+    const auto range = ReadRange(RemoveBrackets(item, buffer), NumberBase::kDecimal);
+    if (!range) continue;
+    const auto above = seen.upper_bound(range->high);
+    if (above != seen.begin() && std::prev(above)->second >= range->low) return item;
+    seen.emplace(range->low, range->high);
+  }
+  return {};
 }
 
 }  // namespace vexor

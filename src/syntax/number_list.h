@@ -18,4 +18,8 @@ namespace vexor {
 std::uint64_t ReadNumberList(std::string_view text, std::vector<int>* numbers, FaultNote& note,
                              NumberBase base = NumberBase::kDecimal);
 
+// Returns the first item of a valid list with a number that earlier items have, too; empty if there
+// is none.
+std::string_view FindRepeatedNumber(std::string_view text);
+
 }  // namespace vexor

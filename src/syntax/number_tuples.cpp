@@ -1,5 +1,6 @@
 #include "vexor/syntax/number_tuples.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <span>
@@ -63,6 +64,16 @@ std::uint8_t Byte(std::uint32_t value) { return static_cast<std::uint8_t>(value)
 }  // namespace
 
 std::optional<Fault> CheckScope(std::string_view text) { return Check(text, kScope); }
+
+std::optional<Fault> DoubtScope(std::string_view text) {
+  const auto values = Read(text, kScope);
+  const bool is_empty =
+      values && std::ranges::all_of(*values, [](auto value) { return value == 0; });
+  if (!is_empty) return std::nullopt;
+  return Fault{.what = "nothing takes part",
+               .expected = "a percentage above 0",
+               .kind = FaultKind::kNothing};
+}
 
 std::optional<Fault> CheckRatioBytes(std::string_view text) { return Check(text, kSpread); }
 

@@ -173,6 +173,13 @@ std::optional<Fault> CheckExeCycles(std::string_view text) {
   return note.First();
 }
 
+std::optional<Fault> DoubtExeCycles(std::string_view text) {
+  FaultNote unused(text);
+  if (text.empty() || ReadExeLength(text, unused).number > 0) return std::nullopt;
+  return Fault{
+      .what = "zero cycles", .expected = "a number above 0", .kind = FaultKind::kNothing};
+}
+
 }  // namespace vexor
 
 using namespace vexor;

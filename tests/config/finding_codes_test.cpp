@@ -128,6 +128,11 @@ std::vector<CodeRow> Rows() {
       {"VX055", "unknown knob", Cstates("<KNOBS>Randm</KNOBS>"), Mend::kText, "Random"},
       {"VX056", "wrong allow comment", Document("<!-- vexorcfg: allow VX999 -->")},
       {"VX057", "allow comment without effect", Document("<!-- vexorcfg: allow VX019 -->")},
+      {"VX058", "text that means nothing", Cstates("<ExeCycles>min:0</ExeCycles>")},
+      {"VX059", "item that stands twice", Cstates("<KNOBS>Random;ExitOnFail;Random</KNOBS>"),
+       Mend::kText, "Random;ExitOnFail"},
+      {"VX060", "item without effect", Cstates("<FailTolerance>C1:5;3</FailTolerance>")},
+      {"VX061", "one of several", Cstates("<IceState>D0;D3</IceState>")},
   };
 }
 

@@ -408,7 +408,9 @@ Words Checker::AddMissingTimes(const XMLElement& element, const ElementModel& mo
   if (!times.empty()) {
     findings_
         .Add(FindingKind::kMissingTimes, element, path, JoinWithCommas(times),
-             "absent or empty, but the test is switched on")
+             std::ranges::find(texts, "Invalid") == texts.end()
+                 ? "absent or empty, but the test is switched on"
+                 : "absent, empty or Invalid, but the test is switched on")
         .expected = times.size() == 1 ? "a time such as msec:80" : "a time each, such as msec:80";
   }
   return times;

@@ -14,6 +14,8 @@ using Texts = std::span<const std::string_view>;
 
 using TimeMember = std::string ConfigRecord::*;
 
+constexpr std::string_view kNoTime = "Invalid";
+
 constexpr TimeMember MemberOf(std::string _PM_TEST_NODE::*member) {
   return static_cast<TimeMember>(member);
 }
@@ -28,7 +30,15 @@ constexpr TimeMember kTimes[] = {
 bool IsGiven(const ElementModel& model, Texts texts, TimeMember time) {
   assert(texts.size() == model.children.size());
   for (std::size_t i = 0; i < model.children.size(); ++i) {
-    if (model.children[i].option->text == time && !texts[i].empty()) return true;
+    const bool is_time = !texts[i].empty() && texts[i] != kNoTime;
+    if (model.children[i].option->text == time && is_time) return true;
+  }
+  return false;
+}
+
+bool IsInvalid(const ElementModel& model, Texts texts, TimeMember time) {
+  for (std::size_t i = 0; i < model.children.size(); ++i) {
+    if (model.children[i].option->text == time && texts[i] == kNoTime) return true;
   }
   return false;
 }
@@ -61,7 +71,7 @@ Words FindMissingTimes(const ElementModel& model, Texts texts) {
     const OptionRow* const needed = FindNeeded(model, time);
     if (needed == nullptr || IsGiven(model, texts, time)) continue;
     const bool is_derived =
-        needed->adjust.run != nullptr &&
+        needed->adjust.run != nullptr && !IsInvalid(model, texts, time) &&
         std::ranges::any_of(kTimes, [&](auto other) { return IsGiven(model, texts, other); });
     if (!is_derived) missing.push_back(needed->name);
   }

@@ -81,6 +81,11 @@ enum class FindingKind : std::uint8_t {
   // Comments that allow findings.
   kWrongAllowance,
   kIdleAllowance,
+  // Texts that are read, but mean little.
+  kNothing,
+  kRepeatedItem,
+  kReplacedItem,
+  kOneOfSeveral,
 };
 
 struct FindingRow {
@@ -305,6 +310,23 @@ inline constexpr auto kFindingKinds = std::to_array<FindingRow>({
      .about = "There is no finding of this code in the element that follows the comment, so the code "
               "can be removed from it.",
      .severity = Severity::kNote},
+
+    {.kind = FindingKind::kNothing, .code = "VX058", .title = "text that means nothing",
+     .about = "The text is read, but amounts to nothing: zero cycles, or a scope in which nothing "
+              "takes part. To leave a test out, switch it off in AutoRunCfg.",
+     .severity = Severity::kWarning},
+    {.kind = FindingKind::kRepeatedItem, .code = "VX059", .title = "item that stands twice",
+     .about = "An item stands twice in a list in which the second has no effect. Another one was "
+              "probably meant.",
+     .severity = Severity::kWarning, .mend = Mend::kText},
+    {.kind = FindingKind::kReplacedItem, .code = "VX060", .title = "item without effect",
+     .about = "Later items give all states of this item another value, so it has no effect. An item "
+              "without a state is for all states: write it first.",
+     .severity = Severity::kWarning},
+    {.kind = FindingKind::kOneOfSeveral, .code = "VX061", .title = "one of several",
+     .about = "The option takes one state. Of several, only one is read: vexorcfg explain ice shows "
+              "which.",
+     .severity = Severity::kWarning},
 });
 // clang-format on
 
@@ -323,7 +345,7 @@ constexpr bool AreNumbered() {
 }
 
 static_assert(AreInOrder(kFindingKinds, &FindingRow::kind));
-static_assert(static_cast<std::size_t>(FindingKind::kIdleAllowance) + 1 == kFindingKinds.size());
+static_assert(static_cast<std::size_t>(FindingKind::kOneOfSeveral) + 1 == kFindingKinds.size());
 static_assert(AreNumbered());
 
 constexpr const FindingRow& GetFindingRow(FindingKind kind) {

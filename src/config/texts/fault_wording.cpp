@@ -39,6 +39,14 @@ FindingKind KindOf(const OptionRow& option, const Fault& fault) {
       return FindingKind::kFalseForm;
     case FaultKind::kListAlone:
       return FindingKind::kListAlone;
+    case FaultKind::kNothing:
+      return FindingKind::kNothing;
+    case FaultKind::kRepeatedItem:
+      return FindingKind::kRepeatedItem;
+    case FaultKind::kReplacedItem:
+      return FindingKind::kReplacedItem;
+    case FaultKind::kOneOfSeveral:
+      return FindingKind::kOneOfSeveral;
   }
   if (option.syntax == Syntax::kKnobs) return FindingKind::kUnknownKnob;
   const bool takes_words = !fault.expected.words.empty() || HasOwnWords(option.syntax);
@@ -137,6 +145,9 @@ void MendKnobs(const OptionRow& option, std::string_view text, TextFault& fault)
 std::optional<TextFault> JudgeKnobs(const OptionRow& option, std::string_view text) {
   const std::optional<Fault> doubt = DoubtOption(option, text);
   if (!doubt) return std::nullopt;
+  if (doubt->kind != FaultKind::kForm) {
+    return ExplainFault(Severity::kWarning, option, text, *doubt);
+  }
   TextFault result = MakeTextFault(Severity::kNote, option, *doubt);
   std::string rejoined = RejoinItems(option.syntax, text);
   if (rejoined.empty() || DoubtOption(option, rejoined)) {

@@ -55,7 +55,7 @@ constexpr auto kSyntaxes = std::to_array<SyntaxRow>({
      .pattern = "true|%(false)"},
     {.syntax = Syntax::kWord, .name = "word", .grammar = "one of the words", .pattern = "%w"},
     {.syntax = Syntax::kWordList, .name = "words", .grammar = "words joined by \";\"",
-     .pattern = "%w", .separators = ";"},
+     .doubt = DoubtRepeatedWord, .pattern = "%w", .separators = ";"},
     {.syntax = Syntax::kCount, .name = "count", .grammar = "a decimal or 0x number",
      .example = "100", .bad = "ten", .check = CheckCount, .meaning = DescribeCount,
      .pattern = "%n"},
@@ -87,6 +87,7 @@ constexpr auto kSyntaxes = std::to_array<SyntaxRow>({
     {.syntax = Syntax::kExeCycles, .name = "cycles",
      .grammar = "a number, a time as unit:value, or count:PerSet",
      .example = "min:30", .bad = "min:x", .check = CheckExeCycles, .meaning = DescribeCycles,
+     .doubt = DoubtExeCycles,
      .pattern = "%n|[: ]*%u[: ]+%n[: ]*|.*%(perset|#set).*"},
     {.syntax = Syntax::kTimeout, .name = "timeout", .grammar = "seconds, or seconds:count",
      .example = "120:5", .bad = "120:x", .check = CheckTimeout, .meaning = DescribeTimeout,
@@ -94,19 +95,20 @@ constexpr auto kSyntaxes = std::to_array<SyntaxRow>({
     {.syntax = Syntax::kScope, .name = "scope",
      .grammar = "percentages of packages:modules:cores, or with :threads",
      .example = "100:50:0", .bad = "100:50", .check = CheckScope, .meaning = DescribeScope,
+     .doubt = DoubtScope,
      .pattern = "%n( ?: ?%n){2,3} ?:?"},
     {.syntax = Syntax::kPkgAffinity, .name = "packages", .grammar = "%w; numbers alone mean All",
      .example = "Specific:0,1", .bad = "Everything",
      .check = CheckPkgAffinity, .meaning = DescribePackages, .words = &kPkgAffinityWords,
-     .doubt = DoubtListAlone, .pattern = "%w.*|[0-9].*"},
+     .doubt = DoubtPkgAffinity, .pattern = "%w.*|[0-9].*"},
     {.syntax = Syntax::kUnitAffinity, .name = "affinity", .grammar = "%w; numbers alone mean All",
      .example = "Specific:0-3,8", .bad = "Any",
      .check = CheckUnitAffinity, .meaning = DescribeUnits, .words = &kUnitAffinityWords,
-     .doubt = DoubtListAlone, .pattern = "%w.*|[0-9].*"},
+     .doubt = DoubtUnitAffinity, .pattern = "%w.*|[0-9].*"},
     {.syntax = Syntax::kThreadAffinity, .name = "threads", .grammar = "%w",
      .example = "Specific:1,3", .bad = "0,1",
      .check = CheckThreadAffinity, .meaning = DescribeThreads, .words = &kThreadAffinityWords,
-     .pattern = "%w.*"},
+     .doubt = DoubtThreadAffinity, .pattern = "%w.*"},
     {.syntax = Syntax::kCstates, .name = "cstates", .grammar = "C-states joined by \";\"",
      .example = "C1;C6;C10", .bad = "C2",
      .check = CheckExeCstates, .meaning = DescribeCstates, .words = &kCstateWords,
@@ -114,11 +116,13 @@ constexpr auto kSyntaxes = std::to_array<SyntaxRow>({
     {.syntax = Syntax::kPerStateCounts, .name = "state-counts",
      .grammar = "state:number items joined by \";\"", .example = "C1:5;C6:3", .bad = "C1:x",
      .check = CheckPerCStateNumbers, .meaning = DescribeCounts,
+     .doubt = DoubtPerCStateItems,
      .pattern = "(C[0-9]+ ?: ?)?%n", .separators = ";"},
     {.syntax = Syntax::kPerStateLists, .name = "state-lists",
      .grammar = "state:[numbers] items joined by \";\"",
      .example = "C1:[];C6:[0,2]", .bad = "C1:0",
      .check = CheckPerCStateLists, .meaning = DescribeLists,
+     .doubt = DoubtPerCStateItems,
      .pattern = R"((C[0-9]+ ?: ?)?\[[^;]*\])", .separators = ";"},
     {.syntax = Syntax::kPerStateCondition, .name = "condition",
      .grammar = "a 32-bit word, as a decimal or 0x number",
@@ -128,7 +132,7 @@ constexpr auto kSyntaxes = std::to_array<SyntaxRow>({
      .grammar = R"(%w; of several, joined by ";", the first of these)",
      .example = "D0I3", .bad = "D1",
      .check = CheckIceStates, .meaning = DescribeIceState, .words = &kIceStateWords,
-     .pattern = "%w", .separators = ";"},
+     .doubt = DoubtIceStates, .pattern = "%w", .separators = ";"},
     {.syntax = Syntax::kExeIceStates, .name = "ice-states", .grammar = R"(%w, joined by ";")",
      .example = "D0I3;Power-Off", .bad = "None",
      .check = CheckExeIceSleepStates, .meaning = DescribeIceStates, .words = &kExeIceStateWords,
@@ -289,7 +293,10 @@ std::optional<Fault> CheckOption(const OptionRow& option, std::string_view text)
 }
 
 std::optional<Fault> DoubtOption(const OptionRow& option, std::string_view text) {
-  if (option.syntax == Syntax::kKnobs) return DoubtKnobs(text, SplitWords(option.words));
+  if (option.syntax == Syntax::kKnobs) {
+    const auto unknown = DoubtKnobs(text, SplitWords(option.words));
+    return unknown ? unknown : DoubtRepeatedWord(text);
+  }
   const auto doubt = GetSyntax(option.syntax).doubt;
   return doubt == nullptr || text.empty() ? std::nullopt : doubt(text);
 }

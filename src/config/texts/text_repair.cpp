@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <optional>
+#include <set>
 #include <utility>
 
 #include "config/texts/syntax_table.h"
@@ -216,8 +217,30 @@ std::string MendWords(const OptionRow& option, Text text) {
   return {};
 }
 
-bool IsClean(const OptionRow& option, Text text) {
-  return !CheckOption(option, text) && !DoubtOption(option, text);
+// Repairs "Specific:0,1,1" to "Specific:0,1": keeps the first of equal items.
+std::string DropRepeated(const OptionRow& option, Text text) {
+  const bool is_affinity = IsAffinity(option.syntax);
+  if (!is_affinity && option.syntax != Syntax::kKnobs && option.syntax != Syntax::kWordList)
+    return {};
+  std::set<Text> seen;
+  std::string mended(text.substr(0, is_affinity ? text.find(':') + 1 : 0));
+  Text rest = text.substr(mended.size());
+  for (Text item; TakeItem(rest, is_affinity ? ',' : ';', item);) {
+    const Text word = TrimBlanks(item);
+    if (!word.empty() && !seen.insert(word).second) continue;
+    if (seen.size() > 1) mended += is_affinity ? ',' : ';';
+    mended += item;
+  }
+  return mended;
+}
+
+// Returns whether the mended text is valid and without doubt. An invalid text is also mended by one
+// in which an item stands twice.
+bool IsClean(const OptionRow& option, Text text, Text mended) {
+  if (CheckOption(option, mended)) return false;
+  const std::optional<Fault> doubt = DoubtOption(option, mended);
+  return !doubt ||
+         (doubt->kind == FaultKind::kRepeatedItem && CheckOption(option, text).has_value());
 }
 
 }  // namespace
@@ -249,12 +272,12 @@ std::string_view PieceAt(std::string_view text, std::size_t at) {
 std::string RepairText(const OptionRow& option, std::string_view text) {
   // Simple repairs come first: the first candidate that the grammar accepts is returned. MendWords
   // is last because it is the slowest and changes the most.
-  constexpr decltype(&Trim) kMends[] = {CorrectHint, NameSwitch, DropQuotes,    DropUnseen,
-                                        Trim,        DropBlanks, FixSeparators, SelectNumbers,
-                                        KeepKeyword, WriteRange, WriteTime,     MendWords};
+  constexpr decltype(&Trim) kMends[] = {
+      CorrectHint,   NameSwitch,  DropQuotes, DropUnseen, Trim,         DropBlanks, FixSeparators,
+      SelectNumbers, KeepKeyword, WriteRange, WriteTime,  DropRepeated, MendWords};
   for (const auto mend : kMends) {
     std::string mended = mend(option, text);
-    if (!mended.empty() && mended != text && IsClean(option, mended)) return mended;
+    if (!mended.empty() && mended != text && IsClean(option, text, mended)) return mended;
   }
   return {};
 }
