@@ -359,7 +359,8 @@ TEST_F(Tool, PrintsJsonAsTheSchemaSays) {
   if (kIsWindows) GTEST_SKIP() << "needs programs of the host";
   std::string documents;
   for (const char* const command :
-       {"show --json lab.xml", "show --json --changed --tests legacy.xml",
+       {"check --json --notes broken.xml", "show --json lab.xml",
+        "show --json --changed --tests legacy.xml",
         "show --json broken.xml -- /cstate -at 90 -core x", "diff --json lab.xml legacy.xml",
         "diff --json --all lab.xml lab.xml", "explain --json", "explain --json peci",
         "explain --json random", "explain --json EC_TURBO", "explain --json 0xC0000006",
@@ -376,6 +377,19 @@ TEST_F(Tool, PrintsJsonAsTheSchemaSays) {
   if (answer.status == -1 && std::getenv("CI") == nullptr) GTEST_SKIP() << "needs python3";
   EXPECT_EQ(answer.output, "");
   EXPECT_EQ(answer.status, 0);
+}
+
+TEST_F(Tool, PrintsSarif) {
+  if (kIsWindows) GTEST_SKIP() << "needs programs of the host";
+  std::ofstream("\xC3\xB6 %.xml") << "<VEXOR>\xC3\xB6<Version>3.21.522.0</Version><A/>\n"
+                                     "<!-- vexorcfg: allow VX019 --><B/></VEXOR>";
+  const Answer check = Run(
+      "vexorcfg check --format sarif broken.xml lab.xml \"\xC3\xB6 %.xml\" none.xml >log.sarif");
+  EXPECT_EQ(check.status, 3);
+  const Answer answer =
+      Run("python3 " + (Sources() / "tests/tools/check_sarif.py").string() + " log.sarif .");
+  if (answer.status == -1 && std::getenv("CI") == nullptr) GTEST_SKIP() << "needs python3";
+  EXPECT_EQ(answer.output, "6 results, 1 suppressed, 1 notifications\n");
 }
 
 // A function "complete" that prints, sorted, what the shell completes the line of its arguments to.

@@ -1,187 +1,149 @@
 #include "vexor/config/check.h"
 
-#include <array>
-#include <iostream>
+#include <algorithm>
+#include <iterator>
+#include <optional>
+#include <utility>
 
+#include "check_output.h"
 #include "commands.h"
 #include "common/files.h"
 #include "common/find_files.h"
-#include "common/terminal.h"
+#include "common/parallel.h"
 #include "common/text_output.h"
-#include "findings.h"
 
 namespace tools::vexorcfg {
 namespace {
 
-using vexor::Finding;
-using vexor::Severity;
+constexpr std::string_view kStandardInput = "-";
 
-std::string_view ColourOf(Severity severity) {
-  switch (severity) {
-    case Severity::kNote:
-      return "\x1b[1;36m";
-    case Severity::kWarning:
-      return "\x1b[1;35m";
-    case Severity::kError:
-      break;
-  }
-  return "\x1b[1;31m";
+CheckedFile CheckFile(const FoundFile& found, const CheckArguments& arguments) {
+  const vexor::CheckLimits limits{.most_bytes = arguments.max_size << 20U, .with_allowed = true};
+  Input input = found.failure.empty() ? ReadInput(found.path, limits.most_bytes)
+                                      : Input{NameFile(found.path), "", found.failure};
+  if (input.content.size() > limits.most_bytes) input.failure += " (see --max-size)";
+  CheckedFile file{.name = input.name,
+                   .path = found.path == kStandardInput ? input.name : found.path,
+                   .content = std::move(input.content),
+                   .failure = std::move(input.failure),
+                   .findings = {}};
+  if (file.failure.empty()) file.findings = vexor::CheckXMLConfigText(file.content, limits);
+  return file;
 }
 
-class Report {
- public:
-  explicit Report(const CheckArguments& arguments)
-      : arguments_(arguments), colours_(!arguments.json && UsesColours()) {}
-
-  void Add(const FoundFile& file) {
-    const vexor::CheckLimits limits{.most_bytes = arguments_.max_size << 20U, .with_allowed = true};
-    Input input = file.failure.empty() ? ReadInput(file.path, limits.most_bytes)
-                                       : Input{NameFile(file.path), "", file.failure};
-    if (input.content.size() > limits.most_bytes) input.failure += " (see --max-size)";
-    ++files_;
-    OpenFile(input, file.path);
-    if (!input.failure.empty()) {
-      ++unread_;
-      if (!arguments_.json) Refuse(input.name, input.failure);
-    } else {
-      for (const Finding& finding : vexor::CheckXMLConfigText(input.content, limits)) {
-        AddFinding(input.name, finding);
-      }
-    }
-    if (arguments_.json) json_ += "]}";
+std::vector<FoundFile> FindAll(const std::vector<std::string>& arguments) {
+  std::vector<FoundFile> all;
+  for (const std::string& argument : arguments) {
+    std::ranges::move(FindFiles(argument, ".xml"), std::back_inserter(all));
   }
+  return all;
+}
 
-  Status Finish() {
-    if (arguments_.json) {
-      PrintJson();
-    } else {
-      PrintVerdict();
-    }
-    return GetStatus();
+template <class Output>
+Status CheckAll(const CheckArguments& arguments) {
+  const std::vector<FoundFile> files = FindAll(arguments.files);
+  // Standard input can be read once, by the first that names it.
+  std::vector<std::optional<CheckedFile>> inputs(files.size());
+  for (std::size_t i = 0; i < files.size(); ++i) {
+    if (files[i].path == kStandardInput) inputs[i] = CheckFile(files[i], arguments);
   }
+  CheckTotals totals(arguments);
+  Output output(arguments);
+  MapInOrder(
+      files.size(),
+      [&](std::size_t i) {
+        return inputs[i] ? std::move(*inputs[i]) : CheckFile(files[i], arguments);
+      },
+      [&](const CheckedFile& file) {
+        totals.Add(file);
+        output.Add(file);
+      });
+  output.Finish(totals);
+  return totals.GetStatus();
+}
 
- private:
-  void OpenFile(const Input& input, const std::string& path) {
-    last_file_ = input.name;
-    if (!arguments_.json) return;
-    json_ += json_.empty() ? "\n  {\"file\": " : ",\n  {\"file\": ";
-    AppendJson(json_, path == "-" ? input.name : path);
-    if (!input.failure.empty()) {
-      json_ += ", \"failure\": ";
-      AppendJson(json_, input.failure);
-    }
-    json_ += ", \"findings\": [";
-  }
+struct Format {
+  std::string_view name;
+  Status (*check)(const CheckArguments& arguments);
+};
 
-  void AddFinding(const std::string& file, const Finding& finding) {
-    if (finding.is_allowed) {
-      ++allowed_;
-      return;
-    }
-    ++counts_.at(static_cast<std::size_t>(finding.severity));
-    if (finding.severity == Severity::kNote && !arguments_.notes) return;
-    if (arguments_.json) {
-      AddJson(finding);
-    } else if (!arguments_.quiet) {
-      PrintFinding(file, finding);
-    }
-  }
-
-  void PrintFinding(const std::string& file, const Finding& finding) const {
-    std::cout << Coloured("\x1b[1m") << file << ':';
-    if (finding.line > 0) std::cout << finding.line << ':';
-    std::cout << Coloured("\x1b[0m") << ' ' << Coloured(ColourOf(finding.severity))
-              << NameOf(finding.severity) << ':' << Coloured("\x1b[0m") << ' '
-              << FormatFinding(finding) << " [" << finding.code << "]\n";
-  }
-
-  [[nodiscard]] std::string_view Coloured(std::string_view sequence) const {
-    return colours_ ? sequence : std::string_view();
-  }
-
-  void AddJson(const Finding& finding) {
-    json_ += json_.ends_with('[') ? "\n    {" : ",\n    {";
-    json_ += "\"line\": " + std::to_string(finding.line);
-    AddMember("severity", NameOf(finding.severity));
-    AddMember("code", finding.code);
-    AddMember("path", finding.path);
-    AddMember("text", finding.text);
-    AddMember("what", finding.what);
-    AddMember("expected", finding.expected);
-    AddMember("suggestion", finding.suggestion);
-    json_ += '}';
-  }
-
-  void AddMember(std::string_view name, std::string_view text) {
-    json_.append(", \"").append(name).append("\": ");
-    AppendJson(json_, text);
-  }
-
-  void PrintJson() const {
-    std::cout << R"({"format": "vexorcfg check", "version": 1, "status": )" << GetStatus()
-              << ",\n \"errors\": " << CountOf(Severity::kError)
-              << ", \"warnings\": " << CountOf(Severity::kWarning)
-              << ", \"notes\": " << CountOf(Severity::kNote) << ", \"allowed\": " << allowed_
-              << ", \"unread\": " << unread_ << ",\n \"files\": [" << json_ << "]}\n";
-  }
-
-  void PrintVerdict() const {
-    std::cout << (files_ == 1 ? last_file_ : Count(files_, "file")) << ": " << MakeVerdict()
-              << '\n';
-  }
-
-  [[nodiscard]] std::string MakeVerdict() const {
-    const std::size_t errors = CountOf(Severity::kError);
-    const std::size_t warnings = CountOf(Severity::kWarning);
-    const std::size_t notes = CountOf(Severity::kNote);
-    if (unread_ == files_) return "not checked";
-    std::string verdict;
-    const auto add = [&verdict](const std::string& part) {
-      verdict.append(verdict.empty() ? "" : ", ").append(part);
-    };
-    if (errors > 0) add(Count(errors, "error"));
-    if (warnings > 0) add(Count(warnings, "warning"));
-    if (errors + warnings == 0) add("no faults");
-    if (warnings > 0 && arguments_.strict) verdict += ", which count as errors";
-    if (unread_ > 0) add(Count(unread_, "file") + " not checked");
-    std::string more;
-    if (allowed_ > 0) more = std::to_string(allowed_) + " allowed";
-    if (notes > 0 && !arguments_.notes) {
-      more.append(more.empty() ? "" : ", ").append(Count(notes, "note")).append(" with --notes");
-    }
-    if (!more.empty()) verdict.append(" (").append(more).append(")");
-    return verdict;
-  }
-
-  [[nodiscard]] std::size_t CountOf(Severity severity) const {
-    return counts_.at(static_cast<std::size_t>(severity));
-  }
-
-  [[nodiscard]] Status GetStatus() const {
-    if (unread_ > 0) return kNotRun;
-    if (CountOf(Severity::kError) > 0) return kErrors;
-    if (CountOf(Severity::kWarning) > 0) return arguments_.strict ? kErrors : kWarnings;
-    return kClean;
-  }
-
-  const CheckArguments& arguments_;
-  bool colours_;
-  std::string last_file_;
-  std::string json_;
-  std::array<std::size_t, 3> counts_{};
-  std::size_t files_ = 0;
-  std::size_t unread_ = 0;
-  std::size_t allowed_ = 0;
+// The first is the default.
+constexpr Format kFormats[] = {
+    {"text", CheckAll<TextOutput>},
+    {"json", CheckAll<JsonOutput>},
+    {"sarif", CheckAll<SarifOutput>},
+    {"github", CheckAll<GithubOutput>},
 };
 
 }  // namespace
 
+std::vector<std::string> GetCheckFormats() {
+  std::vector<std::string> names;
+  for (const Format& format : kFormats) names.emplace_back(format.name);
+  return names;
+}
+
 Status Check(const CheckArguments& arguments) {
-  Report report(arguments);
-  for (const std::string& argument : arguments.files) {
-    for (const FoundFile& file : FindFiles(argument, ".xml")) report.Add(file);
+  const std::string_view name = arguments.json ? "json" : std::string_view(arguments.format);
+  const Format* const format = std::ranges::find(kFormats, name, &Format::name);
+  return (format == std::end(kFormats) ? kFormats[0] : *format).check(arguments);
+}
+
+void CheckTotals::Add(const CheckedFile& file) {
+  ++files_;
+  last_file_ = file.name;
+  if (!file.failure.empty()) ++unread_;
+  for (const vexor::Finding& finding : file.findings) {
+    ++(finding.is_allowed ? allowed_ : counts_.at(static_cast<std::size_t>(finding.severity)));
   }
-  return report.Finish();
+}
+
+Status CheckTotals::GetStatus() const {
+  if (unread_ > 0) return kNotRun;
+  if (CountOf(vexor::Severity::kError) > 0) return kErrors;
+  if (CountOf(vexor::Severity::kWarning) > 0) return arguments_.strict ? kErrors : kWarnings;
+  return kClean;
+}
+
+std::string CheckTotals::MakeVerdict() const {
+  return (files_ == 1 ? last_file_ : Count(files_, "file")) + ": " + MakeCounts();
+}
+
+std::string CheckTotals::MakeCounts() const {
+  const std::size_t errors = CountOf(vexor::Severity::kError);
+  const std::size_t warnings = CountOf(vexor::Severity::kWarning);
+  const std::size_t notes = CountOf(vexor::Severity::kNote);
+  if (unread_ == files_) return "not checked";
+  std::string verdict;
+  const auto add = [](std::string& list, const std::string& part) {
+    list.append(list.empty() ? "" : ", ").append(part);
+  };
+  if (errors > 0) add(verdict, Count(errors, "error"));
+  if (warnings > 0) add(verdict, Count(warnings, "warning"));
+  if (errors + warnings == 0) add(verdict, "no faults");
+  if (warnings > 0 && arguments_.strict) verdict += ", which count as errors";
+  if (unread_ > 0) add(verdict, Count(unread_, "file") + " not checked");
+  std::string more;
+  if (allowed_ > 0) add(more, std::to_string(allowed_) + " allowed");
+  if (notes > 0 && !arguments_.notes) add(more, Count(notes, "note") + " with --notes");
+  return more.empty() ? verdict : verdict + " (" + more + ")";
+}
+
+bool IsShown(const vexor::Finding& finding, const CheckArguments& arguments) {
+  return !finding.is_allowed && (finding.severity != vexor::Severity::kNote || arguments.notes);
+}
+
+End EndOf(const vexor::Finding& finding, std::string_view content) {
+  End end{finding.line, finding.column};
+  for (const char c : content.substr(std::min(finding.at, content.size()), finding.size)) {
+    const bool is_inner = (static_cast<unsigned char>(c) & 0xC0U) == 0x80U;
+    if (c == '\n') {
+      end = {end.line + 1, 1};
+    } else if (!is_inner) {
+      ++end.column;
+    }
+  }
+  return end;
 }
 
 }  // namespace tools::vexorcfg

@@ -48,6 +48,7 @@ constexpr const char* kCheckExamples =
     "  vexorcfg check --strict *.xml      for an automatic check: warnings fail, too\n"
     "  vexorcfg check configurations      every file in a folder and below it\n"
     "  vexorcfg check --json - <lab.xml   for a program\n"
+    "  vexorcfg check --format sarif configurations >findings.sarif\n"
     "\n"
     "Exit status: 0 no faults, 1 warnings, 2 errors, 3 a file could not be read.";
 
@@ -211,7 +212,14 @@ void AddCheck(CLI::App& app, Status& status) {
   command->add_flag("--strict", arguments->strict, "Count warnings as errors");
   command->add_flag("--notes", arguments->notes,
                     "Print notes, too, such as options that are missing and so read as empty");
-  command->add_flag("--json", arguments->json, "Print JSON for programs");
+  CLI::Option* const format =
+      command
+          ->add_option(
+              "--format", arguments->format,
+              "text, json for programs, sarif for code scanning, or github for the log of a "
+              "workflow")
+          ->check(CLI::IsMember(GetCheckFormats()));
+  command->add_flag("--json", arguments->json, "The same as --format json")->excludes(format);
   command->add_flag("-q,--quiet", arguments->quiet, "Print only the last line");
   command
       ->add_option("--max-size", arguments->max_size,

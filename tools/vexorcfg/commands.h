@@ -16,11 +16,15 @@ struct CheckArguments {
   std::vector<std::string> files;  // "-" is standard input, here and in the other commands
   bool strict = false;             // warnings count as errors
   bool notes = false;
-  bool json = false;
+  std::string format = "text";                                    // one of GetCheckFormats
+  bool json = false;                                              // the same as the format "json"
   bool quiet = false;                                             // the verdict alone
   std::size_t max_size = vexor::CheckLimits().most_bytes >> 20U;  // of a file, in MiB
 };
 Status Check(const CheckArguments& arguments);
+
+// Returns the names of the formats of its output, first the default.
+std::vector<std::string> GetCheckFormats();
 
 struct ShowArguments {
   std::string file;
