@@ -74,25 +74,6 @@ std::string OneLine(std::string_view text, std::size_t most) {
 
 std::string Quote(std::string_view text) { return '"' + OneLine(text) + '"'; }
 
-void AppendJson(std::string& out, std::string_view text) {
-  out += '"';
-  while (!text.empty()) {
-    const std::size_t length = LengthOfUtf8(text);
-    const char c = text.front();
-    if (length == 0) {
-      out += "\\ufffd";
-    } else if (c == '"' || c == '\\') {
-      out.append("\\").append(1, c);
-    } else if (IsControl(c)) {
-      AppendEscape(out, "\\u00", c);
-    } else {
-      out += text.substr(0, length);
-    }
-    text.remove_prefix(length == 0 ? 1 : length);
-  }
-  out += '"';
-}
-
 std::string Count(std::size_t count, std::string_view noun) {
   return std::to_string(count).append(" ").append(noun).append(count == 1 ? "" : "s");
 }

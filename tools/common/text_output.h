@@ -16,9 +16,6 @@ std::string OneLine(std::string_view text, std::size_t most = 200);
 // Returns the same in double quotes.
 std::string Quote(std::string_view text);
 
-// Appends the text as a JSON string. Bytes that are not UTF-8 become U+FFFD.
-void AppendJson(std::string& out, std::string_view text);
-
 // Returns "1 error", "2 errors".
 std::string Count(std::size_t count, std::string_view noun);
 

@@ -218,7 +218,8 @@ void AddCheck(CLI::App& app, Status& status) {
               "--format", arguments->format,
               "text, json for programs, sarif for code scanning, or github for the log of a "
               "workflow")
-          ->check(CLI::IsMember(GetCheckFormats()));
+          ->type_name("FORMAT")
+          ->check(OneOf(GetCheckFormats()));
   command->add_flag("--json", arguments->json, "The same as --format json")->excludes(format);
   command->add_flag("-q,--quiet", arguments->quiet, "Print only the last line");
   command

@@ -12,6 +12,7 @@
 #include "config/check/allowances.h"
 #include "config/check/content_check.h"
 #include "config/check/findings.h"
+#include "config/check/shared_model.h"
 #include "config/check/system_check.h"
 #include "config/check/test_times.h"
 #include "config/check/trace_check.h"
@@ -93,12 +94,11 @@ class Checker {
   Words AddMissingTimes(const XMLElement& element, const ElementModel& model,
                         const std::string& path, const Find& find);
 
-  FullRecords records_;
-  ElementModel model_ = MakeDocumentModel(records_);
+  const SharedModel& model_ = GetSharedModel();
   const XMLElement* root_ = nullptr;
   std::string version_;
   Findings findings_;
-  UnknownNames unknown_{model_, findings_};
+  UnknownNames unknown_{model_.places, findings_};
   SystemCheck system_{findings_, unknown_};
 };
 
@@ -147,7 +147,7 @@ void Checker::CheckRoot() {
     findings_.Add(FindingKind::kNoVersion, *root_, "Version", "", "no version").expected =
         std::string("an element Version with ") + GetVersionText();
   }
-  CheckChildren(*root_, model_, "");
+  CheckChildren(*root_, model_.root, "");
 }
 
 void Checker::CheckChildren(const XMLElement& element, const ElementModel& model,

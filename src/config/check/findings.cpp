@@ -93,14 +93,17 @@ void Findings::SetColumns(std::string_view content) {
   }
   std::ranges::sort(located, {}, &Finding::at);
   std::size_t at = 0;
+  int line = 1;
   int column = 1;
   for (Finding* const finding : located) {
     for (; at < finding->at; ++at) {
       const auto byte = static_cast<unsigned char>(content[at]);
       const bool continues = (byte & 0xC0U) == 0x80;  // a character of UTF-8
       column = byte == '\n' ? 1 : column + (continues ? 0 : 1);
+      line += byte == '\n' ? 1 : 0;
     }
     finding->column = column;
+    finding->line = line;  // a text may begin below the tag of its element
   }
 }
 

@@ -17,9 +17,9 @@ namespace vexor {
 bool IsSwitchedOn(const tinyxml2::XMLElement& root, const ElementModel& model);
 
 // Returns the names of the active, in-state and switch times that the test has but its element
-// lacks, or has as "Invalid", which is no time. `texts` are the texts of the model's children, empty
-// for absent ones. An empty switch time that is derived from the others is only missing if these are
-// missing, too.
+// lacks, or has as "Invalid", which is no time. `texts` are the texts of the model's children,
+// empty for absent ones. An empty switch time that is derived from the others is only missing if
+// these are missing, too.
 Words FindMissingTimes(const ElementModel& model, std::span<const std::string_view> texts);
 
 }  // namespace vexor

@@ -15,8 +15,9 @@ namespace vexor {
 
 class UnknownNames {
  public:
-  // `root` is the model of the root element. Keeps a reference to `findings`.
-  UnknownNames(const ElementModel& root, Findings& findings) : places_(root), findings_(findings) {}
+  // Keeps references to both arguments.
+  UnknownNames(const ElementPlaces& places, Findings& findings)
+      : places_(places), findings_(findings) {}
 
   // These add a finding for an element or argument that `parent` does not have.
   void AddElement(const tinyxml2::XMLElement& element, const ElementModel& parent,
@@ -39,7 +40,7 @@ class UnknownNames {
 
   bool MaySearch() { return searches_left_ > 0 && searches_left_-- > 0; }
 
-  ElementPlaces places_;
+  const ElementPlaces& places_;
   Findings& findings_;
   int searches_left_ = kMostSearches;
 };
