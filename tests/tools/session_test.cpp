@@ -365,7 +365,7 @@ TEST_F(Tool, PrintsJsonAsTheSchemaSays) {
         "diff --json --all lab.xml lab.xml", "explain --json", "explain --json peci",
         "explain --json random", "explain --json EC_TURBO", "explain --json 0xC0000006",
         "explain --json GSTATES/KNOBS Randm Random", "explain --json sleep S3 Warm-Rest",
-        "explain --json codes"}) {
+        "explain --json codes", "get --json lab.xml TestTraceCfg/Name CSTATES/ActiveTime"}) {
     const std::string document = "document" + std::to_string(documents.size()) + ".json";
     Run(std::string("vexorcfg ") + command + " >" + document);
     documents += " " + document;

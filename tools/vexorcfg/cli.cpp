@@ -279,6 +279,7 @@ void AddGet(CLI::App& app, Status& status) {
       ->required();
   command->add_option("PATH", arguments->paths, "Paths of options, of lists or of sections")
       ->required();
+  command->add_flag("--json", arguments->json, "Print JSON for programs");
 }
 
 void AddEdit(CLI::App& app, Status& status, const char* name, const char* about,

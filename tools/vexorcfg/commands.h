@@ -53,6 +53,7 @@ Status Convert(const ConvertArguments& arguments);
 struct GetArguments {
   std::string file;
   std::vector<std::string> paths;
+  bool json = false;
 };
 Status Get(const GetArguments& arguments);
 

@@ -11,6 +11,7 @@
 #include "common/text_output.h"
 #include "configurations.h"
 #include "findings.h"
+#include "json_output.h"
 #include "line_diff.h"
 #include "vexor/config/check.h"
 
@@ -84,6 +85,25 @@ Status EditFile(const EditArguments& arguments, const Edit& edit) {
   return Keep(arguments, input, content, changes);
 }
 
+Json MakeFound(const vexor::FoundSettings& found) {
+  Json json = {{"path", found.path}, {"settings", Json::array()}};
+  for (const vexor::Setting& setting : found.settings) {
+    json["settings"].push_back(MakeSetting(setting));
+  }
+  return json;
+}
+
+// Prints the value of an option, the entries of a list, or PATH=VALUE for the options of a section.
+void PrintFound(const vexor::FoundSettings& found) {
+  const bool is_section = std::ranges::any_of(found.settings, [&](const vexor::Setting& setting) {
+    return setting.path.starts_with(found.path + "/");
+  });
+  for (const vexor::Setting& setting : found.settings) {
+    if (is_section) std::cout << OneLine(setting.path) << '=';
+    std::cout << OneLine(setting.value, std::string::npos) << '\n';
+  }
+}
+
 // Returns the status that follows from the findings, which are printed.
 Status ReportRest(const Input& input, const std::string& content) {
   Status status = kClean;
@@ -129,6 +149,7 @@ Status Get(const GetArguments& arguments) {
   const std::optional<vexor::Description> description = DescribeInput(arguments.file, input);
   if (!description) return kNotRun;
   Status status = kClean;
+  Json found_paths = Json::array();
   for (const std::string& path : arguments.paths) {
     const vexor::FoundSettings found = vexor::FindSettings(*description, path);
     if (!found.error.empty()) {
@@ -136,13 +157,17 @@ Status Get(const GetArguments& arguments) {
       continue;
     }
     if (found.settings.empty()) status = std::max(status, kWarnings);
-    const bool is_section = std::ranges::any_of(found.settings, [&](const vexor::Setting& setting) {
-      return setting.path.starts_with(found.path + "/");
-    });
-    for (const vexor::Setting& setting : found.settings) {
-      if (is_section) std::cout << OneLine(setting.path) << '=';
-      std::cout << OneLine(setting.value, std::string::npos) << '\n';
+    if (arguments.json) {
+      found_paths.push_back(MakeFound(found));
+    } else {
+      PrintFound(found);
     }
+  }
+  if (arguments.json) {
+    Json document = MakeDocument("get", status);
+    document["file"] = input.name;
+    document["paths"] = std::move(found_paths);
+    PrintDocument(document);
   }
   return status;
 }
