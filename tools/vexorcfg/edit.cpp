@@ -5,12 +5,12 @@
 #include <optional>
 #include <string>
 
+#include "check_output.h"
 #include "commands.h"
 #include "common/files.h"
 #include "common/program.h"
 #include "common/text_output.h"
 #include "configurations.h"
-#include "findings.h"
 #include "json_output.h"
 #include "line_diff.h"
 #include "vexor/config/check.h"
@@ -20,9 +20,6 @@ namespace {
 
 using vexor::EditedText;
 using vexor::TextChange;
-
-// Without a limit of size: the file was read already.
-constexpr vexor::CheckLimits kNoLimits{.most_bytes = std::string::npos};
 
 std::string Value(std::string_view value) { return value.empty() ? "\"\"" : OneLine(value); }
 
@@ -104,17 +101,20 @@ void PrintFound(const vexor::FoundSettings& found) {
   }
 }
 
-// Returns the status that follows from the findings, which are printed.
+// Prints the findings that are left, as the command check does, and returns its status.
 Status ReportRest(const Input& input, const std::string& content) {
-  Status status = kClean;
-  for (const vexor::Finding& finding : vexor::CheckXMLConfigText(content, kNoLimits)) {
-    if (finding.severity == vexor::Severity::kNote) continue;
-    const bool is_error = finding.severity == vexor::Severity::kError;
-    status = std::max(status, is_error ? kErrors : kWarnings);
-    std::cout << input.name << ':' << finding.line << (is_error ? ": error: " : ": warning: ")
-              << FormatFinding(finding) << '\n';
-  }
-  return status;
+  const CheckArguments arguments;
+  const vexor::CheckLimits limits{.most_bytes = std::string::npos, .with_allowed = true};
+  const CheckedFile file{.name = input.name,
+                         .path = input.name,
+                         .content = content,
+                         .failure = {},
+                         .findings = vexor::CheckXMLConfigText(content, limits)};
+  CheckTotals totals(arguments);
+  totals.Add(file);
+  TextOutput(arguments).Add(file);
+  TextOutput::Finish(totals);
+  return totals.GetStatus();
 }
 
 // Rewrites each file by a function of the library.
