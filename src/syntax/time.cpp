@@ -176,8 +176,7 @@ std::optional<Fault> CheckExeCycles(std::string_view text) {
 std::optional<Fault> DoubtExeCycles(std::string_view text) {
   FaultNote unused(text);
   if (text.empty() || ReadExeLength(text, unused).number > 0) return std::nullopt;
-  return Fault{
-      .what = "zero cycles", .expected = "a number above 0", .kind = FaultKind::kNothing};
+  return Fault{.what = "zero cycles", .expected = "a number above 0", .kind = FaultKind::kNothing};
 }
 
 }  // namespace vexor
