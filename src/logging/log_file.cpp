@@ -129,7 +129,7 @@ struct VexorLogging::Impl {
   bool RunAfterKept(const Step& step);
 
   vexor::LogContent LookAhead(const std::string& file, bool continues, bool is_locked);
-  bool Settle(Aftermath& after);
+  bool FlushAndAnnounce(Aftermath& after);
   bool Flush(const std::shared_ptr<vexor::DurableFile>& file, std::uint64_t count);
   void UpdateAutoRunScript(unsigned& moves);
 
@@ -139,7 +139,7 @@ struct VexorLogging::Impl {
                             const vexor::LogContent& known);
   [[nodiscard]] FirstFile PlanStart(const std::string& file, bool continues, bool is_locked) const;
   [[nodiscard]] std::string MakeRow(std::span<const CsvCell> cells, TRACE_LEVEL line_level) const;
-  void Take(std::string_view line, Aftermath& after);
+  void WriteOrKeep(std::string_view line, Aftermath& after);
   void WriteKept(std::size_t& due, Aftermath& after);
   void DropKept();
 
@@ -169,7 +169,7 @@ bool VexorLogging::Impl::Drops(TRACE_LEVEL line_level, bool force) const {
   return !force && line_level > level.load(std::memory_order_relaxed);
 }
 
-void VexorLogging::Impl::Take(std::string_view line, Aftermath& after) {
+void VexorLogging::Impl::WriteOrKeep(std::string_view line, Aftermath& after) {
   if (locked.load(std::memory_order_relaxed)) {
     kept.emplace_back(line);
   } else {
@@ -203,12 +203,12 @@ std::string VexorLogging::Impl::MakeRow(std::span<const CsvCell> cells,
 void VexorLogging::Impl::LogRow(std::span<const CsvCell> cells, TRACE_LEVEL line_level,
                                 bool force) {
   if (Drops(line_level, force)) return;
-  Run([&](Aftermath& after) { Take(MakeRow(cells, line_level), after); });
+  Run([&](Aftermath& after) { WriteOrKeep(MakeRow(cells, line_level), after); });
 }
 
 void VexorLogging::LogLine(std::string_view text, TRACE_LEVEL level, bool force) {
   if (impl_->Drops(level, force)) return;
-  impl_->Run([&](Aftermath& after) { impl_->Take(text, after); });
+  impl_->Run([&](Aftermath& after) { impl_->WriteOrKeep(text, after); });
 }
 
 void VexorLogging::LogNote(std::string_view text, TRACE_LEVEL level, bool force) {
@@ -307,7 +307,7 @@ bool VexorLogging::Initialize(std::string_view path, std::string_view name, TRAC
     if (!no_version_note && !impl_->Drops(TRACE_CRITICAL, false)) {
       const std::string note = vexor::MakeVersionNote();
       const CsvCell cells[] = {{.column = "Notes", .text = note}};
-      impl_->Take(impl_->MakeRow(cells, TRACE_CRITICAL), after);
+      impl_->WriteOrKeep(impl_->MakeRow(cells, TRACE_CRITICAL), after);
     }
     RegisterThisThread(level, !continue_log);
   });
@@ -430,7 +430,7 @@ bool VexorLogging::Impl::Run(const Step& step) {
       if (!failure) failure = other_failure;
     }
   }
-  const bool durable = Settle(after);
+  const bool durable = FlushAndAnnounce(after);
   if (failure) std::rethrow_exception(failure);
   return durable;
 }
@@ -472,7 +472,7 @@ bool VexorLogging::Impl::Flush(const std::shared_ptr<vexor::DurableFile>& file,
   return false;
 }
 
-bool VexorLogging::Impl::Settle(Aftermath& after) {
+bool VexorLogging::Impl::FlushAndAnnounce(Aftermath& after) {
   bool durable = true;
   const bool is_telling = Telling::IsBy(this);
   if (is_telling) after.moves = 0;

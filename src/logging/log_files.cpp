@@ -134,7 +134,7 @@ void FindMissing(FoundSeries& series) {
 class Finder {
  public:
   void Add(const std::string& path);
-  FoundLogs Take();
+  FoundLogs Release();
 
  private:
   using SeriesKey = std::pair<std::size_t, std::string>;  // folder and name
@@ -203,7 +203,7 @@ void Finder::AddLog(FoundLog log) {
   }
 }
 
-FoundLogs Finder::Take() {
+FoundLogs Finder::Release() {
   std::map<SeriesKey, FoundSeries> alone;
   for (auto& [key, log] : single_) {
     const auto series = numbered_.find(key);
@@ -229,7 +229,7 @@ FoundLogs Finder::Take() {
 FoundLogs FindLogs(const std::vector<std::string>& paths) {
   Finder finder;
   for (const std::string& path : paths) finder.Add(path);
-  return finder.Take();
+  return finder.Release();
 }
 
 }  // namespace vexor

@@ -76,7 +76,7 @@ bool LogHeader::IsHeader(std::string_view line, bool is_first) {
   return find(kTime) || (is_first && std::all_of(names.begin(), names.end(), IsPlainName));
 }
 
-void LogHeader::Take(std::string_view line) {
+void LogHeader::Set(std::string_view line) {
   line_ = line;
   columns_.clear();
   if (!line.empty()) columns_ = SplitNames(line, names_);

@@ -13,12 +13,12 @@ namespace vexor {
 class LogHeader {
  public:
   LogHeader() = default;
-  explicit LogHeader(std::string_view line) { Take(line); }
+  explicit LogHeader(std::string_view line) { Set(line); }
   LogHeader(const LogHeader&) = delete;
   LogHeader& operator=(const LogHeader&) = delete;
 
   // Replaces the header by this line; an empty line is no header.
-  void Take(std::string_view line);
+  void Set(std::string_view line);
 
   // Whether the line is a header: distinct column names with "Time" among them or, in the first
   // line of a file, distinct names that are no numbers.

@@ -138,7 +138,7 @@ LogReaderImpl::LogReaderImpl(LogReaderOptions its_options)
     : options(std::move(its_options)), assumed_(options.header.empty() ? SuiteHeader() : given_) {
   options.row_limit = std::clamp(options.row_limit, std::size_t{1} << 10, std::size_t{1} << 30);
   options.buffer_size = std::max(options.buffer_size, std::size_t{1});
-  given_.Take(options.header);
+  given_.Set(options.header);
 }
 
 std::error_code LogReaderImpl::Open(const std::string& its_path) {
@@ -148,7 +148,7 @@ std::error_code LogReaderImpl::Open(const std::string& its_path) {
   offset_ = searched_ = nuls_ = 0;
   line_ = 1;
   stamps_ = {};
-  row.header.Take("");
+  row.header.Set("");
   row.header_number = 0;
   buffer.Reset(options.buffer_size);
   return buffer.source.Open(path, options.keep_open, options.follow);
@@ -325,7 +325,7 @@ void LogReaderImpl::TakeHeader(std::string_view line) {
   while (line.ends_with('\r')) line.remove_suffix(1);
   if (line == row.header.Line()) return;
   const std::vector<std::string> before(row.header.Columns().begin(), row.header.Columns().end());
-  row.header.Take(line);
+  row.header.Set(line);
   const auto& now = row.header.Columns();
   if (!std::equal(before.begin(), before.end(), now.begin(), now.end())) ++row.header_number;
 }

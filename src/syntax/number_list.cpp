@@ -10,23 +10,13 @@
 #include <stdexcept>
 #include <string>
 
+#include "util/number_range.h"
 #include "util/text.h"
 #include "vexor/util/numbers.h"
 
 namespace vexor {
 
 namespace {
-
-constexpr bool IsBracket(char c) { return c == '[' || c == ']'; }
-
-// Returns the item without brackets. The result refers to `buffer` if there were any inside.
-std::string_view RemoveBrackets(std::string_view item, std::string& buffer) {
-  item = TrimIf(item, IsBracket);
-  if (item.find_first_of("[]") == std::string_view::npos) return item;
-  buffer = item;
-  std::erase_if(buffer, IsBracket);
-  return buffer;
-}
 
 struct Range {
   std::uint64_t low = 0;
@@ -52,10 +42,6 @@ void AppendRange(const Range& range, std::vector<int>& numbers) {
   for (int& number : std::span(numbers).subspan(first)) number = static_cast<int>(value++);
 }
 
-[[noreturn]] void ThrowTooLong(std::string_view item) {
-  throw std::length_error("more than 16777216 values in \"" + std::string(item) + "\"");
-}
-
 }  // namespace
 
 std::uint64_t ReadNumberList(std::string_view text, std::vector<int>* numbers, FaultNote& note,
@@ -65,7 +51,7 @@ std::uint64_t ReadNumberList(std::string_view text, std::vector<int>* numbers, F
   std::string_view rest = text;
   for (std::string_view item; TakeItem(rest, ',', item);) {
     std::string buffer;
-    const std::string_view digits = RemoveBrackets(item, buffer);
+    const std::string_view digits = RemoveBrackets(TrimIf(item, IsBracket), buffer);
     // Brackets alone after the last "," are no item, just as there is none if nothing follows it.
     if (digits.empty() && item.data() + item.size() == text.data() + text.size()) break;
     const std::optional<Range> range = ReadRange(digits, base);
@@ -92,7 +78,8 @@ std::string_view FindRepeatedNumber(std::string_view text) {
   std::string_view rest = text;
   for (std::string_view item; TakeItem(rest, ',', item);) {
     std::string buffer;
-    const auto range = ReadRange(RemoveBrackets(item, buffer), NumberBase::kDecimal);
+    const auto range =
+        ReadRange(RemoveBrackets(TrimIf(item, IsBracket), buffer), NumberBase::kDecimal);
     if (!range) continue;
     const auto above = seen.upper_bound(range->high);
     if (above != seen.begin() && std::prev(above)->second >= range->low) return item;

@@ -11,6 +11,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "util/number_range.h"
 #include "util/saturate.h"
 #include "util/text.h"
 #include "vexor/util/random.h"
@@ -69,18 +70,6 @@ double ReadFrontNumber(std::string_view text) {
   // In "0x.", the number is the zero.
   if (error != std::errc{} && !is_hex) throw std::invalid_argument(kInvalid);
   return is_negative ? -value : value;
-}
-
-// Returns the text without brackets. The result refers to `buffer` if there were any.
-std::string_view RemoveBrackets(std::string_view text, std::string& buffer) {
-  if (text.find_first_of("[]") == std::string_view::npos) return text;
-  buffer = text;
-  std::erase_if(buffer, [](char c) { return c == '[' || c == ']'; });
-  return buffer;
-}
-
-[[noreturn]] void ThrowTooLong(std::string_view text) {
-  throw std::length_error("more than 16777216 values in \"" + std::string(text) + "\"");
 }
 
 // The two bounds of an item; both are the number itself if the item is not a range.

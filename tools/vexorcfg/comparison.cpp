@@ -119,7 +119,7 @@ class Comparer {
     result_.differences.push_back({std::string(EntryPathOf(b.front())), {}, b});
   }
 
-  Comparison Take() && { return std::move(result_); }
+  Comparison Release() && { return std::move(result_); }
 
  private:
   // Returns for each entry of `a` the index of the entry of `b` to compare it with. Between entries
@@ -197,7 +197,7 @@ Comparison Compare(const Description& a, const Description& b) {
   for (const List& list : lists_of_b.all()) {
     if (lists_of_a.Find(list.path) == nullptr) comparer.CompareLists(List(), list);
   }
-  return std::move(comparer).Take();
+  return std::move(comparer).Release();
 }
 
 Description DescribeDefaults() { return vexor::DescribeXMLConfigText("<VEXOR/>"); }

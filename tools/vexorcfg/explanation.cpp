@@ -27,7 +27,7 @@ std::optional<SyntaxInfo> FindSyntax(std::string_view name) {
 
 // Whether the name is the option's name, alone or with the elements around it, or its keyword.
 bool IsMeant(const OptionInfo& option, const std::string& name) {
-  const std::string keyword = std::string(PlaceOf(option)).append("/").append(option.keyword);
+  const std::string keyword = std::string(ParentOf(option)).append("/").append(option.keyword);
   return StringEndsWith("/" + option.path, "/" + name, true) ||
          StringEndsWith(keyword, "/" + name, true) || IsOverwriteOption(option.keyword, name);
 }
@@ -140,7 +140,7 @@ std::string_view NameOf(const OptionInfo& option) {
   return std::string_view(option.path).substr(option.path.rfind('/') + 1);
 }
 
-std::string_view PlaceOf(const OptionInfo& option) {
+std::string_view ParentOf(const OptionInfo& option) {
   const std::size_t slash = option.path.rfind('/');
   return std::string_view(option.path).substr(0, slash == std::string::npos ? 0 : slash);
 }

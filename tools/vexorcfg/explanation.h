@@ -78,7 +78,7 @@ Explanation ExplainErrors(const std::string& name, const std::vector<std::string
 Status StatusOf(const Explanation& explanation);
 
 std::string_view NameOf(const vexor::OptionInfo& option);
-std::string_view PlaceOf(const vexor::OptionInfo& option);
+std::string_view ParentOf(const vexor::OptionInfo& option);
 
 void PrintExplanation(const Explanation& found);
 

@@ -149,7 +149,7 @@ bool AreAlike(const OptionInfo& a, const OptionInfo& b) {
 }
 
 void PrintPlace(const OptionInfo& option, std::size_t width) {
-  std::cout << "    " << std::left << std::setw(static_cast<int>(width)) << PlaceOf(option) << "  "
+  std::cout << "    " << std::left << std::setw(static_cast<int>(width)) << ParentOf(option) << "  "
             << (option.preset.empty() ? "\"\"" : option.preset);
   if (!option.fallback.empty() && option.fallback != option.preset) {
     std::cout << ", " << option.fallback << " in an element without it";
@@ -181,7 +181,7 @@ void PrintOption(const std::vector<const OptionInfo*>& alike) {
   if (option.repeats) PrintRow("", "may stand several times");
   std::cout << "  stands in, with its default there\n";
   std::size_t width = 0;
-  for (const OptionInfo* const other : alike) width = std::max(width, PlaceOf(*other).size());
+  for (const OptionInfo* const other : alike) width = std::max(width, ParentOf(*other).size());
   for (const OptionInfo* const other : alike) PrintPlace(*other, width);
 }
 
@@ -206,10 +206,10 @@ void PrintOptionsAlike(const std::vector<OptionInfo>& all) {
 void PrintOptionsWithin(const std::vector<OptionInfo>& options, bool is_continued) {
   std::string_view place;
   for (const OptionInfo& option : options) {
-    if (PlaceOf(option) != place) {
+    if (ParentOf(option) != place) {
       if (is_continued) std::cout << '\n';
       is_continued = true;
-      place = PlaceOf(option);
+      place = ParentOf(option);
       std::cout << place << '\n';
     }
     std::cout << "  " << std::left << std::setw(24) << NameOf(option) << option.about << '\n';

@@ -100,7 +100,7 @@ class Collector {
     }
   }
 
-  Losses Take() && {
+  Losses Release() && {
     std::ranges::stable_sort(stated_, {}, &Stated::line);
     for (Stated& stated : stated_) losses_.stated.push_back(std::move(stated.text));
     return std::move(losses_);
@@ -138,7 +138,7 @@ Losses ListLosses(const std::string& file, const Description& before, const Desc
   collector.AddVersion(before);
   collector.AddSettings(comparison);
   collector.AddUnread(before, after);
-  return std::move(collector).Take();
+  return std::move(collector).Release();
 }
 
 }  // namespace tools::vexorcfg

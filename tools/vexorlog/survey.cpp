@@ -184,7 +184,7 @@ LogEnd EndOf(const Part& part, const std::string& path) {
 }
 
 // Counts the restarts of a log for the test that has most of its rows.
-void Settle(Part& part, const std::string& last_path) {
+void FinishSeries(Part& part, const std::string& last_path) {
   const LogEnd end = EndOf(part, last_path);
   for (TestSurvey& test : part.tests) test.end = end;
   const auto owner = std::ranges::max_element(part.tests, {}, &TestSurvey::rows);
@@ -217,7 +217,7 @@ Survey MakeSurvey(const Logs& logs, const RowFilter& filter, Progress& progress)
     if (parts[i].empty()) continue;
     Part series;
     for (Part& file : parts[i]) Join(series, std::move(file), true);
-    Settle(series, logs.series[i].files.back().path);
+    FinishSeries(series, logs.series[i].files.back().path);
     Join(all, std::move(series), false);
   }
 

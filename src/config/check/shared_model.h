@@ -1,5 +1,5 @@
-// The model of a configuration file, made once for all checks: making it takes as long as the check
-// of a small file.
+// The model of a configuration file. It is the same for every file, and takes time to make, so all
+// checks and edits share one.
 #pragma once
 
 #include "config/model/document_model.h"

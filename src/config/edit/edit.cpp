@@ -9,6 +9,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "config/check/shared_model.h"
 #include "config/edit/option_paths.h"
 #include "config/file/element_walk.h"
 #include "config/file/reader.h"
@@ -168,9 +169,7 @@ bool SetOption(_XML_FULL_CFG& cfg, std::string_view path, std::string_view text)
 }
 
 FoundSettings FindSettings(const Description& description, std::string_view path) {
-  const auto records = std::make_unique<FullRecords>();
-  const ElementModel model = MakeDocumentModel(*records);
-  const ResolvedPath resolved = ResolvePath(path, model);
+  const ResolvedPath resolved = ResolvePath(path, GetSharedModel().root);
   FoundSettings found;
   found.error = resolved.steps.empty() ? resolved.fault : RefuseOlderName(resolved);
   if (!found.error.empty()) return found;

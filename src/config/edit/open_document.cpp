@@ -91,11 +91,11 @@ std::size_t OpenDocument::FindStep(std::size_t parent, const ElementModel& paren
 
 std::size_t OpenDocument::FindElement(const ResolvedPath& path) const {
   std::size_t element = Root();
-  const ElementModel* model = &model_;
+  const ElementModel* parent_model = &model();
   for (const PathStep& step : path.steps) {
-    element = FindStep(element, *model, step);
+    element = FindStep(element, *parent_model, step);
     if (element == 0) return 0;
-    if (step.model != nullptr) model = step.model;
+    if (step.model != nullptr) parent_model = step.model;
   }
   return element;
 }

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "config/check/shared_model.h"
 #include "config/edit/option_paths.h"
 #include "config/edit/source_edits.h"
 #include "config/file/source_tree.h"
@@ -25,7 +26,7 @@ class OpenDocument {
 
   [[nodiscard]] const Description& description() const { return described_.description; }
   [[nodiscard]] const SourceTree& tree() const { return tree_; }
-  [[nodiscard]] const ElementModel& model() const { return model_; }
+  [[nodiscard]] static const ElementModel& model() { return GetSharedModel().root; }
 
   // Returns the setting of the path, or null.
   [[nodiscard]] const Setting* FindSetting(std::string_view path) const;
@@ -57,8 +58,6 @@ class OpenDocument {
  private:
   void FindError();
 
-  FullRecords records_;
-  ElementModel model_ = MakeDocumentModel(records_);
   SourceTree tree_;
   DescribedDocument described_;
   std::optional<SourceNodes> nodes_;
