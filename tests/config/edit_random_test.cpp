@@ -102,11 +102,6 @@ std::string LineOf(std::string_view text, int line) {
   return std::string(text.substr(0, text.find('\n')));
 }
 
-const Setting* FindSetting(const Description& description, std::string_view path) {
-  const auto found = std::ranges::find(description.settings, path, &Setting::path);
-  return found == description.settings.end() ? nullptr : &*found;
-}
-
 // Expects that nothing but the option's own line changed, or lines were added in one place.
 void ExpectLocal(const std::string& before, const std::string& after, const Setting* setting) {
   const auto size = std::min(before.size(), after.size());
@@ -159,14 +154,15 @@ TEST(RandomEdits, OnlyTheOptionChanges) {
     }
     ASSERT_EQ(edited.error, "") << before;
     const Description after = vexor::DescribeXMLConfigText(edited.content);
-    const Setting* const setting = FindSetting(after, option.path);
+    const vexor::FoundSettings found = vexor::FindSettings(after, option.path);
     if (option.path == "Version") {
       EXPECT_EQ(after.version, text);
     } else {
-      ASSERT_NE(setting, nullptr);
-      EXPECT_EQ(setting->value, text);
+      ASSERT_EQ(found.settings.size(), 1U);
+      EXPECT_EQ(found.settings.front().value, text);
     }
-    ExpectLocal(before, edited.content, FindSetting(description, option.path));
+    const vexor::FoundSettings old = vexor::FindSettings(description, option.path);
+    ExpectLocal(before, edited.content, old.settings.empty() ? nullptr : &old.settings.front());
     ++done;
     if (HasFailure()) FAIL() << before << "\n=====\n" << edited.content;
   }

@@ -118,6 +118,7 @@ std::vector<Finding> Findings::Sorted() && {
 
 std::vector<FindingCode> GetFindingCodes() {
   std::vector<FindingCode> codes;
+  codes.reserve(kFindingKinds.size());
   for (const FindingRow& row : kFindingKinds) {
     codes.push_back({row.code, row.title, row.about, row.severity, !row.ends_reading});
   }

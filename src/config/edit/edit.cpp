@@ -3,6 +3,7 @@
 #include <tinyxml2.h>
 
 #include <algorithm>
+#include <cassert>
 #include <iterator>
 #include <memory>
 #include <span>
@@ -75,6 +76,7 @@ Home FindHome(std::span<const PathStep> steps, FullRecords& records, bool append
   const ElementModel* const parent = steps.size() > 1 ? steps[steps.size() - 2].model : nullptr;
   Home home;
   if (last.model == nullptr) {
+    assert(parent != nullptr);  // no section is of any name
     if (parent->list != nullptr) return FindListHome(*parent->list, records.config.GlobalConfig);
     home.list = &records.config.TestControl.TestTraceCfg;
     return home;

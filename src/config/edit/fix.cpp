@@ -162,7 +162,7 @@ Faults ListFaults(const std::vector<Finding>& findings) {
 
 // Returns the path of the element after its repair.
 std::string NewPath(const Finding& finding) {
-  const std::string path = WithoutNumbers(finding.path);
+  std::string path = WithoutNumbers(finding.path);
   const std::size_t slash = path.rfind('/');
   if (finding.mend == Mend::kMove) {
     const std::string name = path.substr(slash == std::string::npos ? 0 : slash + 1);

@@ -26,7 +26,7 @@ class OpenDocument {
 
   [[nodiscard]] const Description& description() const { return described_.description; }
   [[nodiscard]] const SourceTree& tree() const { return tree_; }
-  [[nodiscard]] static const ElementModel& model() { return GetSharedModel().root; }
+  [[nodiscard]] const ElementModel& model() const { return GetSharedModel().root; }
 
   // Returns the setting of the path, or null.
   [[nodiscard]] const Setting* FindSetting(std::string_view path) const;

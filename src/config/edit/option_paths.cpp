@@ -4,6 +4,7 @@
 #include <functional>
 #include <optional>
 
+#include "config/check/shared_model.h"
 #include "config/model/element_path.h"
 #include "config/tables/sections.h"
 #include "config/tables/system_setup.h"
@@ -183,8 +184,8 @@ void UseMainName(Trail& steps, const ElementModel& root) {
 
 std::string ResolvedPath::Join(std::size_t count) const { return JoinSteps(steps, count); }
 
-const ElementModel& ResolvedPath::Parent(const ElementModel& root) const {
-  return steps.size() < 2 ? root : *steps[steps.size() - 2].model;
+const ElementModel& ResolvedPath::Parent() const {
+  return steps.size() < 2 ? GetSharedModel().root : *steps[steps.size() - 2].model;
 }
 
 ResolvedPath ResolvePath(std::string_view path, const ElementModel& root) {

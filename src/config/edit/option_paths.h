@@ -24,7 +24,7 @@ struct ResolvedPath {
   // Returns "GLOBALPM/CORE/CSTATES/ActiveTime", with numbers in "[]".
   [[nodiscard]] std::string Join() const { return Join(steps.size()); }
   [[nodiscard]] std::string Join(std::size_t count) const;  // of the first steps
-  [[nodiscard]] const ElementModel& Parent(const ElementModel& root) const;
+  [[nodiscard]] const ElementModel& Parent() const;  // the model of the element around the last
 };
 
 // Resolves a path such as "GLOBALPM/CORE/CSTATES/ActiveTime", or its end if that is unique, such as

@@ -86,12 +86,12 @@ std::string RefuseNumbers(const OpenDocument& document, const ResolvedPath& path
 }
 
 // Returns the row with the grammar of the path's text.
-OptionRow RowOf(const ResolvedPath& path, const ElementModel& root) {
+OptionRow RowOf(const ResolvedPath& path) {
   const ElementModel* const model = path.steps.back().model;
   OptionRow row;
   if (model != nullptr && model->option != nullptr) return *model->option;
   if (model != nullptr && model->content == Content::kSwitch) row.syntax = Syntax::kBoolean;
-  const ElementModel& parent = path.Parent(root);
+  const ElementModel& parent = path.Parent();
   if (model == nullptr && parent.content == Content::kPairs) {
     const auto& values = parent.list->values;
     const auto known = std::ranges::find(values, path.steps.back().name, &OptionRow::name);
@@ -181,7 +181,7 @@ EditedText Setter::Set(const EditLimits& limits) {
 }
 
 EditedText Setter::SetIn(std::size_t element) const {
-  const bool is_argument = path_.Parent(document_.model()).content == Content::kArguments;
+  const bool is_argument = path_.Parent().content == Content::kArguments;
   return Finish(is_argument ? editor_.SetAttribute(element, "val", value_)
                             : editor_.SetText(element, value_, IsSwitch()),
                 element, "set");
@@ -271,8 +271,9 @@ std::string Setter::Prove(const std::string& result, const EditLimits& limits) c
 
 EditedText Setter::Finish(SourceEdits edits, std::size_t at, std::string what) const {
   EditedText result;
-  result.content = ApplyEdits(content_, edits);
-  if (edits.empty()) return result;
+  const bool is_unchanged = edits.empty();
+  result.content = ApplyEdits(content_, std::move(edits));
+  if (is_unchanged) return result;
   const Setting* const setting = document_.FindSetting(name_);
   result.changes.push_back({.line = document_.LineOf(at),
                             .path = name_,
@@ -337,7 +338,7 @@ EditedText SetOptionInText(std::string_view content, std::string_view path, std:
   if (resolved.steps.back().number > 0 && TrimSpace(value).empty()) {
     return Fail(content, "an empty entry is not read; remove the entry instead");
   }
-  const OptionRow row = RowOf(resolved, document->model());
+  const OptionRow row = RowOf(resolved);
   std::string warning;
   if (const auto fault = JudgeText(row, value); fault && !value.empty()) {
     const FaultWording wording = WordFault(row, value, *fault);

@@ -217,7 +217,9 @@ SourceEdits SourceEditor::InsertCopy(std::size_t sibling, std::size_t element,
     edit.range.end -= range.begin;
   }
   const std::string copy = ApplyEdits(tree_.TextOf(range), renames);
-  return InsertPrinted(tree_[sibling].parent, sibling, [&](const std::string&) { return copy; });
+  return InsertPrinted(
+      tree_[sibling].parent, sibling,
+      [&copy](const std::string& /*indent*/) -> const std::string& { return copy; });
 }
 
 SourceEdits SourceEditor::Replace(SourceRange range, std::string_view text) const {
@@ -226,7 +228,9 @@ SourceEdits SourceEditor::Replace(SourceRange range, std::string_view text) cons
 
 SourceEdits SourceEditor::Move(std::size_t element, std::size_t parent, std::size_t sibling) const {
   const std::string copy(tree_.TextOf(tree_[element].range));
-  SourceEdits edits = InsertPrinted(parent, sibling, [&](const std::string&) { return copy; });
+  SourceEdits edits =
+      InsertPrinted(parent, sibling,
+                    [&copy](const std::string& /*indent*/) -> const std::string& { return copy; });
   const SourceEdits removal = Remove(element);
   edits.insert(edits.end(), removal.begin(), removal.end());
   return edits;

@@ -43,7 +43,7 @@ class SourceTreeBuilder {
 
   // Calls a member function from the parser, with the arguments of the event dropped.
   template <auto function, class... Arguments>
-  static void XMLCALL Handle(void* builder, Arguments...) {
+  static void XMLCALL Handle(void* builder, Arguments... /*arguments*/) {
     (static_cast<SourceTreeBuilder*>(builder)->*function)();
   }
   static void XMLCALL HandleDeclaration(void* builder, const char* version, const char* encoding,
@@ -77,7 +77,7 @@ SourceTreeBuilder::SourceTreeBuilder(SourceTree& tree)
     : tree_(tree), parser_(XML_ParserCreate(tree.is_utf8_ ? "UTF-8" : "ISO-8859-1")) {
   using Self = SourceTreeBuilder;
   if (parser_ == nullptr) throw std::bad_alloc();
-  XML_Parser const parser = parser_.get();
+  auto* const parser = parser_.get();
   XML_SetUserData(parser, this);
   XML_SetElementHandler(parser, Handle<&Self::OpenElement>, Handle<&Self::CloseElement>);
   XML_SetCharacterDataHandler(parser, Handle<&Self::AddText>);
