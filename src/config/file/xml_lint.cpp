@@ -197,7 +197,7 @@ Linter::Place Linter::PlaceOf(std::string_view text) const {
                        is_not_behind(text.data() + text.size(), content_.data() + content_.size());
   const std::string_view part = is_part ? text : Rest().substr(0, text.size());
   const auto at = static_cast<std::size_t>(part.data() - content_.data());
-  return {line_, at, std::min(part.find_first_of("\r\n"), std::min(part.size(), kExcerpt))};
+  return {line_, at, std::min({part.find_first_of("\r\n"), part.size(), kExcerpt})};
 }
 
 // Reports a fault once for each line.
