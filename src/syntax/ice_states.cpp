@@ -73,7 +73,8 @@ std::optional<Fault> DoubtIceStates(std::string_view text) {
   FaultNote note(text);
   std::string_view rest = text;
   std::string_view item;
-  if (TakeFilledItem(rest, ';', item) && TakeFilledItem(rest, ';', item)) {
+  const bool has_state = TakeFilledItem(rest, ';', item);
+  if (has_state && TakeFilledItem(rest, ';', item)) {
     note.At(item, "several states, of which only one is requested", "one state",
             FaultKind::kOneOfSeveral);
   }
