@@ -4,8 +4,10 @@
 
 #include <algorithm>
 #include <cassert>
+#include <exception>
 #include <limits>
 #include <memory>
+#include <new>
 #include <utility>
 
 #include "config/texts/xml_characters.h"
@@ -41,10 +43,24 @@ class SourceTreeBuilder {
     void operator()(XML_Parser parser) const { XML_ParserFree(parser); }
   };
 
-  // Calls a member function from the parser, with the arguments of the event dropped.
+  // Handles an event with a member function. An exception must not pass through the parser, which
+  // is written in C: it stops the parser, and Build throws it again.
+  template <class Function>
+  static void Run(void* builder, const Function& function) {
+    auto& self = *static_cast<SourceTreeBuilder*>(builder);
+    if (self.failure_) return;  // the parser may report one more event after it was stopped
+    try {
+      function(self);
+    } catch (...) {
+      self.failure_ = std::current_exception();
+      XML_StopParser(self.parser_.get(), XML_FALSE);
+    }
+  }
+
+  // Does the same for events whose arguments do not matter.
   template <auto function, class... Arguments>
   static void XMLCALL Handle(void* builder, Arguments... /*arguments*/) {
-    (static_cast<SourceTreeBuilder*>(builder)->*function)();
+    Run(builder, [](SourceTreeBuilder& self) { (self.*function)(); });
   }
   static void XMLCALL HandleDeclaration(void* builder, const char* version, const char* encoding,
                                         int standalone);
@@ -69,6 +85,7 @@ class SourceTreeBuilder {
   std::vector<std::size_t> open_;  // the document and the open elements
   SourceRange text_;               // the parser reports a text in pieces
   std::size_t data_ = 0;           // the open CDATA section, or 0
+  std::exception_ptr failure_;
 };
 
 // In a file that is not UTF-8, the bytes are taken as one character each, whatever the declaration
@@ -102,6 +119,7 @@ void SourceTreeBuilder::Build() {
     is_good = XML_Parse(parser_.get(), piece.data(), static_cast<int>(piece.size()),
                         rest.empty() ? 1 : 0) == XML_STATUS_OK;
   } while (is_good && !rest.empty());
+  if (failure_) std::rethrow_exception(failure_);
   if (XML_GetErrorCode(parser_.get()) == XML_ERROR_NO_MEMORY) throw std::bad_alloc();
   tree_.is_whole_ = is_good;
   CloseAll();
@@ -109,17 +127,19 @@ void SourceTreeBuilder::Build() {
 
 void SourceTreeBuilder::HandleDeclaration(void* builder, const char* /*version*/,
                                           const char* encoding, int /*standalone*/) {
-  auto& self = *static_cast<SourceTreeBuilder*>(builder);
-  self.AddOther();
-  if (encoding != nullptr && !EqualsIgnoreCase(encoding, "UTF-8")) self.tree_.is_utf8_ = false;
+  Run(builder, [encoding](SourceTreeBuilder& self) {
+    self.AddOther();
+    if (encoding != nullptr && !EqualsIgnoreCase(encoding, "UTF-8")) self.tree_.is_utf8_ = false;
+  });
 }
 
 // Entities declared in the file would be read by the parser and not by the XML library.
 void SourceTreeBuilder::HandleType(void* builder, const char* /*name*/, const char* /*system*/,
                                    const char* /*public_id*/, int has_declarations) {
-  auto& self = *static_cast<SourceTreeBuilder*>(builder);
-  self.Add(Kind::kOther, self.EventRange());
-  if (has_declarations != 0) XML_StopParser(self.parser_.get(), XML_FALSE);
+  Run(builder, [has_declarations](SourceTreeBuilder& self) {
+    self.AddOther();
+    if (has_declarations != 0) XML_StopParser(self.parser_.get(), XML_FALSE);
+  });
 }
 
 SourceRange SourceTreeBuilder::EventRange() const {
