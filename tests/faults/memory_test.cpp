@@ -256,6 +256,21 @@ constexpr Entry kEntries[] = {
        }
        return found;
      }},
+    {"SetOptionInText",
+     [] {
+       return Faults::Arm(
+                  [] { return vexor::SetOptionInText(SmallDocument(), "SDC/ActiveTime", "sec:3"); })
+           .content;
+     }},
+    {"FixText", [] { return Faults::Arm([] { return vexor::FixText(SmallDocument()); }).content; }},
+    {"MigrateText",
+     [] { return Faults::Arm([] { return vexor::MigrateText(SmallDocument()); }).content; }},
+    {"SetOption",
+     [] {
+       const auto cfg = std::make_unique<_XML_FULL_CFG>();
+       Faults::Arm([&] { return vexor::SetOption(*cfg, "SDC/ActiveTime", "sec:3"); });
+       return cfg->GlobalPM.SDC.ActiveTime;
+     }},
     {"DescribeXMLConfigText",
      [] {
        const auto d = Faults::Arm([] { return vexor::DescribeXMLConfigText(SmallDocument()); });
