@@ -140,7 +140,7 @@ std::string NameUnknown(const std::vector<NamePart>& parts, const ElementModel& 
   std::vector<std::string_view> names;
   ListNames(root, names);
   std::ranges::sort(names);
-  names.erase(std::ranges::unique(names).begin(), names.end());
+  names.erase(std::unique(names.begin(), names.end()), names.end());
   for (const NamePart& part : parts) {
     const bool is_known = std::ranges::any_of(
         names, [&part](std::string_view name) { return EqualsIgnoreCase(name, part.name); });
