@@ -18,6 +18,11 @@ namespace {
 using Content = ElementModel::Content;
 using Kind = SourceNode::Kind;
 
+// Returns the beginning of the paths in a section of the test control.
+std::string ControlPath(Section section) {
+  return JoinPath(NameOf(Section::kTestControl), NameOf(section)) + "/";
+}
+
 // Makes the edits that bring one document to the current form.
 class Migrator {
  public:
@@ -169,9 +174,10 @@ void Migrator::RenewFindings() {
 
 // An entry of an older form may stand for two.
 void Migrator::RenewTraces() {
+  const std::string prefix = ControlPath(Section::kTestTraces);
   std::size_t last = 0;
   for (const Setting& setting : document_.description().settings) {
-    if (!setting.path.starts_with("TEST_CONTROL_CFG/TestTraceCfg/")) continue;
+    if (!setting.path.starts_with(prefix)) continue;
     const std::size_t element = document_.ElementOf(setting);
     if (element == 0 || (setting.origin != Origin::kCorrected && element != last)) continue;
     if (element == last) {
@@ -188,8 +194,7 @@ void Migrator::RenewTraces() {
 
 // The reader switches tests off that an older file did not mean.
 void Migrator::RenewSwitches() {
-  const std::string prefix = std::string(NameOf(Section::kTestControl)) + "/" +
-                             std::string(NameOf(Section::kAutoRun)) + "/";
+  const std::string prefix = ControlPath(Section::kAutoRun);
   for (const Setting& setting : document_.description().settings) {
     const bool is_switch = setting.path.starts_with(prefix);
     if (!is_switch || setting.origin != Origin::kCorrected) continue;
@@ -209,14 +214,6 @@ void Migrator::RenewVersion() {
   if (element == 0 || document_.description().version == GetVersionText()) return;
   Add(editor_.SetText(element, GetVersionText(), false));
   AddChange(element, step.name, "set", document_.description().version, GetVersionText());
-}
-
-EditedText Fail(std::string_view content, std::string error, int line) {
-  EditedText result;
-  result.content = content;
-  result.error = std::move(error);
-  result.error_line = line;
-  return result;
 }
 
 }  // namespace

@@ -134,6 +134,14 @@ int OpenDocument::LineOf(std::size_t node) const {
   return static_cast<int>(std::ranges::count(before, '\n')) + 1;
 }
 
+EditedText Fail(std::string_view content, std::string error, int line) {
+  EditedText result;
+  result.content = content;
+  result.error = std::move(error);
+  result.error_line = line;
+  return result;
+}
+
 std::vector<std::string> ListDifferences(const Description& before, const Description& after) {
   const Values old_values = IndexValues(before);
   const Values new_values = IndexValues(after);

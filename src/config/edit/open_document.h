@@ -65,6 +65,9 @@ class OpenDocument {
   int error_line_ = 0;
 };
 
+// Returns the outcome of an edit that was not made.
+EditedText Fail(std::string_view content, std::string error, int line = 0);
+
 // Returns the paths whose values differ between two descriptions, except those that are derived
 // from others. A path that only one of them has counts as empty in the other.
 std::vector<std::string> ListDifferences(const Description& before, const Description& after);

@@ -24,14 +24,6 @@ std::string Quoted(std::string_view text) {
   return std::string("\"").append(ShortenName(text)).append("\"");
 }
 
-EditedText Fail(std::string_view content, std::string error, int line = 0) {
-  EditedText result;
-  result.content = content;
-  result.error = std::move(error);
-  result.error_line = line;
-  return result;
-}
-
 bool IsXmlText(std::string_view text) {
   while (!text.empty()) {
     const Utf8Character character = DecodeUtf8(text);
