@@ -15,7 +15,7 @@ if [[ ! $seconds =~ ^[1-9][0-9]*$ ]]; then
   echo "fuzz.sh: '$seconds' is no number of seconds" >&2
   exit 2
 fi
-all=(read values check edit round_trip syntax numbers settings command_line log_reader)
+all=(read values check edit assist round_trip syntax numbers settings command_line log_reader)
 targets=("${@:2}")
 if ((${#targets[@]} == 0)); then
   targets=("${all[@]}")
@@ -43,7 +43,7 @@ fuzz() {
   local inputs=("$corpus" "$root/fuzz/seeds/$target") options=(-max_len=512)
   mkdir -p "$corpus"
   case $target in
-    read | check | edit)
+    read | check | edit | assist)
       cp "$root"/examples/*.xml "$corpus"
       options=(-max_len=16384 -dict="$work/names.dict")
       ;;

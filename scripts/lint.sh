@@ -23,7 +23,7 @@ shellcheck scripts/*.sh .ci/run
 echo "== layers" >&2
 # A folder of src/ needs only those before it in this list; "config" is layered by its rooms.
 layers=(util vocabulary syntax logging config/tables config/texts config/file config/model
-  config/check config/edit)
+  config/check config/edit config/assist)
 for ((i = 0; i < ${#layers[@]}; i++)); do
   for later in "${layers[@]:i+1}"; do
     if grep -rn "#include \"$later/" "src/${layers[i]}"; then

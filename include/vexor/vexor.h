@@ -7,6 +7,7 @@
 // defines no macro but VEXOR_EXPORT.
 #pragma once
 
+#include "vexor/config/assist.h"
 #include "vexor/config/check.h"
 #include "vexor/config/config_record.h"
 #include "vexor/config/custom_registers.h"

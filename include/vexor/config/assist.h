@@ -36,14 +36,14 @@ struct TextReplacement {
 
 // What an element, or a text in it, means.
 struct ElementInfo {
-  TextRange range;                   // the name or the text that the place is in
-  std::string path;                  // "GLOBALPM/CORE/CSTATES/ActiveTime"
-  std::string about;                 // one sentence; empty if nothing is known
-  std::string stands_for;            // the current names, joined by ", ", if this is an older one
-  std::optional<OptionInfo> option;  // if the element holds the text of an option
-  std::string text;                  // of the option, without white space around it
-  std::string meaning;               // "80 ms to 120 ms"; empty if the text needs no description
-  std::optional<TextFault> fault;    // what is wrong with the text
+  TextRange range;              // the name or the text that the place is in
+  std::string path = {};        // "GLOBALPM/CORE/CSTATES/ActiveTime"
+  std::string about = {};       // one sentence; empty if nothing is known
+  std::string stands_for = {};  // the current names, joined by ", ", if this is an older one
+  std::optional<OptionInfo> option = {};  // if the element holds the text of an option
+  std::string text = {};                  // of the option, without white space around it
+  std::string meaning = {};             // "80 ms to 120 ms"; empty if the text needs no description
+  std::optional<TextFault> fault = {};  // what is wrong with the text
 };
 
 // Returns what stands at the place, which is in a tag, in an attribute or in a text of an element.

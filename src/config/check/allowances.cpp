@@ -55,6 +55,15 @@ const XMLNode* FindScope(const XMLComment& comment) {
 
 }  // namespace
 
+bool IsAllowance(std::string_view comment) {
+  constexpr std::string_view kBegin = "<!--";
+  comment.remove_prefix(std::min(comment.size(), kBegin.size()));
+  comment = TrimSpace(comment);
+  if (!comment.starts_with(kCall)) return false;
+  comment.remove_prefix(kCall.size());
+  return TakeWord(comment) == kAllow;
+}
+
 Allowances::Allowances(const tinyxml2::XMLDocument& document, Findings& findings)
     : document_(document) {
   CollectComments(document, findings);

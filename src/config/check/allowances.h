@@ -15,6 +15,9 @@
 
 namespace vexor {
 
+// Returns whether a comment that is being typed, with its "<!--", is at the codes that it allows.
+bool IsAllowance(std::string_view comment);
+
 class Allowances {
  public:
   // Finds the comments of the document. Adds a finding for each that cannot be followed.

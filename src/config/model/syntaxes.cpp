@@ -28,11 +28,6 @@ using Content = ElementModel::Content;
 
 SyntaxInfo InfoOf(const SyntaxRow& row) { return {row.name, GrammarOf(row.syntax), row.example}; }
 
-const SyntaxRow* FindSyntax(std::string_view name) {
-  const auto row = std::ranges::find(Syntaxes(), name, &SyntaxRow::name);
-  return row == Syntaxes().end() ? nullptr : &*row;
-}
-
 std::optional<TextFault> FindFault(Syntax syntax, std::string_view words, std::string_view text) {
   OptionRow option;
   option.syntax = syntax;

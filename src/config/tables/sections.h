@@ -47,7 +47,8 @@ struct GroupRow {
 
 // clang-format off
 inline constexpr auto kSections = std::to_array<SectionRow>({
-    {.section = Section::kRoot, .parent = Section::kRoot, .name = "VEXOR"},
+    {.section = Section::kRoot, .parent = Section::kRoot, .name = "VEXOR",
+     .about = "The configuration of a run."},
     {.section = Section::kVersion, .parent = Section::kRoot, .name = "Version",
      .about = "Version of the tool that the file was written for."},
     {.section = Section::kLoopTracker, .parent = Section::kRoot, .name = "LoopTracker",

@@ -258,6 +258,11 @@ Result CheckWords(std::string_view words, std::string_view text) {
 
 std::span<const SyntaxRow> Syntaxes() { return kSyntaxes; }
 
+const SyntaxRow* FindSyntax(std::string_view name) {
+  const auto row = std::ranges::find(Syntaxes(), name, &SyntaxRow::name);
+  return row == Syntaxes().end() ? nullptr : &*row;
+}
+
 const SyntaxRow& GetSyntax(Syntax syntax) {
   assert(static_cast<std::size_t>(syntax) < kSyntaxes.size());
   return kSyntaxes[static_cast<std::size_t>(syntax)];

@@ -39,6 +39,9 @@ std::span<const SyntaxRow> Syntaxes();
 
 const SyntaxRow& GetSyntax(Syntax syntax);
 
+// Returns the grammar of that name, or null.
+const SyntaxRow* FindSyntax(std::string_view name);
+
 // Returns the description of the grammar with words and units filled in: "AC, DC or Default".
 std::string_view GrammarOf(Syntax syntax);
 
