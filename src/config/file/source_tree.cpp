@@ -244,10 +244,9 @@ std::vector<SourceAttribute> SourceTree::AttributesOf(std::size_t element) const
   std::vector<SourceAttribute> attributes;
   for (std::size_t at = NameOf(element).end; at < nodes_[element].content.begin;) {
     const std::size_t begin = content_.find_first_not_of(kBlanks, at);
-    [[maybe_unused]] const std::size_t equals = content_.find('=', begin);
-    const std::size_t quote = content_.find_first_of("\"'", begin);
     if (content_[begin] == '/' || content_[begin] == '>') break;
-    assert(equals < quote && quote < content_.size());
+    const std::size_t quote = content_.find_first_of("\"'", begin);
+    assert(content_.find('=', begin) < quote && quote < content_.size());
     const std::size_t end = content_.find(content_[quote], quote + 1);
     const std::size_t name_end = content_.find_first_of(" \t\r\n=", begin);
     attributes.push_back({.name = content_.substr(begin, name_end - begin),
