@@ -190,7 +190,7 @@ TEST(FindElementAt, SaysWhatStandsAtThePlace) {
 
 TEST(OutlineText, ListsElementsAndComments) {
   const std::string content =
-      "<!-- note --><VEXOR><GLOBALPM><CORE><CSTATES>"
+      "<!-- a -> b --><VEXOR><GLOBALPM><CORE><CSTATES>"
       "<ActiveTime> sec:1 </ActiveTime><InStateTime>sec:2\n<Half <SubStates/></GLOBALPM></VEXOR>";
   std::string outline;
   for (const OutlineItem& item : OutlineText(content)) {
@@ -273,6 +273,7 @@ TEST(FindReplacements, ReplacesTheLinesThatDiffer) {
       {"ab", "", 0, 2},
       {"a\na\n", "a\n", 2, 4},
       {"xa\n", "a\n", 0, 3},
+      {"ab\nc\n", "ax\nc\n", 0, 3},
   };
   for (const auto& [before, after, begin, end] : cases) {
     const auto replacements = FindReplacements(before, after);
