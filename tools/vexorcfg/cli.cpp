@@ -197,6 +197,19 @@ constexpr const char* kSchemaExamples =
     "  vexorcfg schema vexor.xsd\n"
     "  xmllint --noout --schema vexor.xsd lab.xml";
 
+constexpr const char* kServerExamples =
+    "Editors start it and speak the Language Server Protocol with it on standard input and "
+    "output.\n"
+    "It reports findings while you type, completes elements and words, explains what is under the\n"
+    "cursor, and offers fixes. It knows the files that are open in the editor, and writes none.\n"
+    "docs/editors.md has settings for several editors.\n"
+    "\n"
+    "Examples:\n"
+    "  vexorcfg lsp           the command line for an editor\n"
+    "  vexorcfg lsp --stdio   the same; editors that let a server choose its channel add this\n"
+    "\n"
+    "Exit status: 0 the editor shut it down, 1 it went away without that, 3 could not run.";
+
 constexpr const char* kManualExamples =
     "Example:\n"
     "  vexorcfg manual | man -l -";
@@ -329,6 +342,13 @@ void AddExplain(CLI::App& app, Status& status) {
   command->add_flag("--json", arguments->json, "Print JSON for programs");
 }
 
+void AddServer(CLI::App& app, Status& status) {
+  const auto [command, arguments] =
+      AddCommand<ServerArguments>(app, status, "lsp", "Check, complete and explain in an editor.",
+                                  kServerExamples, ServeEditor);
+  command->add_flag("--stdio", arguments->stdio, "Use standard input and output, as always");
+}
+
 }  // namespace
 
 std::unique_ptr<CLI::App> MakeCommandLine(Status& status) {
@@ -356,6 +376,7 @@ std::unique_ptr<CLI::App> MakeCommandLine(Status& status) {
             kReferenceExamples, WriteReference);
   AddWriter(*app, status, "schema", "Write an XML schema of configuration files.", kSchemaExamples,
             WriteSchema);
+  AddServer(*app, status);
   AddCompletion(*app, status, ListCompletionWords);
   AddPrinter(*app, status, "manual", "Print the manual page.", kManualExamples, PrintManual);
   return app;

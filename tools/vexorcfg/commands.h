@@ -90,4 +90,9 @@ struct ExplainArguments {
 };
 Status Explain(const ExplainArguments& arguments);
 
+struct ServerArguments {
+  bool stdio = false;  // what it does in any case; editors say it
+};
+Status ServeEditor(const ServerArguments& arguments);
+
 }  // namespace tools::vexorcfg
