@@ -7,6 +7,7 @@ namespace {
 
 using vexor::Finding;
 using vexor::Severity;
+using vexor::TextRange;
 
 constexpr std::size_t kMostDiagnostics = 1000;  // editors do not show more
 constexpr int kInformation = 3;                 // a severity of the protocol
@@ -34,14 +35,18 @@ std::string MakeMessage(const Finding& finding) {
 
 }  // namespace
 
-Span SpanOf(const Finding& finding, const TextDocument& text) {
+bool IsPublished(const Finding& finding, const Client& client) {
+  return client.wants_notes || finding.severity != Severity::kNote;
+}
+
+TextRange RangeOf(const Finding& finding, const TextDocument& text) {
   if (finding.column > 0) return {.begin = finding.at, .end = finding.at + finding.size};
   const auto line = static_cast<std::size_t>(std::max(finding.line, 1)) - 1;
   return {.begin = text.BeginOfLine(line), .end = text.EndOfLine(line)};
 }
 
 Json MakeDiagnostic(const Finding& finding, const TextDocument& text) {
-  Json diagnostic = {{"range", MakeRange(text, SpanOf(finding, text))},
+  Json diagnostic = {{"range", MakeRange(text, RangeOf(finding, text))},
                      {"severity", NumberOf(finding.severity)},
                      {"code", finding.code},
                      {"source", "vexorcfg"},
@@ -54,7 +59,7 @@ Json MakeDiagnostics(OpenDocument& document, const Client& client) {
   Json diagnostics = Json::array();
   std::size_t left_out = 0;
   for (const Finding& finding : FindingsOf(document)) {
-    if (finding.severity == Severity::kNote && !client.wants_notes) continue;
+    if (!IsPublished(finding, client)) continue;
     if (diagnostics.size() < kMostDiagnostics) {
       diagnostics.push_back(MakeDiagnostic(finding, document.text));
     } else {

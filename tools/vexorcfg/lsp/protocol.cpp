@@ -7,6 +7,8 @@
 namespace tools::vexorcfg::lsp {
 namespace {
 
+using vexor::TextRange;
+
 bool IsTrueAt(const Json& json, const char* path) {
   const Json& member = MemberAt(json, path);
   return member.is_boolean() && member.get<bool>();
@@ -64,7 +66,7 @@ Position ReadPosition(const Json& json) {
   return {.line = ReadCount(json.at("line")), .character = ReadCount(json.at("character"))};
 }
 
-Span ReadRange(const Json& json, const TextDocument& text) {
+TextRange ReadRange(const Json& json, const TextDocument& text) {
   const std::size_t begin = text.OffsetOf(ReadPosition(json.at("start")));
   const std::size_t end = text.OffsetOf(ReadPosition(json.at("end")));
   return {.begin = std::min(begin, end), .end = std::max(begin, end)};
@@ -75,12 +77,8 @@ Json MakePosition(const TextDocument& text, std::size_t offset) {
   return {{"line", position.line}, {"character", position.character}};
 }
 
-Json MakeRange(const TextDocument& text, Span span) {
-  return {{"start", MakePosition(text, span.begin)}, {"end", MakePosition(text, span.end)}};
-}
-
-Json MakeMarkup(const std::string& text, bool takes_markdown) {
-  return {{"kind", takes_markdown ? "markdown" : "plaintext"}, {"value", text}};
+Json MakeRange(const TextDocument& text, TextRange range) {
+  return {{"start", MakePosition(text, range.begin)}, {"end", MakePosition(text, range.end)}};
 }
 
 }  // namespace tools::vexorcfg::lsp

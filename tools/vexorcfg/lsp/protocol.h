@@ -11,6 +11,7 @@
 
 #include "common/json.h"
 #include "text_document.h"
+#include "vexor/config/assist.h"
 #include "vexor/config/check.h"
 
 namespace tools::vexorcfg::lsp {
@@ -65,19 +66,12 @@ const std::vector<vexor::Finding>& FindingsOf(OpenDocument& document);
 const Json& MemberAt(const Json& json, const char* path);
 
 // Read parameters. They throw an exception of the JSON library for a wrong type, which is answered
-// with kInvalidParams.
+// with kInvalidParams. The end of a range is not in front of its begin.
 Position ReadPosition(const Json& json);
 
-struct Span {
-  std::size_t begin = 0;
-  std::size_t end = 0;  // not in front of `begin`
-};
-Span ReadRange(const Json& json, const TextDocument& text);
+vexor::TextRange ReadRange(const Json& json, const TextDocument& text);
 
 Json MakePosition(const TextDocument& text, std::size_t offset);
-Json MakeRange(const TextDocument& text, Span span);
-
-// Returns a text as "MarkupContent".
-Json MakeMarkup(const std::string& text, bool takes_markdown);
+Json MakeRange(const TextDocument& text, vexor::TextRange range);
 
 }  // namespace tools::vexorcfg::lsp

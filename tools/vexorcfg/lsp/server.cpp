@@ -13,13 +13,20 @@
 namespace tools::vexorcfg::lsp {
 namespace {
 
+using vexor::TextRange;
+
 constexpr int kIncremental = 2;  // a kind of synchronisation of the protocol
 
 Json MakeCapabilities(const Client& client) {
   const bool is_utf8 = client.encoding == PositionEncoding::kUtf8;
   return {{"positionEncoding", is_utf8 ? "utf-8" : "utf-16"},
           {"textDocumentSync",
-           {{"openClose", true}, {"change", kIncremental}, {"save", {{"includeText", false}}}}}};
+           {{"openClose", true}, {"change", kIncremental}, {"save", {{"includeText", false}}}}},
+          {"completionProvider", {{"triggerCharacters", {"<", "/", "\"", ":", ";", " "}}}},
+          {"hoverProvider", true},
+          {"codeActionProvider", {{"codeActionKinds", ListCodeActionKinds()}}},
+          {"documentSymbolProvider", true},
+          {"foldingRangeProvider", true}};
 }
 
 bool IsId(const Json& json) { return json.is_string() || json.is_number_integer(); }
@@ -27,9 +34,9 @@ bool IsId(const Json& json) { return json.is_string() || json.is_number_integer(
 void ApplyChange(TextDocument& text, const Json& change) {
   const std::string& replacement = change.at("text").get_ref<const std::string&>();
   const auto range = change.find("range");
-  const Span span = range == change.end() || range->is_null()
-                        ? Span{.begin = 0, .end = text.text().size()}
-                        : ReadRange(*range, text);
+  const TextRange span = range == change.end() || range->is_null()
+                             ? TextRange{.begin = 0, .end = text.text().size()}
+                             : ReadRange(*range, text);
   text.Replace(span.begin, span.end, replacement);
 }
 
@@ -41,6 +48,11 @@ struct Server::Method {
   Json (Server::*run)(const Json& params);
 };
 
+template <Json (*kMake)(OpenDocument& document, const Client& client, const Json& params)>
+Json Server::Ask(const Json& params) {
+  return kMake(DocumentOf(params), client_, params);
+}
+
 const Server::Method* Server::FindMethod(std::string_view name) {
   static constexpr Method kMethods[] = {
       {"initialize", true, &Server::Initialize},
@@ -51,6 +63,11 @@ const Server::Method* Server::FindMethod(std::string_view name) {
       {"textDocument/didChange", false, &Server::Change},
       {"textDocument/didSave", false, &Server::Ignore},
       {"textDocument/didClose", false, &Server::Close},
+      {"textDocument/completion", true, &Server::Ask<MakeCompletion>},
+      {"textDocument/hover", true, &Server::Ask<MakeHover>},
+      {"textDocument/codeAction", true, &Server::Ask<MakeCodeActions>},
+      {"textDocument/documentSymbol", true, &Server::Ask<MakeSymbols>},
+      {"textDocument/foldingRange", true, &Server::Ask<MakeFoldingRanges>},
   };
   const auto* const found = std::ranges::find(kMethods, name, &Method::name);
   return found == std::end(kMethods) ? nullptr : found;

@@ -56,6 +56,8 @@ class Server {
   Json Change(const Json& params);
   Json Close(const Json& params);
   Json Ignore(const Json& params);
+  template <Json (*kMake)(OpenDocument& document, const Client& client, const Json& params)>
+  Json Ask(const Json& params);
 
   std::ostream& out_;
   std::ostream& log_;
