@@ -15,7 +15,7 @@ if [[ ! $seconds =~ ^[1-9][0-9]*$ ]]; then
   echo "fuzz.sh: '$seconds' is no number of seconds" >&2
   exit 2
 fi
-all=(read values check edit assist round_trip syntax numbers settings command_line log_reader)
+all=(read values check edit assist round_trip syntax numbers settings command_line log_reader lsp)
 targets=("${@:2}")
 if ((${#targets[@]} == 0)); then
   targets=("${all[@]}")
@@ -47,6 +47,7 @@ fuzz() {
       cp "$root"/examples/*.xml "$corpus"
       options=(-max_len=16384 -dict="$work/names.dict")
       ;;
+    lsp) options=(-max_len=8192 -dict="$work/names.dict") ;;
     values | round_trip | log_reader) options=(-max_len=2048) ;;
   esac
   "$work/bin/fuzz_$target" -max_total_time="$seconds" -seed="${VEXOR_FUZZ_SEED-1}" \
