@@ -204,6 +204,12 @@ TEST(LanguageServer, FollowsManyEditsInARow) {
   }
 }
 
+TEST(LanguageServer, ReadsBytesThatAreNotUtf8) {
+  const Message message = ParseMessage(
+      {.kind = Frame::Kind::kBody, .body = "{\"method\":\"a\xFF\xC3\xA9\xE2\x82z\"}", .fault = {}});
+  EXPECT_EQ(MethodOf(message.content), "a?\xC3\xA9??z");
+}
+
 // Only a request that still waits can be cancelled.
 TEST(LanguageServer, CancelsRequestsThatWait) {
   const auto cancel = [](const Json& id) {

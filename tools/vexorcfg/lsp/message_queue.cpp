@@ -1,9 +1,12 @@
 #include "message_queue.h"
 
+#include <algorithm>
 #include <exception>
 #include <new>
 #include <string>
 #include <utility>
+
+#include "common/utf8.h"
 
 namespace tools::vexorcfg::lsp {
 namespace {
@@ -15,6 +18,18 @@ const Json* FindMember(const Json& content, const char* name) {
   if (!content.is_object()) return nullptr;
   const auto found = content.find(name);
   return found == content.end() ? nullptr : &*found;
+}
+
+// Editors send files that are not UTF-8 as they are. Each foreign byte becomes one character of one
+// byte, so that the places of all others stay right.
+std::string ReplaceForeignBytes(std::string_view body) {
+  std::string replaced;
+  while (!body.empty()) {
+    const std::size_t length = LengthOfUtf8(body);
+    replaced += length == 0 ? "?" : body.substr(0, length);
+    body.remove_prefix(std::max<std::size_t>(1, length));
+  }
+  return replaced;
 }
 
 }  // namespace
@@ -29,6 +44,9 @@ Message ParseMessage(const Frame& frame) {
   Message message{.content = {}, .fault = frame.fault, .bytes = frame.body.size()};
   if (frame.kind == Frame::Kind::kBody) {
     message.content = Json::parse(frame.body, nullptr, false);
+    if (message.content.is_discarded()) {
+      message.content = Json::parse(ReplaceForeignBytes(frame.body), nullptr, false);
+    }
     if (message.content.is_discarded()) message.fault = "the message is not JSON";
   }
   return message;
