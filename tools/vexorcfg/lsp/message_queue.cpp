@@ -1,7 +1,6 @@
 #include "message_queue.h"
 
 #include <algorithm>
-#include <exception>
 #include <new>
 #include <string>
 #include <utility>
@@ -109,10 +108,10 @@ void FillQueue(MessageReader& reader, MessageQueue& queue) {
       queue.Push(std::move(message));
       if (is_last) break;
     }
-  } catch (const std::exception&) {
-    // Without memory even for the queue, the session ends as if the client had gone.
+    queue.Close();
+  } catch (const std::bad_alloc&) {
+    queue.Close();  // the session ends as if the client had gone
   }
-  queue.Close();
 }
 
 }  // namespace tools::vexorcfg::lsp

@@ -32,7 +32,7 @@ Json MakeCapabilities(const Client& client) {
 bool IsId(const Json& json) { return json.is_string() || json.is_number_integer(); }
 
 void ApplyChange(TextDocument& text, const Json& change) {
-  const std::string& replacement = change.at("text").get_ref<const std::string&>();
+  const auto& replacement = change.at("text").get_ref<const std::string&>();
   const auto range = change.find("range");
   const TextRange span = range == change.end() || range->is_null()
                              ? TextRange{.begin = 0, .end = text.text().size()}
@@ -140,7 +140,7 @@ void Server::SendError(const Json& id, ErrorCode code, std::string_view message)
 }
 
 void Server::Report(std::string_view subject, const std::exception& error) {
-  log_ << "vexorcfg lsp: " << subject << ": " << error.what() << std::endl;
+  log_ << "vexorcfg lsp: " << subject << ": " << error.what() << '\n' << std::flush;
 }
 
 Json Server::Initialize(const Json& params) {
