@@ -5,6 +5,7 @@ it. Prints the median and the longest time, in the file as it is and with its co
 to 1 MB.
 """
 
+import glob
 import statistics
 import sys
 
@@ -13,7 +14,6 @@ from lsp_client import Client
 
 def used(client):
     """Returns the processor time of all threads so far, in milliseconds."""
-    import glob
     total = 0
     for path in glob.glob(f"/proc/{client.process.pid}/task/*/schedstat"):
         with open(path, encoding="ascii") as file:
