@@ -49,7 +49,10 @@ endif()
 configure_file(${CMAKE_CURRENT_LIST_DIR}/VexorUtils.pc.in ${PROJECT_BINARY_DIR}/VexorUtils.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/VexorUtils.pc DESTINATION ${pc_dir} COMPONENT Development)
 
-install(FILES ${PROJECT_SOURCE_DIR}/docs/vexor.xsd ${PROJECT_SOURCE_DIR}/docs/vexorcfg.schema.json
+install(FILES
+  ${PROJECT_SOURCE_DIR}/docs/catalog.xml
+  ${PROJECT_SOURCE_DIR}/docs/vexor.xsd
+  ${PROJECT_SOURCE_DIR}/docs/vexorcfg.schema.json
   DESTINATION ${CMAKE_INSTALL_DATADIR}/vexorutils COMPONENT Documentation)
 install(FILES
   ${PROJECT_SOURCE_DIR}/CHANGELOG.md

@@ -5,6 +5,7 @@
 #include "check_output.h"
 #include "common/files.h"
 #include "common/program.h"
+#include "common/uri.h"
 #include "findings.h"
 #include "vexor/util/version.h"
 
@@ -13,27 +14,6 @@ namespace {
 
 using vexor::Finding;
 using vexor::FindingCode;
-
-// Returns the URI of a file: relative for a relative path, so that it can be found elsewhere, too.
-std::string UriOf(const CheckedFile& file) {
-  constexpr std::string_view kPlain =
-      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._~/";
-  constexpr std::string_view kDigits = "0123456789ABCDEF";
-  std::string uri;
-  for (const char c : file.path) {
-    const auto byte = static_cast<unsigned char>(c);
-    if (kPlain.find(c) != std::string_view::npos) {
-      uri += c;
-    } else if (kSeparators.find(c) != std::string_view::npos) {
-      uri += '/';
-    } else {
-      uri.append("%").append(1, kDigits[byte / 16U]).append(1, kDigits[byte % 16U]);
-    }
-  }
-  if (uri.starts_with('/')) return "file://" + uri;
-  const bool has_drive = kIsWindows && uri.substr(1).starts_with("%3A/");
-  return has_drive ? "file:///" + uri.replace(1, 3, ":") : uri;
-}
 
 Json MakeRegion(const CheckedFile& file, const Finding& finding) {
   Json region = {{"startLine", finding.line}};
@@ -49,7 +29,7 @@ Json MakeRegion(const CheckedFile& file, const Finding& finding) {
 }
 
 Json MakeLocation(const CheckedFile& file) {
-  return {{"physicalLocation", {{"artifactLocation", {{"uri", UriOf(file)}}}}}};
+  return {{"physicalLocation", {{"artifactLocation", {{"uri", UriOfPath(file.path)}}}}}};
 }
 
 Json MakeResult(const CheckedFile& file, const Finding& finding, std::size_t rule) {

@@ -72,8 +72,15 @@ constexpr const char* kShowExamples =
 constexpr const char* kDefaultsExamples =
     "Comments in the file list the valid values.\n"
     "\n"
+    "Editors with XML support complete and check a file that names its schema, by a path that is\n"
+    "relative to the file, or by a URI. The installed XML catalog resolves "
+    "urn:vexorutils:vexor.xsd "
+    "to\n"
+    "the installed schema.\n"
+    "\n"
     "Examples:\n"
     "  vexorcfg defaults lab.xml\n"
+    "  vexorcfg defaults --schema vexor.xsd lab.xml\n"
     "  vexorcfg defaults | less";
 
 constexpr const char* kConvertExamples =
@@ -267,12 +274,27 @@ void AddShow(CLI::App& app, Status& status) {
   for (CLI::Option* const flag : {tests, all, changed, summary}) overrides->excludes(flag);
 }
 
+void AddTarget(CLI::App& command, WriteArguments& arguments) {
+  command.add_option("FILE", arguments.file, "File to write; standard output without one");
+  command.add_flag("-f,--force", arguments.force, "Replace a file that exists");
+}
+
 void AddWriter(CLI::App& app, Status& status, const char* name, const char* about,
                const char* examples, Status (*write)(const WriteArguments&)) {
   const auto [command, arguments] =
       AddCommand<WriteArguments>(app, status, name, about, examples, write);
-  command->add_option("FILE", arguments->file, "File to write; standard output without one");
-  command->add_flag("-f,--force", arguments->force, "Replace a file that exists");
+  AddTarget(*command, *arguments);
+}
+
+void AddDefaults(CLI::App& app, Status& status) {
+  const auto [command, arguments] = AddCommand<DefaultsArguments>(
+      app, status, "defaults", "Write a configuration file of all defaults.", kDefaultsExamples,
+      WriteDefaults);
+  AddTarget(*command, *arguments);
+  command
+      ->add_option("--schema", arguments->schema,
+                   "Path or URI of the schema, which the file names for XML editors")
+      ->type_name("SCHEMA");
 }
 
 void AddConvert(CLI::App& app, Status& status) {
@@ -356,8 +378,7 @@ std::unique_ptr<CLI::App> MakeCommandLine(Status& status) {
       MakeApp("Checks, shows and converts configuration files of the test suite.", kTopExamples);
   AddCheck(*app, status);
   AddShow(*app, status);
-  AddWriter(*app, status, "defaults", "Write a configuration file of all defaults.",
-            kDefaultsExamples, WriteDefaults);
+  AddDefaults(*app, status);
   AddConvert(*app, status);
   AddGet(*app, status);
   AddEdit(*app, status, "set", "Set options in a file and leave everything else as it is.",

@@ -37,7 +37,11 @@ struct ShowArguments {
 };
 Status Show(const ShowArguments& arguments);
 
-Status WriteDefaults(const WriteArguments& arguments);
+struct DefaultsArguments : WriteArguments {
+  std::string schema;  // path or URI of the schema that the file names; empty for none
+};
+Status WriteDefaults(const DefaultsArguments& arguments);
+
 Status WriteSchema(const WriteArguments& arguments);
 Status WriteReference(const WriteArguments& arguments);
 
