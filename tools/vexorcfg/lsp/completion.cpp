@@ -47,7 +47,16 @@ std::string MakeSortText(std::size_t index) {
   return digits.insert(0, digits.size() < 6 ? 6 - digits.size() : 0, '0');
 }
 
-Json MakeItem(const Completion& completion, const Json& range, const Client& client) {
+// Returns what the menu shows, and what clients compare with the text in the range: a tag if that
+// begins with "<". A filter text beside the label would have the same effect but in Neovim up to
+// 0.10, which then looks for the begin of a word instead of taking the range.
+std::string_view LabelOf(const Completion& completion, bool is_tag) {
+  const std::string_view text = completion.text;
+  return is_tag && text.starts_with('<') ? text.substr(0, text.find('>') + 1) : completion.label;
+}
+
+Json MakeItem(const Completion& completion, std::string_view label, const Json& range,
+              const Client& client) {
   const std::string_view text = completion.text;
   const bool is_snippet = client.takes_snippets && completion.cursor < text.size();
   std::string new_text(text);
@@ -55,7 +64,7 @@ Json MakeItem(const Completion& completion, const Json& range, const Client& cli
     new_text = EscapeSnippet(text.substr(0, completion.cursor)) + "$0" +
                EscapeSnippet(text.substr(completion.cursor));
   }
-  Json item = {{"label", completion.label}, {"kind", NumberOf(completion.kind)}};
+  Json item = {{"label", label}, {"kind", NumberOf(completion.kind)}};
   if (!completion.detail.empty()) item["detail"] = completion.detail;
   Markup about(client.takes_markdown_completion);
   about.Add("", about.Plain(completion.about));
@@ -72,12 +81,10 @@ Json MakeCompletion(OpenDocument& document, const Client& client, const Json& pa
   const std::size_t at = document.text.OffsetOf(ReadPosition(params.at("position")));
   const vexor::Completions found = vexor::CompleteText(content, at);
   const Json range = MakeRange(document.text, found.range);
-  // Clients compare what is typed of an item with its filter text.
-  const bool has_bracket = content.substr(found.range.begin).starts_with('<');
+  const bool is_tag = content.substr(found.range.begin).starts_with('<');
   Json items = Json::array();
   for (const Completion& completion : found.items) {
-    Json item = MakeItem(completion, range, client);
-    item["filterText"] = has_bracket ? completion.text : completion.label;
+    Json item = MakeItem(completion, LabelOf(completion, is_tag), range, client);
     item["sortText"] = MakeSortText(items.size());
     items.push_back(std::move(item));
   }
