@@ -13,6 +13,7 @@
 #   docs          make the reference of the public headers
 #   bench         build the benchmarks
 #   install       use the installed library with pkg-config, and make packages
+#   editors       check and package the extension for VS Code
 #   all           all of these
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
@@ -21,7 +22,8 @@ check_arguments 99 "$@"
 declare -A packages_of=(
   [build]="g++ cmake ninja-build libtinyxml2-dev libexpat1-dev libcli11-dev libre2-dev \
     nlohmann-json3-dev libjs-dygraphs"
-  [test]="libgtest-dev libxml2-utils locales chromium python3 python3-jsonschema sqlite3 zsh fish"
+  [test]="libgtest-dev libxml2-utils locales chromium neovim python3 python3-jsonschema sqlite3 zsh \
+    fish"
   [windows]="g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 wine wine64 googletest dpkg-dev \
     make python3-six unicode-data"
   [clang]="clang"
@@ -31,6 +33,7 @@ declare -A packages_of=(
   [docs]="doxygen"
   [bench]="miller libbenchmark-dev libabsl-dev libfmt-dev libspdlog-dev libboost-dev"
   [install]="pkgconf dpkg-dev debhelper lintian"
+  [editors]="nodejs npm"
 )
 packages=()
 for group in build "$@"; do
@@ -65,11 +68,12 @@ run_apt() {
     -o DPkg::Lock::Timeout=300 -o Acquire::Retries=3 "$@"
 }
 
-# Prints the packages that are not installed, one per line.
+# Prints the packages that are not installed, one per line. A package may be provided by another
+# one, such as npm by other distributions of nodejs.
 list_missing() {
   local installed
-  installed=$(dpkg-query -W -f '${db:Status-Abbrev}${Package}\n' "$@" 2>/dev/null |
-    sed -n 's/^ii *//p') || true
+  installed=$(dpkg-query -W -f '${db:Status-Abbrev}${Package}, ${Provides}\n' |
+    sed -n 's/^ii *//p' | tr ',' '\n' | sed 's/^ *//; s/ (.*//')
   printf '%s\n' "$@" | sort -u | grep -vxF -f <(printf '%s\n' "$installed") || true
 }
 

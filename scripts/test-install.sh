@@ -136,7 +136,8 @@ check_debian_packages() {
   check_binary "$work/debian/usr/bin/vexorcfg"
   check_binary "$work/debian/usr/bin/vexorlog"
   check_binary "$work/debian/usr/lib/$multiarch/libVexorUtils.so.3"
-  for file in changelog.gz copyright options.md.gz examples/lab.xml; do
+  for file in changelog.gz copyright editors.md.gz options.md.gz examples/lab.xml \
+    ../../vexorutils/catalog.xml; do
     [[ -e $work/debian/usr/share/doc/vexorutils-tools/$file ]] || fail "vexorutils-tools lacks $file"
   done
 }

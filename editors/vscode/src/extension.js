@@ -47,12 +47,12 @@ async function start() {
     });
     return;
   }
-  const args = settings.get("notes", false) ? ["lsp", "--notes"] : ["lsp"];
-  client = new LanguageClient("vexorcfg", NAME, { command: program, args }, {
+  client = new LanguageClient("vexorcfg", NAME, { command: program, args: ["lsp"] }, {
     documentSelector: [
       { language: "xml", scheme: "file", pattern: settings.get("files", "**/*.xml") },
       { language: "xml", scheme: "untitled" },
     ],
+    initializationOptions: { notes: settings.get("notes", false) },
   });
   await client.start();
 }
