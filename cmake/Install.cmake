@@ -58,6 +58,7 @@ install(FILES
   ${PROJECT_SOURCE_DIR}/CHANGELOG.md
   ${PROJECT_SOURCE_DIR}/LICENSE
   ${PROJECT_SOURCE_DIR}/README.md
+  ${PROJECT_SOURCE_DIR}/docs/editors.md
   ${PROJECT_SOURCE_DIR}/docs/options.md
   ${PROJECT_SOURCE_DIR}/docs/third_party.txt
   TYPE DOC COMPONENT Documentation)
