@@ -44,7 +44,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
             "the outline is in order", content);
     begin = item.range.begin;
   }
-  const std::vector<vexor::Finding> findings = vexor::CheckXMLConfigText(content);
+  vexor::MayBeConfiguration(content);
+  const std::vector<vexor::Finding> findings = vexor::CheckTypedText(content);
   if (!findings.empty()) {
     for (const auto& repair : vexor::FindRepairs(content, findings[at % findings.size()])) {
       Require(Apply(std::string(content), repair.replacements) != content, "a repair changes",

@@ -244,6 +244,43 @@ TEST(FindRepairs, OffersWhatMendsOrAllowsTheFinding) {
   }
 }
 
+TEST(CheckTypedText, GoesOnBehindUnfinishedTags) {
+  const std::string begin = "<VEXOR>\n<Version>3.21.522.0</Version>\n<GLOBALPM><CORE><CSTATES>";
+  const std::string wrong = "<CoreAffinity>Al</CoreAffinity>";
+  const std::string documents[] = {
+      begin + "<Act\n" + wrong + kEnds,
+      begin + "<ActiveTime>sec:1\n" + wrong + kEnds,
+      begin + "<ActiveTime>sec:1</ActiveTime" + wrong + kEnds,
+      begin + "</Nothing>" + wrong + "<KNOBS a=\"></CSTATES></CORE>",
+      begin + wrong,
+      begin + "<!-- & --><RandomPkgVoting>&</RandomPkgVoting>" + wrong + "<",
+  };
+  for (const std::string& content : documents) {
+    const std::vector<Finding> findings = CheckTypedText(content);
+    const auto found = std::ranges::find(findings, "Al", &Finding::text);
+    ASSERT_NE(found, findings.end()) << content;
+    EXPECT_EQ(found->at, content.find("Al<"));
+    EXPECT_EQ(found->line, std::count(content.begin(), content.begin() + found->at, '\n') + 1);
+    EXPECT_EQ(found->column, found->at - content.rfind('\n', found->at));
+    const std::vector<TextRepair> repairs = FindRepairs(content, *found);
+    ASSERT_FALSE(repairs.empty()) << content;
+    EXPECT_EQ(Apply(content, repairs.front().replacements),
+              std::string(content).replace(found->at, 2, "All"));
+    EXPECT_NE(std::ranges::count(findings, Severity::kError, &Finding::severity), 1) << content;
+  }
+  const std::string whole = begin + wrong + kEnds;
+  EXPECT_EQ(CheckTypedText(whole).size(), CheckXMLConfigText(whole).size());
+}
+
+TEST(MayBeConfiguration, LooksAtTheRoot) {
+  for (const char* content : {"", "<", "<VEX", "<!-- a --><VEXOR>", "<VEXR/>", "text"}) {
+    EXPECT_TRUE(MayBeConfiguration(content)) << content;
+  }
+  for (const char* content : {"<project>", "<?xml version='1.0'?><a><VEXOR/></a>"}) {
+    EXPECT_FALSE(MayBeConfiguration(content)) << content;
+  }
+}
+
 std::string ReadExample(const std::string& name) {
   std::ostringstream text;
   text << std::ifstream(std::string(VEXOR_SOURCE_DIR) + "/examples/" + name).rdbuf();
@@ -309,7 +346,7 @@ TEST(Assist, UnderstandsBrokenDocuments) {
       ASSERT_LE(item.range.end, content.size());
       begin = item.range.begin;
     }
-    const std::vector<Finding> findings = CheckXMLConfigText(content);
+    const std::vector<Finding> findings = CheckTypedText(content);
     for (std::size_t i = 0; i < findings.size(); i += 1 + random() % 9) {
       for (const TextRepair& repair : FindRepairs(content, findings[i])) {
         std::size_t end = 0;

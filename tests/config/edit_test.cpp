@@ -262,8 +262,7 @@ TEST(FindingPlaces, AreThoseOfTheFaultyParts) {
                 "</UNCORE></GLOBALPM>"),
        "x", 30},
       {"a bare character", Lab("\n<KNOBS>a &b</KNOBS>"), "&", 10},
-      {"behind a bare character, only the line is known", Lab("&<ActiveTime>8m</ActiveTime>"), "",
-       0},
+      {"behind a bare character", Lab("&\n<ActiveTime>8m</ActiveTime>"), "8m", 13},
       {"the place where the XML breaks", "<VEXOR>\n <A></B></VEXOR>", "", 9},
   };
   for (const auto& row : kRows) {

@@ -254,7 +254,7 @@ test("an older file is brought up to date, mended and set to run three tests", f
     { "mesc", 'Change to "msec:200-500"' },
     { "C1,C6", 'Change to "C1;C6"' },
     { "<SleepStates", "Move" },
-    { "<SETTING>", "Bring the document" },
+    { "<SETTING>", "Bring the file" },
     { "CSTATS_Core_Con", 'Change to "CSTATES_Core_Con"' },
   }) do
     go_to(step[1])

@@ -34,10 +34,20 @@ struct TextReplacement {
   std::string text;
 };
 
+// Returns whether the document is a configuration, or may become one: its root element is VEXOR or
+// has a similar name, or there is none yet. Editors open other XML as well.
+VEXOR_EXPORT bool MayBeConfiguration(std::string_view content);
+
+// Does what CheckXMLConfigText does, and goes on behind unfinished tags and missing end tags, where
+// that function ends. Nothing is reported as missing then, since it may be typed next.
+VEXOR_EXPORT std::vector<Finding> CheckTypedText(std::string_view content,
+                                                 const CheckLimits& limits = {});
+
 // What an element, or a text in it, means.
 struct ElementInfo {
   TextRange range;              // the name or the text that the place is in
-  std::string path = {};        // "GLOBALPM/CORE/CSTATES/ActiveTime"
+  std::string name = {};        // as it is written; of an argument, its attribute "name"
+  std::string path = {};        // "GLOBALPM/CORE/CSTATES/ActiveTime", with the current names
   std::string about = {};       // one sentence; empty if nothing is known
   std::string stands_for = {};  // the current names, joined by ", ", if this is an older one
   std::optional<OptionInfo> option = {};  // if the element holds the text of an option

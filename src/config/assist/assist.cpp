@@ -58,7 +58,9 @@ std::optional<ElementInfo> FindElementAt(std::string_view content, std::size_t a
   const Spot spot = FindSpot(document, std::min(at, content.size()));
   if (spot.element == 0) return std::nullopt;
   const TypedNode& node = document[spot.element];
-  ElementInfo info{.range = ToRange(spot.range), .path = document.PathOf(spot.element)};
+  ElementInfo info{.range = ToRange(spot.range),
+                   .name = std::string(document.TextOf(document.NameOf(spot.element))),
+                   .path = document.PathOf(spot.element)};
   if (node.model != nullptr) {
     info.about = node.model->about;
     info.stands_for = JoinWithCommas(node.model->currents);

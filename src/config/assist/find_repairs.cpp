@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "config/assist/closed_text.h"
 #include "config/assist/typed_document.h"
 #include "config/edit/repairer.h"
 #include "config/tables/finding_kinds.h"
@@ -35,10 +36,28 @@ std::vector<TextReplacement> ToReplacements(SourceEdits edits) {
   return replacements;
 }
 
+// Returns the edits of a repair in a document that a strict parser refuses: those in the document
+// made well-formed, as far as they are in the document itself.
+SourceEdits FindInTyped(std::string_view content, const Finding& finding) {
+  if (finding.mend != Mend::kName && finding.mend != Mend::kText) return {};
+  ClosedText closed{TypedDocument(content)};
+  closed.HideReferences();
+  Finding moved = finding;
+  moved.at = closed.FromOriginal(finding.at);
+  SourceEdits edits;
+  for (SourceEdit& edit : Repairer(closed.text()).Find(moved).edits) {
+    const auto begin = closed.ToOriginal(edit.range.begin);
+    const auto end = closed.ToOriginal(edit.range.end);
+    if (begin && end) edits.push_back({{*begin, *end}, std::move(edit.text)});
+  }
+  return edits;
+}
+
 // Adds what the checker suggests.
 void AddSuggestion(std::string_view content, const Finding& finding, bool is_sure,
                    std::vector<TextRepair>& repairs) {
   SourceEdits edits = Repairer(content).Find(finding).edits;
+  if (edits.empty()) edits = FindInTyped(content, finding);
   if (edits.empty()) return;
   repairs.push_back({TitleOf(finding), ToReplacements(std::move(edits)), is_sure});
 }
@@ -58,8 +77,8 @@ void AddDoubtful(std::string_view content, const Finding& finding,
 void AddMigration(std::string_view content, std::vector<TextRepair>& repairs) {
   const EditedText migrated = MigrateText(content);
   if (!migrated.error.empty() || migrated.content == content) return;
-  repairs.push_back({"Bring the document to the current form",
-                     FindReplacements(content, migrated.content), true});
+  repairs.push_back(
+      {"Bring the file to the current form", FindReplacements(content, migrated.content), true});
 }
 
 // Returns the innermost element around the place; 0 for none.
@@ -85,8 +104,8 @@ std::string LineBeginOf(std::string_view content, std::size_t element_begin) {
 // A comment that is the first content of the root holds for the whole file.
 void AddAllowance(std::string_view content, const Finding& finding,
                   std::vector<TextRepair>& repairs) {
-  const auto* const row = std::ranges::find(kFindingKinds, finding.code, &FindingRow::code);
-  if (row == kFindingKinds.end() || row->ends_reading) return;
+  const FindingRow* const row = FindFindingRow(finding.code);
+  if (row == nullptr || row->ends_reading) return;
   const TypedDocument document(content);
   const std::size_t element = ElementAround(document, finding.at);
   if (element == 0) return;

@@ -73,7 +73,16 @@ Finding& Findings::Add(FindingKind kind, const tinyxml2::XMLNode& at, const std:
 
 void Findings::Locate(std::string_view content, const tinyxml2::XMLDocument& document) {
   if (findings_.empty()) return;
-  const SourceTree tree(content);
+  const SourceTree strict(content);
+  // A strict parser ends at a "&" that is not escaped. With another character in its place, it goes
+  // on, and all places are the same.
+  std::string hidden;
+  if (!strict.IsWhole()) {
+    hidden = content;
+    std::ranges::replace(hidden, '&', '_');
+  }
+  const SourceTree lenient(hidden);
+  const SourceTree& tree = strict.IsWhole() || strict.size() >= lenient.size() ? strict : lenient;
   const SourceNodes numbers(document, tree);
   for (std::size_t i = 0; i < findings_.size(); ++i) {
     const std::size_t node = nodes_[i] == nullptr ? 0 : numbers.Find(nodes_[i]);
@@ -82,13 +91,13 @@ void Findings::Locate(std::string_view content, const tinyxml2::XMLDocument& doc
     findings_[i].at = range.begin;
     findings_[i].size = range.size();
   }
-  SetColumns(content);
+  SetColumns(content, findings_);
 }
 
 // One pass over the content: a file may have many findings on one very long line.
-void Findings::SetColumns(std::string_view content) {
+void SetColumns(std::string_view content, std::vector<Finding>& findings) {
   std::vector<Finding*> located;
-  for (Finding& finding : findings_) {
+  for (Finding& finding : findings) {
     if (finding.size > 0) located.push_back(&finding);
   }
   std::ranges::sort(located, {}, &Finding::at);

@@ -12,6 +12,9 @@
 
 namespace vexor {
 
+// Sets line and column of the findings that have a place.
+void SetColumns(std::string_view content, std::vector<Finding>& findings);
+
 class Findings {
  public:
   // These add a finding on the given line or that of the node, with the severity of its kind. The
@@ -41,8 +44,6 @@ class Findings {
   std::vector<Finding> Sorted() &&;
 
  private:
-  void SetColumns(std::string_view content);
-
   std::vector<Finding> findings_;
   std::vector<const tinyxml2::XMLNode*> nodes_;  // of each finding; null if it has none
 };

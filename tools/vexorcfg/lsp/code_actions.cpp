@@ -97,6 +97,9 @@ void AddQuickFixes(OpenDocument& document, const Client& client, const Json& par
 
 void AddSourceAction(const SourceAction& source, const OpenDocument& document, const Client& client,
                      Json& actions) {
+  const bool is_offered = std::ranges::any_of(
+      actions, [&source](const Json& action) { return action.at("title") == source.title; });
+  if (is_offered) return;
   const EditedText edited = source.edit(document.text.text());
   if (!edited.error.empty()) return;
   const auto replacements = vexor::FindReplacements(document.text.text(), edited.content);

@@ -17,10 +17,6 @@ using vexor::TextRange;
 
 constexpr std::size_t kMostShown = 400;  // bytes of a text of the document
 
-std::string_view NameOf(const ElementInfo& element) {
-  return std::string_view(element.path).substr(element.path.rfind('/') + 1);
-}
-
 void AddOption(const OptionInfo& option, Markup& out) {
   std::string texts = out.Plain(option.syntax.grammar);
   const std::string_view example = option.syntax.example;
@@ -43,7 +39,7 @@ void AddText(const ElementInfo& element, Markup& out) {
 }
 
 void AddElement(const ElementInfo& element, Markup& out) {
-  out.Add("", out.Bold(NameOf(element)));
+  out.Add("", out.Bold(element.name));
   out.Add("", out.Code(element.path));
   out.Add("", out.Plain(element.about));
   out.Add("Current name", out.Code(element.stands_for));

@@ -4,8 +4,6 @@
 #include <limits>
 #include <utility>
 
-#include "syntax/nearest.h"
-
 namespace tools::vexorcfg::lsp {
 namespace {
 
@@ -29,19 +27,6 @@ std::size_t ReadCount(const Json& json) {
   }
   if (json.is_number_integer()) return 0;  // a negative one
   throw RequestError(kInvalidParams, "a position is not a whole number");
-}
-
-// Whether the document is other XML than a configuration, by the name of its root element. Editors
-// start the server for all XML files.
-bool IsForeign(const std::vector<vexor::Finding>& findings, std::string_view content) {
-  constexpr std::string_view kUnread[] = {"VX004", "VX014"};  // what other XML is reported as
-  constexpr std::size_t kMostSearched = 65536;                // for the root element
-  if (std::ranges::find_first_of(findings, kUnread, {}, &vexor::Finding::code) == findings.end()) {
-    return false;
-  }
-  const auto outline = vexor::OutlineText(content.substr(0, kMostSearched));
-  const auto root = std::ranges::find(outline, false, &vexor::OutlineItem::is_comment);
-  return root != outline.end() && vexor::CountEdits(root->name, "VEXOR") > 1;
 }
 
 }  // namespace
@@ -75,8 +60,8 @@ Client ReadClient(const Json& params) {
 const std::vector<vexor::Finding>& FindingsOf(OpenDocument& document) {
   if (!document.findings) {
     const std::string& content = document.text.text();
-    document.findings = vexor::CheckXMLConfigText(content);
-    if (IsForeign(*document.findings, content)) document.findings->clear();
+    document.findings.emplace();
+    if (vexor::MayBeConfiguration(content)) document.findings = vexor::CheckTypedText(content);
   }
   return *document.findings;
 }
