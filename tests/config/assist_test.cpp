@@ -38,8 +38,9 @@ std::string Accept(const Typed& typed, const Completions& completions, const Com
 }
 
 std::string Apply(std::string content, const std::vector<TextReplacement>& replacements) {
-  for (auto it = replacements.rbegin(); it != replacements.rend(); ++it) {
-    content.replace(it->range.begin, it->range.end - it->range.begin, it->text);
+  for (std::size_t i = replacements.size(); i-- > 0;) {
+    const auto& [range, text] = replacements[i];
+    content.replace(range.begin, range.end - range.begin, text);
   }
   return content;
 }
@@ -260,8 +261,9 @@ TEST(CheckTypedText, GoesOnBehindUnfinishedTags) {
     const auto found = std::ranges::find(findings, "Al", &Finding::text);
     ASSERT_NE(found, findings.end()) << content;
     EXPECT_EQ(found->at, content.find("Al<"));
-    EXPECT_EQ(found->line, std::count(content.begin(), content.begin() + found->at, '\n') + 1);
-    EXPECT_EQ(found->column, found->at - content.rfind('\n', found->at));
+    const std::string before = content.substr(0, found->at);
+    EXPECT_EQ(found->line, std::ranges::count(before, '\n') + 1) << content;
+    EXPECT_EQ(static_cast<std::size_t>(found->column), before.size() - before.rfind('\n'));
     const std::vector<TextRepair> repairs = FindRepairs(content, *found);
     ASSERT_FALSE(repairs.empty()) << content;
     EXPECT_EQ(Apply(content, repairs.front().replacements),

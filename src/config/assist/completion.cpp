@@ -64,7 +64,7 @@ class Completer {
  private:
   void CompleteContent(std::size_t element, SourceRange text);
   void CompleteTag(const MarkupPiece& tag, std::size_t index);
-  void CompleteAttribute(const MarkupPiece& tag, std::size_t element);
+  void CompleteAttribute(const MarkupPiece& tag, std::size_t parent);
   void CompleteAllowance(const MarkupPiece& comment);
 
   void AddElements(std::size_t parent, bool only_names);
@@ -271,8 +271,8 @@ void Completer::AddElement(const ElementModel& parent, std::string_view name,
   std::string text(name);
   std::size_t cursor = text.size();
   if (parent.content == Content::kArguments) {
-    text = "<arg name=\"" + text + "\" val=\"\"/>";
-    cursor = text.size() - 3;
+    text = R"(<arg name=")" + text + R"(" val=""/>)";
+    cursor = text.size() - 3;  // between the last quotes
   } else if (!only_name) {
     text = "<" + text + ">";
     cursor = text.size();

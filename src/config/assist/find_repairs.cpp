@@ -148,7 +148,7 @@ std::vector<TextReplacement> FindReplacements(std::string_view before, std::stri
   const std::size_t shorter = std::min(before.size(), after.size());
   const auto differ = std::mismatch(
       before.begin(), before.begin() + static_cast<std::ptrdiff_t>(shorter), after.begin());
-  std::size_t begin = static_cast<std::size_t>(differ.first - before.begin());
+  auto begin = static_cast<std::size_t>(differ.first - before.begin());
   while (begin > 0 && before[begin - 1] != '\n') --begin;
   std::size_t same = 0;  // bytes at the end
   while (same < shorter - begin &&

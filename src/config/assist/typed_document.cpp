@@ -138,7 +138,7 @@ SourceRange TypedDocument::TextRangeOf(std::size_t element) const {
 }
 
 std::string TypedDocument::ReadText(SourceRange range) const {
-  const std::string text(TextOf(range));
+  std::string text(TextOf(range));
   if (text.find_first_of("&\r") == std::string::npos) return text;
   tinyxml2::XMLDocument document;
   const std::string element = "<A>" + text + "</A>";
@@ -168,8 +168,9 @@ std::string TypedDocument::PathOf(std::size_t element) const {
     }
   }
   if (nodes_[element].model == nullptr) return {};
+  std::ranges::reverse(names);
   std::string path;
-  for (auto name = names.rbegin(); name != names.rend(); ++name) path = JoinPath(path, *name);
+  for (const std::string_view name : names) path = JoinPath(path, name);
   return path;
 }
 
