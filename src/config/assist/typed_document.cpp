@@ -26,7 +26,10 @@ TypedDocument::TypedDocument(std::string_view content) : content_(content) {
   nodes_.push_back({.range = {0, content.size()}, .content = {0, content.size()}});
   has_elements_.push_back(false);
   open_ = {0};
-  for (const MarkupPiece& markup : ScanMarkup(content)) {
+  const std::vector<MarkupPiece> scanned = ScanMarkup(content);
+  pieces_.reserve(scanned.size());
+  nodes_.reserve(scanned.size() / 2);
+  for (const MarkupPiece& markup : scanned) {
     std::size_t node = open_.back();
     if (markup.kind == Kind::kComment) {
       node = nodes_.size();

@@ -12,7 +12,16 @@ using Kind = MarkupPiece::Kind;
 
 constexpr auto kNowhere = std::string_view::npos;
 constexpr std::string_view kBlanks = " \t\r\n";
-constexpr std::string_view kNameEnds = " \t\r\n/>=<\"'";
+
+constexpr bool EndsName(char c) {
+  return IsXmlBlank(c) || c == '/' || c == '>' || c == '=' || c == '<' || c == '"' || c == '\'';
+}
+
+// Returns the end of the name that begins at the place.
+std::size_t FindNameEnd(std::string_view content, std::size_t at) {
+  while (at < content.size() && !EndsName(content[at])) ++at;
+  return at;
+}
 
 // Markup that has no name and ends at a fixed text.
 struct Delimiters {
@@ -65,7 +74,7 @@ class Scanner {
     const bool is_end = content_.substr(at_).starts_with("</");
     MarkupPiece piece{.kind = is_end ? Kind::kEndTag : Kind::kStartTag};
     const std::size_t begin = at_ + (is_end ? 2 : 1);
-    piece.name = {begin, std::min(content_.find_first_of(kNameEnds, begin), content_.size())};
+    piece.name = {begin, FindNameEnd(content_, begin)};
     const std::size_t end = FindTagEnd(piece.name.end);
     piece.is_complete = content_.substr(end).starts_with('>') && !piece.name.IsEmpty();
     piece.range = {at_, piece.is_complete ? end + 1 : UnfinishedEnd(piece.name.end, end)};
@@ -114,7 +123,7 @@ std::vector<MarkupAttribute> ScanAttributes(std::string_view content, const Mark
   content = content.substr(0, tag.range.end);
   std::size_t at = tag.name.end;
   while ((at = content.find_first_not_of(kBlanks, at)) != kNowhere) {
-    const std::size_t end = std::min(content.find_first_of(kNameEnds, at), content.size());
+    const std::size_t end = FindNameEnd(content, at);
     if (end == at) {
       ++at;  // "/", ">" or a stray character
       continue;
