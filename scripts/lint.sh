@@ -1,13 +1,17 @@
 #!/usr/bin/env bash
-# Usage: scripts/lint.sh [format]
+# Usage: scripts/lint.sh [format | analyze]
 #
 # Checks the format of the code, the scripts, the layers of the library, and the code itself:
 # everything is compiled with clang and read by clang-tidy, only what changed when run again. With
-# "format" all but the last. A failing check says where.
+# "format" all but the last; with "analyze" also by clang's static analyzer, which takes twice as
+# long. A failing check says where.
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 check_arguments 1 "$@"
-if [[ ${1-format} != format ]]; then
+preset=lint
+if [[ ${1-} == analyze ]]; then
+  preset=analyze
+elif [[ ${1-format} != format ]]; then
   print_usage >&2
   exit 2
 fi
@@ -32,15 +36,15 @@ for ((i = 0; i < ${#layers[@]}; i++)); do
     fi
   done
 done
-if (($# > 0)); then
+if [[ ${1-} == format ]]; then
   exit 0
 fi
 echo "== clang-tidy" >&2
 rules=$(cat .clang-tidy tests/.clang-tidy)
-if [[ ! -e build/lint/rules || $(<build/lint/rules) != "$rules" ]]; then
-  rm -rf build/lint  # what passed other rules is to be checked anew
-  mkdir -p build/lint
-  echo "$rules" >build/lint/rules
+if [[ ! -e build/$preset/rules || $(<build/$preset/rules) != "$rules" ]]; then
+  rm -rf "build/$preset"  # what passed other rules is to be checked anew
+  mkdir -p "build/$preset"
+  echo "$rules" >"build/$preset/rules"
 fi
-build_preset lint -- -k 0
+build_preset "$preset" -- -k 0
 echo "lint.sh: no faults" >&2
