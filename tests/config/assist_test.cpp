@@ -195,14 +195,16 @@ TEST(OutlineText, ListsElementsAndComments) {
       "<ActiveTime> sec:1 </ActiveTime><InStateTime>sec:2\n<Half <SubStates/></GLOBALPM></VEXOR>";
   std::string outline;
   for (const OutlineItem& item : OutlineText(content)) {
-    outline += std::string(static_cast<std::size_t>(item.depth), ' ') +
-               (item.is_comment ? "#" : item.name) + (item.text.empty() ? "" : "=" + item.text) +
-               (item.holds_elements ? "+\n" : "\n");
+    outline +=
+        std::string(static_cast<std::size_t>(item.depth), ' ') +
+        (item.is_comment ? content.substr(item.range.begin, item.range.end - item.range.begin)
+                         : item.name) +
+        (item.text.empty() ? "" : "=" + item.text) + (item.holds_elements ? "+\n" : "\n");
     EXPECT_LE(item.range.begin, item.name_range.begin);
     EXPECT_LE(item.name_range.end, item.range.end);
   }
   EXPECT_EQ(outline,
-            "#\nVEXOR+\n GLOBALPM+\n  CORE+\n   CSTATES+\n    ActiveTime=sec:1\n"
+            "<!-- a -> b -->\nVEXOR+\n GLOBALPM+\n  CORE+\n   CSTATES+\n    ActiveTime=sec:1\n"
             "    InStateTime=sec:2\n    SubStates\n");
 }
 
