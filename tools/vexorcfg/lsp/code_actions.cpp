@@ -27,7 +27,8 @@ struct SourceAction {
   EditedText (*edit)(std::string_view content);
 };
 
-constexpr SourceAction kSourceActions[] = {
+// Not constexpr: the address of a function of a DLL is known only when the program is loaded.
+const SourceAction kSourceActions[] = {
     {"source.fixAll", "Mend all mistakes that leave no doubt", vexor::FixText},
     {"source.migrate", "Bring the file to the current form", vexor::MigrateText},
 };
