@@ -208,6 +208,14 @@ TEST(OutlineText, ListsElementsAndComments) {
             "    InStateTime=sec:2\n    SubStates\n");
 }
 
+TEST(OutlineText, CutsLongTextsBetweenCharacters) {
+  std::string accents;
+  for (int i = 0; i < 40; ++i) accents += "\xC3\xA9";
+  const std::vector<OutlineItem> items = OutlineText("<A>x" + accents + "</A>");
+  ASSERT_EQ(items.size(), 1U);
+  EXPECT_EQ(items.front().text, "x" + accents.substr(0, 58) + "...");
+}
+
 // Applies the repair of that title to the first finding.
 std::string Repair(const std::string& content, const std::string& title) {
   std::vector<Finding> findings = CheckXMLConfigText(content);
@@ -239,6 +247,8 @@ TEST(FindRepairs, OffersWhatMendsOrAllowsTheFinding) {
        tests("<CoreAffinity>All</CoreAffinity>")},
       {tests("<SubStats>1</SubStats>"), "Allow VX019 in this element",
        tests("<!-- vexorcfg: allow VX019 -->\n  <SubStats>1</SubStats>")},
+      {"<VEXOR>\n<A>1</A>\n<Version>3.21.522.0</Version></VEXOR>", "Allow VX019 in the whole file",
+       "<VEXOR>\n<!-- vexorcfg: allow VX019 -->\n<A>1</A>\n<Version>3.21.522.0</Version></VEXOR>"},
       {begin + "<A>1</A></VEXOR>", "Allow VX019 in this element",
        begin + "<!-- vexorcfg: allow VX019 -->\n<A>1</A></VEXOR>"},
   };

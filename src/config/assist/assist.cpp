@@ -21,7 +21,6 @@ bool Contains(SourceRange range, std::size_t at) { return range.begin <= at && a
 struct Spot {
   std::size_t element = 0;  // 0 for none
   SourceRange range;
-  bool is_text = false;
 };
 
 Spot FindSpot(const TypedDocument& document, std::size_t at) {
@@ -31,10 +30,10 @@ Spot FindSpot(const TypedDocument& document, std::size_t at) {
   const TypedDocument::Piece& piece = document.pieces()[index];
   if (piece.node == 0 || !document[piece.node].IsElement()) return {};
   const SourceRange text = document.TextRangeOf(piece.node);
-  if (Contains(text, at)) return {piece.node, text, true};
+  if (Contains(text, at)) return {piece.node, text};
   if (!piece.markup.IsTag()) return {};
   const bool is_end = piece.markup.kind == Kind::kEndTag;
-  return {piece.node, is_end ? piece.markup.name : document.NameOf(piece.node), false};
+  return {piece.node, is_end ? piece.markup.name : document.NameOf(piece.node)};
 }
 
 const OptionInfo* FindOption(const std::vector<OptionInfo>& options, std::string_view path) {
@@ -44,11 +43,12 @@ const OptionInfo* FindOption(const std::vector<OptionInfo>& options, std::string
 
 // Returns the text on one line, at most so many bytes of it.
 std::string Shorten(std::string_view text) {
-  constexpr std::size_t kMost = 60;
-  std::string line(text.substr(0, kMost));
-  while (text.size() > kMost && !line.empty() && (line.back() & 0x80) != 0) line.pop_back();
+  std::size_t size = std::min<std::size_t>(text.size(), 60);
+  const auto is_inner = [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U; };
+  while (size > 0 && size < text.size() && is_inner(text[size])) --size;
+  std::string line(text.substr(0, size));
   std::ranges::replace_if(line, IsXmlBlank, ' ');
-  return text.size() > kMost ? line + "..." : line;
+  return size < text.size() ? line + "..." : line;
 }
 
 }  // namespace

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <memory>
 #include <utility>
 
 #include "config/assist/closed_text.h"
@@ -109,15 +110,10 @@ void AddAllowance(std::string_view content, const Finding& finding,
   const TypedDocument document(content);
   const std::size_t element = ElementAround(document, finding.at);
   if (element == 0) return;
-  const std::size_t parent = document[element].parent;
-  bool is_whole_file = parent == 0;
-  if (document[element].depth == 1) {
-    is_whole_file = std::none_of(
-        document.nodes().begin(), document.nodes().begin() + static_cast<std::ptrdiff_t>(element),
-        [parent](const TypedNode& node) {
-          return node.IsElement() && node.depth == 1 && node.parent == parent;
-        });
-  }
+  const auto first = std::ranges::find_if(
+      document.nodes(), [](const TypedNode& node) { return node.depth == 1 && node.IsElement(); });
+  const bool is_whole_file =
+      document[element].parent == 0 || &document[element] == std::to_address(first);
   const std::size_t begin = document[element].range.begin;
   std::string comment = "<!-- vexorcfg: allow " + std::string(finding.code) + " -->";
   comment += LineBeginOf(content, begin);

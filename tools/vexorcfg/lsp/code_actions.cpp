@@ -98,16 +98,15 @@ void AddQuickFixes(OpenDocument& document, const Client& client, const Json& par
 
 void AddSourceAction(const SourceAction& source, const OpenDocument& document, const Client& client,
                      Json& actions) {
-  const bool is_offered = std::ranges::any_of(
-      actions, [&source](const Json& action) { return action.at("title") == source.title; });
-  if (is_offered) return;
   const EditedText edited = source.edit(document.text.text());
   if (!edited.error.empty()) return;
   const auto replacements = vexor::FindReplacements(document.text.text(), edited.content);
   if (replacements.empty()) return;
-  actions.push_back({{"title", source.title},
-                     {"kind", source.kind},
-                     {"edit", MakeEdit(document, client, replacements)}});
+  Json edit = MakeEdit(document, client, replacements);
+  const bool is_offered = std::ranges::any_of(
+      actions, [&edit](const Json& action) { return action.at("edit") == edit; });
+  if (is_offered) return;  // as the quick fix of a finding
+  actions.push_back({{"title", source.title}, {"kind", source.kind}, {"edit", std::move(edit)}});
 }
 
 }  // namespace
